@@ -1,0 +1,37 @@
+#include "app/FatalReport.h"
+
+#include <windows.h>
+
+#include <new>
+#include <string>
+
+#include "app/ModGeneral.h"
+#include "base/FatalError.h"
+
+namespace tellurvane {
+namespace {
+
+// The text of other exceptions is for developers; it would mean nothing to the user.
+std::wstring MessageOf(const std::exception_ptr& error) {
+  try {
+    std::rethrow_exception(error);
+  } catch (const FatalError& fatal) {
+    return fatal.Message();
+  } catch (const std::bad_alloc&) {
+    return L"記憶體不足，程式無法繼續執行。";
+  } catch (...) {
+    return L"發生未預期的錯誤，程式無法繼續執行。";
+  }
+}
+
+}  // namespace
+
+void ReportFatal(const std::exception_ptr& error) {
+  MessageBoxW(nullptr, MessageOf(error).c_str(), kApplicationTitle,
+              MB_OK | MB_ICONERROR | MB_TASKMODAL | MB_SETFOREGROUND);
+  // Only now: while the box stands this copy still holds its files.
+  ReleaseInstance();
+  ExitProcess(1);
+}
+
+}  // namespace tellurvane

@@ -1,0 +1,71 @@
+#include "app/ModGeneral.h"
+
+#include <windows.h>
+
+#include <objidl.h>
+
+#include <gdiplus.h>
+#include <shlwapi.h>
+
+#include "base/LocaleDates.h"
+#include "ui/Handle.h"
+
+namespace tellurvane {
+namespace {
+
+UniqueKernelHandle instanceMutex;
+ULONG_PTR gdiplusToken = 0;
+
+TaskListDialect UserDialect() {
+  return {
+      .dateReader = UserDateReader, .writeDate = AppendLocaleDateText, .decodeAnsi = DecodeAnsi};
+}
+
+}  // namespace
+
+ModGeneral::ModGeneral(const std::wstring& applicationFolder)
+    : settingsFile(applicationFolder + L"\\Setting.ini"),
+      settings(settingsFile.ReadAll()),
+      // Deliberately a doubled separator: the file system takes it for one.
+      taskListFile(files_, applicationFolder + L"\\" + L"\\JobList.dbs", UserDialect(), Now) {}
+
+std::wstring ApplicationFolder() {
+  std::wstring path(MAX_PATH, L'\0');
+  for (;;) {
+    const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+    if (length < path.size()) {
+      path.resize(length);
+      break;
+    }
+    path.resize(path.size() * 2);
+  }
+  path.resize(path.find_last_of(L'\\'));
+  return path.size() == 2 ? path + L"\\" : path;
+}
+
+bool ClaimInstance() {
+  instanceMutex.Reset(CreateMutexW(nullptr, TRUE, kApplicationTitle));
+  if (GetLastError() != ERROR_ALREADY_EXISTS) return true;
+  ReleaseInstance();
+  return false;
+}
+
+void ReleaseInstance() noexcept {
+  if (!instanceMutex) return;
+  ReleaseMutex(instanceMutex.Get());
+  instanceMutex.Reset();
+}
+
+bool StartGdiplus() {
+  const Gdiplus::GdiplusStartupInput input;
+  return Gdiplus::GdiplusStartup(&gdiplusToken, &input, nullptr) == Gdiplus::Ok;
+}
+
+void StopGdiplus() {
+  Gdiplus::GdiplusShutdown(gdiplusToken);
+  gdiplusToken = 0;
+}
+
+bool PathExists(const std::wstring& path) { return PathFileExistsW(path.c_str()) != 0; }
+
+}  // namespace tellurvane

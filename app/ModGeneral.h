@@ -1,0 +1,50 @@
+// What belongs to the process: its folder, its single instance, the settings, the task list.
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+#include <string>
+
+#include "app/SettingsFile.h"
+#include "scheduler/TaskListFile.h"
+#include "scheduler/TaskRecord.h"
+#include "scheduler/Win32FileOperations.h"
+
+namespace tellurvane {
+
+inline constexpr const wchar_t* kApplicationTitle = L"Tellurvane";
+
+// The state that lives as long as the process. Made once by the entry routine, after it is sure
+// that no other copy runs.
+class ModGeneral {
+ public:
+  // Reads the settings; throws FatalError when a number is missing.
+  explicit ModGeneral(const std::wstring& applicationFolder);
+
+  SettingsFile settingsFile;
+  Settings settings;
+  TaskList tasks;
+
+ private:
+  Win32FileOperations files_;
+
+ public:
+  TaskListFile taskListFile;
+};
+
+// The folder of the executable, without a backslash at its end unless it is a drive's root.
+std::wstring ApplicationFolder();
+
+// Takes the mutex that says that a copy runs. False when another holds it.
+bool ClaimInstance();
+void ReleaseInstance() noexcept;
+
+// GDI+ for the whole process. False when it is not available.
+bool StartGdiplus();
+void StopGdiplus();
+
+// Whether the path names a file or a folder.
+bool PathExists(const std::wstring& path);
+
+}  // namespace tellurvane

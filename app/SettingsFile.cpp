@@ -1,0 +1,56 @@
+#include "app/SettingsFile.h"
+
+#include <windows.h>
+
+#include <array>
+#include <utility>
+
+#include "base/FatalError.h"
+#include "base/Number.h"
+
+namespace tellurvane {
+namespace {
+
+constexpr const wchar_t* kSection = L"Setting";
+constexpr size_t kBufferUnits = 128;
+
+}  // namespace
+
+SettingsFile::SettingsFile(std::wstring path) : path_(std::move(path)) {}
+
+Settings SettingsFile::ReadAll() const {
+  Settings settings;
+  settings.SavedVolume = ReadNumber(L"SavedVolume");
+  settings.TimeForm = ReadNumber(L"TimeForm");
+  settings.SongLoop = ReadNumber(L"SongLoop");
+  settings.StartPlay = ReadNumber(L"StartPlay");
+  settings.FilesPath = Read(L"FilesPath");
+  settings.HinetUrl = Read(L"HinetUrl");
+  return settings;
+}
+
+std::wstring SettingsFile::Read(const std::wstring& key) const {
+  std::array<wchar_t, kBufferUnits> buffer = {};
+  GetPrivateProfileStringW(kSection, key.c_str(), L"", buffer.data(), kBufferUnits, path_.c_str());
+  std::wstring value(buffer.begin(), buffer.end());
+  std::erase(value, L'\0');
+  return value;
+}
+
+bool SettingsFile::Write(const std::wstring& key, const std::wstring& value) const {
+  return WritePrivateProfileStringW(kSection, key.c_str(), value.c_str(), path_.c_str()) != 0;
+}
+
+bool SettingsFile::Write(const std::wstring& key, std::int32_t value) const {
+  return Write(key, std::to_wstring(value));
+}
+
+std::int32_t SettingsFile::ReadNumber(const std::wstring& key) const {
+  const std::wstring text = Read(key);
+  if (const auto number = ParseInteger(text)) return *number;
+  throw FatalError(L"設定檔 Setting.ini 的「" + key + L"」" +
+                   (text.empty() ? std::wstring(L"沒有數值") : L"不是有效的數字：" + text) +
+                   L"。\n\n請檢查程式資料夾裡的設定檔：\n" + path_);
+}
+
+}  // namespace tellurvane

@@ -1,0 +1,110 @@
+#include "base/Number.h"
+
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <string>
+
+#include "base/Text.h"
+
+namespace tellurvane {
+namespace {
+
+// Longer texts are no number that anybody writes; the bound keeps the copy below on the stack.
+constexpr size_t kLongestNumber = 64;
+
+std::optional<std::int32_t> ParseRadix(std::wstring_view digits, int radix) {
+  if (digits.empty()) return std::nullopt;
+  std::uint64_t value = 0;
+  for (const wchar_t unit : digits) {
+    int digit = 0;
+    if (unit >= L'0' && unit <= L'9') {
+      digit = static_cast<int>(unit - L'0');
+    } else if (unit >= L'a' && unit <= L'f') {
+      digit = static_cast<int>(unit - L'a') + 10;
+    } else if (unit >= L'A' && unit <= L'F') {
+      digit = static_cast<int>(unit - L'A') + 10;
+    } else {
+      return std::nullopt;
+    }
+    if (digit >= radix) return std::nullopt;
+    value = value * static_cast<std::uint64_t>(radix) + static_cast<std::uint64_t>(digit);
+    if (value > std::numeric_limits<std::uint32_t>::max()) return std::nullopt;
+  }
+  // As on the platform, &HFFFFFFFF is the bit pattern of -1.
+  return static_cast<std::int32_t>(static_cast<std::uint32_t>(value));
+}
+
+// The common case on every line of the task list: a few plain digits.
+std::optional<std::int32_t> ParsePlainDigits(std::wstring_view text) {
+  if (text.empty() || text.size() > 9) return std::nullopt;
+  std::int32_t value = 0;
+  for (const wchar_t unit : text) {
+    if (unit < L'0' || unit > L'9') return std::nullopt;
+    value = value * 10 + static_cast<std::int32_t>(unit - L'0');
+  }
+  return value;
+}
+
+}  // namespace
+
+std::optional<double> ParseNumber(std::wstring_view text) {
+  std::wstring_view trimmed = TrimBlanks(text);
+  if (!trimmed.empty() && trimmed.front() == L'+') {
+    trimmed.remove_prefix(1);
+    // from_chars would take the minus of "+-1".
+    if (!trimmed.empty() && trimmed.front() == L'-') return std::nullopt;
+  }
+  if (trimmed.empty() || trimmed.size() > kLongestNumber) return std::nullopt;
+
+  char ascii[kLongestNumber] = {};
+  for (size_t i = 0; i < trimmed.size(); ++i) {
+    const wchar_t unit = trimmed[i];
+    const bool isPart = (unit >= L'0' && unit <= L'9') || unit == L'.' || unit == L'-' ||
+                        unit == L'+' || unit == L'e' || unit == L'E';
+    // Keeps "inf", "nan" and hexadecimal floats out, which from_chars would read.
+    if (!isPart) return std::nullopt;
+    ascii[i] = static_cast<char>(unit);
+  }
+  double value = 0;
+  const char* const end = ascii + trimmed.size();
+  const auto [stopped, error] = std::from_chars(ascii, end, value);
+  if (error != std::errc{} || stopped != end || !std::isfinite(value)) return std::nullopt;
+  return value;
+}
+
+std::optional<std::int32_t> ParseInteger(std::wstring_view text) {
+  const std::wstring_view trimmed = TrimBlanks(text);
+  if (const auto plain = ParsePlainDigits(trimmed)) return plain;
+  if (trimmed.size() > 2 && trimmed[0] == L'&') {
+    if (trimmed[1] == L'H' || trimmed[1] == L'h') return ParseRadix(trimmed.substr(2), 16);
+    if (trimmed[1] == L'O' || trimmed[1] == L'o') return ParseRadix(trimmed.substr(2), 8);
+  }
+  const auto number = ParseNumber(trimmed);
+  if (!number) return std::nullopt;
+  const double rounded = RoundHalfToEven(*number);
+  if (rounded < std::numeric_limits<std::int32_t>::min() ||
+      rounded > std::numeric_limits<std::int32_t>::max()) {
+    return std::nullopt;
+  }
+  return static_cast<std::int32_t>(rounded);
+}
+
+std::optional<bool> ParseBoolean(std::wstring_view text) {
+  const std::wstring_view trimmed = TrimBlanks(text);
+  if (EqualsIgnoringAsciiCase(trimmed, L"true")) return true;
+  if (EqualsIgnoringAsciiCase(trimmed, L"false")) return false;
+  const auto number = ParseNumber(trimmed);
+  if (!number) return std::nullopt;
+  return *number != 0;
+}
+
+double RoundHalfToEven(double value) {
+  const double floor = std::floor(value);
+  const double fraction = value - floor;
+  if (fraction < 0.5) return floor;
+  if (fraction > 0.5) return floor + 1;
+  return std::fmod(floor, 2.0) == 0 ? floor : floor + 1;
+}
+
+}  // namespace tellurvane

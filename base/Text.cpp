@@ -1,0 +1,28 @@
+#include "base/Text.h"
+
+#include <algorithm>
+
+namespace tellurvane {
+
+std::wstring_view TrimBlanks(std::wstring_view text) {
+  const size_t first = text.find_first_not_of(L' ');
+  if (first == std::wstring_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(L' ') - first + 1);
+}
+
+std::wstring_view TakeField(std::wstring_view& rest, wchar_t separator) {
+  const size_t end = rest.find(separator);
+  const std::wstring_view field = rest.substr(0, end);
+  rest.remove_prefix(end == std::wstring_view::npos ? rest.size() : end + 1);
+  return field;
+}
+
+bool EqualsIgnoringAsciiCase(std::wstring_view left, std::wstring_view right) {
+  const auto lower = [](wchar_t unit) {
+    return unit >= L'A' && unit <= L'Z' ? static_cast<wchar_t>(unit + (L'a' - L'A')) : unit;
+  };
+  return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                    [&](wchar_t a, wchar_t b) { return lower(a) == lower(b); });
+}
+
+}  // namespace tellurvane

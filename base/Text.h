@@ -1,0 +1,19 @@
+// Small cuts of text. Texts are UTF-16 code units, on the host too, where wchar_t is wider.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tellurvane {
+
+// Without the blanks (U+0020 only) at both ends.
+std::wstring_view TrimBlanks(std::wstring_view text);
+
+// Takes everything up to the separator off the front of `rest` and returns it; the separator goes
+// too. Without a separator the whole rest is taken, and `rest` becomes empty.
+std::wstring_view TakeField(std::wstring_view& rest, wchar_t separator);
+
+// Compares without regard to the case of ASCII letters.
+bool EqualsIgnoringAsciiCase(std::wstring_view left, std::wstring_view right);
+
+}  // namespace tellurvane

@@ -1,0 +1,31 @@
+# How everything of ours is compiled and linked.
+add_library(tellurvane_compile INTERFACE)
+target_compile_features(tellurvane_compile INTERFACE cxx_std_20)
+target_include_directories(tellurvane_compile INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(tellurvane_compile INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
+  -fstack-protector-strong -ffunction-sections -fdata-sections)
+
+if(WIN32)
+  target_compile_definitions(tellurvane_compile INTERFACE
+    UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN STRICT
+    WINVER=0x0602 _WIN32_WINNT=0x0602)
+  # One file that needs only the system's own DLLs. ASLR and NX are this linker's
+  # default; they are named so that another default would not go unseen. Without
+  # the time stamp two builds of one commit are the same file.
+  target_link_options(tellurvane_compile INTERFACE
+    -static -fstack-protector-strong
+    LINKER:--gc-sections LINKER:--dynamicbase LINKER:--nxcompat LINKER:--high-entropy-va
+    LINKER:--no-insert-timestamp
+    $<$<CONFIG:Release>:-s>)
+endif()
+
+if(TELLURVANE_SANITIZE)
+  # Process-wide, so that the test framework is instrumented like our code.
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
+    -fno-omit-frame-pointer -D_GLIBCXX_ASSERTIONS)
+  add_link_options(-fsanitize=address,undefined)
+  if(TELLURVANE_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link)
+  endif()
+endif()

@@ -1,0 +1,55 @@
+#include "cmd/ModCMD.h"
+
+#include "ui/Handle.h"
+
+namespace tellurvane {
+namespace {
+
+// Wine takes both settings for any pipe and ignores them, where Windows refuses them.
+bool IsWine() {
+  return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+}
+
+}  // namespace
+
+bool PipeRefusesCollection(HANDLE readEnd) {
+  DWORD mode = PIPE_NOWAIT;
+  DWORD collectionCount = 0;
+  DWORD collectDataTimeout = 0;
+  const BOOL accepted =
+      SetNamedPipeHandleState(readEnd, &mode, &collectionCount, &collectDataTimeout);
+  return !accepted || IsWine();
+}
+
+bool RunCommand(const std::wstring& commandLine, PipeTest pipeTest) {
+  std::wstring command = commandLine;  // CreateProcessW writes into its argument
+
+  SECURITY_ATTRIBUTES inheritable = {};
+  inheritable.nLength = sizeof(inheritable);
+  inheritable.bInheritHandle = TRUE;
+
+  UniqueKernelHandle readEnd;
+  UniqueKernelHandle writeEnd;
+  if (!CreatePipe(readEnd.Receive(), writeEnd.Receive(), &inheritable, 0)) return false;
+
+  // Deliberately this way round: a pipe that takes the settings is not the one that we expect.
+  if (!pipeTest(readEnd.Get())) return false;
+
+  STARTUPINFOW startup = {};
+  startup.cb = sizeof(startup);
+  startup.dwFlags = STARTF_USESHOWWINDOW | STARTF_USESTDHANDLES;
+  startup.wShowWindow = SW_SHOW;
+  startup.hStdOutput = writeEnd.Get();
+  startup.hStdError = writeEnd.Get();
+
+  PROCESS_INFORMATION created = {};
+  if (!CreateProcessW(nullptr, command.data(), &inheritable, &inheritable, TRUE, 0, nullptr,
+                      nullptr, &startup, &created)) {
+    return false;
+  }
+  const UniqueKernelHandle process(created.hProcess);
+  const UniqueKernelHandle thread(created.hThread);
+  return true;
+}
+
+}  // namespace tellurvane

@@ -1,0 +1,108 @@
+#include "scheduler/TaskListFile.h"
+
+#include <utility>
+
+namespace tellurvane {
+namespace {
+
+// How many seconds' names are tried for a backup before it counts as failed.
+constexpr int kBackupNames = 60;
+
+std::wstring TwoDigits(int value) {
+  std::wstring text = std::to_wstring(value);
+  return text.size() < 2 ? L"0" + text : text;
+}
+
+std::wstring BackupStamp(DateSerial moment) {
+  const CivilDateTime at = CivilFromSerial(moment);
+  return std::to_wstring(at.year) + TwoDigits(at.month) + TwoDigits(at.day) + L"-" +
+         TwoDigits(at.hour) + TwoDigits(at.minute) + TwoDigits(at.second);
+}
+
+}  // namespace
+
+TaskListFile::TaskListFile(FileOperations& files, std::wstring path, TaskListDialect dialect,
+                           Clock clock)
+    : files_(files),
+      path_(std::move(path)),
+      temporaryPath_(path_ + L".tmp"),
+      dialect_(std::move(dialect)),
+      clock_(std::move(clock)) {}
+
+bool TaskListFile::Load(TaskList& tasks) {
+  tasks.clear();
+  TaskListReading reading = Read();
+  backupOwed_ = backupOwed_ || reading.hasLoss;
+  tasks = std::move(reading.tasks);
+  // The caller learns whether there are tasks; a rewrite that fails is made up by the next save.
+  (void)Save(tasks);
+  return !tasks.empty();
+}
+
+bool TaskListFile::Save(std::span<const TaskRecord> tasks) {
+  if (backupOwed_) {
+    if (!KeepBackup()) return false;
+    backupOwed_ = false;
+  }
+  const std::string bytes = TaskListBytes(tasks, dialect_.writeDate);
+  if (WriteBeside(bytes) && files_.MoveOver(temporaryPath_, path_)) return true;
+  files_.Remove(temporaryPath_);
+  return false;
+}
+
+TaskListReading TaskListFile::Read() {
+  switch (files_.OpenForReading(path_)) {
+    case OpenOutcome::kMissing:
+      return {};
+    case OpenOutcome::kRefused:
+      return {.tasks = {}, .hasLoss = true};
+    case OpenOutcome::kOpened:
+      break;
+  }
+  const auto bytes = ReadBytes();
+  files_.CloseReading();
+  if (!bytes) return {.tasks = {}, .hasLoss = true};
+  if (bytes->empty()) return {};
+  const auto text = DecodeTaskListBytes(*bytes, dialect_.decodeAnsi);
+  if (!text) return {.tasks = {}, .hasLoss = true};
+  return ReadTaskListText(*text, dialect_.dateReader(), clock_());
+}
+
+std::optional<std::string> TaskListFile::ReadBytes() {
+  const auto size = files_.SizeOfReading();
+  if (!size || *size >= kTaskListSizeLimit) return std::nullopt;
+  std::string bytes(static_cast<size_t>(*size), '\0');
+  size_t filled = 0;
+  while (filled < bytes.size()) {
+    const auto got = files_.Read(bytes.data() + filled, bytes.size() - filled);
+    // An end before the size that was told is a failure like any other: half a list is no list.
+    if (!got || *got == 0) return std::nullopt;
+    filled += *got;
+  }
+  return bytes;
+}
+
+bool TaskListFile::KeepBackup() {
+  const std::int64_t now = SecondsFromSerial(clock_());
+  for (int i = 0; i < kBackupNames; ++i) {
+    const std::wstring copy = path_ + L"." + BackupStamp(SerialFromSeconds(now + i)) + L".bak";
+    const CopyOutcome outcome = files_.CopyToNew(path_, copy);
+    if (outcome == CopyOutcome::kTargetExists) continue;
+    // A file that is gone by now has nothing left to keep.
+    return outcome == CopyOutcome::kCopied || outcome == CopyOutcome::kSourceMissing;
+  }
+  return false;
+}
+
+bool TaskListFile::WriteBeside(std::string_view bytes) {
+  if (!files_.CreateForWriting(temporaryPath_)) return false;
+  const bool written = WriteAndFlush(bytes);
+  return files_.CloseWriting() && written;
+}
+
+bool TaskListFile::WriteAndFlush(std::string_view bytes) {
+  const auto written = files_.Write(bytes);
+  return written && *written == bytes.size() && files_.Flush();
+}
+
+}  // namespace tellurvane

@@ -1,0 +1,58 @@
+// The file in which the task list survives, JobList.dbs.
+#pragma once
+
+#include <span>
+#include <string>
+
+#include "base/DateText.h"
+#include "scheduler/FileOperations.h"
+#include "scheduler/TaskListText.h"
+#include "scheduler/TaskRecord.h"
+
+namespace tellurvane {
+
+// A file of this many bytes or more is not read.
+inline constexpr std::uint64_t kTaskListSizeLimit = 0x400000;
+
+// How dates and ANSI bytes are read and written: the user's locale, or a test's.
+struct TaskListDialect {
+  // Asked anew for each load: the user may change the locale while the program runs.
+  std::function<DateReader()> dateReader;
+  DateWriter writeDate;
+  AnsiDecoder decodeAnsi;
+};
+
+class TaskListFile {
+ public:
+  TaskListFile(FileOperations& files, std::wstring path, TaskListDialect dialect, Clock clock);
+
+  // Empties the list, then fills it from the file, moves past next runs forward and writes the
+  // file back. True when there is at least one task. A file that is missing, cannot be read, is
+  // too large or ends in half a UTF-16 unit gives an empty list.
+  //
+  // Where the file holds anything that the list does not, it is first kept beside itself as
+  // JobList.dbs.<yyyymmdd-hhmmss>.bak, never over an earlier one. While that fails, nothing is
+  // written over the file.
+  bool Load(TaskList& tasks);
+
+  // Writes the whole list beside the file and moves it over the file, so that a reader or a
+  // killed process finds the old list or the new one. False when anything fails; then the old
+  // file stands and nothing is left beside it.
+  bool Save(std::span<const TaskRecord> tasks);
+
+ private:
+  TaskListReading Read();
+  std::optional<std::string> ReadBytes();
+  bool KeepBackup();
+  bool WriteBeside(std::string_view bytes);
+  bool WriteAndFlush(std::string_view bytes);
+
+  FileOperations& files_;
+  std::wstring path_;
+  std::wstring temporaryPath_;
+  TaskListDialect dialect_;
+  Clock clock_;
+  bool backupOwed_ = false;
+};
+
+}  // namespace tellurvane

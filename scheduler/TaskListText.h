@@ -1,0 +1,42 @@
+// The task list as text: one task a line, each line ended by CR LF, five fields parted by TAB.
+//
+//   IntervalUnit|Interval|Enabled|MediaType <TAB> Name <TAB> Source <TAB> LastRun <TAB> NextRun
+//
+// docs/files.md describes the file byte by byte.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "base/DateText.h"
+#include "scheduler/TaskRecord.h"
+
+namespace tellurvane {
+
+// Turns bytes in the user's ANSI code page into UTF-16.
+using AnsiDecoder = std::function<std::wstring(std::string_view bytes)>;
+
+// UTF-16 after the mark FF FE, ANSI without it. Nothing when UTF-16 ends in half a unit.
+std::optional<std::wstring> DecodeTaskListBytes(std::string_view bytes,
+                                                const AnsiDecoder& decodeAnsi);
+
+struct TaskListReading {
+  TaskList tasks;
+  // Whether the text held anything that the tasks do not: a malformed line, text after an empty
+  // line, surplus fields, a date that nobody can read.
+  bool hasLoss = false;
+};
+
+// Takes the lines up to the first empty one. A malformed line (fewer than five fields or four
+// parts, a part that is no number) is passed over. A date that cannot be read becomes 0. A next
+// run in the past is moved forward (strict).
+TaskListReading ReadTaskListText(std::wstring_view text, const DateReader& dates, DateSerial now);
+
+// The bytes of the whole file, the mark included. Deleted tasks are left out; names and sources
+// are trimmed, and a TAB or CR LF inside one, which would break the line, becomes a blank.
+std::string TaskListBytes(std::span<const TaskRecord> tasks, const DateWriter& writeDate);
+
+}  // namespace tellurvane

@@ -1,0 +1,41 @@
+// One scheduled task, and the list of them all.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "base/DateSerial.h"
+
+namespace tellurvane {
+
+// The values of TaskRecord::MediaType. The field stays a plain number: a file may hold any.
+enum MediaType : std::int32_t {
+  kInternetRadio = 0,
+  kLocalMusic = 1,
+  kApplication = 2,
+  kReminderNote = 3,
+};
+
+// The values of TaskRecord::IntervalUnit, a plain number for the same reason.
+enum IntervalUnit : std::int32_t { kMinutes = 0, kHours = 1, kDays = 2 };
+
+struct TaskRecord {
+  bool Deleted = false;  // removed in memory; left out when the list is written
+  bool Enabled = false;
+  std::int32_t MediaType = kInternetRadio;
+  std::int32_t Id = 0;     // Index + 1
+  std::int32_t Index = 0;  // place in the list
+  std::wstring Name;
+  std::wstring Source;  // stream address, file, command line, or note text
+  DateSerial NextRun = 0;
+  std::int32_t IntervalUnit = kMinutes;
+  std::int32_t Interval = 0;
+  DateSerial RunStarted = 0;  // not stored
+  DateSerial LastRun = 0;     // 0 when it never ran
+};
+
+// Row i of every list on the screen is element i.
+using TaskList = std::vector<TaskRecord>;
+
+}  // namespace tellurvane

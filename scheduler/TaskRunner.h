@@ -1,0 +1,95 @@
+// Finds the tasks that have fallen due, starts them, records the runs.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "base/DateText.h"
+#include "scheduler/TaskRecord.h"
+
+namespace tellurvane {
+
+// The interval of the task timer whenever it is switched on.
+inline constexpr unsigned kTaskTimerMilliseconds = 1'000;
+
+// The list of tasks on the screen; row i is task i.
+class TaskRows {
+ public:
+  virtual ~TaskRows() = default;
+  virtual size_t RowCount() = 0;
+  virtual void SelectRow(size_t row) = 0;
+  virtual void RefreshRow(size_t row) = 0;
+  // Whether the user can reach the list.
+  virtual void EnableArea(bool enable) = 0;
+  // Whether changes show at once.
+  virtual void SetRedraw(bool redraw) = 0;
+};
+
+// The task timer.
+class TaskTimer {
+ public:
+  virtual ~TaskTimer() = default;
+  virtual void SetInterval(unsigned milliseconds) = 0;
+  virtual void SetEnabled(bool enable) = 0;
+};
+
+// The steps of playing a source, in the order in which the runner takes them.
+class TaskPlayer {
+ public:
+  virtual ~TaskPlayer() = default;
+  virtual void StopPlayback() = 0;
+  // Whether the source is a stream: it has no end and no position.
+  virtual void SetRadioFlag(bool isRadio) = 0;
+  virtual void SetUrl(const std::wstring& url) = 0;
+  virtual void Play() = 0;
+  // The toolbar shows that something plays.
+  virtual void ShowPlaying() = 0;
+  // The position slider follows the media.
+  virtual void FollowPosition() = 0;
+};
+
+// What a run needs besides. All must be set.
+struct TaskActions {
+  std::function<bool(const std::wstring& path)> pathExists;
+  std::function<void(const std::wstring& commandLine)> startCommand;
+  std::function<void(const std::wstring& text, const std::wstring& time)> showNote;
+  std::function<void()> saveList;
+  std::function<void()> processPendingMessages;
+};
+
+class TaskRunner {
+ public:
+  TaskRunner(TaskList& tasks, TaskRows& rows, TaskTimer& timer, TaskPlayer& player,
+             TaskActions actions, DateWriter writeDate, Clock clock);
+
+  // One tick of the task timer: runs what is due, moves what is disabled, in list order.
+  void Tick();
+
+  // Starts one task at once, records the run and saves the list. A step that fails is passed
+  // over, and the run is recorded all the same. A task without a schedule runs, and keeps its
+  // next run.
+  void Execute(TaskRecord& task);
+
+  // Switches the task timer on, at its one interval, or off.
+  void SetTaskTimer(bool enable);
+
+  // True while a tick is at work; whoever else wants to run a task has to wait.
+  bool IsBusy() const { return isBusy_; }
+
+ private:
+  bool RunRow(size_t row);
+  void Start(const TaskRecord& task);
+  void StartPlaying(const std::wstring& source);
+  void EnableRows();
+
+  TaskList& tasks_;
+  TaskRows& rows_;
+  TaskTimer& timer_;
+  TaskPlayer& player_;
+  TaskActions actions_;
+  DateWriter writeDate_;
+  Clock clock_;
+  bool isBusy_ = false;
+};
+
+}  // namespace tellurvane

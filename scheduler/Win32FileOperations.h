@@ -1,0 +1,33 @@
+// FileOperations on the real file system.
+#pragma once
+
+#include "scheduler/FileOperations.h"
+#include "ui/Handle.h"
+
+namespace tellurvane {
+
+class Win32FileOperations : public FileOperations {
+ public:
+  OpenOutcome OpenForReading(const std::wstring& path) override;
+  std::optional<std::uint64_t> SizeOfReading() override;
+  std::optional<size_t> Read(char* buffer, size_t size) override;
+  void CloseReading() override;
+
+  bool CreateForWriting(const std::wstring& path) override;
+  std::optional<size_t> Write(std::string_view bytes) override;
+  bool Flush() override;
+  bool CloseWriting() override;
+
+  bool MoveOver(const std::wstring& from, const std::wstring& to) override;
+  CopyOutcome CopyToNew(const std::wstring& from, const std::wstring& to) override;
+  void Remove(const std::wstring& path) override;
+
+ private:
+  UniqueKernelHandle reading_;
+  UniqueKernelHandle writing_;
+};
+
+// Decodes bytes in the user's ANSI code page.
+std::wstring DecodeAnsi(std::string_view bytes);
+
+}  // namespace tellurvane
