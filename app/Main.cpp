@@ -44,7 +44,6 @@ int Main() {
 }  // namespace
 }  // namespace tellurvane
 
-// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the header's are shouted
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
   return tellurvane::GuardBoundary(tellurvane::Main);
 }

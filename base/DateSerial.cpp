@@ -61,8 +61,8 @@ std::optional<DateSerial> SerialFromCivil(const CivilDateTime& civil) {
   if (civil.hour < 0 || civil.hour > 23 || civil.minute < 0 || civil.minute > 59) return {};
   if (civil.second < 0 || civil.second > 59) return {};
   const std::int64_t days = DaysFromCivil(civil.year, civil.month, civil.day) + kDaysFromCivilEpoch;
-  return SerialFromSeconds(days * kSecondsPerDay + civil.hour * 3'600 + civil.minute * 60 +
-                           civil.second);
+  const std::int64_t minutes = std::int64_t{60} * civil.hour + civil.minute;
+  return SerialFromSeconds(days * kSecondsPerDay + minutes * 60 + civil.second);
 }
 
 CivilDateTime CivilFromSerial(DateSerial serial) {

@@ -1,0 +1,45 @@
+#!/usr/bin/python3
+"""Seeds an application folder with the settings file and one task of each kind.
+
+Files that are there already stay as they are: they are the user's.
+"""
+
+import datetime
+import shutil
+import sys
+from pathlib import Path
+
+import task_list
+
+MINUTES, HOURS = 0, 1
+RADIO, MUSIC, APPLICATION, NOTE = range(4)
+
+
+def main():
+    folder = Path(sys.argv[1]).resolve()
+    resources = Path(__file__).resolve().parent.parent / "resources"
+    folder.mkdir(parents=True, exist_ok=True)
+    if not (folder / "Setting.ini").exists():
+        shutil.copyfile(resources / "Setting.ini", folder / "Setting.ini")
+    if not (folder / "chime.wav").exists():
+        shutil.copyfile(resources / "chime.wav", folder / "chime.wav")
+    if (folder / "JobList.dbs").exists():
+        return
+    now = datetime.datetime.now()
+
+    def after(seconds):
+        return now + datetime.timedelta(seconds=seconds)
+
+    # Sources without a folder: the program works in its own.
+    task_list.write(folder / "JobList.dbs", [
+        (MINUTES, 1, True, MUSIC, "範例：每分鐘鐘聲", "chime.wav", after(20)),
+        (HOURS, 12, True, APPLICATION, "範例：開啟記事本", "notepad.exe Setting.ini", after(40)),
+        (MINUTES, 30, True, NOTE, "範例：休息一下", r"起來走一走\r\n順便喝杯水", after(60)),
+        (HOURS, 1, False, RADIO, "範例：網路電台", "http://radio.example.org:8000/live",
+         after(3600)),
+    ])
+    print(f"seeded {folder.name}/ with four sample tasks; the first is due in 20 seconds")
+
+
+if __name__ == "__main__":
+    main()
