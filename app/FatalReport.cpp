@@ -3,7 +3,6 @@
 #include <windows.h>
 
 #include <new>
-#include <string>
 
 #include "app/ModGeneral.h"
 #include "base/FatalError.h"
@@ -12,11 +11,12 @@ namespace tellurvane {
 namespace {
 
 // The text of other exceptions is for developers; it would mean nothing to the user.
-std::wstring MessageOf(const std::exception_ptr& error) {
+// Good as long as the error is. Makes no string: memory may be what is short.
+const wchar_t* MessageOf(const std::exception_ptr& error) {
   try {
     std::rethrow_exception(error);
   } catch (const FatalError& fatal) {
-    return fatal.Message();
+    return fatal.Message().c_str();
   } catch (const std::bad_alloc&) {
     return L"記憶體不足，程式無法繼續執行。";
   } catch (...) {
@@ -27,7 +27,7 @@ std::wstring MessageOf(const std::exception_ptr& error) {
 }  // namespace
 
 void ReportFatal(const std::exception_ptr& error) {
-  MessageBoxW(nullptr, MessageOf(error).c_str(), kApplicationTitle,
+  MessageBoxW(nullptr, MessageOf(error), kApplicationTitle,
               MB_OK | MB_ICONERROR | MB_TASKMODAL | MB_SETFOREGROUND);
   // Only now: while the box stands this copy still holds its files.
   ReleaseInstance();

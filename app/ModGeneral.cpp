@@ -45,7 +45,8 @@ std::wstring ApplicationFolder() {
 
 bool ClaimInstance() {
   instanceMutex.Reset(CreateMutexW(nullptr, TRUE, kApplicationTitle));
-  if (GetLastError() != ERROR_ALREADY_EXISTS) return true;
+  // No handle means that the name is taken by a copy that this one may not even look at.
+  if (instanceMutex && GetLastError() != ERROR_ALREADY_EXISTS) return true;
   ReleaseInstance();
   return false;
 }
@@ -57,6 +58,8 @@ void ReleaseInstance() noexcept {
 }
 
 bool StartGdiplus() {
+  // A library that is not there would end the first delayed call with an exception of the system.
+  if (LoadLibraryW(L"gdiplus.dll") == nullptr) return false;
   const Gdiplus::GdiplusStartupInput input;
   return Gdiplus::GdiplusStartup(&gdiplusToken, &input, nullptr) == Gdiplus::Ok;
 }

@@ -6,7 +6,11 @@
 
 namespace tellurvane {
 
-// Read once at start-up. An on/off setting is on only when it is exactly 1.
+// An on/off setting is on only when it is exactly 1; switching it writes 1 or 0.
+constexpr bool IsOn(std::int32_t setting) { return setting == 1; }
+constexpr std::int32_t Switched(std::int32_t setting) { return IsOn(setting) ? 0 : 1; }
+
+// Read once at start-up.
 struct Settings {
   std::int32_t SavedVolume = 0;  // 0 to 100
   std::int32_t TimeForm = 0;     // the desktop clock is shown

@@ -23,6 +23,11 @@ enum class HalfOfDay { kNone, kMorning, kAfternoon };
 
 constexpr size_t kMostNumbers = 6;
 
+constexpr int kTaiwaneseYearOffset = 1911;
+
+// No schedule reaches back beyond it, and its years cannot be mistaken for another calendar's.
+constexpr int kFirstYear = 1000;
+
 struct DateTokens {
   std::array<NumberToken, kMostNumbers> numbers;
   size_t count = 0;
@@ -126,7 +131,8 @@ bool IsDateGap(Gap gap) { return gap == Gap::kDate || gap == Gap::kEither; }
 bool IsTimeGap(Gap gap) { return gap == Gap::kTime || gap == Gap::kEither; }
 
 int FullYear(const NumberToken& year, const DateFormat& format) {
-  if (year.digits <= 2) {
+  // A calendar that began later writes its first hundred years in full with two digits.
+  if (year.digits <= 2 && format.yearOffset <= 0) {
     const int century = format.twoDigitYearMax - format.twoDigitYearMax % 100;
     const int full = century + year.value;
     return full > format.twoDigitYearMax ? full - 100 : full;
@@ -146,6 +152,9 @@ bool ReadDateGroup(const NumberToken* numbers, const DateFormat& format, CivilDa
   }
   if (numbers[month].digits > 2 || numbers[day].digits > 2) return false;
   civil.year = FullYear(numbers[year], format);
+  // Whoever reads it, a year of three digits in front is one of the Taiwanese calendar: the user
+  // may have chosen another calendar since it was written.
+  if (numbers[0].digits == 3 && format.yearOffset <= 0) civil.year += kTaiwaneseYearOffset;
   civil.month = numbers[month].value;
   civil.day = numbers[day].value;
   return true;
@@ -209,11 +218,19 @@ std::optional<DateSerial> ParseDateText(std::wstring_view text, const DateFormat
   return std::nullopt;
 }
 
-DateReader::DateReader(DateFormat userFormat, SystemDateReader systemReader)
+DateReader::DateReader(std::optional<DateFormat> userFormat, SystemDateReader systemReader)
     : userFormat_(std::move(userFormat)), systemReader_(std::move(systemReader)) {}
 
 std::optional<DateSerial> DateReader::Read(std::wstring_view text) const {
-  if (const auto date = ParseDateText(text, userFormat_)) return date;
+  const auto date = ReadAny(text);
+  if (date && CivilFromSerial(*date).year < kFirstYear) return std::nullopt;
+  return date;
+}
+
+std::optional<DateSerial> DateReader::ReadAny(std::wstring_view text) const {
+  if (userFormat_) {
+    if (const auto date = ParseDateText(text, *userFormat_)) return date;
+  }
   if (systemReader_) {
     const auto date = systemReader_(text);
     if (date && IsDateSerial(*date)) return SerialFromSeconds(SecondsFromSerial(*date));
@@ -235,7 +252,9 @@ std::optional<DateSerial> DateReader::ReadAgreed(std::wstring_view text) const {
 
 std::optional<DateSerial> DateReader::ReadSerial(std::wstring_view text) const {
   std::wstring number(TrimBlanks(text));
-  std::replace(number.begin(), number.end(), userFormat_.decimalSeparator, L'.');
+  if (userFormat_) {
+    std::replace(number.begin(), number.end(), userFormat_->decimalSeparator, L'.');
+  }
   const auto serial = ParseNumber(number);
   if (!serial || !IsDateSerial(*serial)) return std::nullopt;
   return SerialFromSeconds(SecondsFromSerial(*serial));

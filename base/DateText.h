@@ -40,16 +40,19 @@ std::optional<DateSerial> ParseDateText(std::wstring_view text, const DateFormat
 // can read the text agree, and the serial number ("40588.5").
 class DateReader {
  public:
-  DateReader(DateFormat userFormat, SystemDateReader systemReader);
+  // Without a format the user's locale is left to the platform.
+  DateReader(std::optional<DateFormat> userFormat, SystemDateReader systemReader);
 
-  // Rounded to the whole second. Nothing when nobody can read it.
+  // Rounded to the whole second. Nothing when nobody can read it, or when it lies before the year
+  // 1000: years of three digits are taken for those of the Taiwanese calendar.
   std::optional<DateSerial> Read(std::wstring_view text) const;
 
  private:
+  std::optional<DateSerial> ReadAny(std::wstring_view text) const;
   std::optional<DateSerial> ReadAgreed(std::wstring_view text) const;
   std::optional<DateSerial> ReadSerial(std::wstring_view text) const;
 
-  DateFormat userFormat_;
+  std::optional<DateFormat> userFormat_;
   SystemDateReader systemReader_;
 };
 

@@ -4,6 +4,7 @@
 
 #include <oleauto.h>
 
+#include <algorithm>
 #include <cwchar>
 
 namespace tellurvane {
@@ -49,13 +50,28 @@ int YearOffset() {
   return 0;
 }
 
+// A calendar with months of its own, say, is not understood by its year alone. Then the platform
+// has to read what the platform wrote.
+bool ReadsWhatIsWritten(const DateFormat& format) {
+  for (const CivilDateTime& moment :
+       {CivilDateTime{2011, 2, 3, 0, 5, 9}, CivilDateTime{2024, 2, 29, 12, 34, 56},
+        CivilDateTime{2026, 12, 31, 23, 59, 59}}) {
+    const auto date = SerialFromCivil(moment);
+    if (ParseDateText(LocaleDateText(*date), format) != date) return false;
+  }
+  return true;
+}
+
 }  // namespace
 
 DateSerial Now() {
   SYSTEMTIME now = {};
   GetLocalTime(&now);
+  // A leap second is the last one of its minute.
+  const int second = std::min<int>(now.wSecond, 59);
   const auto serial =
-      SerialFromCivil({now.wYear, now.wMonth, now.wDay, now.wHour, now.wMinute, now.wSecond});
+      SerialFromCivil({now.wYear, now.wMonth, now.wDay, now.wHour, now.wMinute, second});
+  // Only a year beyond 9999 is refused.
   return serial.value_or(SerialFromSeconds(kLastSecond));
 }
 
@@ -98,6 +114,10 @@ std::optional<DateSerial> ReadSystemDate(std::wstring_view text) {
   return date;
 }
 
-DateReader UserDateReader() { return {UserDateFormat(), ReadSystemDate}; }
+DateReader UserDateReader() {
+  const DateFormat format = UserDateFormat();
+  if (ReadsWhatIsWritten(format)) return {format, ReadSystemDate};
+  return {std::nullopt, ReadSystemDate};
+}
 
 }  // namespace tellurvane

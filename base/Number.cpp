@@ -1,9 +1,9 @@
 #include "base/Number.h"
 
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
-#include <string>
 
 #include "base/Text.h"
 
@@ -90,8 +90,23 @@ std::optional<std::int32_t> ParseInteger(std::wstring_view text) {
   return static_cast<std::int32_t>(rounded);
 }
 
+// By hand: std::to_wstring goes through printf, and a save writes three numbers for each task.
+void AppendInteger(std::wstring& text, std::int32_t value) {
+  std::array<wchar_t, std::numeric_limits<std::int32_t>::digits10 + 2> buffer = {};
+  std::int64_t rest = value < 0 ? -std::int64_t{value} : value;
+  wchar_t* const end = buffer.data() + buffer.size();
+  wchar_t* first = end;
+  do {
+    *--first = static_cast<wchar_t>(L'0' + rest % 10);
+    rest /= 10;
+  } while (rest > 0);
+  if (value < 0) *--first = L'-';
+  text.append(first, end);
+}
+
 std::optional<bool> ParseBoolean(std::wstring_view text) {
   const std::wstring_view trimmed = TrimBlanks(text);
+  if (const auto plain = ParsePlainDigits(trimmed)) return *plain != 0;
   if (EqualsIgnoringAsciiCase(trimmed, L"true")) return true;
   if (EqualsIgnoringAsciiCase(trimmed, L"false")) return false;
   const auto number = ParseNumber(trimmed);

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace tellurvane {
@@ -15,6 +16,9 @@ std::optional<double> ParseNumber(std::wstring_view text);
 // The same rounded to a whole number (halves to even: "2.5" is 2, "3.5" is 4), or a hexadecimal
 // "&H10" or octal "&O17". Refused outside 32 bits.
 std::optional<std::int32_t> ParseInteger(std::wstring_view text);
+
+// Writes the number in decimal after the text so far.
+void AppendInteger(std::wstring& text, std::int32_t value);
 
 // "True" and "False" in any case; a number is true unless it is 0.
 std::optional<bool> ParseBoolean(std::wstring_view text);

@@ -31,6 +31,9 @@ bool RunCommand(const std::wstring& commandLine, PipeTest pipeTest) {
   UniqueKernelHandle readEnd;
   UniqueKernelHandle writeEnd;
   if (!CreatePipe(readEnd.Receive(), writeEnd.Receive(), &inheritable, 0)) return false;
+  // A child that inherited this end too would wait for ever as soon as it had filled the pipe:
+  // the pipe breaks only once nobody can read it.
+  if (!SetHandleInformation(readEnd.Get(), HANDLE_FLAG_INHERIT, 0)) return false;
 
   // Deliberately this way round: a pipe that takes the settings is not the one that we expect.
   if (!pipeTest(readEnd.Get())) return false;

@@ -4,6 +4,8 @@
 
 #include <commctrl.h>
 
+#include <utility>
+
 #include "base/FatalError.h"
 #include "base/LocaleDates.h"
 #include "cmd/ModCMD.h"
@@ -82,7 +84,12 @@ void FrmMain::Load() {
                   PixelsFromTwips(kWidthTwips), PixelsFromTwips(kHeightTwips), nullptr, nullptr,
                   GetModuleHandleW(nullptr), this);
   if (window_ == nullptr) throw FatalError(L"無法建立主視窗，程式無法繼續執行。");
-  if (general_.taskListFile.Load(general_.tasks)) FillRows();
+  ReloadTaskList();
+}
+
+void FrmMain::ReloadTaskList() {
+  (void)general_.taskListFile.Load(general_.tasks);
+  FillRows();
   runner_.SetTaskTimer(RowCount() > 0);
 }
 
@@ -139,6 +146,9 @@ void FrmMain::CreateControls() {
                           0, 0, 0, window_, idOf(kListId), instance, nullptr);
   exit_ = CreateWindowExW(0, WC_BUTTONW, L"離 開", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 0, 0, 0, 0,
                           window_, idOf(kExitId), instance, nullptr);
+  if (list_ == nullptr || exit_ == nullptr) {
+    throw FatalError(L"無法建立主視窗，程式無法繼續執行。");
+  }
   for (const HWND control : {list_, exit_}) {
     SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)),
                  TRUE);

@@ -49,6 +49,8 @@ class FrmMain : private TaskRows, private TaskTimer, private TaskPlayer {
   // False when the window stays.
   bool Form_Unload();
   void cmdExit_Click();
+  // Reads the list from the file again. The task timer runs while there is at least one task.
+  void ReloadTaskList();
   void FillRows();
   std::wstring RowText(size_t row) const;
   TaskActions Actions();

@@ -32,7 +32,7 @@ TaskListFile::TaskListFile(FileOperations& files, std::wstring path, TaskListDia
 bool TaskListFile::Load(TaskList& tasks) {
   tasks.clear();
   TaskListReading reading = Read();
-  backupOwed_ = backupOwed_ || reading.hasLoss;
+  backupOwed_ = reading.hasLoss;
   tasks = std::move(reading.tasks);
   // The caller learns whether there are tasks; a rewrite that fails is made up by the next save.
   (void)Save(tasks);
@@ -40,13 +40,18 @@ bool TaskListFile::Load(TaskList& tasks) {
 }
 
 bool TaskListFile::Save(std::span<const TaskRecord> tasks) {
-  if (backupOwed_) {
-    if (!KeepBackup()) return false;
-    backupOwed_ = false;
-  }
   const std::string bytes = TaskListBytes(tasks, dialect_.writeDate);
-  if (WriteBeside(bytes) && files_.MoveOver(temporaryPath_, path_)) return true;
+  // What the next load would refuse is not written: it would lose the whole list.
+  if (bytes.size() >= kTaskListSizeLimit) return false;
+  std::wstring backup;
+  if (backupOwed_ && !KeepBackup(backup)) return false;
+  if (WriteBeside(bytes) && files_.MoveOver(temporaryPath_, path_)) {
+    backupOwed_ = false;
+    return true;
+  }
   files_.Remove(temporaryPath_);
+  // The file still stands whole: a copy for each attempt would only pile up.
+  if (!backup.empty()) files_.Remove(backup);
   return false;
 }
 
@@ -63,9 +68,11 @@ TaskListReading TaskListFile::Read() {
   files_.CloseReading();
   if (!bytes) return {.tasks = {}, .hasLoss = true};
   if (bytes->empty()) return {};
-  const auto text = DecodeTaskListBytes(*bytes, dialect_.decodeAnsi);
-  if (!text) return {.tasks = {}, .hasLoss = true};
-  return ReadTaskListText(*text, dialect_.dateReader(), clock_());
+  const auto decoded = DecodeTaskListBytes(*bytes, dialect_.decodeAnsi);
+  if (!decoded) return {.tasks = {}, .hasLoss = true};
+  TaskListReading reading = ReadTaskListText(decoded->text, dialect_.dateReader(), clock_());
+  reading.hasLoss |= decoded->hasLoss;
+  return reading;
 }
 
 std::optional<std::string> TaskListFile::ReadBytes() {
@@ -82,12 +89,13 @@ std::optional<std::string> TaskListFile::ReadBytes() {
   return bytes;
 }
 
-bool TaskListFile::KeepBackup() {
+bool TaskListFile::KeepBackup(std::wstring& made) {
   const std::int64_t now = SecondsFromSerial(clock_());
   for (int i = 0; i < kBackupNames; ++i) {
     const std::wstring copy = path_ + L"." + BackupStamp(SerialFromSeconds(now + i)) + L".bak";
     const CopyOutcome outcome = files_.CopyToNew(path_, copy);
     if (outcome == CopyOutcome::kTargetExists) continue;
+    if (outcome == CopyOutcome::kCopied) made = copy;
     // A file that is gone by now has nothing left to keep.
     return outcome == CopyOutcome::kCopied || outcome == CopyOutcome::kSourceMissing;
   }

@@ -36,14 +36,16 @@ class TaskListFile {
   bool Load(TaskList& tasks);
 
   // Writes the whole list beside the file and moves it over the file, so that a reader or a
-  // killed process finds the old list or the new one. False when anything fails; then the old
-  // file stands and nothing is left beside it.
+  // killed process finds the old list or the new one. False when anything fails, or when the list
+  // has grown to the size that is not read; then the old file stands and nothing is left beside
+  // it.
   bool Save(std::span<const TaskRecord> tasks);
 
  private:
   TaskListReading Read();
   std::optional<std::string> ReadBytes();
-  bool KeepBackup();
+  // Names the copy that was made; none where there was nothing to copy.
+  bool KeepBackup(std::wstring& made);
   bool WriteBeside(std::string_view bytes);
   bool WriteAndFlush(std::string_view bytes);
 

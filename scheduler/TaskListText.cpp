@@ -1,8 +1,10 @@
 #include "scheduler/TaskListText.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 
+#include "base/JoinedDates.h"
 #include "base/Number.h"
 #include "base/Text.h"
 #include "scheduler/Schedule.h"
@@ -40,10 +42,10 @@ std::wstring DecodeUtf16(std::string_view bytes) {
   return text;
 }
 
-std::string EncodeUtf16(std::wstring_view text) {
-  std::string bytes(kMark.size() + text.size() * 2, '\0');
-  kMark.copy(bytes.data(), kMark.size());
-  char* out = bytes.data() + kMark.size();
+void AppendUtf16(std::string& bytes, std::wstring_view text) {
+  const size_t start = bytes.size();
+  bytes.resize(start + text.size() * 2);
+  char* out = bytes.data() + start;
   if constexpr (sizeof(wchar_t) == 2) {
     std::memcpy(out, text.data(), text.size() * 2);
   } else {
@@ -52,7 +54,6 @@ std::string EncodeUtf16(std::wstring_view text) {
       *out++ = static_cast<char>((unit >> 8) & 0xFF);
     }
   }
-  return bytes;
 }
 
 // Takes the next line off the front; a last line without its end counts.
@@ -126,46 +127,62 @@ bool ReadTask(std::wstring_view line, const DateReader& dates, DateSerial now,
 
 void AppendFieldText(std::wstring& text, std::wstring_view field) {
   const std::wstring_view trimmed = TrimBlanks(field);
-  if (trimmed.find_first_of(L"\t\r\n") == std::wstring_view::npos) {
+  const auto mayBreakLine = [](wchar_t unit) {
+    return unit == L'\t' || unit == L'\r' || unit == L'\n';
+  };
+  if (std::none_of(trimmed.begin(), trimmed.end(), mayBreakLine)) {
     text += trimmed;
     return;
   }
+  std::wstring inOneLine;
   for (size_t i = 0; i < trimmed.size(); ++i) {
     const bool isLineEnd = trimmed.substr(i, kLineEnd.size()) == kLineEnd;
-    text += isLineEnd || trimmed[i] == L'\t' ? L' ' : trimmed[i];
+    inOneLine += isLineEnd || trimmed[i] == L'\t' ? L' ' : trimmed[i];
     if (isLineEnd) ++i;
   }
+  // A separator at an end has become a blank there.
+  text += TrimBlanks(inOneLine);
 }
 
-void AppendDate(std::wstring& text, DateSerial date, const DateWriter& writeDate) {
-  writeDate(text, IsDateSerial(date) ? date : 0);
+void AppendDate(std::wstring& text, DateSerial date, JoinedDates& dates) {
+  dates.Append(text, IsDateSerial(date) ? date : 0);
 }
 
-void AppendTask(std::wstring& text, const TaskRecord& task, const DateWriter& writeDate) {
-  text += std::to_wstring(task.IntervalUnit);
+void AppendTask(std::wstring& text, const TaskRecord& task, JoinedDates& dates) {
+  AppendInteger(text, task.IntervalUnit);
   text += L'|';
-  text += std::to_wstring(task.Interval);
+  AppendInteger(text, task.Interval);
   text += task.Enabled ? L"|1|" : L"|0|";
-  text += std::to_wstring(task.MediaType);
+  AppendInteger(text, task.MediaType);
   text += L'\t';
   AppendFieldText(text, task.Name);
   text += L'\t';
   AppendFieldText(text, task.Source);
   text += L'\t';
-  AppendDate(text, task.LastRun, writeDate);
+  AppendDate(text, task.LastRun, dates);
   text += L'\t';
-  AppendDate(text, task.NextRun, writeDate);
+  AppendDate(text, task.NextRun, dates);
   text += kLineEnd;
+}
+
+// Bytes enough for nearly every list, so that the text seldom has to be moved while it grows.
+size_t LikelySize(std::span<const TaskRecord> tasks) {
+  constexpr size_t kLikelyUnits = 60;  // the numbers, the dates and the separators of a line
+  size_t units = 1;
+  for (const TaskRecord& task : tasks) {
+    units += task.Name.size() + task.Source.size() + kLikelyUnits;
+  }
+  return units * 2;
 }
 
 }  // namespace
 
-std::optional<std::wstring> DecodeTaskListBytes(std::string_view bytes,
-                                                const AnsiDecoder& decodeAnsi) {
+std::optional<DecodedText> DecodeTaskListBytes(std::string_view bytes,
+                                               const AnsiDecoder& decodeAnsi) {
   if (!bytes.starts_with(kMark)) return decodeAnsi(bytes);
   bytes.remove_prefix(kMark.size());
   if (bytes.size() % 2 != 0) return std::nullopt;
-  return DecodeUtf16(bytes);
+  return DecodedText{DecodeUtf16(bytes)};
 }
 
 TaskListReading ReadTaskListText(std::wstring_view text, const DateReader& dates, DateSerial now) {
@@ -183,11 +200,20 @@ TaskListReading ReadTaskListText(std::wstring_view text, const DateReader& dates
 }
 
 std::string TaskListBytes(std::span<const TaskRecord> tasks, const DateWriter& writeDate) {
-  std::wstring text;
+  std::string bytes;
+  bytes.reserve(LikelySize(tasks));
+  bytes += kMark;
+  // The platform takes longer over the two dates of a task than all the rest does.
+  JoinedDates dates(writeDate);
+  // One line at a time: the whole list as wide text would be as large once more.
+  std::wstring line;
   for (const TaskRecord& task : tasks) {
-    if (!task.Deleted) AppendTask(text, task, writeDate);
+    if (task.Deleted) continue;
+    line.clear();
+    AppendTask(line, task, dates);
+    AppendUtf16(bytes, line);
   }
-  return EncodeUtf16(text);
+  return bytes;
 }
 
 }  // namespace tellurvane

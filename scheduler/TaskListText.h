@@ -10,18 +10,31 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "base/DateText.h"
 #include "scheduler/TaskRecord.h"
 
 namespace tellurvane {
 
+struct DecodedText {
+  // Implicit: text is what it is, unless something was lost.
+  DecodedText(std::wstring decoded, bool isLossy = false)
+      : text(std::move(decoded)), hasLoss(isLossy) {}
+
+  std::wstring text;
+  // Whether the bytes may have said something that the text does not.
+  bool hasLoss;
+
+  bool operator==(const DecodedText&) const = default;
+};
+
 // Turns bytes in the user's ANSI code page into UTF-16.
-using AnsiDecoder = std::function<std::wstring(std::string_view bytes)>;
+using AnsiDecoder = std::function<DecodedText(std::string_view bytes)>;
 
 // UTF-16 after the mark FF FE, ANSI without it. Nothing when UTF-16 ends in half a unit.
-std::optional<std::wstring> DecodeTaskListBytes(std::string_view bytes,
-                                                const AnsiDecoder& decodeAnsi);
+std::optional<DecodedText> DecodeTaskListBytes(std::string_view bytes,
+                                               const AnsiDecoder& decodeAnsi);
 
 struct TaskListReading {
   TaskList tasks;

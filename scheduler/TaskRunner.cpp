@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <limits>
 #include <utility>
 
 #include "scheduler/Schedule.h"
@@ -12,6 +13,7 @@ namespace {
 constexpr unsigned kIdleMilliseconds = 30'000;
 constexpr unsigned kSoonMilliseconds = 2'000;
 constexpr std::int64_t kNothingSoon = 999;  // minutes
+constexpr DateSerial kNever = std::numeric_limits<DateSerial>::infinity();
 
 // A step that fails is passed over: a player that refuses a source, say, does not keep the run
 // from being recorded.
@@ -47,16 +49,10 @@ void TaskRunner::Tick() {
   isBusy_ = true;
   timer_.SetEnabled(false);
 
-  size_t runs = 0;
-  std::int64_t soonest = kNothingSoon;
-  for (size_t row = 0; row < std::min(rows_.RowCount(), tasks_.size()); ++row) {
-    if (RunRow(row)) ++runs;
-    soonest = std::min(soonest, MinutesBetween(clock_(), tasks_[row].NextRun));
-  }
-
+  const Sweep sweep = SweepRows();
   // Deliberately without lasting effect: switching the timer on below sets its one interval.
-  timer_.SetInterval(soonest > 1 ? kIdleMilliseconds : kSoonMilliseconds);
-  if (runs > 0) {
+  timer_.SetInterval(sweep.soonest > 1 ? kIdleMilliseconds : kSoonMilliseconds);
+  if (sweep.runs > 0) {
     EnableRows();
     isBusy_ = false;
     actions_.processPendingMessages();
@@ -65,17 +61,42 @@ void TaskRunner::Tick() {
   SetTaskTimer(true);
 }
 
-// True when the row's task was started.
-bool TaskRunner::RunRow(size_t row) {
-  if (!IsDue(tasks_[row], clock_())) return false;
+TaskRunner::Sweep TaskRunner::SweepRows() {
+  Sweep sweep{.runs = 0, .soonest = kNothingSoon};
+  // Both are asked anew only after a run, which takes its time and may change the list: asking for
+  // each row would be most of what an idle tick costs.
+  DateSerial now = clock_();
+  size_t rowCount = RowCount();
+  DateSerial earliest = kNever;  // of the next runs seen at this moment
+  for (size_t row = 0; row < rowCount; ++row) {
+    if (IsDue(tasks_[row], now)) {
+      if (RunRow(row, now)) ++sweep.runs;
+      now = clock_();
+      rowCount = RowCount();
+      if (row >= rowCount) break;
+      earliest = kNever;
+    }
+    // Minutes are reckoned only for a task that can be the soonest; for every row they would be
+    // most of the rest.
+    if (!IsEarlier(tasks_[row].NextRun, earliest)) continue;
+    earliest = tasks_[row].NextRun;
+    sweep.soonest = std::min(sweep.soonest, MinutesBetween(now, earliest));
+  }
+  return sweep;
+}
+
+size_t TaskRunner::RowCount() const { return std::min(rows_.RowCount(), tasks_.size()); }
+
+// True when the row's task, which is due, was started.
+bool TaskRunner::RunRow(size_t row, DateSerial now) {
   const bool runs = tasks_[row].Enabled;
   if (runs) {
     rows_.EnableArea(false);
     rows_.SetRedraw(false);
     rows_.SelectRow(row);
-    Execute(tasks_[row]);
+    Execute(row);
   } else {
-    tasks_[row].NextRun = CaughtUpNextRun(tasks_[row], clock_(), CatchUp::kInclusive);
+    tasks_[row].NextRun = CaughtUpNextRun(tasks_[row], now, CatchUp::kInclusive);
   }
   rows_.RefreshRow(row);
   return runs;
@@ -86,12 +107,41 @@ void TaskRunner::EnableRows() {
   rows_.EnableArea(true);
 }
 
-void TaskRunner::Execute(TaskRecord& task) {
+void TaskRunner::Execute(size_t row) {
   Attempt([&] { player_.StopPlayback(); });
-  task.RunStarted = clock_();
-  Start(task);
-  task.LastRun = clock_();
-  task.NextRun = CaughtUpNextRun(task, clock_(), CatchUp::kInclusive);
+  tasks_[row].RunStarted = clock_();
+  // A copy: a player that waits for its media lets messages through, and the list may be another
+  // one when it is done.
+  const TaskRecord started = tasks_[row];
+  Start(started);
+  if (row < tasks_.size() && tasks_[row].Name == started.Name) {
+    TaskRecord& task = tasks_[row];
+    task.LastRun = clock_();
+    task.NextRun = CaughtUpNextRun(task, clock_(), CatchUp::kInclusive);
+  }
+  Attempt([&] { actions_.saveList(); });
+}
+
+void TaskRunner::RunNow(std::optional<size_t> row) {
+  if (isBusy_) {
+    actions_.processPendingMessages();
+    return;
+  }
+  if (!HasTask(row)) return;
+  SetTaskTimer(false);
+  isBusy_ = true;
+  rows_.EnableArea(false);
+  Execute(*row);
+  rows_.RefreshRow(*row);
+  isBusy_ = false;
+  rows_.EnableArea(true);
+  SetTaskTimer(true);
+}
+
+void TaskRunner::SwitchEnabled(std::optional<size_t> row) {
+  if (!HasTask(row)) return;
+  tasks_[*row].Enabled = !tasks_[*row].Enabled;
+  rows_.RefreshRow(*row);
   Attempt([&] { actions_.saveList(); });
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "base/DateText.h"
@@ -68,7 +69,12 @@ class TaskRunner {
   // Starts one task at once, records the run and saves the list. A step that fails is passed
   // over, and the run is recorded all the same. A task without a schedule runs, and keeps its
   // next run.
-  void Execute(TaskRecord& task);
+  void Execute(size_t row);
+
+  // What the user asks for. Without a row that has a task nothing happens. A run that is asked
+  // for while the runner is busy only lets pending messages be handled.
+  void RunNow(std::optional<size_t> row);
+  void SwitchEnabled(std::optional<size_t> row);
 
   // Switches the task timer on, at its one interval, or off.
   void SetTaskTimer(bool enable);
@@ -77,7 +83,17 @@ class TaskRunner {
   bool IsBusy() const { return isBusy_; }
 
  private:
-  bool RunRow(size_t row);
+  struct Sweep {
+    size_t runs = 0;
+    std::int64_t soonest = 0;  // minutes until the next task
+  };
+
+  // Visits every row once.
+  Sweep SweepRows();
+  // The rows that have a task.
+  size_t RowCount() const;
+  bool RunRow(size_t row, DateSerial now);
+  bool HasTask(std::optional<size_t> row) const { return row && *row < RowCount(); }
   void Start(const TaskRecord& task);
   void StartPlaying(const std::wstring& source);
   void EnableRows();

@@ -24,16 +24,22 @@ bool IsHeldByOthers(DWORD error) {
 // Calls until it succeeds, fails for another reason than somebody else's hold, or time is up.
 // The last error is that of the last call.
 template <typename Call>
-bool RetryWhileHeld(Call call) {
+bool RetryWhileHeld(int attempts, Call call) {
   for (int attempt = 1; !call(); ++attempt) {
-    if (attempt == kAttempts || !IsHeldByOthers(GetLastError())) return false;
+    if (attempt >= attempts || !IsHeldByOthers(GetLastError())) return false;
     Sleep(kRetryMilliseconds);
   }
   return true;
 }
 
-bool IsMissing(DWORD error) {
-  return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
+// Nothing when the bytes are no text of the code page.
+std::optional<std::wstring> Decode(UINT codePage, DWORD flags, std::string_view bytes) {
+  const int size = static_cast<int>(bytes.size());
+  const int length = MultiByteToWideChar(codePage, flags, bytes.data(), size, nullptr, 0);
+  if (length <= 0) return std::nullopt;
+  std::wstring text(static_cast<size_t>(length), L'\0');
+  MultiByteToWideChar(codePage, flags, bytes.data(), size, text.data(), length);
+  return text;
 }
 
 DWORD Limited(size_t size) {
@@ -44,12 +50,13 @@ DWORD Limited(size_t size) {
 }  // namespace
 
 OpenOutcome Win32FileOperations::OpenForReading(const std::wstring& path) {
-  const bool opened = RetryWhileHeld([&] {
+  const bool opened = RetryWhileHeld(kAttempts, [&] {
     reading_ = OpenFile(path, GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING);
     return static_cast<bool>(reading_);
   });
   if (opened) return OpenOutcome::kOpened;
-  return IsMissing(GetLastError()) ? OpenOutcome::kMissing : OpenOutcome::kRefused;
+  // A path that is gone is no missing list: the share or the disk may come back, with the list.
+  return GetLastError() == ERROR_FILE_NOT_FOUND ? OpenOutcome::kMissing : OpenOutcome::kRefused;
 }
 
 std::optional<std::uint64_t> Win32FileOperations::SizeOfReading() {
@@ -87,17 +94,25 @@ bool Win32FileOperations::CloseWriting() {
 }
 
 bool Win32FileOperations::MoveOver(const std::wstring& from, const std::wstring& to) {
-  return RetryWhileHeld([&] {
+  // Who held the file through one whole wait is not waited for again: many tasks may be due at
+  // once.
+  const bool moved = RetryWhileHeld(wasHeld_ ? 1 : kAttempts, [&] {
     return MoveFileExW(from.c_str(), to.c_str(),
                        MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
   });
+  wasHeld_ = !moved;
+  return moved;
 }
 
 CopyOutcome Win32FileOperations::CopyToNew(const std::wstring& from, const std::wstring& to) {
   if (GetFileAttributesW(to.c_str()) != INVALID_FILE_ATTRIBUTES) return CopyOutcome::kTargetExists;
   if (!CopyFileW(from.c_str(), to.c_str(), TRUE)) {
     const DWORD error = GetLastError();
-    if (IsMissing(error)) return CopyOutcome::kSourceMissing;
+    // The same errors stand for a target whose path is too long; then there is much to lose.
+    const bool isNotFound = error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
+    if (isNotFound && GetFileAttributesW(from.c_str()) == INVALID_FILE_ATTRIBUTES) {
+      return CopyOutcome::kSourceMissing;
+    }
     if (error == ERROR_FILE_EXISTS) return CopyOutcome::kTargetExists;
     DeleteFileW(to.c_str());
     return CopyOutcome::kFailed;
@@ -111,13 +126,22 @@ CopyOutcome Win32FileOperations::CopyToNew(const std::wstring& from, const std::
 
 void Win32FileOperations::Remove(const std::wstring& path) { DeleteFileW(path.c_str()); }
 
-std::wstring DecodeAnsi(std::string_view bytes) {
-  const int size = static_cast<int>(bytes.size());
-  const int length = MultiByteToWideChar(CP_ACP, 0, bytes.data(), size, nullptr, 0);
-  if (length <= 0) return {};
-  std::wstring text(static_cast<size_t>(length), L'\0');
-  MultiByteToWideChar(CP_ACP, 0, bytes.data(), size, text.data(), length);
-  return text;
+DecodedText DecodeAnsi(std::string_view bytes) {
+  // Some editors mark UTF-8; in no code page does a list begin like this.
+  constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+  const bool isMarked = bytes.starts_with(kUtf8Mark);
+  if (isMarked) bytes.remove_prefix(kUtf8Mark.size());
+  const auto isAscii = [](char byte) { return static_cast<unsigned char>(byte) < 0x80; };
+  const bool isPlain = std::all_of(bytes.begin(), bytes.end(), isAscii);
+  if (isPlain) return {std::wstring(bytes.begin(), bytes.end())};
+
+  auto utf8 = Decode(CP_UTF8, MB_ERR_INVALID_CHARS, bytes);
+  if (isMarked && utf8) return {*std::move(utf8)};
+  if (auto ansi = Decode(CP_ACP, MB_ERR_INVALID_CHARS, bytes)) {
+    return {*std::move(ansi), utf8.has_value()};
+  }
+  if (utf8) return {*std::move(utf8)};
+  return {Decode(CP_ACP, 0, bytes).value_or(L""), true};
 }
 
 }  // namespace tellurvane

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "scheduler/FileOperations.h"
+#include "scheduler/TaskListText.h"
 #include "ui/Handle.h"
 
 namespace tellurvane {
@@ -25,9 +26,12 @@ class Win32FileOperations : public FileOperations {
  private:
   UniqueKernelHandle reading_;
   UniqueKernelHandle writing_;
+  bool wasHeld_ = false;  // the last move was in vain
 };
 
-// Decodes bytes in the user's ANSI code page.
-std::wstring DecodeAnsi(std::string_view bytes);
+// Decodes bytes in the user's ANSI code page. Bytes that are none of its text but are UTF-8, as
+// today's editors write it, are read as that. A loss is told where they are neither, and where
+// they could be both.
+DecodedText DecodeAnsi(std::string_view bytes);
 
 }  // namespace tellurvane

@@ -1,0 +1,177 @@
+#include "app/SettingsFile.h"
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+
+#include "base/FatalError.h"
+#include "tests/app/TemporaryFolder.h"
+
+namespace tellurvane {
+namespace {
+
+constexpr const wchar_t* kNumericKeys[] = {L"SavedVolume", L"TimeForm", L"SongLoop", L"StartPlay"};
+
+class SettingsFileTest : public testing::Test {
+ protected:
+  // The six keys with sound values, one of them replaced as a whole line.
+  static std::wstring TextWith(const std::wstring& key, const std::wstring& line) {
+    std::wstring text = L"[Setting]\r\n";
+    for (const wchar_t* numeric : kNumericKeys) {
+      text += numeric == key ? line : numeric + std::wstring(L"=1\r\n");
+    }
+    text += L"FilesPath" == key ? line : L"FilesPath=C:\\Music\\\r\n";
+    text += L"HinetUrl" == key ? line : L"HinetUrl=mms://host/RA\r\n";
+    return text;
+  }
+
+  void Put(const std::wstring& text) const { WriteBytes(path_, Utf16Bytes(text)); }
+  void PutLine(const std::wstring& key, const std::wstring& line) const {
+    Put(TextWith(key, line + L"\r\n"));
+  }
+
+  // What the fatal error says; empty when there is none.
+  std::wstring FatalMessage() const {
+    try {
+      (void)file_.ReadAll();
+    } catch (const FatalError& error) {
+      return error.Message();
+    }
+    return L"";
+  }
+
+  TemporaryFolder folder_;
+  const std::wstring path_ = folder_.File(L"Setting.ini");
+  const SettingsFile file_{path_};
+};
+
+TEST_F(SettingsFileTest, ReadsTheSixKeys) {
+  Put(L"[Setting]\r\nSavedVolume=75\r\nTimeForm=1\r\nSongLoop=0\r\nStartPlay=2\r\n"
+      L"FilesPath=D:\\音樂\\\r\nHinetUrl=mms://host/RA\r\n");
+  const Settings settings = file_.ReadAll();
+  EXPECT_EQ(settings.SavedVolume, 75);
+  EXPECT_EQ(settings.TimeForm, 1);
+  EXPECT_EQ(settings.SongLoop, 0);
+  EXPECT_EQ(settings.StartPlay, 2);
+  EXPECT_EQ(settings.FilesPath, L"D:\\音樂\\");
+  EXPECT_EQ(settings.HinetUrl, L"mms://host/RA");
+}
+
+TEST_F(SettingsFileTest, CutsAValueAt127Units) {
+  std::wstring digits;
+  while (digits.size() < 130) digits += std::to_wstring(digits.size() % 10);
+  for (const size_t length : {126U, 127U, 128U, 130U}) {
+    PutLine(L"FilesPath", L"FilesPath=" + digits.substr(0, length));
+    EXPECT_EQ(file_.ReadAll().FilesPath, digits.substr(0, std::min<size_t>(length, 127))) << length;
+  }
+}
+
+TEST_F(SettingsFileTest, OnIsExactlyOneSoTwoStaysTwo) {
+  PutLine(L"SongLoop", L"SongLoop=2");
+  EXPECT_EQ(file_.ReadAll().SongLoop, 2);
+  PutLine(L"SongLoop", L"SongLoop= 1 ");
+  EXPECT_EQ(file_.ReadAll().SongLoop, 1);
+}
+
+// The platform strips the blanks round an unquoted value before we see it, and takes one pair of
+// quotes off; within them it keeps the blanks, and so do we.
+TEST_F(SettingsFileTest, KeepsTheBlanksThatThePlatformHandsOver) {
+  const struct {
+    const wchar_t* line;
+    const wchar_t* expected;
+  } rows[] = {
+      {L"FilesPath=abc   ", L"abc"},          {L"FilesPath=   abc", L"abc"},
+      {L"FilesPath=\"abc   \"", L"abc   "},   {L"FilesPath='abc   '", L"abc   "},
+      {L"FilesPath=\"   abc\"", L"   abc"},   {L"FilesPath=\"   \"", L"   "},
+      {L"FilesPath=a b  c", L"a b  c"},       {L"FilesPath=\"\"", L""},
+      {L"FilesPath=abc\x3000", L"abc\x3000"},  // an ideographic space is no blank
+  };
+  for (const auto& row : rows) {
+    PutLine(L"FilesPath", row.line);
+    EXPECT_EQ(file_.Read(L"FilesPath"), row.expected);
+  }
+}
+
+TEST_F(SettingsFileTest, WhatIsMissingReadsEmpty) {
+  EXPECT_EQ(file_.Read(L"FilesPath"), L"") << "no file";
+  Put(L"[Other]\r\nFilesPath=abc\r\n");
+  EXPECT_EQ(file_.Read(L"FilesPath"), L"") << "no section";
+  Put(L"[Setting]\r\nSongLoop=1\r\n");
+  EXPECT_EQ(file_.Read(L"FilesPath"), L"") << "no key";
+  EXPECT_EQ(SettingsFile(folder_.File(L"nowhere\\Setting.ini")).Read(L"FilesPath"), L"")
+      << "no folder";
+}
+
+TEST_F(SettingsFileTest, ANumericKeyThatIsNoNumberIsFatalAndNamed) {
+  const std::function<std::wstring(const std::wstring&)> lines[] = {
+      [](const std::wstring&) { return L""; },
+      [](const std::wstring& key) { return key + L"=\r\n"; },
+      [](const std::wstring& key) { return key + L"=   \r\n"; },
+      [](const std::wstring& key) { return key + L"=abc\r\n"; },
+      [](const std::wstring& key) { return key + L"=1x\r\n"; },
+      [](const std::wstring& key) { return key + L"=2147483648\r\n"; },
+      [](const std::wstring& key) { return key + L"=-2147483649\r\n"; },
+  };
+  for (const std::wstring key : kNumericKeys) {
+    for (const auto& line : lines) {
+      Put(TextWith(key, line(key)));
+      const std::wstring message = FatalMessage();
+      const std::wstring written = line(key);
+      const std::string shown(written.begin(), written.end());
+      EXPECT_NE(message.find(L"「" + key + L"」"), std::wstring::npos) << shown;
+      EXPECT_NE(message.find(L"設定檔"), std::wstring::npos) << shown;
+      EXPECT_NE(message.find(path_), std::wstring::npos) << shown;
+    }
+    PutLine(key, key + L"=-2147483648");
+    EXPECT_EQ(FatalMessage(), L"");
+  }
+}
+
+TEST_F(SettingsFileTest, TheFirstUnsoundKeyIsTheOneThatIsNamed) {
+  EXPECT_NE(FatalMessage().find(L"「SavedVolume」"), std::wstring::npos) << "no file at all";
+  Put(L"[Setting]\r\nSavedVolume=50\r\nTimeForm=1\r\nSongLoop=\r\nStartPlay=\r\n");
+  EXPECT_NE(FatalMessage().find(L"「SongLoop」"), std::wstring::npos);
+}
+
+TEST_F(SettingsFileTest, TheTwoTextsMayBeMissing) {
+  Put(L"[Setting]\r\nSavedVolume=50\r\nTimeForm=1\r\nSongLoop=0\r\nStartPlay=0\r\n");
+  const Settings settings = file_.ReadAll();
+  EXPECT_EQ(settings.FilesPath, L"");
+  EXPECT_EQ(settings.HinetUrl, L"");
+}
+
+TEST_F(SettingsFileTest, WhatIsWrittenIsReadBack) {
+  Put(TextWith(L"", L""));
+  EXPECT_TRUE(file_.Write(L"SavedVolume", 100));
+  EXPECT_TRUE(file_.Write(L"SongLoop", -1));
+  EXPECT_TRUE(file_.Write(L"FilesPath", L"C:\\Program Files\\a=b;c\\"));
+  EXPECT_TRUE(file_.Write(L"Genre", L"a key that was not there"));
+  const Settings settings = file_.ReadAll();
+  EXPECT_EQ(settings.SavedVolume, 100);
+  EXPECT_EQ(settings.SongLoop, -1);
+  EXPECT_EQ(settings.FilesPath, L"C:\\Program Files\\a=b;c\\");
+  EXPECT_EQ(settings.TimeForm, 1) << "the other keys stay";
+  EXPECT_EQ(file_.Read(L"Genre"), L"a key that was not there");
+}
+
+TEST_F(SettingsFileTest, AUtf16FileKeepsEveryCharacter) {
+  // In no code page at once: Chinese, Korean, a snowman, a surrogate pair.
+  const std::wstring everything = L"音樂\xD55C\x2603\xD83C\xDFB5";
+  Put(TextWith(L"", L""));
+  EXPECT_TRUE(file_.Write(L"FilesPath", everything));
+  EXPECT_EQ(file_.Read(L"FilesPath"), everything);
+  const std::string bytes = ReadBytes(path_);
+  EXPECT_EQ(bytes.substr(0, 2), "\xFF\xFE");
+  EXPECT_NE(bytes.find(Utf16Bytes(everything).substr(2)), std::string::npos);
+}
+
+TEST_F(SettingsFileTest, WritingIntoAMissingFolderIsFalseAndMakesNothing) {
+  EXPECT_FALSE(SettingsFile(folder_.File(L"nowhere\\Setting.ini")).Write(L"SongLoop", 1));
+  EXPECT_EQ(folder_.Count(), 0U);
+}
+
+}  // namespace
+}  // namespace tellurvane

@@ -1,0 +1,165 @@
+#include "base/DateSerial.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cmath>
+#include <limits>
+
+#include "tests/support/Moments.h"
+
+namespace tellurvane {
+namespace {
+
+constexpr int kDays = 2'958'465 + 657'434 + 1;  // 1 January 100 to 31 December 9999
+
+// The standard library's calendar, day by day, each with another time of day.
+CivilDateTime CivilOf(std::chrono::sys_days day, int secondOfDay) {
+  const std::chrono::year_month_day date(day);
+  return {static_cast<int>(date.year()),
+          static_cast<int>(static_cast<unsigned>(date.month())),
+          static_cast<int>(static_cast<unsigned>(date.day())),
+          secondOfDay / 3'600,
+          secondOfDay / 60 % 60,
+          secondOfDay % 60};
+}
+
+TEST(DateSerialTest, KeepsEveryDayThereIs) {
+  using namespace std::chrono;
+  const sys_days first = year(100) / January / 1;
+  ASSERT_EQ((sys_days(year(9999) / December / 31) - first).count() + 1, kDays);
+  for (int i = 0; i < kDays; ++i) {
+    const int secondOfDay = static_cast<int>((std::int64_t{i} * 7'919) % kSecondsPerDay);
+    const CivilDateTime civil = CivilOf(first + days(i), secondOfDay);
+    const std::int64_t seconds = kFirstSecond + i * kSecondsPerDay + secondOfDay;
+    const auto serial = SerialFromCivil(civil);
+    const bool isKept = serial && CivilFromSerial(*serial) == civil && IsDateSerial(*serial) &&
+                        SecondsFromSerial(*serial) == seconds &&
+                        SerialFromSeconds(seconds) == *serial;
+    ASSERT_TRUE(isKept) << civil.year << '-' << civil.month << '-' << civil.day;
+  }
+}
+
+TEST(DateSerialTest, KeepsEverySecondOfADay) {
+  for (const int day : {-657'434, -1, 0, 1, 40'588, 2'958'465}) {
+    for (int second = 0; second < kSecondsPerDay; ++second) {
+      const std::int64_t seconds = day * kSecondsPerDay + second;
+      const DateSerial serial = SerialFromSeconds(seconds);
+      ASSERT_EQ(SecondsFromSerial(serial), seconds);
+      ASSERT_EQ(std::trunc(serial), day);
+    }
+  }
+}
+
+TEST(DateSerialTest, CountsDaysSinceThirtyDecember1899) {
+  const struct {
+    CivilDateTime civil;
+    DateSerial serial;
+  } rows[] = {
+      {{1899, 12, 30, 0, 0, 0}, 0},
+      {{1899, 12, 30, 12, 0, 0}, 0.5},
+      {{1899, 12, 31, 6, 0, 0}, 1.25},
+      {{1900, 2, 28, 0, 0, 0}, 60},
+      {{1970, 1, 1, 0, 0, 0}, 25'569},
+      {{2011, 2, 14, 12, 0, 0}, 40'588.5},
+      {{9999, 12, 31, 0, 0, 0}, 2'958'465},
+      // Before the zero day the time of day counts away from it.
+      {{1899, 12, 29, 0, 0, 0}, -1},
+      {{1899, 12, 29, 12, 0, 0}, -1.5},
+      {{1899, 12, 29, 18, 0, 0}, -1.75},
+      {{1899, 12, 28, 6, 0, 0}, -2.25},
+      {{100, 1, 1, 0, 0, 0}, -657'434},
+      {{100, 1, 1, 18, 0, 0}, -657'434.75},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(SerialFromCivil(row.civil), row.serial) << row.serial;
+    EXPECT_EQ(CivilFromSerial(row.serial), row.civil) << row.serial;
+  }
+}
+
+TEST(DateSerialTest, RefusesDatesThatDoNotExist) {
+  const struct {
+    CivilDateTime civil;
+    bool exists;
+  } rows[] = {
+      {{2000, 2, 29}, true},           {{1900, 2, 29}, false},
+      {{2100, 2, 29}, false},          {{2024, 2, 29}, true},
+      {{2023, 2, 29}, false},          {{2024, 2, 30}, false},
+      {{2011, 4, 30}, true},           {{2011, 4, 31}, false},
+      {{2011, 6, 31}, false},          {{2011, 9, 31}, false},
+      {{2011, 11, 31}, false},         {{2011, 1, 32}, false},
+      {{2011, 12, 31}, true},          {{2011, 0, 1}, false},
+      {{2011, 13, 1}, false},          {{2011, 1, 0}, false},
+      {{99, 12, 31}, false},           {{100, 1, 1}, true},
+      {{10'000, 1, 1}, false},         {{2011, 1, 1, 23, 59, 59}, true},
+      {{2011, 1, 1, 24}, false},       {{2011, 1, 1, -1}, false},
+      {{2011, 1, 1, 0, 60}, false},    {{2011, 1, 1, 0, -1}, false},
+      {{2011, 1, 1, 0, 0, 60}, false}, {{2011, 1, 1, 0, 0, -1}, false},
+  };
+  for (const auto& row : rows) {
+    const CivilDateTime& at = row.civil;
+    EXPECT_EQ(SerialFromCivil(at).has_value(), row.exists)
+        << at.year << '-' << at.month << '-' << at.day << ' ' << at.hour << ':' << at.minute;
+  }
+}
+
+TEST(DateSerialTest, RoundsToTheNearestSecond) {
+  constexpr double kMillisecond = 1.0 / 86'400'000;
+  EXPECT_EQ(CivilFromSerial(40'588.5 + 499 * kMillisecond).second, 0);
+  EXPECT_EQ(CivilFromSerial(40'588.5 + 501 * kMillisecond).second, 1);
+  EXPECT_EQ(CivilFromSerial(-1.5 - 501 * kMillisecond).second, 1);
+  // The last half second of a day is the next day.
+  EXPECT_EQ(CivilFromSerial(40'589 - 400 * kMillisecond), (CivilDateTime{2011, 2, 15}));
+  EXPECT_EQ(CivilFromSerial(-1 - (1 - 400 * kMillisecond)), (CivilDateTime{1899, 12, 30}));
+}
+
+TEST(IsDateSerialTest, EndsWithTheYears100And9999) {
+  constexpr double kInfinity = std::numeric_limits<double>::infinity();
+  const struct {
+    double value;
+    bool expected;
+  } rows[] = {
+      {0, true},
+      {-657'434, true},
+      {-657'434.999, true},  // late on the first day
+      {-657'435, false},
+      {2'958'465.99998, true},
+      {2'958'466, false},
+      {2'958'465.999999, false},  // rounds up to a second that there is not
+      {1e300, false},
+      {-1e300, false},
+      {kInfinity, false},
+      {-kInfinity, false},
+      {std::numeric_limits<double>::quiet_NaN(), false},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(IsDateSerial(row.value), row.expected) << row.value;
+  }
+}
+
+TEST(IsDateSerialTest, IncludesTheFirstAndTheLastSecond) {
+  EXPECT_TRUE(IsDateSerial(SerialFromSeconds(kFirstSecond)));
+  EXPECT_TRUE(IsDateSerial(SerialFromSeconds(kLastSecond)));
+  EXPECT_FALSE(IsDateSerial(SerialFromSeconds(kFirstSecond - 1)));
+  EXPECT_FALSE(IsDateSerial(SerialFromSeconds(kLastSecond + 1)));
+  EXPECT_EQ(CivilFromSerial(SerialFromSeconds(kFirstSecond)), (CivilDateTime{100, 1, 1}));
+  EXPECT_EQ(CivilFromSerial(SerialFromSeconds(kLastSecond)),
+            (CivilDateTime{9999, 12, 31, 23, 59, 59}));
+}
+
+TEST(IsEarlierTest, FollowsTimeOnBothSidesOfTheZeroDay) {
+  const DateSerial inOrder[] = {
+      At(100, 1, 1),       At(100, 1, 1, 23, 59, 59), At(1899, 12, 28, 23),
+      At(1899, 12, 29),    At(1899, 12, 29, 1),       At(1899, 12, 29, 23),
+      At(1899, 12, 30),    At(1899, 12, 30, 12),      At(1899, 12, 31),
+      At(2011, 2, 14, 12), At(2011, 2, 14, 12, 0, 1), At(9999, 12, 31, 23),
+  };
+  for (const DateSerial& left : inOrder) {
+    for (const DateSerial& right : inOrder) {
+      EXPECT_EQ(IsEarlier(left, right), &left < &right) << left << " and " << right;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace tellurvane

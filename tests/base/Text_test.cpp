@@ -1,0 +1,79 @@
+#include "base/Text.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace tellurvane {
+namespace {
+
+TEST(TrimBlanksTest, TakesBlanksOffBothEndsAndNothingElse) {
+  const struct {
+    const wchar_t* text;
+    const wchar_t* expected;
+  } rows[] = {
+      {L"", L""},
+      {L"   ", L""},
+      {L"name", L"name"},
+      {L"  name ", L"name"},
+      {L" two words ", L"two words"},
+      {L"\tname\t", L"\tname\t"},
+      {L" \r\n ", L"\r\n"},
+      {L"\u3000name\u00A0", L"\u3000name\u00A0"},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(TrimBlanks(row.text), row.expected) << row.text;
+  }
+}
+
+TEST(TakeFieldTest, TakesOneFieldAfterTheOther) {
+  const struct {
+    const wchar_t* text;
+    std::vector<std::wstring> expected;
+  } rows[] = {
+      {L"", {L"", L"", L""}},       {L"a", {L"a", L"", L""}},
+      {L"|", {L"", L"", L""}},      {L"a|b|c", {L"a", L"b", L"c"}},
+      {L"a||c", {L"a", L"", L"c"}}, {L"a|b|c|d", {L"a", L"b", L"c"}},
+  };
+  for (const auto& row : rows) {
+    std::wstring_view rest = row.text;
+    for (const std::wstring& field : row.expected) EXPECT_EQ(TakeField(rest, L'|'), field);
+  }
+}
+
+TEST(TakeFieldTest, LeavesWhatFollowsTheSeparator) {
+  const struct {
+    const wchar_t* text;
+    const wchar_t* rest;
+  } rows[] = {
+      {L"a|b|c", L"b|c"},
+      {L"a|", L""},
+      {L"a", L""},
+      {L"||", L"|"},
+  };
+  for (const auto& row : rows) {
+    std::wstring_view rest = row.text;
+    TakeField(rest, L'|');
+    EXPECT_EQ(rest, row.rest) << row.text;
+  }
+}
+
+TEST(EqualsIgnoringAsciiCaseTest, ComparesLettersOfAsciiOnly) {
+  const struct {
+    const wchar_t* left;
+    const wchar_t* right;
+    bool expected;
+  } rows[] = {
+      {L"", L"", true},         {L"True", L"tRUE", true},
+      {L"az", L"AZ", true},     {L"[", L"{", false},  // beside the letters, 32 apart
+      {L"@", L"`", false},      {L"true", L"tru", false},
+      {L"tru", L"true", false}, {L"\u00C4", L"\u00E4", false},
+      {L"下午", L"下午", true}, {L"下午", L"上午", false},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(EqualsIgnoringAsciiCase(row.left, row.right), row.expected) << row.left << row.right;
+  }
+}
+
+}  // namespace
+}  // namespace tellurvane

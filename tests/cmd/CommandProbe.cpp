@@ -1,0 +1,98 @@
+// A child process that tells what it was started with:
+//   CommandProbe REPORT-FILE [write=BYTES] [wait=EVENT-NAME] [anything else]...
+// The report is UTF-8, one fact a line, and appears whole. Without a report file nothing is told.
+#include <windows.h>
+
+#include <cwchar>
+#include <string>
+#include <string_view>
+
+namespace {
+
+std::string Utf8(std::wstring_view text) {
+  const int size = static_cast<int>(text.size());
+  const int length =
+      WideCharToMultiByte(CP_UTF8, 0, text.data(), size, nullptr, 0, nullptr, nullptr);
+  std::string bytes(static_cast<size_t>(length), '\0');
+  WideCharToMultiByte(CP_UTF8, 0, text.data(), size, bytes.data(), length, nullptr, nullptr);
+  return bytes;
+}
+
+std::string Kind(DWORD standardHandle) {
+  const HANDLE handle = GetStdHandle(standardHandle);
+  if (handle == nullptr || handle == INVALID_HANDLE_VALUE) return "none";
+  switch (GetFileType(handle)) {
+    case FILE_TYPE_PIPE:
+      return "pipe";
+    case FILE_TYPE_CHAR:
+      return "console";
+    case FILE_TYPE_DISK:
+      return "file";
+    default:
+      return "unknown";
+  }
+}
+
+// Writes to the standard output until all is written or refused. How it ended.
+std::string WriteOutput(DWORD bytes) {
+  const std::string block(4'096, '.');
+  for (DWORD left = bytes; left > 0;) {
+    DWORD written = 0;
+    const DWORD size = left < block.size() ? left : static_cast<DWORD>(block.size());
+    if (!WriteFile(GetStdHandle(STD_OUTPUT_HANDLE), block.data(), size, &written, nullptr)) {
+      return "refused " + std::to_string(GetLastError());
+    }
+    left -= written;
+  }
+  return "taken";
+}
+
+// The moment at which this process was created, in seconds since 1970, UTC.
+std::string Created() {
+  FILETIME created = {}, unused = {};
+  GetProcessTimes(GetCurrentProcess(), &created, &unused, &unused, &unused);
+  const ULARGE_INTEGER ticks = {{created.dwLowDateTime, created.dwHighDateTime}};
+  constexpr double kTicksPerSecond = 1e7;
+  constexpr double kSecondsTo1970 = 11'644'473'600;
+  return std::to_string(static_cast<double>(ticks.QuadPart) / kTicksPerSecond - kSecondsTo1970);
+}
+
+std::string Report(int argumentCount, wchar_t** arguments) {
+  STARTUPINFOW startup = {};
+  GetStartupInfoW(&startup);
+  wchar_t folder[MAX_PATH] = {};
+  GetCurrentDirectoryW(MAX_PATH, folder);
+  std::string report =
+      "command=" + Utf8(GetCommandLineW()) + "\ncreated=" + Created() + "\nfolder=" + Utf8(folder) +
+      "\nshow=" + std::to_string(startup.wShowWindow) +
+      "\nflags=" + std::to_string(startup.dwFlags) + "\ninput=" + Kind(STD_INPUT_HANDLE) +
+      "\noutput=" + Kind(STD_OUTPUT_HANDLE) + "\nerror=" + Kind(STD_ERROR_HANDLE) + "\n";
+  for (int i = 2; i < argumentCount; ++i) {
+    const std::wstring_view argument = arguments[i];
+    report += "argument=" + Utf8(argument) + "\n";
+    if (argument.starts_with(L"write=")) {
+      report += "write=" + WriteOutput(std::wcstoul(arguments[i] + 6, nullptr, 10)) + "\n";
+    } else if (argument.starts_with(L"wait=")) {
+      const HANDLE event = OpenEventW(SYNCHRONIZE, FALSE, arguments[i] + 5);
+      report +=
+          WaitForSingleObject(event, 20'000) == WAIT_OBJECT_0 ? "waited=yes\n" : "waited=no\n";
+    }
+  }
+  return report;
+}
+
+}  // namespace
+
+int wmain(int argumentCount, wchar_t** arguments) {
+  if (argumentCount < 2) return 0;
+  const std::string report = Report(argumentCount, arguments);
+  const std::wstring path = arguments[1];
+  const std::wstring unfinished = path + L".unfinished";
+  const HANDLE file =
+      CreateFileW(unfinished.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+  if (file == INVALID_HANDLE_VALUE) return 1;
+  DWORD written = 0;
+  WriteFile(file, report.data(), static_cast<DWORD>(report.size()), &written, nullptr);
+  CloseHandle(file);
+  return MoveFileW(unfinished.c_str(), path.c_str()) ? 0 : 1;
+}

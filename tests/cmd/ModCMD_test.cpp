@@ -1,0 +1,173 @@
+#include "cmd/ModCMD.h"
+
+#include <windows.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+#include "tests/app/TemporaryFolder.h"
+#include "tests/cmd/KernelHandles.h"
+#include "ui/Handle.h"
+
+namespace tellurvane {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+constexpr int kCallsForALeak = 200;
+
+std::filesystem::path TestFolder() {
+  wchar_t path[MAX_PATH] = {};
+  GetModuleFileNameW(nullptr, path, MAX_PATH);
+  return std::filesystem::path(path).parent_path();
+}
+
+std::string Utf8(const std::wstring& text) {
+  const std::u8string bytes = std::filesystem::path(text).u8string();
+  return {bytes.begin(), bytes.end()};
+}
+
+class RunCommandTest : public testing::Test {
+ protected:
+  // The child process that reports to a file of this test.
+  std::wstring Probe(const std::wstring& arguments = L"") const {
+    return L"\"" + (TestFolder() / L"CommandProbe.exe").wstring() + L"\" \"" + report_ + L"\"" +
+           arguments;
+  }
+
+  // Waits until the child has told what it was started with. The one that renames the file may
+  // still hold it for an instant after its name has appeared.
+  std::string Report() const {
+    std::string report;
+    EXPECT_TRUE(BecomesTrue([&] { return !(report = ReadBytes(report_)).empty(); })) << "no report";
+    return report;
+  }
+
+  TemporaryFolder folder_;
+  const std::wstring report_ = folder_.File(L"report");
+};
+
+TEST_F(RunCommandTest, TheArgumentsArrive) {
+  const std::wstring command = Probe(L" one \"two words\" a\\b --three=\"\"");
+  ASSERT_TRUE(RunCommand(command));
+  const std::string report = Report();
+  EXPECT_THAT(report, HasSubstr("command=" + Utf8(command) + "\n"));
+  EXPECT_THAT(report, HasSubstr("\nargument=one\nargument=two words\nargument=a\\b\n"
+                                "argument=--three=\n"));
+}
+
+TEST_F(RunCommandTest, ChineseArrivesUnderAnyCodePage) {
+  const std::wstring command = Probe(L" \"播放 音樂\" \xD55C\x2603\xD83C\xDFB5");
+  ASSERT_TRUE(RunCommand(command));
+  const std::string report = Report();
+  EXPECT_THAT(report, HasSubstr("command=" + Utf8(command) + "\n"));
+  EXPECT_THAT(report, HasSubstr("\nargument=" + Utf8(L"播放 音樂") + "\n"));
+  EXPECT_THAT(report, HasSubstr("\nargument=" + Utf8(L"\xD55C\x2603\xD83C\xDFB5") + "\n"));
+}
+
+TEST_F(RunCommandTest, TheExtensionAndThePathMayBeLeftOut) {
+  // Beside the calling program is one of the places where the platform looks.
+  ASSERT_TRUE(RunCommand(L"CommandProbe \"" + report_ + L"\""));
+  EXPECT_THAT(Report(), HasSubstr("command=CommandProbe \""));
+}
+
+TEST_F(RunCommandTest, TheChildStartsVisiblyInTheFolderOfTheCaller) {
+  wchar_t folder[MAX_PATH] = {};
+  GetCurrentDirectoryW(MAX_PATH, folder);
+  ASSERT_TRUE(RunCommand(Probe()));
+  const std::string report = Report();
+  EXPECT_THAT(report, HasSubstr("\nfolder=" + Utf8(folder) + "\n"));
+  EXPECT_THAT(report, HasSubstr("\nshow=5\nflags=257\n"));
+}
+
+TEST_F(RunCommandTest, TheOutputsAreOnePipeAndThereIsNoInput) {
+  ASSERT_TRUE(RunCommand(Probe()));
+  EXPECT_THAT(Report(), HasSubstr("\ninput=none\noutput=pipe\nerror=pipe\n"));
+}
+
+TEST_F(RunCommandTest, AChildThatWritesMuchIsRefusedAndGoesOn) {
+  // Were an end of the pipe still open for reading, the child would wait for ever once the pipe is
+  // full.
+  ASSERT_TRUE(RunCommand(Probe(L" write=1000000")));
+  const std::string report = Report();
+  EXPECT_THAT(report, HasSubstr("\nargument=write=1000000\n"));
+  EXPECT_THAT(report, testing::AnyOf(HasSubstr("\nwrite=refused 109\n"),    // ERROR_BROKEN_PIPE
+                                     HasSubstr("\nwrite=refused 232\n")));  // ERROR_NO_DATA
+}
+
+TEST_F(RunCommandTest, ReturnsWhileTheChildStillRuns) {
+  const std::wstring name = L"run-command-" + std::to_wstring(GetCurrentProcessId());
+  const UniqueKernelHandle event(CreateEventW(nullptr, TRUE, FALSE, name.c_str()));
+  ASSERT_TRUE(RunCommand(Probe(L" wait=" + name)));
+  EXPECT_FALSE(std::filesystem::exists(report_)) << "the child was waited for";
+  SetEvent(event.Get());
+  EXPECT_THAT(Report(), HasSubstr("\nwaited=yes\n"));
+}
+
+TEST_F(RunCommandTest, ADocumentIsNotOpened) {
+  const std::wstring document = folder_.File(L"document.txt");
+  WriteBytes(document, "text");
+  EXPECT_FALSE(RunCommand(document));
+  EXPECT_FALSE(RunCommand(L"\"" + document + L"\""));
+  EXPECT_FALSE(RunCommand(folder_.Path())) << "nor a folder";
+}
+
+TEST_F(RunCommandTest, AMissingProgramIsNotStarted) {
+  EXPECT_FALSE(RunCommand(L"no-such-program-anywhere"));
+  EXPECT_FALSE(RunCommand(folder_.File(L"none.exe") + L" argument"));
+  EXPECT_FALSE(RunCommand(L""));
+  EXPECT_FALSE(RunCommand(L"   "));
+}
+
+TEST_F(RunCommandTest, NothingIsStartedWhereThePipeTakesTheSettings) {
+  EXPECT_FALSE(RunCommand(Probe(), [](HANDLE) { return false; }));
+  // What runs next proves that the first one would have reported by now.
+  const std::wstring second = folder_.File(L"second");
+  ASSERT_TRUE(RunCommand(L"CommandProbe \"" + second + L"\"",
+                         [](HANDLE readEnd) { return GetFileType(readEnd) == FILE_TYPE_PIPE; }));
+  ASSERT_TRUE(BecomesTrue([&] { return std::filesystem::exists(second); }));
+  EXPECT_FALSE(std::filesystem::exists(report_));
+}
+
+TEST_F(RunCommandTest, ThePlatformsOwnTestHoldsForAPipe) {
+  UniqueKernelHandle readEnd;
+  UniqueKernelHandle writeEnd;
+  ASSERT_TRUE(CreatePipe(readEnd.Receive(), writeEnd.Receive(), nullptr, 0));
+  EXPECT_TRUE(PipeRefusesCollection(readEnd.Get()));
+}
+
+TEST_F(RunCommandTest, NoHandleIsLeftOpenOnAnyPath) {
+  const struct {
+    const char* path;
+    std::wstring command;
+    bool pipeTest;
+    bool expected;
+  } rows[] = {
+      {"started", L"CommandProbe", true, true},
+      {"missing", L"no-such-program-anywhere", true, false},
+      {"pipe test", L"CommandProbe", false, false},
+  };
+  for (const auto& row : rows) {
+    const PipeTest test = row.pipeTest ? PipeRefusesCollection : [](HANDLE) { return false; };
+    EXPECT_EQ(RunCommand(row.command, test), row.expected) << "the first call may fill caches";
+    const std::ptrdiff_t before = KernelHandleCount();
+    for (int i = 0; i < kCallsForALeak; ++i) {
+      EXPECT_EQ(RunCommand(row.command, test), row.expected) << row.path;
+    }
+    EXPECT_GT(before, 0);
+    EXPECT_EQ(KernelHandleCount(), before) << row.path;
+  }
+}
+
+TEST_F(RunCommandTest, TheHandleCountSeesALeak) {
+  const std::ptrdiff_t before = KernelHandleCount();
+  const UniqueKernelHandle one(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+  EXPECT_EQ(KernelHandleCount(), before + 1);
+}
+
+}  // namespace
+}  // namespace tellurvane

@@ -1,0 +1,66 @@
+// A task runner between stand-ins that write down every call.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "scheduler/TaskRunner.h"
+#include "tests/support/HostDates.h"
+#include "tests/support/Moments.h"
+
+namespace tellurvane {
+
+class RunnerRig : public TaskRows, public TaskTimer, public TaskPlayer {
+ public:
+  RunnerRig();
+
+  // Puts one task at the end of the list. Due at 12:00 unless told otherwise; it is 12:00:10.
+  TaskRecord& Add(MediaType type, const std::wstring& source,
+                  DateSerial nextRun = At(2011, 2, 14, 12));
+
+  // Executes a task of the list.
+  void Run(const TaskRecord& task) { runner.Execute(static_cast<size_t>(&task - tasks.data())); }
+
+  // What is called when a call of this name comes in, after it was written down.
+  std::map<std::string, std::function<void()>> on;
+
+  TaskList tasks;
+  DateSerial now = At(2011, 2, 14, 12, 0, 10);
+  bool pathExists = true;
+  std::vector<std::string> calls;
+  unsigned interval = 0;
+  bool isTimerOn = false;
+  size_t surplusRows = 0;  // rows on the screen that have no task
+
+  TaskRunner runner;
+
+  size_t RowCount() override { return tasks.size() + surplusRows; }
+  void SelectRow(size_t row) override { Call("select " + std::to_string(row)); }
+  void RefreshRow(size_t row) override { Call("refresh " + std::to_string(row)); }
+  void EnableArea(bool enable) override { Call(enable ? "area on" : "area off"); }
+  void SetRedraw(bool redraw) override { Call(redraw ? "redraw on" : "redraw off"); }
+
+  void SetInterval(unsigned milliseconds) override;
+  void SetEnabled(bool enable) override;
+
+  void StopPlayback() override { Call("stop"); }
+  void SetRadioFlag(bool isRadio) override { Call(isRadio ? "radio on" : "radio off"); }
+  void SetUrl(const std::wstring& url) override { Call("url", url); }
+  void Play() override { Call("play"); }
+  void ShowPlaying() override { Call("show playing"); }
+  void FollowPosition() override { Call("follow position"); }
+
+ private:
+  TaskActions Actions();
+  // Writes the call down, the text behind its name, then does what `on` says for the name.
+  void Call(const std::string& name, const std::wstring& text = {});
+};
+
+using Calls = std::vector<std::string>;
+
+// Several lists of calls one after the other.
+Calls operator+(Calls left, const Calls& right);
+
+}  // namespace tellurvane

@@ -1,0 +1,179 @@
+// Each file operation made to fail in turn: a list is never lost.
+#include <gtest/gtest.h>
+
+#include "scheduler/TaskListFile.h"
+#include "tests/scheduler/TaskListRig.h"
+
+namespace tellurvane {
+namespace {
+
+std::wstring LongLine(const std::wstring& name) {
+  return L"0|30|1|3\t" + name + L"\t" + std::wstring(300, L'x') + L"\t2011/2/13\t2011/2/15\r\n";
+}
+
+const std::string& Sound() {
+  static const std::string bytes = Utf16(LongLine(L"old") + LongLine(L"old too"));
+  return bytes;
+}
+const std::string& Lossy() {
+  static const std::string bytes = Utf16(LongLine(L"old") + L"malformed\r\n");
+  return bytes;
+}
+
+// What a save and a load may do, each on a file that stands.
+struct Deed {
+  const char* name;
+  std::string before;
+  // The file afterwards when nothing fails.
+  std::string after;
+  bool (*act)(TaskListFile& file, TaskList& tasks);
+};
+
+bool Load(TaskListFile& file, TaskList& tasks) {
+  file.Load(tasks);
+  return true;
+}
+bool Save(TaskListFile& file, TaskList& tasks) {
+  tasks = {Reminder(L"new", L"source")};
+  return file.Save(tasks);
+}
+
+std::vector<Deed> Deeds() {
+  return {{"load", Sound(), Sound(), Load},
+          {"lossy load", Lossy(), Utf16(LongLine(L"old")), Load},
+          {"save", Sound(), Utf16(Line(L"new")), Save}};
+}
+
+std::vector<Faults> AllFaults(int operations) {
+  std::vector<Faults> all;
+  for (int first = 0; first < operations; ++first) {
+    for (const bool fromThenOn : {false, true}) {
+      for (const bool tellsHalf : {false, true}) {
+        all.push_back({.first = first, .fromThenOn = fromThenOn, .tellsHalf = tellsHalf});
+      }
+    }
+  }
+  return all;
+}
+
+std::string Told(const Deed& deed, const TaskListRig& rig) {
+  std::string told = std::string(deed.name) + ":";
+  for (const std::string& operation : rig.files.Operations()) told += " " + operation;
+  return told;
+}
+
+bool Failed(const TaskListRig& rig, const std::string& operation) {
+  for (const std::string& each : rig.files.Operations()) {
+    if (each == operation + "!") return true;
+  }
+  return false;
+}
+
+// How many operations the deed takes when none fails, and two for those that a failure adds.
+int OperationCount(const Deed& deed) {
+  TaskListRig rig(deed.before);
+  TaskList tasks;
+  rig.files.SetFaults({});
+  EXPECT_TRUE(deed.act(rig.file, tasks)) << deed.name;
+  EXPECT_EQ(rig.Bytes(), deed.after) << deed.name;
+  return rig.files.OperationCount() + 2;
+}
+
+// A load that could not read the file has an empty list; the deed's own outcome otherwise.
+std::string Expected(const Deed& deed, const TaskList& tasks) {
+  return tasks.empty() ? kMarkAlone : deed.after;
+}
+
+void ExpectNothingLost(const Deed& deed, const Faults& faults) {
+  TaskListRig rig(deed.before);
+  TaskList tasks;
+  // When another file takes the place of one that holds more, that one has to be kept by then.
+  rig.files.beforeMoveOver = [&](const std::wstring& from, const std::wstring& to) {
+    EXPECT_TRUE(rig.files.files.at(from).isOnDisk) << Told(deed, rig);
+    if (deed.before == Sound() && !tasks.empty()) return;
+    EXPECT_TRUE(rig.Backups() == std::vector{rig.files.files.at(to).bytes}) << Told(deed, rig);
+  };
+  rig.files.SetFaults(faults);
+  const bool answer = deed.act(rig.file, tasks);
+
+  const std::string told = Told(deed, rig);
+  const std::string after = Expected(deed, tasks);
+  EXPECT_TRUE(rig.Bytes() == deed.before || rig.Bytes() == after) << told;
+  EXPECT_TRUE(deed.act != Save || answer == (rig.Bytes() == after)) << told;
+  EXPECT_TRUE(Failed(rig, "remove") || !rig.files.files.contains(kTemporaryPath)) << told;
+  for (const std::string& backup : rig.Backups()) EXPECT_EQ(backup, deed.before) << told;
+
+  // Once everything works again, a save goes through, and what was dropped is kept.
+  rig.files.beforeMoveOver = nullptr;
+  rig.files.SetFaults({});
+  EXPECT_TRUE(rig.file.Save(tasks)) << told;
+  EXPECT_TRUE(rig.Bytes() == after) << told;
+  EXPECT_TRUE(after == deed.before || deed.act == Save || !rig.Backups().empty()) << told;
+  EXPECT_FALSE(rig.files.files.contains(kTemporaryPath)) << told;
+}
+
+TEST(TaskListFileFaultsTest, NoFailingOperationLosesAList) {
+  for (const Deed& deed : Deeds()) {
+    for (const Faults& faults : AllFaults(OperationCount(deed))) {
+      SCOPED_TRACE(std::string(deed.name) + ", operation " + std::to_string(faults.first) +
+                   (faults.fromThenOn ? " and on" : " once") +
+                   (faults.tellsHalf ? ", half told" : ""));
+      ExpectNothingLost(deed, faults);
+    }
+  }
+}
+
+TEST(TaskListFileFaultsTest, AFailingSaveSaysSo) {
+  for (const char* const operation : {"create", "write", "flush", "close", "move"}) {
+    int seen = 0;
+    for (int first = 0; first < 5; ++first) {
+      TaskListRig rig(Sound());
+      rig.files.SetFaults({.first = first});
+      const bool answer = rig.file.Save(TaskList{Reminder(L"new", L"source")});
+      if (!Failed(rig, operation)) continue;
+      ++seen;
+      EXPECT_FALSE(answer) << operation;
+      EXPECT_EQ(rig.Bytes(), Sound()) << operation;
+    }
+    EXPECT_EQ(seen, 1) << operation;
+  }
+}
+
+TEST(TaskListFileFaultsTest, AReadThatComesInPiecesIsPutTogether) {
+  TaskListRig rig(Sound());
+  // The one read that tells half is asked again for the rest.
+  rig.files.SetFaults({.first = 2, .tellsHalf = true});
+  TaskList tasks;
+  EXPECT_TRUE(rig.file.Load(tasks));
+  EXPECT_EQ(tasks.size(), 2U);
+  EXPECT_EQ(rig.Bytes(), Sound());
+  EXPECT_TRUE(rig.Backups().empty());
+}
+
+TEST(TaskListFileFaultsTest, AFileThatCannotBeReadIsKeptBeforeItIsReplaced) {
+  for (const int operation : {0, 1, 2}) {
+    TaskListRig rig(Sound());
+    rig.files.SetFaults({.first = operation});
+    TaskList tasks;
+    EXPECT_FALSE(rig.file.Load(tasks)) << operation;
+    EXPECT_EQ(rig.Backups(), std::vector{Sound()}) << operation;
+    EXPECT_EQ(rig.Bytes(), kMarkAlone) << operation;
+  }
+}
+
+TEST(TaskListFileFaultsTest, ABackupThatFailedIsMadeUpForByTheNextSave) {
+  TaskListRig rig(Lossy());
+  rig.files.SetFaults({.first = 3});
+  TaskList tasks;
+  EXPECT_TRUE(rig.file.Load(tasks));
+  ASSERT_TRUE(Failed(rig, "copy"));
+  EXPECT_EQ(rig.Bytes(), Lossy());
+  rig.files.SetFaults({});
+  EXPECT_TRUE(rig.file.Save(tasks));
+  EXPECT_EQ(rig.Backups(), std::vector{Lossy()});
+  EXPECT_TRUE(rig.file.Save(tasks));
+  EXPECT_EQ(rig.Backups().size(), 1U);
+}
+
+}  // namespace
+}  // namespace tellurvane

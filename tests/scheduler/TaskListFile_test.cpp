@@ -1,0 +1,233 @@
+// On files in memory; what operations that fail do to the list is in TaskListFileFaults_test.cpp.
+#include "scheduler/TaskListFile.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/scheduler/TaskListRig.h"
+
+namespace tellurvane {
+namespace {
+
+TEST(TaskListFileTest, AMissingFileBecomesTheMarkAlone) {
+  TaskListRig rig;
+  TaskList tasks = {TaskRecord(), TaskRecord()};
+  EXPECT_FALSE(rig.file.Load(tasks));
+  EXPECT_TRUE(tasks.empty()) << "what was there before is gone";
+  EXPECT_EQ(rig.Bytes(), kMarkAlone);
+  EXPECT_EQ(rig.files.files.size(), 1U);
+}
+
+TEST(TaskListFileTest, LoadsWhatItSaved) {
+  TaskListRig rig;
+  const TaskList saved = {Reminder(L"喝水", L"休息\\r\\n喝水"), Reminder(L"b", L"")};
+  ASSERT_TRUE(rig.file.Save(saved));
+  const std::string bytes = rig.Bytes();
+  TaskList loaded;
+  EXPECT_TRUE(rig.file.Load(loaded));
+  ASSERT_EQ(loaded.size(), 2U);
+  EXPECT_EQ(loaded[0].Name, L"喝水");
+  EXPECT_EQ(loaded[0].Source, L"休息\\r\\n喝水");
+  EXPECT_EQ(loaded[1].NextRun, saved[1].NextRun);
+  EXPECT_EQ(rig.Bytes(), bytes);
+  EXPECT_EQ(rig.files.files.size(), 1U);
+}
+
+TEST(TaskListFileTest, LoadsNothingFromWhatIsNoList) {
+  const std::string one = Utf16(Line(L"a"));
+  const struct {
+    std::string bytes;
+    bool isKept;
+  } rows[] = {
+      {"", false},
+      {kMarkAlone, false},
+      {"\xFF", true},
+      {"\xFF\xFE\x41", true},
+      {one + "x", true},
+      {one.substr(0, one.size() - 1), true},
+      {Utf16(L"not a task"), true},
+      {Utf16(L"\r\n" + Line(L"a")), true},
+  };
+  for (const auto& row : rows) {
+    TaskListRig rig(row.bytes);
+    TaskList tasks = {TaskRecord()};
+    EXPECT_FALSE(rig.file.Load(tasks)) << row.bytes.size();
+    EXPECT_TRUE(tasks.empty()) << row.bytes.size();
+    EXPECT_EQ(rig.Bytes(), kMarkAlone) << row.bytes.size();
+    EXPECT_EQ(rig.Backups(), row.isKept ? std::vector{row.bytes} : std::vector<std::string>{});
+  }
+}
+
+// In ANSI, so that the size can be odd.
+std::string ListOfSize(size_t size) {
+  const std::string head = "0|30|1|3\ta\t";
+  const std::string tail = "\t2011/2/14\t2011/2/15\r\n";
+  return head + std::string(size - head.size() - tail.size(), 'x') + tail;
+}
+
+TEST(TaskListFileTest, ReadsAFileBelowFourMebibytesOnly) {
+  const std::string least = ListOfSize(4'194'304);
+  TaskListRig refused(least);
+  TaskList tasks;
+  EXPECT_FALSE(refused.file.Load(tasks));
+  EXPECT_EQ(refused.Bytes(), kMarkAlone);
+  EXPECT_EQ(refused.Backups(), std::vector{least});
+
+  TaskListRig accepted(ListOfSize(4'194'303));
+  EXPECT_TRUE(accepted.file.Load(tasks));
+  ASSERT_EQ(tasks.size(), 1U);
+  EXPECT_EQ(tasks[0].Source.size(), 4'194'303U - 33U);
+  EXPECT_TRUE(accepted.Backups().empty());
+}
+
+TEST(TaskListFileTest, NeverWritesWhatTheNextLoadWouldRefuse) {
+  // As UTF-16 it would be twice as large.
+  const std::string large = ListOfSize(3'000'000);
+  TaskListRig rig(large);
+  TaskList tasks;
+  EXPECT_TRUE(rig.file.Load(tasks));
+  EXPECT_FALSE(rig.file.Save(tasks));
+  EXPECT_EQ(rig.Bytes(), large);
+  EXPECT_TRUE(rig.file.Load(tasks)) << "the next start finds it again";
+}
+
+TEST(TaskListFileTest, RewritesAnAnsiFileAsUtf16) {
+  TaskListRig rig("0|30|1|3\t\xE9t\xE9\tsource\t2011/2/13\t2011/2/15");
+  TaskList tasks;
+  EXPECT_TRUE(rig.file.Load(tasks));
+  EXPECT_EQ(tasks[0].Name, L"\u00E9t\u00E9");
+  EXPECT_EQ(rig.Bytes(), Utf16(L"0|30|1|3\t\u00E9t\u00E9\tsource\t2011/2/13\t2011/2/15\r\n"));
+  EXPECT_TRUE(rig.Backups().empty()) << "nothing was dropped";
+}
+
+TEST(TaskListFileTest, WritesBackWhatItHasReadInItsOwnWay) {
+  TaskListRig rig(Utf16(L"&H0|2.5|True|3\t  a \t b \t40588.5\t2011/2/14 上午 11:59:59\r\n\r\n"));
+  TaskList tasks;
+  EXPECT_TRUE(rig.file.Load(tasks));
+  EXPECT_EQ(tasks[0].Name, L"  a ");
+  EXPECT_EQ(rig.Bytes(),
+            Utf16(L"0|2|1|3\ta\tb\t2011/2/14 下午 12:00:00\t2011/2/14 下午 12:01:59\r\n"));
+  EXPECT_TRUE(rig.Backups().empty());
+}
+
+TEST(TaskListFileTest, KeepsABackupOfWhateverTheListDoesNotHold) {
+  const struct {
+    std::wstring text;
+    bool isKept;
+  } rows[] = {
+      {Line(L"a"), false},
+      {Line(L"a") + L"\r\n\r\n", false},
+      {Line(L"a") + L"\r\n" + Line(L"lost"), true},
+      {Line(L"a") + L"malformed\r\n", true},
+      {L"0|30|1|3\ta\tb\tyesterday\t2011/2/15\r\n", true},
+      {L"0|30|1|3\ta\tb\t2011/2/13\t2011/2/15\tmore\r\n", true},
+  };
+  for (const auto& row : rows) {
+    TaskListRig rig(Utf16(row.text));
+    TaskList tasks;
+    EXPECT_TRUE(rig.file.Load(tasks)) << row.text;
+    EXPECT_EQ(tasks.size(), 1U) << row.text;
+    EXPECT_EQ(rig.Backups(),
+              row.isKept ? std::vector{Utf16(row.text)} : std::vector<std::string>{});
+    // Once is enough.
+    EXPECT_TRUE(rig.file.Load(tasks));
+    EXPECT_TRUE(rig.file.Save(tasks));
+    EXPECT_EQ(rig.Backups().size(), row.isKept ? 1U : 0U) << row.text;
+  }
+}
+
+TEST(TaskListFileTest, NamesABackupByTheMomentAndNeverWritesOverOne) {
+  const std::string lossy = Utf16(Line(L"a") + L"malformed\r\n");
+  TaskListRig rig(lossy);
+  rig.now = At(2011, 2, 14, 23, 59, 59);
+  rig.files.files[L"JobList.dbs.20110214-235959.bak"].bytes = "first";
+  rig.files.files[L"JobList.dbs.20110215-000000.bak"].bytes = "second";
+  TaskList tasks;
+  EXPECT_TRUE(rig.file.Load(tasks));
+  EXPECT_EQ(rig.Backups(), (std::vector<std::string>{"first", "second", lossy}));
+  EXPECT_EQ(rig.files.files.at(L"JobList.dbs.20110215-000001.bak").bytes, lossy);
+}
+
+TEST(TaskListFileTest, WritesNothingOverTheFileWhenNoNameForABackupIsFree) {
+  const std::string lossy = Utf16(Line(L"a") + L"malformed\r\n");
+  TaskListRig rig(lossy);
+  rig.now = At(2011, 2, 14, 12, 0, 0);
+  for (int second = 0; second < 100; ++second) {
+    const int minute = second / 60;
+    const std::wstring stamp = std::to_wstring(1200'00 + minute * 100 + second % 60);
+    rig.files.files[L"JobList.dbs.20110214-" + stamp + L".bak"].bytes = "earlier";
+  }
+  TaskList tasks;
+  EXPECT_TRUE(rig.file.Load(tasks)) << "the list is there all the same";
+  EXPECT_EQ(rig.Bytes(), lossy);
+  EXPECT_FALSE(rig.file.Save(tasks));
+  EXPECT_EQ(rig.Bytes(), lossy);
+  // An hour later there are names again.
+  rig.now = At(2011, 2, 14, 13);
+  EXPECT_TRUE(rig.file.Save(tasks));
+  EXPECT_EQ(rig.Bytes(), Utf16(Line(L"a")));
+  EXPECT_EQ(rig.files.files.at(L"JobList.dbs.20110214-130000.bak").bytes, lossy);
+}
+
+TEST(TaskListFileTest, KeepsAFileThatCannotBeOpenedBeforeItIsReplaced) {
+  const std::string bytes = Utf16(Line(L"a"));
+  TaskListRig rig(bytes);
+  rig.files.refused.insert(kListPath);
+  TaskList tasks;
+  EXPECT_FALSE(rig.file.Load(tasks));
+  EXPECT_EQ(rig.Bytes(), bytes);
+  EXPECT_FALSE(rig.file.Save({}));
+  EXPECT_EQ(rig.Bytes(), bytes);
+  rig.files.refused.clear();
+  EXPECT_TRUE(rig.file.Save({}));
+  EXPECT_EQ(rig.Backups(), std::vector{bytes});
+  EXPECT_EQ(rig.Bytes(), kMarkAlone);
+}
+
+TEST(TaskListFileTest, SavesWithoutABackupWhenTheFileHasGone) {
+  TaskListRig rig(Utf16(Line(L"a")));
+  rig.files.refused.insert(kListPath);
+  TaskList tasks;
+  EXPECT_FALSE(rig.file.Load(tasks));
+  rig.files.refused.clear();
+  rig.files.files.clear();
+  EXPECT_TRUE(rig.file.Save({}));
+  EXPECT_EQ(rig.files.files.size(), 1U);
+}
+
+TEST(TaskListFileTest, MovesForwardWithoutARunByTheMomentOfTheLoad) {
+  TaskListRig rig(Utf16(L"1|2|1|3\ta\tb\t2011/2/13\t2011/2/14 上午 09:00:00\r\n"));
+  rig.now = At(2011, 2, 14, 14, 30);
+  TaskList tasks;
+  ASSERT_TRUE(rig.file.Load(tasks));
+  EXPECT_EQ(tasks[0].NextRun, At(2011, 2, 14, 15));
+  EXPECT_EQ(tasks[0].LastRun, At(2011, 2, 13));
+  EXPECT_EQ(rig.Bytes(), Utf16(L"1|2|1|3\ta\tb\t2011/2/13\t2011/2/14 下午 03:00:00\r\n"));
+}
+
+TEST(TaskListFileTest, AsksForTheUsersFormatAtEachLoad) {
+  TaskListRig rig(Utf16(L"9|1|1|3\ta\tb\t2011/2/13\t10/2/11\r\n"));
+  TaskList tasks;
+  ASSERT_TRUE(rig.file.Load(tasks));
+  EXPECT_EQ(tasks[0].NextRun, At(2010, 2, 11));
+  rig.locale = &EnUs();
+  rig.files.files[kListPath].bytes = Utf16(L"9|1|1|3\ta\tb\t2011/2/13\t10/2/11\r\n");
+  ASSERT_TRUE(rig.file.Load(tasks));
+  EXPECT_EQ(tasks[0].NextRun, At(2011, 10, 2));
+}
+
+TEST(TaskListFileTest, TakesTheseOperationsInThisOrder) {
+  TaskListRig rig(Utf16(Line(L"a") + L"malformed\r\n"));
+  TaskList tasks;
+  rig.files.SetFaults({});
+  ASSERT_TRUE(rig.file.Load(tasks));
+  EXPECT_EQ(rig.files.Operations(),
+            (std::vector<std::string>{"open", "size", "read", "copy", "create", "write", "flush",
+                                      "close", "move"}));
+  rig.files.SetFaults({});
+  ASSERT_TRUE(rig.file.Save(tasks));
+  EXPECT_EQ(rig.files.Operations(),
+            (std::vector<std::string>{"create", "write", "flush", "close", "move"}));
+}
+
+}  // namespace
+}  // namespace tellurvane

@@ -1,0 +1,160 @@
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "scheduler/TaskListText.h"
+#include "tests/support/HostDates.h"
+#include "tests/support/Moments.h"
+
+namespace tellurvane {
+namespace {
+
+TaskRecord Reminder(const std::wstring& name, const std::wstring& source) {
+  TaskRecord task;
+  task.Enabled = true;
+  task.MediaType = kReminderNote;
+  task.Name = name;
+  task.Source = source;
+  task.IntervalUnit = kMinutes;
+  task.Interval = 30;
+  task.LastRun = At(2011, 2, 14, 12);
+  task.NextRun = At(2011, 2, 15);
+  return task;
+}
+
+std::string Bytes(const TaskList& tasks, const HostLocale& locale = ZhTw()) {
+  return TaskListBytes(tasks, HostDateWriter(locale));
+}
+
+// The text behind the mark, which has to be there.
+std::wstring Text(const TaskList& tasks, const HostLocale& locale = ZhTw()) {
+  const auto noAnsi = [](std::string_view) { return std::wstring(L"no mark"); };
+  return DecodeTaskListBytes(Bytes(tasks, locale), noAnsi).value_or(std::wstring(L"odd")).text;
+}
+
+std::wstring LineOf(const TaskRecord& task) { return Text({task}); }
+
+TEST(TaskListWritingTest, WritesTheseBytes) {
+  using namespace std::string_view_literals;
+  EXPECT_EQ(Bytes({}), "\xFF\xFE"sv);
+  EXPECT_EQ(Bytes({Reminder(L"喝", L"A")}, EnUs()),
+            "\xFF\xFE"
+            "0\0|\0003\0000\0|\0001\0|\0003\0\t\0"
+            "\x9D\x55\t\0A\0\t\0"
+            "2\0/\0001\0004\0/\0002\0000\0001\0001\0 \0"
+            "1\0002\0:\0000\0000\0:\0000\0000\0 \0P\0M\0\t\0"
+            "2\0/\0001\0005\0/\0002\0000\0001\0001\0\r\0\n\0"sv);
+}
+
+TEST(TaskListWritingTest, WritesTheDatesOfTheLocale) {
+  const TaskList tasks = {Reminder(L"a", L"b")};
+  EXPECT_EQ(Text(tasks), L"0|30|1|3\ta\tb\t2011/2/14 下午 12:00:00\t2011/2/15\r\n");
+  EXPECT_EQ(Text(tasks, EnUs()), L"0|30|1|3\ta\tb\t2/14/2011 12:00:00 PM\t2/15/2011\r\n");
+}
+
+TEST(TaskListWritingTest, WritesTheNumbersOfTheCompoundField) {
+  const struct {
+    std::int32_t unit, interval;
+    bool enabled;
+    std::int32_t mediaType;
+    const wchar_t* expected;
+  } rows[] = {
+      {kMinutes, 60, true, kInternetRadio, L"0|60|1|0\t"},
+      {kHours, 24, false, kLocalMusic, L"1|24|0|1\t"},
+      {kDays, 7, true, kApplication, L"2|7|1|2\t"},
+      {-1, 0, false, -2147483647 - 1, L"-1|0|0|-2147483648\t"},
+      {2147483647, -10, true, 100, L"2147483647|-10|1|100\t"},
+  };
+  for (const auto& row : rows) {
+    TaskRecord task = Reminder(L"a", L"b");
+    task.IntervalUnit = row.unit;
+    task.Interval = row.interval;
+    task.Enabled = row.enabled;
+    task.MediaType = row.mediaType;
+    EXPECT_EQ(LineOf(task).substr(0, std::wcslen(row.expected)), row.expected);
+  }
+}
+
+TEST(TaskListWritingTest, TrimsBlanksAndNeverBreaksALine) {
+  const struct {
+    const wchar_t* text;
+    const wchar_t* expected;
+  } rows[] = {
+      {L"", L""},
+      {L"   ", L""},
+      {L"  two  words  ", L"two  words"},
+      {L"a\tb", L"a b"},
+      {L"a\r\nb", L"a b"},
+      {L"a\r\n\r\nb", L"a  b"},
+      {L"a\r\r\n\nb", L"a\r \nb"},
+      {L"a\nb\rc", L"a\nb\rc"},  // no line end to this file
+      {L"\ta\r\n", L"a"},        // a blank at an end is no part of the text, wherever it comes from
+      {L" \t a \t ", L"a"},
+      {L"\r\n", L""},
+      {L"\u3000a\u3000", L"\u3000a\u3000"},
+  };
+  for (const auto& row : rows) {
+    const std::wstring expected = row.expected;
+    EXPECT_EQ(
+        LineOf(Reminder(row.text, row.text)),
+        L"0|30|1|3\t" + expected + L"\t" + expected + L"\t2011/2/14 下午 12:00:00\t2011/2/15\r\n");
+  }
+}
+
+TEST(TaskListWritingTest, LeavesDeletedTasksOut) {
+  TaskList tasks = {Reminder(L"a", L""), Reminder(L"b", L""), Reminder(L"c", L"")};
+  tasks[1].Deleted = true;
+  const std::wstring dates = L"\t\t2011/2/14 下午 12:00:00\t2011/2/15\r\n";
+  EXPECT_EQ(Text(tasks), L"0|30|1|3\ta" + dates + L"0|30|1|3\tc" + dates);
+  for (TaskRecord& task : tasks) task.Deleted = true;
+  EXPECT_EQ(Text(tasks), L"");
+}
+
+TEST(TaskListWritingTest, WritesADateThatIsNoneAsTheZeroDay) {
+  for (const DateSerial bad : {1e300, -1e300, 2'958'466.0}) {
+    TaskRecord task = Reminder(L"a", L"b");
+    task.LastRun = task.NextRun = bad;
+    EXPECT_EQ(LineOf(task), L"0|30|1|3\ta\tb\t上午 12:00:00\t上午 12:00:00\r\n") << bad;
+  }
+}
+
+// Letters, blanks and everything that means something to the file.
+std::wstring RandomText(std::mt19937& random) {
+  static constexpr std::wstring_view kUnits = L"ab喝 |\\\t\r\n\u3000\xD83D";
+  std::wstring text(random() % 8, L'\0');
+  for (wchar_t& unit : text) unit = kUnits[random() % kUnits.size()];
+  return text;
+}
+
+TaskRecord RandomTask(std::mt19937& random) {
+  TaskRecord task = Reminder(RandomText(random), RandomText(random));
+  std::uniform_int_distribution<std::int64_t> seconds(SecondsFromSerial(At(1000, 1, 1)),
+                                                      kLastSecond);
+  task.Enabled = random() % 2 == 0;
+  task.MediaType = static_cast<std::int32_t>(random());
+  task.IntervalUnit = static_cast<std::int32_t>(random() % 4);
+  task.Interval = static_cast<std::int32_t>(random() % 100);
+  task.LastRun = SerialFromSeconds(seconds(random));
+  task.NextRun = SerialFromSeconds(seconds(random));
+  return task;
+}
+
+TEST(TaskListWritingTest, IsReadBackAndWrittenTheSame) {
+  std::mt19937 random(5);
+  for (int i = 0; i < 300; ++i) {
+    const TaskList tasks = {RandomTask(random), RandomTask(random), RandomTask(random)};
+    for (const HostLocale* locale : {&ZhTw(), &ZhTwUnderWine(), &EnUs()}) {
+      // The first day there is: no next run lies before it.
+      const TaskListReading reading =
+          ReadTaskListText(Text(tasks, *locale), HostDateReader(*locale), At(1000, 1, 1));
+      ASSERT_FALSE(reading.hasLoss);
+      ASSERT_EQ(reading.tasks.size(), tasks.size());
+      ASSERT_EQ(reading.tasks[2].MediaType, tasks[2].MediaType);
+      ASSERT_EQ(reading.tasks[2].NextRun, tasks[2].NextRun);
+      ASSERT_EQ(Bytes(reading.tasks, *locale), Bytes(tasks, *locale));
+    }
+  }
+}
+
+}  // namespace
+}  // namespace tellurvane
