@@ -1,0 +1,89 @@
+#!/usr/bin/python3
+"""Prints the figures of scripts/bench as one table. Exit code 1 when one is over its bar."""
+
+import json
+import sys
+from pathlib import Path
+
+MEGABYTE = 1_000_000
+
+
+def rules_rows(folder):
+    """From Google Benchmark: the medians of processor time, in nanoseconds."""
+    units = {"ns": 1, "us": 1e3, "ms": 1e6}
+    runs = json.loads((folder / "rules.json").read_text())["benchmarks"]
+    medians = {run["run_name"]: run for run in runs if run.get("aggregate_name") == "median"}
+
+    def time(name):
+        return medians[name]["cpu_time"] * units[medians[name]["time_unit"]]
+
+    bare = time("bare_read")
+    young, old = time("catch_up/1"), time("catch_up/5256000")
+    yield "tasks in a full list", medians["bare_read"]["tasks"], "tasks", None
+    yield "bare read of its file", bare / 1e6, "ms", None
+    yield "load", time("load") / bare, "x bare read", 12
+    yield "save", time("save") / bare, "x bare read", None
+    yield "tick", time("tick") / bare, "x bare read", None
+    yield "tick of 50,000 idle tasks", time("tick_50000") / 1e6, "ms", 1
+    yield "catch-up, one minute behind", young, "ns", None
+    yield "catch-up, ten years behind", old, "ns", None
+    yield "ten years beside one minute", old / young, "x", None
+
+
+def wine_rows(figures):
+    """The same under Wine: medians of elapsed time, the wait for the disk included."""
+    def time(name):
+        return figures["list"][name]["median"]
+
+    bare = time("bare_read")
+    yield "tasks in a full list", time("tasks"), "tasks", None
+    yield "bare read of its file", bare / 1e6, "ms", None
+    yield "load", time("load") / bare, "x bare read", 12
+    yield "of it waiting for the disk", time("load_flush") / bare, "x bare read", None
+    yield "save", time("save") / bare, "x bare read", None
+    yield "tick", time("tick") / bare, "x bare read", None
+    yield "tick of 50,000 idle tasks", time("tick_50000") / 1e6, "ms", None
+
+
+def program_rows(figures):
+    """The program beside a window with nothing in it."""
+    empty, program = figures["start"]["EmptyWindow"], figures["start"]["FrmMain"]
+    yield "start to window, empty window", empty["median"] / 1e6, "ms", None
+    yield "start to window, Tellurvane", program["median"] / 1e6, "ms", None
+    yield "start over the empty window", (program["median"] - empty["median"]) / 1e6, "ms", 50
+    # On a busy machine the medians wander, and this tells by how much.
+    fastest = (program["minimum"] - empty["minimum"]) / 1e6
+    yield "the same between the fastest starts", fastest, "ms", None
+    for name in ("EmptyWindow", "Tellurvane"):
+        at_rest = figures["idle"][name]
+        bar = 0.1 if name == "Tellurvane" else None
+        yield f"idle, {name}", at_rest["share"] * 100, "% of a core", bar
+        for kind, size in at_rest["memory"].items():
+            yield f"{kind} memory, {name}", size / MEGABYTE, "MB", None
+    yield "size of Tellurvane.exe", figures["size"] / MEGABYTE, "MB", 1
+
+
+def shown(value):
+    if value >= 1000:
+        return f"{value:,.0f}"
+    return f"{value:.3f}" if abs(value) < 1 else f"{value:.1f}"
+
+
+def main():
+    folder = Path(sys.argv[1])
+    figures = json.loads((folder / "desktop.json").read_text())
+    rows = [("host: " + row[0], *row[1:]) for row in rules_rows(folder)]
+    rows += [("Wine: " + row[0], *row[1:]) for row in (*wine_rows(figures), *program_rows(figures))]
+
+    print(f"{'name':44}{'value':>10} {'unit or ratio':14}{'bar':>8}")
+    misses = 0
+    for name, value, unit, bar in rows:
+        verdict = "" if bar is None else "ok" if value <= bar else "over"
+        misses += verdict == "over"
+        limit = "" if bar is None else f"<= {bar:g}"
+        print(f"{name:44}{shown(value):>10} {unit:14}{limit:>8} {verdict}".rstrip())
+    return 1 if misses else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
