@@ -1,0 +1,45 @@
+"""What every test of the whole program starts with, and what is kept when one fails."""
+
+import os
+import shutil
+from pathlib import Path
+
+import pytest
+
+import harness
+
+
+@pytest.fixture
+def folder(tmp_path):
+    """A fresh folder with the program in it. Whatever was started from it ends with the test."""
+    made = harness.Folder(tmp_path)
+    yield made
+    harness.end_all_in(made)
+    shutil.rmtree(tmp_path, ignore_errors=True)
+
+
+@pytest.fixture
+def start(folder):
+    """Starts the program in the folder; one that ends unnoticed by the test fails it."""
+    programs = []
+
+    def start_one(**options):
+        programs.append(harness.Program(folder, **options))
+        return programs[-1]
+
+    yield start_one
+    surprises = [program.code() for program in programs
+                 if not program.concluded and program.code() is not None]
+    for program in programs:
+        if program.code() is None:
+            program.kill()
+    assert not surprises, f"ended by itself with code {surprises}"
+
+
+@pytest.hookimpl(hookwrapper=True)
+def pytest_runtest_makereport(item, call):
+    outcome = yield
+    kept = os.environ.get("TELLURVANE_FAILURES")
+    if kept and call.when == "call" and outcome.get_result().failed:
+        name = "".join(c if c.isalnum() else "-" for c in item.nodeid.rpartition("/")[2])
+        harness.screenshot(Path(kept) / f"{name}-{harness.LOCALE}.png")

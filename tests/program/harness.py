@@ -1,0 +1,194 @@
+"""Drives the unmodified program under Wine as a user would: real files, windows, clicks, keys."""
+
+import json
+import os
+import shutil
+import signal
+import subprocess
+import time
+from pathlib import Path
+
+BINARIES = Path(os.environ["TELLURVANE_BINARIES"])
+LOCALE = os.environ["LC_ALL"].partition(".")[0]
+DEADLINE = 30  # seconds for anything to happen; long, because the machine may be busy
+MARK = b"\xff\xfe"
+
+SETTINGS = {
+    "SavedVolume": "50", "TimeForm": "0", "SongLoop": "0", "StartPlay": "0",
+    "FilesPath": "C:\\音樂\\", "HinetUrl": "mms://host/RA",
+}
+
+
+def until(condition, what, deadline=DEADLINE):
+    """Asks until the answer is true, and returns it."""
+    end = time.monotonic() + deadline
+    while not (answer := condition()):
+        assert time.monotonic() < end, f"waited {deadline} s in vain: {what}"
+        time.sleep(0.02)
+    return answer
+
+
+def run(*command, **options):
+    """The standard output of a command."""
+    return subprocess.run([str(part) for part in command], check=False, stdin=subprocess.DEVNULL,
+                          stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, timeout=DEADLINE,
+                          **options).stdout.decode(errors="replace")
+
+
+def windows_path(path):
+    return "Z:" + str(path).replace("/", "\\")
+
+
+def click(x, y):
+    run("xdotool", "mousemove", int(x), int(y), "click", "1")
+
+
+def screenshot(path):
+    run("import", "-window", "root", path)
+
+
+class Folder:
+    """A folder with the program and its files, as after an installation."""
+
+    def __init__(self, path):
+        # Blanks and characters outside ASCII, as in many a user's folder.
+        self.path = path / "我的 Tellurvane"
+        self.path.mkdir()
+        self.executable = self.add("Tellurvane.exe")
+        self.settings = self.path / "Setting.ini"
+        self.list = self.path / "JobList.dbs"
+        self.write_settings(SETTINGS)
+
+    def add(self, binary, name=None):
+        """Copies one of the built files here."""
+        return Path(shutil.copy(BINARIES / binary, self.path / (name or binary)))
+
+    def write_settings(self, values):
+        lines = [f"{key}={value}" for key, value in values.items()]
+        self.settings.write_bytes(MARK + "\r\n".join(["[Setting]", *lines, ""]).encode("utf-16-le"))
+
+    def settings_text(self):
+        return self.settings.read_bytes().removeprefix(MARK).decode("utf-16-le")
+
+    def backups(self):
+        return sorted(self.path.glob("JobList.dbs.*.bak"))
+
+    def names(self):
+        return sorted(entry.name for entry in self.path.iterdir())
+
+
+class Program:
+    """One run of the program."""
+
+    def __init__(self, folder, cwd=None, locale=LOCALE, trace=None, environment=None):
+        environment = os.environ | {"LC_ALL": f"{locale}.UTF-8"} | (environment or {})
+        self.folder = folder
+        self.trace = trace
+        self.concluded = False  # the test has seen its end
+        self.begun = time.monotonic()
+        if trace:
+            environment["WINEDEBUG"] = "+relay"
+        with open(trace or os.devnull, "wb") as log:
+            self.process = subprocess.Popen(
+                ["wine", str(folder.executable)], cwd=cwd or folder.path, env=environment,
+                stdin=subprocess.DEVNULL, stdout=log, stderr=log)
+
+    def started(self):
+        """Waits until the main window stands; by then the list has been loaded and rewritten."""
+        until(lambda: self.code() is not None or self.on_screen(), "the main window")
+        assert self.code() is None, f"the program ended with code {self.code()}"
+        return self
+
+    def age(self):
+        """Seconds since it was started."""
+        return time.monotonic() - self.begun
+
+    def code(self):
+        """The exit code; none while it runs."""
+        return self.process.poll()
+
+    def wait(self, deadline=DEADLINE):
+        """Waits for the end and returns the exit code."""
+        until(lambda: self.code() is not None, "the end of the program", deadline)
+        self.concluded = True
+        return self.code()
+
+    def kill(self):
+        """Ends it as a power failure would."""
+        self.process.send_signal(signal.SIGKILL)
+        self.process.wait()
+        self.concluded = True
+
+    def on_screen(self):
+        """The window system's ids of its visible windows."""
+        return run("xdotool", "search", "--all", "--onlyvisible", "--pid", self.process.pid,
+                   "--name", "").split()
+
+    def windows(self):
+        """Its visible top-level windows with their children, the foremost first."""
+        lines = run("wine", BINARIES / "ListWindows.exe", windows_path(self.folder.path))
+        windows = [json.loads(line) for line in lines.splitlines()]
+        return [window for window in windows if window["visible"] and window["class"] != "IME"]
+
+    def child(self, text, window_class=None):
+        """Waits for a visible, enabled control by its text."""
+        def find():
+            return next((child for window in self.windows() for child in window["children"]
+                         if child["text"] == text and child["visible"] and child["enabled"]
+                         and window_class in (None, child["class"])), None)
+        return until(find, f"a control {text}")
+
+    def exit(self):
+        """Leaves by the exit command, as a user does, and returns the exit code."""
+        self.show_again()
+        self.click(self.child("離 開", "Button"))
+        return self.wait()
+
+    def click(self, control):
+        """Clicks a control of windows(), once no other window stands before it."""
+        left, top, right, bottom = control["rect"]
+        x, y = (left + right) // 2, (top + bottom) // 2
+        frames = [run("xwininfo", "-tree", "-id", window).partition("Parent window id: ")[2].split()
+                  for window in self.on_screen()]
+
+        def is_before_us():
+            run("xdotool", "mousemove", x, y)
+            at = run("xdotool", "getmouselocation", "--shell").partition("WINDOW=")[2]
+            return int(at) in [int(frame[0], 16) for frame in frames]
+
+        until(is_before_us, "a window of the program under the pointer")
+        click(x, y)
+
+    def click_close_box(self):
+        """The rightmost button of the frame that the window manager draws round the window."""
+        facts = run("xwininfo", "-id", self.on_screen()[0])
+        left, top, width = (int(facts.partition(f"{name}:")[2].split()[0]) for name in (
+            "Absolute upper-left X", "Absolute upper-left Y", "Width"))
+        click(left + width - 11, top - 11)
+
+    def press(self, key):
+        run("xdotool", "windowactivate", "--sync", self.on_screen()[0], "key", key)
+
+    def show_again(self):
+        """Brings the main window back when it has been put away."""
+        if not self.on_screen():
+            window = run("xdotool", "search", "--all", "--pid", self.process.pid, "--name",
+                         "^Tellurvane$").split()[0]
+            run("xdotool", "windowactivate", window)
+            until(self.on_screen, "the main window again")
+
+
+def end_all_in(folder):
+    """Ends whatever was started from a folder and still runs."""
+    for entry in Path("/proc").iterdir():
+        if not entry.name.isdigit():
+            continue
+        try:
+            command = (entry / "cmdline").read_bytes().decode(errors="replace")
+        except OSError:
+            continue
+        if windows_path(folder.path) in command or str(folder.executable) in command:
+            try:
+                os.kill(int(entry.name), signal.SIGKILL)
+            except ProcessLookupError:
+                pass
