@@ -48,6 +48,11 @@ double LinearDays(DateSerial serial) {
 
 }  // namespace
 
+DaySecond DayAndSecond(std::int64_t seconds) {
+  const std::int64_t ofDay = (seconds % kSecondsPerDay + kSecondsPerDay) % kSecondsPerDay;
+  return {(seconds - ofDay) / kSecondsPerDay, ofDay};
+}
+
 bool IsDateSerial(double value) {
   if (!std::isfinite(value)) return false;
   if (std::abs(value) > 3e6) return false;
@@ -66,13 +71,7 @@ std::optional<DateSerial> SerialFromCivil(const CivilDateTime& civil) {
 }
 
 CivilDateTime CivilFromSerial(DateSerial serial) {
-  const std::int64_t seconds = SecondsFromSerial(serial);
-  std::int64_t day = seconds / kSecondsPerDay;
-  std::int64_t ofDay = seconds % kSecondsPerDay;
-  if (ofDay < 0) {
-    ofDay += kSecondsPerDay;
-    --day;
-  }
+  const auto [day, ofDay] = DayAndSecond(SecondsFromSerial(serial));
   CivilDateTime civil;
   CivilFromDays(day - kDaysFromCivilEpoch, civil);
   civil.hour = static_cast<int>(ofDay / 3'600);
@@ -86,12 +85,7 @@ std::int64_t SecondsFromSerial(DateSerial serial) {
 }
 
 DateSerial SerialFromSeconds(std::int64_t seconds) {
-  std::int64_t day = seconds / kSecondsPerDay;
-  std::int64_t ofDay = seconds % kSecondsPerDay;
-  if (ofDay < 0) {
-    ofDay += kSecondsPerDay;
-    --day;
-  }
+  const auto [day, ofDay] = DayAndSecond(seconds);
   const double fraction = static_cast<double>(ofDay) / static_cast<double>(kSecondsPerDay);
   return day < 0 ? static_cast<double>(day) - fraction : static_cast<double>(day) + fraction;
 }

@@ -45,6 +45,13 @@ CivilDateTime CivilFromSerial(DateSerial serial);
 std::int64_t SecondsFromSerial(DateSerial serial);
 DateSerial SerialFromSeconds(std::int64_t seconds);
 
+// The day since the zero day, and the second of that day, of a number of whole seconds.
+struct DaySecond {
+  std::int64_t day = 0;
+  std::int64_t second = 0;  // 0 to 86,399
+};
+DaySecond DayAndSecond(std::int64_t seconds);
+
 // Whether the one moment lies before the other. Plain comparison is wrong before the zero day.
 bool IsEarlier(DateSerial left, DateSerial right);
 

@@ -4,7 +4,7 @@ namespace tellurvane {
 
 void JoinedDates::Append(std::wstring& text, DateSerial date) {
   const std::int64_t seconds = SecondsFromSerial(date);
-  const std::int64_t secondOfDay = (seconds % kSecondsPerDay + kSecondsPerDay) % kSecondsPerDay;
+  const std::int64_t secondOfDay = DayAndSecond(seconds).second;
   const std::int64_t firstSecond = seconds - secondOfDay;
   // Midnight and the zero day have one text only, and how a part of a second is rounded is the
   // writer's own affair.

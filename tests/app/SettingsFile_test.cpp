@@ -69,11 +69,15 @@ TEST_F(SettingsFileTest, CutsAValueAt127Units) {
   }
 }
 
-TEST_F(SettingsFileTest, OnIsExactlyOneSoTwoStaysTwo) {
+TEST_F(SettingsFileTest, TwoReadsAsOffAndSwitchingItOnWritesOne) {
   PutLine(L"SongLoop", L"SongLoop=2");
-  EXPECT_EQ(file_.ReadAll().SongLoop, 2);
+  const Settings settings = file_.ReadAll();
+  EXPECT_FALSE(IsOn(settings.SongLoop));
+  EXPECT_TRUE(file_.Write(L"SongLoop", Switched(settings.SongLoop)));
+  EXPECT_EQ(file_.Read(L"SongLoop"), L"1");
   PutLine(L"SongLoop", L"SongLoop= 1 ");
-  EXPECT_EQ(file_.ReadAll().SongLoop, 1);
+  EXPECT_TRUE(IsOn(file_.ReadAll().SongLoop));
+  EXPECT_EQ(Switched(1), 0);
 }
 
 // The platform strips the blanks round an unquoted value before we see it, and takes one pair of

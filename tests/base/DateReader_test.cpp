@@ -142,6 +142,24 @@ TEST(DateReaderTest, GoesOnWhereTheSystemKnowsNothing) {
   }
 }
 
+TEST(DateReaderTest, LeavesAUserWithoutAFormatToTheSystem) {
+  FakeSystem system{.answer = At(1999, 9, 9), .asked = {}};
+  const DateReader reader(std::nullopt, system.Reader());
+  EXPECT_EQ(reader.Read(L"2011/2/14"), At(1999, 9, 9));
+  EXPECT_EQ(system.asked, std::vector<std::wstring>{L"2011/2/14"});
+  system.answer = std::nullopt;
+  EXPECT_EQ(reader.Read(L"2011/2/14"), At(2011, 2, 14));
+  EXPECT_EQ(reader.Read(L"40588.5"), At(2011, 2, 14, 12));
+  EXPECT_EQ(reader.Read(L"40588,5"), std::nullopt);
+}
+
+TEST(DateReaderTest, RefusesWhatLiesBeforeTheYear1000WhoeverReadIt) {
+  EXPECT_EQ(HostDateReader(EnUs()).Read(L"12/31/999"), std::nullopt);
+  EXPECT_EQ(HostDateReader(EnUs()).Read(L"1/1/1000"), At(1000, 1, 1));
+  FakeSystem system{.answer = At(999, 12, 31), .asked = {}};
+  EXPECT_EQ(DateReader(ZhTw().format, system.Reader()).Read(L"long ago"), std::nullopt);
+}
+
 TEST(DateReaderTest, RoundsWhatTheSystemReadToWholeSeconds) {
   FakeSystem system{.answer = At(2011, 2, 14, 12) + 0.4 / 86'400, .asked = {}};
   EXPECT_EQ(DateReader(ZhTw().format, system.Reader()).Read(L"noon"), At(2011, 2, 14, 12));

@@ -213,6 +213,16 @@ TEST(ParseDateTextTest, AddsWhatTheCalendarCountsLess) {
   ExpectRead(thai, thaiRows);
 }
 
+TEST(ParseDateTextTest, TakesThreeDigitsInFrontForATaiwaneseYearWhoeverReads) {
+  const Row rows[] = {{L"115/11/20 15:20:05", At(2026, 11, 20, 15, 20, 5)},
+                      {L"100/2/14", At(2011, 2, 14)},
+                      {L"113/2/29", At(2024, 2, 29)},
+                      {L"114/2/29", std::nullopt}};
+  for (const DateFormat& format : {ZhTwFormat(), JaJpFormat(), EnUsFormat(), DeDeFormat()}) {
+    ExpectRead(format, rows);
+  }
+}
+
 TEST(ParseDateTextTest, PutsTwoDigitsIntoTheCenturyOfTheUser) {
   DateFormat format = EnUsFormat();
   const Row rows[] = {{L"2/14/11", At(2011, 2, 14)}, {L"2/14/49", At(2049, 2, 14)},

@@ -20,13 +20,14 @@ std::vector<DateSerial> Moments() {
                                      0.5,
                                      -1.5,
                                      At(1899, 12, 29),
-                                     At(100, 1, 1),
+                                     At(1000, 1, 1),
                                      At(2011, 2, 14),
                                      At(2011, 2, 14, 12),
                                      At(2011, 2, 14, 0, 0, 1),
                                      At(9999, 12, 31, 23, 59, 59)};
   std::mt19937 random(7);
-  std::uniform_int_distribution<std::int64_t> seconds(kFirstSecond, kLastSecond);
+  std::uniform_int_distribution<std::int64_t> seconds(SecondsFromSerial(At(1000, 1, 1)),
+                                                      kLastSecond);
   for (int i = 0; i < 500; ++i) moments.push_back(SerialFromSeconds(seconds(random)));
   return moments;
 }

@@ -9,8 +9,16 @@ import pytest
 import harness
 
 
+@pytest.fixture(scope="session")
+def warm_up(tmp_path_factory):
+    """The first start after the system's is slow and would tell nothing about the others."""
+    for name in ("cold", "warm"):
+        made = harness.Folder(tmp_path_factory.mktemp(name))
+        harness.Program(made).started().kill()
+
+
 @pytest.fixture
-def folder(tmp_path):
+def folder(tmp_path, warm_up):
     """A fresh folder with the program in it. Whatever was started from it ends with the test."""
     made = harness.Folder(tmp_path)
     yield made

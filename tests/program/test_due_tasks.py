@@ -1,11 +1,11 @@
 """Tasks that fall due while the program runs."""
 
+import math
 from datetime import datetime, timedelta
 
-from harness import until, windows_path
+from harness import Program, until, windows_path
 from joblist import APPLICATION, MINUTES, Task, list_bytes, now, read_tasks
 
-SOON = timedelta(seconds=3)  # long enough for the program to start
 NEVER_RUN = datetime(2011, 2, 14, 12)
 
 
@@ -31,6 +31,11 @@ class Probes:
         return [tuple(line.split("=", 1)) for line in lines]
 
 
+def soon():
+    """A moment that comes after the program has started, but not long after."""
+    return now() + timedelta(seconds=6 + math.ceil(3 * Program.seconds_to_start))
+
+
 def task(name, source, moment, **facts):
     return Task(name, source, moment, NEVER_RUN, MINUTES, 5, media_type=APPLICATION, **facts)
 
@@ -50,7 +55,7 @@ def started_at(report):
 
 def test_two_due_tasks_start_in_list_order_within_two_seconds(folder, start):
     probes = Probes(folder)
-    moment = now() + SOON
+    moment = soon()
     folder.list.write_bytes(list_bytes(
         task("一", probes.command("first"), moment), task("二", probes.command("second"), moment)))
     start().started()
@@ -67,7 +72,7 @@ def test_two_due_tasks_start_in_list_order_within_two_seconds(folder, start):
 
 def test_a_disabled_due_task_is_only_moved(folder, start):
     probes = Probes(folder)
-    moment = now() + SOON
+    moment = soon()
     folder.list.write_bytes(list_bytes(
         task("停用", probes.command("disabled"), moment, enabled=False),
         task("啟用", probes.command("enabled"), moment)))
@@ -83,7 +88,7 @@ def test_a_disabled_due_task_is_only_moved(folder, start):
 
 def test_a_task_that_was_missed_is_moved_and_not_run_late(folder, start):
     probes = Probes(folder)
-    missed, moment = now() - timedelta(minutes=7), now() + SOON
+    missed, moment = now() - timedelta(minutes=7), soon()
     folder.list.write_bytes(list_bytes(
         task("錯過", probes.command("missed"), missed), task("到期", probes.command("due"), moment)))
     start().started()
@@ -98,7 +103,7 @@ def test_a_task_that_was_missed_is_moved_and_not_run_late(folder, start):
 def test_a_command_gets_its_arguments_chinese_and_quoted_ones_included(folder, start):
     probes = Probes(folder)
     command = probes.command("report", ' 播放 "兩個 字" a\\b 100%')
-    folder.list.write_bytes(list_bytes(task("命令", command, now() + SOON)))
+    folder.list.write_bytes(list_bytes(task("命令", command, soon())))
     start().started()
     report = probes.report("report")
     assert ("command", command) in report
@@ -113,7 +118,7 @@ def test_a_document_starts_nothing_and_the_run_is_recorded(folder, start):
     probes = Probes(folder)
     document = folder.path / "文件.txt"
     document.write_text("text")
-    moment = now() + SOON
+    moment = soon()
     folder.list.write_bytes(list_bytes(
         task("文件", windows_path(document), moment),
         task("不存在", windows_path(folder.path / "none.exe"), moment),
@@ -131,7 +136,7 @@ def test_a_document_starts_nothing_and_the_run_is_recorded(folder, start):
 
 def test_what_a_console_program_writes_goes_nowhere_and_harms_nobody(folder, start):
     probes = Probes(folder)
-    moment = now() + SOON
+    moment = soon()
     folder.list.write_bytes(list_bytes(
         task("話多", probes.command("noisy", " write=1000000"), moment),
         task("之後", probes.command("after"), moment + timedelta(seconds=2))))
@@ -146,7 +151,7 @@ def test_what_a_console_program_writes_goes_nowhere_and_harms_nobody(folder, sta
 def test_a_kill_while_tasks_run_leaves_the_list_whole(folder, start):
     probes = Probes(folder)
     for _ in range(3):
-        moment = now() + SOON
+        moment = soon()
         tasks = [task(f"第{i}項", probes.command(f"report{i}"), moment) for i in range(10)]
         folder.list.write_bytes(list_bytes(*tasks))
         program = start().started()

@@ -161,6 +161,25 @@ TEST(TaskListFileFaultsTest, AFileThatCannotBeReadIsKeptBeforeItIsReplaced) {
   }
 }
 
+TEST(TaskListFileFaultsTest, SavesThatFailDoNotPileUpBackups) {
+  for (const char* const operation : {"create", "write", "flush", "close", "move"}) {
+    int seen = 0;
+    for (int first = 4; first < 9; ++first) {
+      TaskListRig rig(Lossy());
+      rig.files.SetFaults({.first = first});
+      TaskList tasks;
+      EXPECT_TRUE(rig.file.Load(tasks));
+      if (!Failed(rig, operation)) continue;
+      ++seen;
+      EXPECT_EQ(rig.Bytes(), Lossy()) << operation;
+      EXPECT_TRUE(rig.Backups().empty()) << operation << ": the file itself still stands";
+      EXPECT_TRUE(rig.file.Save(tasks));
+      EXPECT_EQ(rig.Backups(), std::vector{Lossy()}) << operation;
+    }
+    EXPECT_EQ(seen, 1) << operation;
+  }
+}
+
 TEST(TaskListFileFaultsTest, ABackupThatFailedIsMadeUpForByTheNextSave) {
   TaskListRig rig(Lossy());
   rig.files.SetFaults({.first = 3});

@@ -99,6 +99,15 @@ TEST(TaskListFileTest, RewritesAnAnsiFileAsUtf16) {
   EXPECT_TRUE(rig.Backups().empty()) << "nothing was dropped";
 }
 
+TEST(TaskListFileTest, KeepsBytesThatTheTextDoesNotSayInFull) {
+  const std::string bytes = "0|30|1|3\t\xE9t\xE9\tsource\t2011/2/13\t2011/2/15";
+  TaskListRig rig(bytes);
+  rig.isAnsiLossy = true;
+  TaskList tasks;
+  EXPECT_TRUE(rig.file.Load(tasks));
+  EXPECT_EQ(rig.Backups(), std::vector{bytes});
+}
+
 TEST(TaskListFileTest, WritesBackWhatItHasReadInItsOwnWay) {
   TaskListRig rig(Utf16(L"&H0|2.5|True|3\t  a \t b \t40588.5\t2011/2/14 上午 11:59:59\r\n\r\n"));
   TaskList tasks;

@@ -41,12 +41,12 @@ TaskListDialect TaskListRig::Dialect() {
           .writeDate = [this](std::wstring& text,
                               DateSerial date) { AppendHostDateText(text, date, *locale); },
           .decodeAnsi =
-              [](std::string_view bytes) {
+              [this](std::string_view bytes) {
                 std::wstring text;
                 for (const char byte : bytes) {
                   text += static_cast<wchar_t>(static_cast<unsigned char>(byte));
                 }
-                return text;
+                return DecodedText(text, isAnsiLossy);
               }};
 }
 

@@ -36,6 +36,7 @@ struct TaskListRig {
   MemoryFiles files;
   DateSerial now = At(2011, 2, 14, 12);
   const HostLocale* locale = &ZhTw();
+  bool isAnsiLossy = false;
   TaskListFile file{files, kListPath, Dialect(), [this] { return now; }};
 
  private:

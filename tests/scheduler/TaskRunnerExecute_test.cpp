@@ -181,6 +181,21 @@ TEST(TaskRunnerRunNowTest, RecordsNothingWhenTheListWasReplacedMeanwhile) {
   EXPECT_TRUE(rig.tasks.empty());
 }
 
+TEST(TaskRunnerExecuteTest, RecordsTheRunOnTheSameTaskOfAListThatWasLoadedMeanwhile) {
+  for (const bool isSame : {true, false}) {
+    RunnerRig rig;
+    rig.Add(kApplication, L"tool").Name = L"old";
+    rig.on["command"] = [&] {
+      rig.tasks = TaskList(1, rig.tasks[0]);
+      if (!isSame) rig.tasks[0].Name = L"another";
+    };
+    rig.runner.Execute(0);
+    EXPECT_EQ(rig.tasks[0].LastRun, isSame ? rig.now : 0);
+    EXPECT_EQ(rig.tasks[0].NextRun, At(2011, 2, 14, 12, isSame ? 30 : 0));
+    EXPECT_EQ(rig.calls, (Calls{"stop", "command tool", "save"}));
+  }
+}
+
 TEST(TaskRunnerSwitchEnabledTest, SwitchesTheTaskRefreshesItsRowAndSaves) {
   RunnerRig rig;
   rig.Add(kApplication, L"tool").Enabled = true;
