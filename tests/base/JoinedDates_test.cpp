@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <random>
 
 #include "tests/support/HostDates.h"
@@ -74,12 +75,15 @@ TEST(JoinedDatesTest, WritesWhatAnyOtherWriterWrites) {
 }
 
 TEST(JoinedDatesTest, LeavesPartsOfASecondToTheWriter) {
+  // One that cuts them off, where ours are rounded.
   const DateWriter writer = [](std::wstring& text, DateSerial date) {
-    text += std::to_wstring(date);
+    const double seconds = std::floor(date * static_cast<double>(kSecondsPerDay) + 0.01);
+    AppendHostDateText(text, SerialFromSeconds(static_cast<std::int64_t>(seconds)), EnUs());
   };
   JoinedDates dates(writer);
-  const DateSerial odd = At(2011, 2, 14, 12) + 0.3 / 86'400;
-  EXPECT_EQ(Joined(dates, odd), std::to_wstring(odd));
+  EXPECT_EQ(Joined(dates, At(2011, 2, 14, 15)), L"2/14/2011 3:00:00 PM");
+  EXPECT_EQ(Joined(dates, At(2011, 2, 14, 15) + 0.7 / 86'400), L"2/14/2011 3:00:00 PM");
+  EXPECT_EQ(Joined(dates, At(2011, 2, 14, 15, 0, 1)), L"2/14/2011 3:00:01 PM");
 }
 
 TEST(JoinedDatesTest, AsksForEachDayAndEachTimeOnce) {

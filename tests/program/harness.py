@@ -10,7 +10,7 @@ from pathlib import Path
 
 BINARIES = Path(os.environ["TELLURVANE_BINARIES"])
 LOCALE = os.environ["LC_ALL"].partition(".")[0]
-DEADLINE = 30  # seconds for anything to happen; long, because the machine may be busy
+DEADLINE = 60  # seconds for anything to happen; long, because the machine may be busy
 MARK = b"\xff\xfe"
 
 SETTINGS = {
