@@ -144,20 +144,32 @@ class Program:
     def exit(self):
         """Leaves by the exit command, as a user does, and returns the exit code."""
         self.show_again()
-        self.click(self.child("離 開", "Button"))
+        button = self.child("離 開", "Button")
+
+        def has_left():
+            # A console window of some task that closes just then takes the click, or the focus
+            # in the middle of it; the user would click again.
+            self.click(button)
+            try:
+                self.process.wait(5)
+            except subprocess.TimeoutExpired:
+                return False
+            return True
+
+        until(has_left, "the end of the program")
         return self.wait()
 
     def click(self, control):
         """Clicks a control of windows(), once no other window stands before it."""
         left, top, right, bottom = control["rect"]
         x, y = (left + right) // 2, (top + bottom) // 2
-        frames = [run("xwininfo", "-tree", "-id", window).partition("Parent window id: ")[2].split()
-                  for window in self.on_screen()]
+        trees = [run("xwininfo", "-tree", "-id", window) for window in self.on_screen()]
+        frames = [int(tree.partition("Parent window id: ")[2].split()[0], 16) for tree in trees]
 
         def is_before_us():
             run("xdotool", "mousemove", x, y)
-            at = run("xdotool", "getmouselocation", "--shell").partition("WINDOW=")[2]
-            return int(at) in [int(frame[0], 16) for frame in frames]
+            at = run("xdotool", "getmouselocation", "--shell").partition("WINDOW=")[2].strip()
+            return at.isdigit() and int(at) in frames
 
         until(is_before_us, "a window of the program under the pointer")
         click(x, y)
