@@ -1,7 +1,9 @@
-// Ownership of the platform's handles.
+// Ownership of the platform's handles. Nothing else deletes, releases or closes them.
 #pragma once
 
 #include <windows.h>
+
+#include <commctrl.h>
 
 #include <utility>
 
@@ -24,7 +26,7 @@ class UniqueHandle {
   UniqueHandle& operator=(const UniqueHandle&) = delete;
   ~UniqueHandle() { Reset(); }
 
-  explicit operator bool() const { return handle_ != Traits::kNone; }
+  explicit operator bool() const { return handle_ != nullptr; }
   Type Get() const { return handle_; }
 
   // For calls that hand a handle out; what was owned before is given back first.
@@ -33,24 +35,92 @@ class UniqueHandle {
     return &handle_;
   }
 
-  Type Release() { return std::exchange(handle_, Traits::kNone); }
+  Type Release() { return std::exchange(handle_, nullptr); }
 
-  void Reset(Type handle = Traits::kNone) {
+  void Reset(Type handle = nullptr) {
     const Type old = std::exchange(handle_, handle);
-    if (old != Traits::kNone) Traits::Close(old);
+    if (old != nullptr) Traits::Close(old);
   }
 
  private:
-  Type handle_ = Traits::kNone;
+  Type handle_ = nullptr;
 };
 
 struct KernelHandleTraits {
   using Type = HANDLE;
-  static constexpr Type kNone = nullptr;
   static void Close(Type handle) { CloseHandle(handle); }
+};
+
+template <typename Handle>
+struct GdiObjectTraits {
+  using Type = Handle;
+  static void Close(Type handle) { DeleteObject(handle); }
+};
+
+struct MemoryDcTraits {
+  using Type = HDC;
+  static void Close(Type handle) { DeleteDC(handle); }
+};
+
+struct IconTraits {
+  using Type = HICON;
+  static void Close(Type handle) { DestroyIcon(handle); }
+};
+
+struct MenuTraits {
+  using Type = HMENU;
+  static void Close(Type handle) { DestroyMenu(handle); }
+};
+
+struct ModuleTraits {
+  using Type = HMODULE;
+  static void Close(Type handle) { FreeLibrary(handle); }
+};
+
+struct ImageListTraits {
+  using Type = HIMAGELIST;
+  static void Close(Type handle) { ImageList_Destroy(handle); }
 };
 
 // Processes, threads, pipe ends and mutexes. Files too, once INVALID_HANDLE_VALUE is ruled out.
 using UniqueKernelHandle = UniqueHandle<KernelHandleTraits>;
+using UniqueFont = UniqueHandle<GdiObjectTraits<HFONT>>;
+using UniqueBrush = UniqueHandle<GdiObjectTraits<HBRUSH>>;
+using UniquePen = UniqueHandle<GdiObjectTraits<HPEN>>;
+using UniqueBitmap = UniqueHandle<GdiObjectTraits<HBITMAP>>;
+using UniqueMemoryDc = UniqueHandle<MemoryDcTraits>;
+using UniqueIcon = UniqueHandle<IconTraits>;
+using UniqueMenu = UniqueHandle<MenuTraits>;
+using UniqueModule = UniqueHandle<ModuleTraits>;
+using UniqueImageList = UniqueHandle<ImageListTraits>;
+
+// An object selected into a device context, and the one before it selected back at the end.
+class SelectedObject {
+ public:
+  SelectedObject(HDC context, HGDIOBJ object)
+      : context_(context), previous_(SelectObject(context, object)) {}
+  SelectedObject(const SelectedObject&) = delete;
+  SelectedObject& operator=(const SelectedObject&) = delete;
+  ~SelectedObject() { SelectObject(context_, previous_); }
+
+ private:
+  HDC context_;
+  HGDIOBJ previous_;
+};
+
+// The device context of a window, or of the screen for none, for as long as this lives.
+class WindowDc {
+ public:
+  explicit WindowDc(HWND window) : window_(window), context_(GetDC(window)) {}
+  WindowDc(const WindowDc&) = delete;
+  WindowDc& operator=(const WindowDc&) = delete;
+  ~WindowDc() { ReleaseDC(window_, context_); }
+
+  HDC Get() const { return context_; }
+
+ private:
+  HWND window_;
+  HDC context_;
+};
 
 }  // namespace tellurvane

@@ -1,0 +1,285 @@
+#include "GalleryForm.h"
+
+#include "base/LocaleDates.h"
+#include "ui/ModTheme.h"
+#include "ui/Resource.h"
+#include "ui/Twips.h"
+#include "ui/clsPopupMenu.h"
+
+namespace tellurvane {
+namespace {
+
+constexpr Color kGround = 0xF4F4F4;
+constexpr Color kSelectionLight = 0xF8F0D8;
+constexpr Color kSelectionBase = 0xE0D080;
+constexpr Color kGreyText = 0x979797;
+constexpr int kRows = 1'000;
+constexpr int kRowHeight = 24;
+constexpr int kFirstIcon = 101;
+
+// Designed on a screen of 96 dpi; follows a denser one.
+int Px(int pixels) { return PixelsFromTwipsX(pixels * 15); }
+
+std::wstring RowText(int row) {
+  return L"第 " + std::to_wstring(row + 1) + L" 個排程專案：每天早上播放新聞";
+}
+
+}  // namespace
+
+void GalleryForm::Form_Load() {
+  ResizeInside(Px(900), Px(600));
+  MakeToolbar();
+  MakeControls();
+  MakeSliders();
+  MakeDates();
+  MakePicture();
+  MakeList();
+  MakeTrayIcon();
+  report_.Create({.parent = hwnd(),
+                  .x = Px(10),
+                  .y = Px(572),
+                  .width = Px(880),
+                  .height = Px(24),
+                  .backColor = kGround});
+  report_.Paint = [this](HDC target) {
+    ModTheme::Text(target, reported_, 2, 2, {}, {.size = static_cast<float>(Px(13))});
+  };
+  Report(L"按一下任何控制項試試看");
+}
+
+bool GalleryForm::Form_Unload() {
+  PostQuitMessage(0);
+  return true;
+}
+
+void GalleryForm::Report(const std::wstring& what) {
+  reported_ = what;
+  report_.Redraw();
+}
+
+void GalleryForm::MakeToolbar() {
+  toolbarHost_.Create({.parent = hwnd(),
+                       .x = Px(10),
+                       .y = Px(6),
+                       .width = Px(420),
+                       .height = Px(30),
+                       .backColor = kGround});
+  toolbar_.TargetPictureBox(toolbarHost_);
+  toolbar_.Create(16);
+  const UniqueBitmap images(static_cast<HBITMAP>(
+      LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(101), IMAGE_BITMAP, 0, 0, 0)));
+  toolbar_.AddBitmap(images.Get(), kWhite);
+  int image = 0;
+  for (const wchar_t* const text : {L"新 增", L"播 放", L"停 止", L"設 定", L"離 開"}) {
+    toolbar_.AddButton(image++, text, text);
+  }
+  toolbar_.Enabled(3, false);
+  toolbar_.ButtonClick = [this](int id) { ToolBar_ButtonClick(id); };
+}
+
+void GalleryForm::ToolBar_ButtonClick(int id) {
+  Report(L"按了工具列的第 " + std::to_wstring(id) + L" 個按鈕");
+  if (id == 4) ShowMenu();
+  if (id == 5) Unload();
+}
+
+void GalleryForm::ShowMenu() {
+  clsPopupMenu menu;
+  menu.AddMenuItem(L"開啟連續播放音樂", MF_STRING, 1);
+  menu.AddMenuItem(L"關閉 Windows 啟動後自動執行", MF_CHECKED, 2);
+  menu.AddMenuItem(L"", MF_SEPARATOR, 0);
+  menu.AddMenuItem(L"顯示小時鐘", MF_STRING, 3);
+  menu.SetMenuDefItem(0);
+  Report(L"選了選單的第 " + std::to_wstring(menu.TrackMenu(hwnd())) + L" 項");
+}
+
+GalleryForm::Hosted& GalleryForm::AddControl(ControlKind kind, int x, int y, int width, int height,
+                                             const std::wstring& text) {
+  Hosted& hosted = controls_.emplace_back();
+  hosted.host.Create({.parent = hwnd(),
+                      .x = Px(x),
+                      .y = Px(y),
+                      .width = Px(width),
+                      .height = Px(height),
+                      .backColor = kGround});
+  hosted.control.TargetPictureBox(hosted.host);
+  hosted.control.Create(kind);
+  if (!text.empty()) hosted.control.text(text);
+  hosted.control.Click = [this, text] { Report(L"按了「" + text + L"」"); };
+  return hosted;
+}
+
+void GalleryForm::MakeControls() {
+  const struct {
+    ControlKind kind;
+    int height;
+    const wchar_t* text;
+  } rows[] = {
+      {ControlKind::kLabel, 18, L"排程類型（標籤，相當長的中文說明文字）"},
+      {ControlKind::kCheckBox, 20, L"儲存後立即啟動音樂排程"},
+      {ControlKind::kOptionButton, 20, L"依照類型搜尋電台"},
+      {ControlKind::kPushButton, 26, L"確 定"},
+      {ControlKind::kEditBox, 22, L"新的排程專案"},
+      {ControlKind::kEditableComboBox, 24, L"可以輸入的清單"},
+      {ControlKind::kDropDownList, 24, L""},
+  };
+  int y = 46;
+  for (const auto& row : rows) {
+    for (const bool isEnabled : {true, false}) {
+      Hosted& hosted = AddControl(row.kind, isEnabled ? 10 : 240, y, 220, row.height, row.text);
+      for (const wchar_t* const item : {L"網路電台", L"本地音樂", L"應用程式", L"記事提醒"}) {
+        hosted.control.AddItem(item);
+      }
+      if (row.kind == ControlKind::kDropDownList) hosted.control.ListIndex(1);
+      if (row.kind == ControlKind::kEditBox) hosted.control.BorderStyle(1);
+      hosted.control.Checked(isEnabled);
+      hosted.control.Enabled(isEnabled);
+    }
+    y += row.height + 6;
+  }
+  int x = 10;
+  for (const ControlKind kind :
+       {ControlKind::kListBox, ControlKind::kMultiSelectListBox, ControlKind::kToggleSelectListBox,
+        ControlKind::kSortedListBox, ControlKind::kSimpleComboBox}) {
+    Hosted& hosted = AddControl(kind, x, y + 4, 84, 84, L"");
+    for (const wchar_t* const item : {L"古典音樂", L"爵士音樂", L"搖滾音樂", L"世界音樂"}) {
+      hosted.control.AddItem(item);
+    }
+    hosted.control.ListIndex(1);
+    if (kind != ControlKind::kSimpleComboBox) hosted.control.BorderStyle(1);
+    x += 91;
+  }
+  Hosted& note = controls_.emplace_back();
+  note.host.Create({.parent = hwnd(),
+                    .x = Px(10),
+                    .y = Px(y + 96),
+                    .width = Px(450),
+                    .height = Px(70),
+                    .backColor = kGround});
+  note.control.TargetPictureBox(note.host);
+  note.control.Multilin(1);
+  note.control.Create(ControlKind::kRichEditBox);
+  note.control.BorderStyle(1);
+  note.control.text(L"起來走一走\r\n順便喝杯水，看看窗外的風景。");
+}
+
+void GalleryForm::AddSlider(int x, int y, int width, double value, bool isEnabled) {
+  PictureBox& host = sliderHosts_.emplace_back();
+  host.Create({.parent = hwnd(),
+               .x = Px(x),
+               .y = Px(y),
+               .width = Px(width),
+               .height = Px(18),
+               .backColor = kGround,
+               .isTabStop = true});
+  clsProgress& slider = sliders_.emplace_back();
+  slider.TargetPictureBox(host);
+  slider.Create();
+  slider.Max(100);
+  slider.PostRender = [&slider](bool) {
+    slider.PrintText(std::to_wstring(static_cast<int>(slider.Value())) + L" %", kGreyText);
+  };
+  slider.Value(value);
+  slider.Enabled(isEnabled);
+  slider.PositionSetByMouse = [this](double now) {
+    Report(L"滑桿：" + std::to_wstring(static_cast<int>(now)));
+  };
+}
+
+void GalleryForm::MakeSliders() {
+  AddSlider(480, 46, 70, 80, true);
+  AddSlider(558, 46, 330, 37.5, true);
+  AddSlider(480, 70, 70, 0, true);
+  AddSlider(558, 70, 330, 62, false);
+}
+
+void GalleryForm::MakeDates() {
+  const auto now = SerialFromCivil({2026, 11, 21, 9, 5, 7});
+  for (size_t i = 0; i < dates_.size(); ++i) {
+    const bool isDate = i % 2 == 0;
+    dates_[i].Create(hwnd(), Px(isDate ? 480 : 700), Px(i < 2 ? 98 : 126), Px(isDate ? 210 : 188),
+                     Px(24), isDate);
+    dates_[i].Value(*now);
+    dates_[i].Enabled(i < 2);
+  }
+}
+
+void GalleryForm::MakePicture() {
+  for (size_t i = 0; i < icons_.size(); ++i) {
+    icons_[i].LoadFromData(ResourceBytes(kFirstIcon + static_cast<int>(i), L"CUSTOM"));
+  }
+  picture_.Create({.parent = hwnd(),
+                   .x = Px(480),
+                   .y = Px(160),
+                   .width = Px(408),
+                   .height = Px(150),
+                   .backColor = kWhite});
+  picture_.Paint = [this](HDC target) { Picture_Paint(target); };
+  picture_.Redraw();
+}
+
+void GalleryForm::Picture_Paint(HDC target) {
+  int x = Px(8);
+  for (const ClsIcon& icon : icons_) {
+    icon.Draw(target, x, Px(6), 1);
+    icon.Draw(target, x + 36, Px(6), 0);
+    x += 58;
+  }
+  ModTheme::SimpleHighlight(target, Px(8), Px(48), Px(190), Px(40), kSelectionLight,
+                            kSelectionBase);
+  ModTheme::RichHighlight(target, Px(208), Px(48), Px(190), Px(40), kSelectionLight,
+                          kSelectionBase);
+  ModTheme::Text(target, L"每 5 分鐘執行一次", Px(8), Px(54), {},
+                 {.size = static_cast<float>(Px(16)), .style = ModTheme::kBold});
+  ModTheme::Text(target, L"清晨新聞 Morning", Px(108), Px(54), {.text = ModTheme::kBlueText},
+                 {.size = static_cast<float>(Px(16))});
+  ModTheme::FramedBox(target, Px(8), Px(100), Px(190), Px(40), Rgb(206, 154, 0));
+  ModTheme::SolidFill(target, Px(208), Px(100), Px(190), Px(40), Rgb(0x4B, 0x00, 0x82));
+}
+
+void GalleryForm::MakeList() {
+  listHost_.Create(
+      {.parent = hwnd(), .x = Px(480), .y = Px(320), .width = Px(408), .height = Px(246)});
+  list_.Create(listHost_);
+  list_.ColumnAdd(L"專案名稱", Px(380));
+  list_.RowHeight(Px(kRowHeight));
+  list_.AutoDraw(true);
+  list_.OnData = [this](int row, int, LVITEMW& cell) { list_.GiveText(cell, RowText(row)); };
+  list_.CustomDraw = [this](NMLVCUSTOMDRAW& draw, LRESULT& result) {
+    ListView_CustomDraw(draw, result);
+  };
+  list_.ItemActivate = [this](int row) { Report(L"啟動「" + RowText(row) + L"」"); };
+  list_.ListCount(kRows);
+  list_.SetSelectList(2);
+}
+
+void GalleryForm::ListView_CustomDraw(NMLVCUSTOMDRAW& draw, LRESULT& result) {
+  if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) {
+    result = CDRF_NOTIFYITEMDRAW;
+    return;
+  }
+  if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return;
+  const int row = static_cast<int>(draw.nmcd.dwItemSpec);
+  const int width = listHost_.ScaleWidth();
+  const auto drawn = MemoryContext::Create(width, Px(kRowHeight));
+  if (!drawn) return;
+  const HDC target = drawn->Dc();
+  ModTheme::SolidFill(target, 0, 0, width, Px(kRowHeight), row % 2 == 0 ? 0xF7F7F7 : 0xEBEBEB);
+  if (row == list_.Selected()) {
+    ModTheme::RichHighlight(target, 0, 0, width, Px(kRowHeight), kSelectionLight, kSelectionBase);
+  }
+  icons_[static_cast<size_t>(row % 4)].Draw(target, Px(6), (Px(kRowHeight) - 16) / 2, 0);
+  ModTheme::Text(target, RowText(row), Px(14), Px(2), {}, {.size = static_cast<float>(Px(14))});
+  BitBlt(draw.nmcd.hdc, 0, list_.GetItemTop(row), width, Px(kRowHeight), target, 0, 0, SRCCOPY);
+  result = CDRF_SKIPDEFAULT;
+}
+
+void GalleryForm::MakeTrayIcon() {
+  trayIcon_.IconInit(*this);
+  trayIcon_.IconTip(L"Tellurvane");
+  trayIcon_.LButtonDown = [this] { Report(L"按了系統匣圖示的左鍵"); };
+  trayIcon_.RButtonDown = [this] { ShowMenu(); };
+  trayIcon_.IconAdd();
+}
+
+}  // namespace tellurvane

@@ -1,0 +1,32 @@
+// What must hold for icon data of any bytes; shared by the fuzz target and the tests.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "ui/IconDirectory.h"
+
+namespace tellurvane {
+
+// Parses the bytes and looks at every image. Says what is wrong; empty when nothing is.
+inline std::string IconDirectoryFault(std::string_view bytes) {
+  const auto entries = ParseIconDirectory(bytes);
+  if (!entries.empty() && bytes.size() < 6 + 16 * entries.size()) {
+    return "there are more entries than the bytes hold";
+  }
+  for (size_t i = 0; i < entries.size(); ++i) {
+    if (entries[i].width != static_cast<unsigned char>(bytes[6 + 16 * i])) {
+      return "an entry is not where it stands";
+    }
+    const std::string_view image = IconImage(bytes, entries[i]);
+    if (image.empty()) continue;
+    if (image.size() != entries[i].length) return "an image is cut";
+    if (image.data() != bytes.data() + entries[i].offset) return "an image is displaced";
+    if (image.data() + image.size() > bytes.data() + bytes.size()) return "an image is outside";
+    // Touched, for the sanitizer's sake.
+    if (std::string(image).size() != image.size()) return "an image cannot be read";
+  }
+  return {};
+}
+
+}  // namespace tellurvane

@@ -1,0 +1,246 @@
+#include "ui/ModTheme.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "UiTestSupport.h"
+
+namespace tellurvane {
+namespace {
+
+constexpr Color kGround = Rgb(255, 0, 255);
+
+// A picture in one colour to draw on.
+class Canvas {
+ public:
+  explicit Canvas(int width = 80, int height = 60, Color ground = kGround)
+      : picture_(MemoryContext::Create(width, height)), width_(width), height_(height) {
+    const RECT all = {0, 0, width, height};
+    const UniqueBrush brush(CreateSolidBrush(ground));
+    FillRect(Dc(), &all, brush.Get());
+  }
+
+  HDC Dc() const { return picture_->Dc(); }
+  Color At(int x, int y) const { return PixelOf(Dc(), x, y); }
+
+  // Whether no pixel outside the rectangle has changed.
+  bool IsGroundOutside(int x, int y, int width, int height) const {
+    for (int row = 0; row < height_; ++row) {
+      for (int column = 0; column < width_; ++column) {
+        const bool isInside = column >= x && column < x + width && row >= y && row < y + height;
+        if (!isInside && At(column, row) != kGround) return false;
+      }
+    }
+    return true;
+  }
+
+ private:
+  std::optional<MemoryContext> picture_;
+  int width_;
+  int height_;
+};
+
+// The colours of the highlights: red falls from light to base, green rises, blue stays.
+constexpr Color kLight = Rgb(255, 0, 100);
+constexpr Color kBase = Rgb(0, 255, 100);
+// A tenth part of black on the base: 255 * 245 / 255.
+constexpr Color kOuterPen = Rgb(0, 245, 96);
+// A tenth part of the light colour on white: 100 gives (255 * 245 + 100 * 10) / 255 = 248.9.
+constexpr Color kInnerPen = Rgb(255, 245, 249);
+
+TEST(ModThemeTest, TranslatesOnlyReferencesToSystemColors) {
+  EXPECT_EQ(ModTheme::TranslateColor(0x123456), 0x123456U);
+  EXPECT_EQ(ModTheme::TranslateColor(kWhite), kWhite);
+  for (const int index : {COLOR_WINDOW, COLOR_WINDOWTEXT, COLOR_BTNFACE, COLOR_HIGHLIGHT}) {
+    EXPECT_EQ(ModTheme::TranslateColor(0x80000000U | static_cast<Color>(index)),
+              GetSysColor(index));
+  }
+}
+
+TEST(ModThemeTest, DrawsABoxInItsFrame) {
+  const Canvas canvas;
+  ModTheme::FramedBox(canvas.Dc(), 10, 5, 30, 20, Rgb(0, 0, 255));
+  const Color inside = Rgb(155, 155, 255);
+  for (const auto& [x, y] : {std::pair(10, 5), {39, 5}, {10, 24}, {39, 24}, {25, 5}, {10, 12}}) {
+    EXPECT_EQ(canvas.At(x, y), Rgb(0, 0, 255)) << x << ", " << y;
+  }
+  for (const auto& [x, y] : {std::pair(11, 6), {38, 6}, {11, 23}, {38, 23}, {25, 12}}) {
+    EXPECT_EQ(canvas.At(x, y), inside) << x << ", " << y;
+  }
+  EXPECT_TRUE(canvas.IsGroundOutside(10, 5, 30, 20));
+}
+
+TEST(ModThemeTest, PutsTheOldPenAndBrushBack) {
+  const Canvas canvas;
+  const HGDIOBJ pen = GetCurrentObject(canvas.Dc(), OBJ_PEN);
+  const HGDIOBJ brush = GetCurrentObject(canvas.Dc(), OBJ_BRUSH);
+  ModTheme::FramedBox(canvas.Dc(), 10, 5, 30, 20, kBlack);
+  ModTheme::SimpleHighlight(canvas.Dc(), 0, 0, 30, 20, kLight, kBase);
+  ModTheme::RichHighlight(canvas.Dc(), 0, 0, 30, 20, kLight, kBase);
+  EXPECT_EQ(GetCurrentObject(canvas.Dc(), OBJ_PEN), pen);
+  EXPECT_EQ(GetCurrentObject(canvas.Dc(), OBJ_BRUSH), brush);
+}
+
+TEST(ModThemeTest, FillsARectangleOpaquely) {
+  const Canvas canvas;
+  ModTheme::SolidFill(canvas.Dc(), 10, 5, 30, 20, Rgb(1, 2, 3));
+  for (int y = 5; y < 25; ++y) {
+    for (int x = 10; x < 40; ++x) ASSERT_EQ(canvas.At(x, y), Rgb(1, 2, 3)) << x << ", " << y;
+  }
+  EXPECT_TRUE(canvas.IsGroundOutside(10, 5, 30, 20));
+}
+
+TEST(ModThemeTest, FillsAndHighlightsNothingWithoutASize) {
+  const Canvas canvas;
+  for (const auto& [width, height] : {std::pair(0, 10), {10, 0}, {-5, 10}, {10, -5}}) {
+    ModTheme::SolidFill(canvas.Dc(), 10, 5, width, height, kBlack);
+    ModTheme::SimpleHighlight(canvas.Dc(), 10, 5, width, height, kLight, kBase);
+    ModTheme::RichHighlight(canvas.Dc(), 10, 5, width, height, kLight, kBase);
+  }
+  EXPECT_TRUE(canvas.IsGroundOutside(0, 0, 0, 0));
+}
+
+TEST(ModThemeTest, TakesSystemColorsEverywhere) {
+  constexpr Color kReference = 0x80000000U | COLOR_HIGHLIGHT;
+  const Color highlight = GetSysColor(COLOR_HIGHLIGHT);
+  const Canvas byReference;
+  const Canvas byValue;
+  const auto drawAll = [](const Canvas& canvas, Color color) {
+    ModTheme::FramedBox(canvas.Dc(), 0, 0, 20, 20, color);
+    ModTheme::SolidFill(canvas.Dc(), 20, 0, 20, 20, color);
+    ModTheme::SimpleHighlight(canvas.Dc(), 0, 20, 20, 20, color, color);
+    ModTheme::RichHighlight(canvas.Dc(), 20, 20, 20, 20, color, color);
+  };
+  drawAll(byReference, kReference);
+  drawAll(byValue, highlight);
+  for (int y = 0; y < 40; ++y) {
+    for (int x = 0; x < 40; ++x) ASSERT_EQ(byReference.At(x, y), byValue.At(x, y)) << x << "," << y;
+  }
+}
+
+TEST(ModThemeTest, SimpleHighlightRunsFromNearTheMiddleColorToTheBase) {
+  const Canvas canvas;
+  ModTheme::SimpleHighlight(canvas.Dc(), 4, 3, 20, 10, kLight, kBase);
+  // The middle colour is 230, 25, 100. Row k of 10 has the opacity 25.5 k, halves to even: 26, 51,
+  // 76, 102, 128, 153, 178, 204, 230, 255. The frame covers the first and the last.
+  const int reds[] = {184, 161, 138, 115, 92, 69, 46, 23};
+  for (int row = 0; row < 8; ++row) {
+    EXPECT_EQ(canvas.At(12, 3 + 1 + row), Rgb(reds[row], 255 - reds[row], 100)) << row;
+  }
+}
+
+TEST(ModThemeTest, SimpleHighlightHasADoubleFrame) {
+  const Canvas canvas;
+  ModTheme::SimpleHighlight(canvas.Dc(), 4, 3, 20, 10, kLight, kBase);
+  for (int y = 4; y < 12; ++y) {
+    EXPECT_EQ(canvas.At(4, y), kInnerPen) << y;
+    EXPECT_EQ(canvas.At(22, y), kInnerPen) << y;
+    EXPECT_EQ(canvas.At(23, y), kOuterPen) << y;
+  }
+  for (int x = 5; x < 22; ++x) {
+    EXPECT_EQ(canvas.At(x, 3), kInnerPen) << x;
+    EXPECT_EQ(canvas.At(x, 12), kInnerPen) << x;
+  }
+  EXPECT_TRUE(canvas.IsGroundOutside(4, 3, 20, 10));
+}
+
+TEST(ModThemeTest, RichHighlightHasAGlossInItsUpperThird) {
+  const Canvas canvas;
+  ModTheme::RichHighlight(canvas.Dc(), 4, 3, 20, 12, kLight, kBase);
+  // The colours to blend are 230, 25, 100 and 100, 155, 100. Row 3 has the opacity 191 (255 * 3 /
+  // 4); rows 4 to 8 have 255 k / 8: 128, 159, 191, 223, 255. The frames cover the rest.
+  struct Row {
+    int y, red, green;
+  };
+  const Row rows[] = {{3, 133, 122}, {4, 50, 205}, {5, 62, 193},
+                      {6, 75, 180},  {7, 87, 168}, {8, 100, 155}};
+  for (const Row& row : rows) {
+    EXPECT_EQ(canvas.At(12, 3 + row.y), Rgb(row.red, row.green, 100)) << row.y;
+  }
+}
+
+TEST(ModThemeTest, RichHighlightGoesOnPastItsLowerColorNearTheBottom) {
+  const Canvas canvas;
+  ModTheme::RichHighlight(canvas.Dc(), 0, 0, 20, 30, kLight, kBase);
+  // Row 26 of 30: 255 * 26 / 20 = 331.5, halves to even, 332.
+  EXPECT_EQ(canvas.At(10, 26), Rgb(130, 125, 100));
+  // The rounded third belongs to the lower part: 255 * 10 / 20 = 127.5.
+  EXPECT_EQ(canvas.At(10, 10), Rgb(50, 205, 100));
+  EXPECT_EQ(canvas.At(10, 9), Rgb(113, 142, 100));
+}
+
+TEST(ModThemeTest, RichHighlightHasTwoFramesWithWhiteBetween) {
+  const Canvas canvas;
+  ModTheme::RichHighlight(canvas.Dc(), 4, 3, 20, 12, kLight, kBase);
+  EXPECT_EQ(canvas.At(12, 3), kOuterPen);
+  EXPECT_EQ(canvas.At(12, 14), kOuterPen);
+  EXPECT_EQ(canvas.At(4, 9), kOuterPen);
+  EXPECT_EQ(canvas.At(23, 9), kOuterPen);
+  EXPECT_EQ(canvas.At(12, 4), kWhite);
+  EXPECT_EQ(canvas.At(5, 9), kWhite);
+  EXPECT_EQ(canvas.At(12, 5), kInnerPen);
+  EXPECT_EQ(canvas.At(12, 12), kInnerPen);
+  EXPECT_EQ(canvas.At(6, 9), kInnerPen);
+  EXPECT_EQ(canvas.At(21, 9), kInnerPen);
+}
+
+TEST(ModThemeTest, RichHighlightShowsTheTargetThroughItsCorners) {
+  const Canvas canvas;
+  ModTheme::RichHighlight(canvas.Dc(), 4, 3, 20, 12, kLight, kBase);
+  for (const auto& [x, y] : {std::pair(0, 0), {19, 0}, {19, 11}, {0, 11}}) {
+    EXPECT_EQ(canvas.At(4 + x, 3 + y), kGround) << x << ", " << y;
+  }
+  for (const auto& [x, y] : {std::pair(1, 1), {18, 1}, {18, 10}, {1, 10}}) {
+    EXPECT_EQ(canvas.At(4 + x, 3 + y), kBase) << x << ", " << y;
+  }
+  EXPECT_TRUE(canvas.IsGroundOutside(4, 3, 20, 12));
+}
+
+TEST(ModThemeTest, MemoryContextIsAsLargeAsAskedForAndLikeTheDisplay) {
+  const auto made = MemoryContext::Create(7, 5);
+  ASSERT_TRUE(made);
+  BITMAP bitmap = {};
+  GetObjectW(made->Bitmap(), sizeof(bitmap), &bitmap);
+  EXPECT_EQ(bitmap.bmWidth, 7);
+  EXPECT_EQ(bitmap.bmHeight, 5);
+  const WindowDc screen(nullptr);
+  EXPECT_EQ(bitmap.bmBitsPixel, GetDeviceCaps(screen.Get(), BITSPIXEL));
+  EXPECT_EQ(GetCurrentObject(made->Dc(), OBJ_BITMAP), made->Bitmap());
+}
+
+constexpr int kAbsurd = 1 << 20;
+
+TEST(ModThemeTest, MemoryContextThatIsRefusedIsNothing) {
+  EXPECT_FALSE(MemoryContext::Create(kAbsurd, kAbsurd));
+  EXPECT_EQ(LeakedBy([] { MemoryContext::Create(kAbsurd, kAbsurd); }), ResourceCounts());
+}
+
+TEST(ModThemeTest, DrawsNothingWhereMemoryIsRefused) {
+  const Canvas canvas;
+  ModTheme::SolidFill(canvas.Dc(), 0, 0, kAbsurd, kAbsurd, kBlack);
+  EXPECT_TRUE(canvas.IsGroundOutside(0, 0, 0, 0));
+}
+
+TEST(ModThemeTest, ReplacedMemoryContextGivesItsOldPictureBack) {
+  EXPECT_EQ(LeakedBy([] {
+              auto made = MemoryContext::Create(10, 10);
+              made = MemoryContext::Create(20, 20);
+              EXPECT_EQ(GetCurrentObject(made->Dc(), OBJ_BITMAP), made->Bitmap());
+            }),
+            ResourceCounts());
+}
+
+TEST(ModThemeTest, LeavesNothingBehind) {
+  const Canvas canvas;
+  EXPECT_EQ(LeakedBy([&] {
+              ModTheme::FramedBox(canvas.Dc(), 10, 5, 30, 20, kBlack);
+              ModTheme::SolidFill(canvas.Dc(), 10, 5, 30, 20, kBlack);
+              ModTheme::SimpleHighlight(canvas.Dc(), 0, 0, 30, 20, kLight, kBase);
+              ModTheme::RichHighlight(canvas.Dc(), 0, 0, 30, 20, kLight, kBase);
+            }),
+            ResourceCounts());
+}
+
+}  // namespace
+}  // namespace tellurvane

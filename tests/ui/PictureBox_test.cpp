@@ -1,0 +1,143 @@
+#include "ui/PictureBox.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "UiTestSupport.h"
+#include "ui/Twips.h"
+
+namespace tellurvane {
+namespace {
+
+constexpr Color kRed = Rgb(255, 0, 0);
+constexpr Color kBlue = Rgb(0, 0, 255);
+
+class PictureBoxTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    box.Create(
+        {.parent = form.hwnd(), .x = 10, .y = 20, .width = 60, .height = 30, .backColor = kRed});
+  }
+
+  Color OnScreen(int x, int y) const {
+    const WindowDc screen(box.hwnd());
+    return PixelOf(screen.Get(), x, y);
+  }
+
+  TestForm form;
+  PictureBox box;
+};
+
+TEST_F(PictureBoxTest, StandsWhereItWasPutInItsBackColour) {
+  EXPECT_EQ(box.ScaleWidth(), 60);
+  EXPECT_EQ(box.ScaleHeight(), 30);
+  EXPECT_EQ(PixelOf(box.Dc(), 0, 0), kRed);
+  EXPECT_TRUE(PumpUntil([&] { return OnScreen(5, 5) == kRed; }));
+}
+
+TEST_F(PictureBoxTest, ShowsWhatWasDrawnOnceItIsRefreshed) {
+  SetPixel(box.Dc(), 3, 4, kBlue);
+  box.Refresh();
+  EXPECT_EQ(OnScreen(3, 4), kBlue);
+  EXPECT_EQ(OnScreen(4, 4), kRed);
+}
+
+TEST_F(PictureBoxTest, KeepsThePictureWhenTheScreenIsWipedOver) {
+  SetPixel(box.Dc(), 3, 4, kBlue);
+  box.Refresh();
+  {
+    const WindowDc screen(box.hwnd());
+    SetPixel(screen.Get(), 3, 4, kWhite);
+  }
+  box.Refresh({0, 0, 10, 10});
+  EXPECT_EQ(OnScreen(3, 4), kBlue);
+}
+
+TEST_F(PictureBoxTest, ClearsToItsBackColour) {
+  SetPixel(box.Dc(), 3, 4, kBlue);
+  box.Clear();
+  EXPECT_EQ(PixelOf(box.Dc(), 3, 4), kRed);
+}
+
+TEST_F(PictureBoxTest, IsPaintedAnewWhenItsSizeOrColourChanges) {
+  int paints = 0;
+  int resizes = 0;
+  box.Paint = [&](HDC target) {
+    ++paints;
+    SetPixel(target, 1, 1, kBlue);
+  };
+  box.Resize = [&] { ++resizes; };
+  box.Move(10, 20, 80, 40);
+  EXPECT_EQ(paints, 1);
+  EXPECT_EQ(resizes, 1);
+  EXPECT_EQ(PixelOf(box.Dc(), 1, 1), kBlue);
+  box.BackColor(kWhite);
+  EXPECT_EQ(paints, 2);
+  EXPECT_EQ(PixelOf(box.Dc(), 2, 2), kWhite);
+  EXPECT_EQ(PixelOf(box.Dc(), 1, 1), kBlue);
+}
+
+TEST_F(PictureBoxTest, RaisesTheEventsOfTheMouse) {
+  std::vector<std::string> events;
+  const auto record = [&](const char* name) {
+    return [&events, name](const MouseEvent& event) {
+      events.push_back(std::string(name) + " " + std::to_string(event.button) + " " +
+                       std::to_string(event.x) + "," + std::to_string(event.y));
+    };
+  };
+  box.MouseDown = record("down");
+  box.MouseMove = record("move");
+  box.MouseUp = record("up");
+  box.DblClick = record("double");
+  SendMouse(box.hwnd(), WM_LBUTTONDOWN, 1, 2, MK_LBUTTON);
+  SendMouse(box.hwnd(), WM_MOUSEMOVE, -3, 4, MK_LBUTTON | MK_RBUTTON);
+  SendMouse(box.hwnd(), WM_LBUTTONUP, 5, 6);
+  SendMouse(box.hwnd(), WM_LBUTTONDBLCLK, 7, 8);
+  SendMouse(box.hwnd(), WM_MBUTTONDOWN, 9, 9);
+  EXPECT_EQ(events, (std::vector<std::string>{"down 1 1,2", "move 3 -3,4", "up 1 5,6",
+                                              "double 1 7,8", "down 4 9,9"}));
+}
+
+TEST_F(PictureBoxTest, TellsWhenItIsDisabledAndEnabled) {
+  int changes = 0;
+  box.EnabledChanged = [&] { ++changes; };
+  box.Enabled(false);
+  EXPECT_FALSE(box.Enabled());
+  box.Enabled(true);
+  EXPECT_TRUE(box.Enabled());
+  EXPECT_EQ(changes, 2);
+}
+
+TEST_F(PictureBoxTest, OffersItsKeysToTheHandler) {
+  std::vector<UINT> keys;
+  box.KeyDown = [&](UINT key) {
+    keys.push_back(key);
+    return true;
+  };
+  SendMessageW(box.hwnd(), WM_KEYDOWN, VK_LEFT, 0);
+  EXPECT_EQ(keys, std::vector<UINT>{VK_LEFT});
+  EXPECT_EQ(SendMessageW(box.hwnd(), WM_GETDLGCODE, 0, 0), DLGC_WANTARROWS);
+}
+
+TEST_F(PictureBoxTest, MayBeDestroyedByItsOwnHandler) {
+  auto dying = std::make_unique<PictureBox>();
+  dying->Create({.parent = form.hwnd(), .width = 10, .height = 10});
+  const HWND window = dying->hwnd();
+  dying->MouseDown = [&](const MouseEvent&) { dying.reset(); };
+  SendMouse(window, WM_LBUTTONDOWN, 1, 1);
+  EXPECT_EQ(dying, nullptr);
+  EXPECT_FALSE(IsWindow(window));
+}
+
+TEST(TwipsTest, FollowTheScreen) {
+  const WindowDc screen(nullptr);
+  const int dpi = GetDeviceCaps(screen.Get(), LOGPIXELSX);
+  EXPECT_EQ(TwipsPerPixelX(), 1440 / dpi);
+  EXPECT_EQ(TwipsPerPixelY(), 1440 / dpi);
+  EXPECT_EQ(PixelsFromTwipsX(TwipsPerPixelX() * 100), 100);
+  EXPECT_EQ(PixelsFromTwipsY(TwipsPerPixelY() * 101 - 1), 100);
+}
+
+}  // namespace
+}  // namespace tellurvane

@@ -1,0 +1,79 @@
+// A slider on a form, and what it told.
+#pragma once
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "UiTestSupport.h"
+#include "ui/clsProgress.h"
+
+namespace tellurvane {
+
+class SliderTest : public testing::Test {
+ protected:
+  static constexpr int kLeft = 20;
+  static constexpr int kTop = 10;
+
+  SliderTest() {
+    PictureBoxArgs args;
+    args.parent = form.hwnd();
+    args.x = kLeft;
+    args.y = kTop;
+    args.width = 70;
+    args.height = 18;
+    args.isTabStop = true;
+    host.Create(args);
+    // Beside the host, where no test expects it.
+    SetCursorPos(350, 250);
+    Pump();
+    slider.TargetPictureBox(host);
+    slider.Create();
+    slider.Max(100);
+    slider.PositionSet = [this](double value, double) { Note("PositionSet", value); };
+    slider.PositionSetByMouse = [this](double value) { Note("PositionSetByMouse", value); };
+    slider.MousePress = [this] { told.emplace_back("MousePress"); };
+    slider.MouseInside = [this](bool isInside) { told.emplace_back(isInside ? "in" : "out"); };
+    slider.Resize = [this] { told.emplace_back("Resize"); };
+  }
+
+  void Note(const char* event, double value) {
+    std::ostringstream line;
+    line << event << ' ' << value;
+    told.push_back(line.str());
+  }
+
+  // What was told since the last time.
+  std::vector<std::string> Told() { return std::exchange(told, {}); }
+
+  // At a pixel of the host, as the system sends it.
+  void Press(int x, int y = 5, UINT message = WM_LBUTTONDOWN) {
+    SendMouse(host.hwnd(), message, x, y, ButtonBits(message));
+  }
+  void Drag(int x, int y = 5) { SendMouse(host.hwnd(), WM_MOUSEMOVE, x, y, MK_LBUTTON); }
+  void Release(int x, int y = 5, UINT message = WM_LBUTTONUP) {
+    SendMouse(host.hwnd(), message, x, y);
+  }
+  void Wheel(int distance, int keys = 0) {
+    const auto bits = static_cast<DWORD>(MAKELONG(keys, distance));
+    SendMessageW(host.hwnd(), WM_MOUSEWHEEL, bits, 0);
+  }
+  void Key(UINT key) { SendMessageW(host.hwnd(), WM_KEYDOWN, key, 0); }
+
+  TestForm form;
+  PictureBox host;
+  clsProgress slider;
+  std::vector<std::string> told;
+
+ private:
+  static WPARAM ButtonBits(UINT message) {
+    if (message == WM_RBUTTONDOWN) return MK_RBUTTON;
+    if (message == WM_MBUTTONDOWN) return MK_MBUTTON;
+    return MK_LBUTTON;
+  }
+};
+
+}  // namespace tellurvane

@@ -1,0 +1,172 @@
+#include "UiTestSupport.h"
+
+#include <winternl.h>
+
+#include <algorithm>
+#include <cstring>
+#include <ostream>
+#include <vector>
+
+#include "ui/MessageLoop.h"
+
+namespace tellurvane {
+namespace {
+
+// The process's table of GDI objects hangs at a fixed place of its environment block, and the
+// documented counters always answer 0 under Wine.
+constexpr size_t kGdiTableInPeb = 0xF8;
+constexpr size_t kGdiEntries = 65'536;
+constexpr size_t kGdiEntrySize = 24;
+constexpr size_t kGdiOwnerAt = 8;
+constexpr size_t kGdiTypeAt = 14;
+
+long CountGdiObjects() {
+  PROCESS_BASIC_INFORMATION process = {};
+  NtQueryInformationProcess(GetCurrentProcess(), ProcessBasicInformation, &process, sizeof(process),
+                            nullptr);
+  const auto* const peb = reinterpret_cast<const char*>(process.PebBaseAddress);
+  const char* table = nullptr;
+  std::memcpy(&table, peb + kGdiTableInPeb, sizeof(table));
+  const auto self = static_cast<USHORT>(GetCurrentProcessId());
+  long count = 0;
+  for (size_t i = 0; table != nullptr && i < kGdiEntries; ++i) {
+    const char* const entry = table + i * kGdiEntrySize;
+    USHORT owner = 0;
+    std::memcpy(&owner, entry + kGdiOwnerAt, sizeof(owner));
+    // Wine leaves the owner of its own table's entries empty.
+    if (entry[kGdiTypeAt] != 0 && (owner == 0 || (owner & ~1U) == (self & ~1U))) ++count;
+  }
+  return count;
+}
+
+long CountWindows() {
+  long count = 0;
+  const auto countOne = [](HWND window, LPARAM counter) -> BOOL {
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    if (process != GetCurrentProcessId()) return TRUE;
+    ++*reinterpret_cast<long*>(counter);
+    return TRUE;
+  };
+  const auto countTree = [](HWND window, LPARAM counter) -> BOOL {
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    if (process != GetCurrentProcessId()) return TRUE;
+    ++*reinterpret_cast<long*>(counter);
+    EnumChildWindows(
+        window,
+        [](HWND, LPARAM inner) -> BOOL {
+          ++*reinterpret_cast<long*>(inner);
+          return TRUE;
+        },
+        counter);
+    return TRUE;
+  };
+  EnumWindows(countTree, reinterpret_cast<LPARAM>(&count));
+  EnumChildWindows(HWND_MESSAGE, countOne, reinterpret_cast<LPARAM>(&count));
+  return count;
+}
+
+long CountKernelHandles() {
+  // The header's enumeration ends before the class that lists all handles.
+  constexpr ULONG kExtendedHandleInformation = 64;
+  using Query = NTSTATUS(WINAPI*)(ULONG, void*, ULONG, ULONG*);
+  const auto query = reinterpret_cast<Query>(reinterpret_cast<void*>(
+      GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQuerySystemInformation")));
+  struct Entry {
+    void* object;
+    ULONG_PTR process;
+    ULONG_PTR handle;
+    ULONG access;
+    USHORT backTrace;
+    USHORT type;
+    ULONG attributes;
+    ULONG reserved;
+  };
+  std::vector<char> buffer(1U << 20);
+  ULONG needed = 0;
+  while (query(kExtendedHandleInformation, buffer.data(), static_cast<ULONG>(buffer.size()),
+               &needed) < 0) {
+    if (buffer.size() > (256U << 20)) return -1;
+    buffer.resize(buffer.size() * 2);
+  }
+  ULONG_PTR total = 0;
+  std::memcpy(&total, buffer.data(), sizeof(total));
+  const auto* const entries = reinterpret_cast<const Entry*>(buffer.data() + 2 * sizeof(total));
+  long count = 0;
+  for (ULONG_PTR i = 0; i < total; ++i) {
+    if (entries[i].process == GetCurrentProcessId()) ++count;
+  }
+  return count;
+}
+
+}  // namespace
+
+bool PumpUntil(const std::function<bool()>& condition, std::chrono::milliseconds limit) {
+  const auto end = std::chrono::steady_clock::now() + limit;
+  for (;;) {
+    ProcessPendingMessages();
+    if (condition()) return true;
+    if (std::chrono::steady_clock::now() >= end) return false;
+    MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+  }
+}
+
+void Pump() { ProcessPendingMessages(); }
+
+TestForm::TestForm(int width, int height) {
+  FormArgs args;
+  args.caption = L"test";
+  args.border = FormBorder::kNone;
+  Load(args);
+  ResizeInside(width, height);
+  Show();
+  Pump();
+}
+
+Color PixelOf(HDC context, int x, int y) { return GetPixel(context, x, y); }
+
+void SendMouse(HWND window, UINT message, int x, int y, WPARAM keys) {
+  SendMessageW(window, message, keys, MAKELPARAM(x, y));
+}
+
+std::wstring WindowText(HWND window) {
+  std::wstring text(static_cast<size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+  text.resize(
+      static_cast<size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
+  return text;
+}
+
+ResourceCounts CountResources() {
+  return {CountGdiObjects(), CountWindows(), CountKernelHandles()};
+}
+
+std::ostream& operator<<(std::ostream& out, const ResourceCounts& counts) {
+  return out << counts.gdiObjects << " GDI objects, " << counts.windows << " windows, "
+             << counts.kernelHandles << " kernel handles";
+}
+
+ResourceCounts LeakedBy(const std::function<void()>& useOnce, int times) {
+  const auto grownBy = [&](int uses) -> ResourceCounts {
+    const ResourceCounts before = CountResources();
+    for (int i = 0; i < uses; ++i) {
+      useOnce();
+      Pump();
+    }
+    const ResourceCounts after = CountResources();
+    return {after.gdiObjects - before.gdiObjects, after.windows - before.windows,
+            after.kernelHandles - before.kernelHandles};
+  };
+  // What the system makes once, whenever it first needs it, is in one round at the most; what is
+  // lost at each use is in every one.
+  ResourceCounts leaked = grownBy(times / 2);
+  for (int round = 0; round < 2; ++round) {
+    const ResourceCounts grown = grownBy(times / 2);
+    leaked.gdiObjects = std::min(leaked.gdiObjects, grown.gdiObjects);
+    leaked.windows = std::min(leaked.windows, grown.windows);
+    leaked.kernelHandles = std::min(leaked.kernelHandles, grown.kernelHandles);
+  }
+  return leaked;
+}
+
+}  // namespace tellurvane

@@ -1,0 +1,50 @@
+// What the tests of windows share: pumping messages, a form to stand on, pixels, leak counts.
+#pragma once
+
+#include <windows.h>
+
+#include <chrono>
+#include <functional>
+#include <string>
+
+#include "ui/Form.h"
+
+namespace tellurvane {
+
+// Handles messages until the condition holds. False when it does not in time.
+bool PumpUntil(const std::function<bool()>& condition,
+               std::chrono::milliseconds limit = std::chrono::seconds(10));
+
+// Handles what is waiting.
+void Pump();
+
+// A form without a frame at the screen's left upper corner, shown.
+class TestForm : public Form {
+ public:
+  explicit TestForm(int width = 400, int height = 300);
+};
+
+// The colour that the window shows, or that was drawn on the context, at a pixel.
+Color PixelOf(HDC context, int x, int y);
+
+// Sends a press, a release or a move of the mouse at a pixel of the window's client area.
+void SendMouse(HWND window, UINT message, int x, int y, WPARAM keys = 0);
+
+std::wstring WindowText(HWND window);
+
+// What the process holds at this moment.
+struct ResourceCounts {
+  long gdiObjects = 0;
+  long windows = 0;
+  long kernelHandles = 0;
+
+  bool operator==(const ResourceCounts&) const = default;
+};
+ResourceCounts CountResources();
+std::ostream& operator<<(std::ostream& out, const ResourceCounts& counts);
+
+// Uses it 1.5 times as often as asked, in three rounds, messages handled after each use, and
+// returns the smallest growth of a round: 0 unless each use leaves something behind.
+ResourceCounts LeakedBy(const std::function<void()>& useOnce, int times = 1000);
+
+}  // namespace tellurvane

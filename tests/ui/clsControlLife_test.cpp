@@ -1,0 +1,135 @@
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "ControlTestSupport.h"
+#include "ui/GXMSubclass.h"
+
+namespace tellurvane {
+namespace {
+
+TEST(clsControlLifeTest, RichEditClassLivesAsLongAsAControlOfAnyKind) {
+  const HWND message = HWND_MESSAGE;
+  const auto canBeMade = [&] {
+    const HWND made = CreateWindowExW(0, L"RichEdit20W", L"", 0, 0, 0, 1, 1, message, nullptr,
+                                      GetModuleHandleW(nullptr), nullptr);
+    if (made != nullptr) DestroyWindow(made);
+    return made != nullptr;
+  };
+  EXPECT_EQ(GetModuleHandleW(L"RICHED20.DLL"), nullptr);
+  {
+    const clsControl one;
+    auto other = std::make_unique<clsControl>();
+    EXPECT_TRUE(canBeMade());
+    other.reset();
+    EXPECT_TRUE(canBeMade());
+  }
+  EXPECT_EQ(GetModuleHandleW(L"RICHED20.DLL"), nullptr);
+}
+
+// As the program's first step does. It cannot be taken back: the tests behind this one run so too.
+TEST(clsControlLifeTest, FindsTheRichEditLibraryInTheSystemFolder) {
+  ASSERT_TRUE(SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32));
+  const HostedControl hosted(ControlKind::kRichEditBox, 1);
+  EXPECT_NE(hosted.control.hwnd(), nullptr);
+  std::wstring path(MAX_PATH, L'\0');
+  path.resize(GetModuleFileNameW(GetModuleHandleW(L"RICHED20.DLL"), path.data(), MAX_PATH));
+  std::wstring system(MAX_PATH, L'\0');
+  system.resize(GetSystemDirectoryW(system.data(), MAX_PATH));
+  EXPECT_EQ(lstrcmpiW(path.substr(0, system.size()).c_str(), system.c_str()), 0);
+}
+
+TEST(clsControlLifeTest, MayBeAskedWithoutAWindow) {
+  clsControl control;
+  EXPECT_EQ(control.hwnd(), nullptr);
+  EXPECT_EQ(control.text(), L"");
+  EXPECT_FALSE(control.Checked());
+  EXPECT_EQ(control.ListCount(), 0);
+  EXPECT_EQ(control.ListIndex(), -1);
+  control.text(L"text");
+  control.Checked(true);
+  control.AddItem(L"entry");
+  control.Clear();
+  EXPECT_EQ(control.NewIndex(), -1);
+}
+
+TEST(clsControlLifeTest, SecondCreationReplacesTheFirst) {
+  HostedControl hosted(ControlKind::kListBox);
+  hosted.control.AddItem(L"entry");
+  const HWND first = hosted.control.hwnd();
+  hosted.control.Create(ControlKind::kEditBox);
+  EXPECT_FALSE(IsWindow(first));
+  EXPECT_EQ(GetWindow(hosted.host.hwnd(), GW_CHILD), hosted.control.hwnd());
+  EXPECT_EQ(hosted.control.ListCount(), 0);
+  EXPECT_EQ(hosted.control.NewIndex(), -1);
+}
+
+TEST(clsControlLifeTest, SurvivesItsHost) {
+  for (const ControlKind kind : kEveryKind) {
+    const TestForm form;
+    auto host = std::make_unique<PictureBox>();
+    host->Create({.parent = form.hwnd(), .width = 100, .height = 50});
+    clsControl control;
+    control.TargetPictureBox(*host);
+    control.Create(kind);
+    host.reset();
+    EXPECT_EQ(control.hwnd(), nullptr) << NameOf(kind);
+    control.Enabled(false);
+    control.BackColor(kBlack);
+    EXPECT_EQ(control.text(), L"") << NameOf(kind);
+  }
+}
+
+TEST(clsControlLifeTest, MayBeCreatedAgainOnceTheFormIsLoadedAnew) {
+  TestForm form;
+  PictureBox host;
+  clsControl control;
+  control.TargetPictureBox(host);
+  for (int round = 0; round < 3; ++round) {
+    if (!form.IsLoaded()) form.Load(FormArgs());
+    host.Create({.parent = form.hwnd(), .width = 100, .height = 50});
+    control.Create(ControlKind::kDropDownList);
+    control.AddItem(L"entry");
+    EXPECT_EQ(control.ListCount(), 1);
+    form.Unload();
+    EXPECT_EQ(control.hwnd(), nullptr);
+  }
+}
+
+class clsControlLeakTest : public testing::TestWithParam<ControlKind> {};
+
+TEST_P(clsControlLeakTest, LeavesNothingBehind) {
+  const TestForm form;
+  PictureBox host;
+  host.Create({.parent = form.hwnd(), .width = 100, .height = 50});
+  // Keeps the rich edit library in; loading it each time is a test of its own.
+  const clsControl other;
+  int width = 100;
+  const auto use = [&] {
+    clsControl control;
+    control.TargetPictureBox(host);
+    control.Create(GetParam());
+    control.BackColor(Rgb(1, 2, 3));
+    control.text(L"text");
+    control.AddItem(L"entry");
+    control.BorderStyle(1);
+    width = 180 - width;
+    host.Move(0, 0, width, 40);
+  };
+  // A thousand uses, all in all.
+  EXPECT_EQ(LeakedBy(use, 668), ResourceCounts());
+  EXPECT_EQ(LiveSubclassBlocks(), 0U);
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryKind, clsControlLeakTest, testing::ValuesIn(kEveryKind),
+                         [](const auto& row) {
+                           return "Kind" + std::to_string(static_cast<int>(row.param));
+                         });
+
+TEST(clsControlLifeTest, LeavesNothingOfTheRichEditLibraryBehind) {
+  EXPECT_EQ(LeakedBy([] { const clsControl control; }), ResourceCounts());
+  EXPECT_EQ(GetModuleHandleW(L"RICHED20.DLL"), nullptr);
+}
+
+}  // namespace
+}  // namespace tellurvane

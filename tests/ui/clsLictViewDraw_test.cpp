@@ -1,0 +1,213 @@
+// How the list is painted, and how little it asks for.
+#include "ListTestSupport.h"
+#include "ui/Handle.h"
+#include "ui/clsLictView.h"
+
+namespace tellurvane {
+namespace {
+
+constexpr Color kRowColor = Rgb(12, 200, 34);
+
+// Paints whole rows in one colour.
+void PaintRows(NMLVCUSTOMDRAW& draw, LRESULT& result) {
+  if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) {
+    result = CDRF_NOTIFYITEMDRAW;
+    return;
+  }
+  if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return;
+  const UniqueBrush brush(CreateSolidBrush(kRowColor));
+  FillRect(draw.nmcd.hdc, &draw.nmcd.rc, brush.Get());
+  result = CDRF_SKIPDEFAULT;
+}
+
+class ListDrawTest : public ListTest {
+ protected:
+  ListDrawTest() { list().RowHeight(30); }
+
+  Color OnScreen(int x, int y) {
+    const WindowDc screen(list().hwnd());
+    return PixelOf(screen.Get(), x, y);
+  }
+  Color MiddleOnScreen(int row) { return OnScreen(100, list().GetItemTop(row) + 15); }
+  void Paint() {
+    InvalidateRect(list().hwnd(), nullptr, FALSE);
+    UpdateWindow(list().hwnd());
+  }
+};
+
+TEST_F(ListDrawTest, MillionRowsAskForNoMoreThanTen) {
+  list().ListCount(10);
+  const int forTen = CellsAskedByPainting();
+  EXPECT_GT(forTen, 0);
+  list().ListCount(1'000'000);
+  EXPECT_LE(CellsAskedByPainting(), forTen);
+}
+
+TEST_F(ListDrawTest, ScrollingThroughAMillionRowsAsksOnlyForThoseThatShow) {
+  list().ListCount(1'000'000);
+  const int page = CellsAskedByPainting();
+  asked = 0;
+  list().EnsureVisible(999'999);
+  list().SetSelectList(500'000);
+  list().SetSelectList(-1);
+  Pump();
+  EXPECT_LE(asked, 4 * page);
+  asked = 0;
+  constexpr int kSteps = 20;
+  for (int i = 0; i < kSteps; ++i) {
+    SendMessageW(list().hwnd(), WM_VSCROLL, SB_PAGEDOWN, 0);
+    UpdateWindow(list().hwnd());
+  }
+  EXPECT_LE(asked, (kSteps + 1) * page);
+}
+
+TEST_F(ListDrawTest, ScrollingByOneRowAsksForLessThanAPage) {
+  list().ListCount(1'000'000);
+  Pump();
+  const int page = CellsAskedByPainting();
+  asked = 0;
+  for (int i = 0; i < 10; ++i) {
+    SendMessageW(list().hwnd(), WM_VSCROLL, SB_LINEDOWN, 0);
+    UpdateWindow(list().hwnd());
+  }
+  EXPECT_LE(asked, 10 * page);
+  EXPECT_EQ(list().TopItem(), 10);
+}
+
+TEST_F(ListDrawTest, NothingIsAskedForRowsThatDoNotShow) {
+  list().ListCount(1'000'000);
+  Pump();
+  int last = 0;
+  list().OnData = [&](int row, int, LVITEMW&) { last = std::max(last, row); };
+  Paint();
+  EXPECT_LE(last, list().BottomItem());
+}
+
+TEST_F(ListDrawTest, CustomDrawPaintsOnlyWhileAutoDrawIsSet) {
+  int calls = 0;
+  list().CustomDraw = [&](NMLVCUSTOMDRAW& draw, LRESULT& result) {
+    ++calls;
+    PaintRows(draw, result);
+  };
+  list().ListCount(2);
+  Paint();
+  EXPECT_FALSE(list().AutoDraw());
+  EXPECT_EQ(calls, 0);
+  EXPECT_NE(MiddleOnScreen(1), kRowColor);
+
+  list().AutoDraw(true);
+  Pump();
+  EXPECT_GT(calls, 0);
+  EXPECT_EQ(MiddleOnScreen(0), kRowColor);
+  EXPECT_EQ(MiddleOnScreen(1), kRowColor);
+  EXPECT_EQ(OnScreen(100, list().Bottom() + 5), GetSysColor(COLOR_WINDOW));
+
+  list().AutoDraw(false);
+  Pump();
+  EXPECT_NE(MiddleOnScreen(1), kRowColor);
+}
+
+TEST_F(ListDrawTest, WithoutAutoDrawTheNativeListIsToldToDrawByItself) {
+  list().CustomDraw = [](NMLVCUSTOMDRAW&, LRESULT& result) { result = CDRF_SKIPDEFAULT; };
+  NMLVCUSTOMDRAW draw = {};
+  draw.nmcd.dwDrawStage = CDDS_PREPAINT;
+  EXPECT_EQ(Notify(static_cast<UINT>(-12), draw), CDRF_DODEFAULT);
+  list().AutoDraw(true);
+  EXPECT_EQ(Notify(static_cast<UINT>(-12), draw), CDRF_SKIPDEFAULT);
+  list().CustomDraw = nullptr;
+  EXPECT_EQ(Notify(static_cast<UINT>(-12), draw), CDRF_DODEFAULT);
+}
+
+TEST_F(ListDrawTest, CustomDrawGetsTheRecordItselfAndTheRowsRectangle) {
+  list().RowHeight(82);
+  list().ListCount(1);
+  list().AutoDraw(true);
+  RECT row = {};
+  list().CustomDraw = [&](NMLVCUSTOMDRAW& draw, LRESULT& result) {
+    if (draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT) row = draw.nmcd.rc;
+    PaintRows(draw, result);
+  };
+  Paint();
+  EXPECT_EQ(row.top, list().GetItemTop(0));
+  EXPECT_EQ(row.bottom - row.top, 82);
+}
+
+TEST_F(ListDrawTest, BlockKeepsTheOldPictureUntilItEnds) {
+  list().AutoDraw(true);
+  list().ListCount(3);
+  Pump();
+  Paint();
+  const Color before = MiddleOnScreen(1);
+  list().Block(true);
+  EXPECT_TRUE(list().Block());
+  list().CustomDraw = PaintRows;
+  list().RedrawItem(1);
+  list().RedrawVisibleItems();
+  Paint();
+  EXPECT_EQ(MiddleOnScreen(1), before);
+  list().Block(false);
+  EXPECT_FALSE(list().Block());
+  Pump();
+  EXPECT_EQ(MiddleOnScreen(1), kRowColor);
+}
+
+TEST_F(ListDrawTest, RedrawItemPaintsThatRowAtOnceAndNoOther) {
+  list().ListCount(1'000);
+  Paint();
+  std::vector<int> rows;
+  list().OnData = [&](int row, int, LVITEMW&) { rows.push_back(row); };
+  list().RedrawItem(2);
+  EXPECT_FALSE(rows.empty());
+  for (const int row : rows) EXPECT_EQ(row, 2);
+  rows.clear();
+  list().RedrawItem(900);
+  list().RedrawItem(-1);
+  EXPECT_TRUE(rows.empty());
+  EXPECT_FALSE(GetUpdateRect(list().hwnd(), nullptr, FALSE));
+}
+
+TEST_F(ListDrawTest, RedrawVisibleItemsPaintsEachOfThem) {
+  list().ListCount(1'000);
+  list().EnsureVisible(500);
+  Paint();
+  std::set<int> rows;
+  list().OnData = [&](int row, int, LVITEMW&) { rows.insert(row); };
+  list().RedrawVisibleItems();
+  EXPECT_EQ(*rows.begin(), list().TopItem());
+  EXPECT_EQ(*rows.rbegin(), list().BottomItem());
+}
+
+TEST_F(ListDrawTest, AddSubPaintsTheRowWhenMessagesAreHandled) {
+  list().ListCount(3);
+  Paint();
+  asked = 0;
+  list().AddSub(1, 1);
+  EXPECT_EQ(asked, 0);
+  UpdateWindow(list().hwnd());
+  EXPECT_GT(asked, 0);
+  asked = 0;
+  list().AddSub(9, 0);
+  list().AddSub(1, 5);
+  UpdateWindow(list().hwnd());
+  EXPECT_EQ(asked, 0);
+}
+
+// Between two paintings the screen never shows the background where a row stands: the picture is
+// made in memory.
+TEST_F(ListDrawTest, RedrawingARowNeverShowsItErased) {
+  list().AutoDraw(true);
+  list().ListCount(3);
+  list().CustomDraw = PaintRows;
+  Pump();
+  Paint();
+  Color during = 0;
+  list().CustomDraw = [&](NMLVCUSTOMDRAW& draw, LRESULT& result) {
+    if (draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT) during = MiddleOnScreen(1);
+    PaintRows(draw, result);
+  };
+  list().RedrawItem(1);
+  EXPECT_EQ(during, kRowColor);
+}
+
+}  // namespace
+}  // namespace tellurvane

@@ -1,0 +1,257 @@
+#include "ui/clsPopupMenu.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <memory>
+
+#include "UiTestSupport.h"
+#include "ui/Timer.h"
+
+namespace tellurvane {
+namespace {
+
+MENUITEMINFOW ItemOf(HMENU menu, UINT position) {
+  MENUITEMINFOW info = {};
+  info.cbSize = sizeof(info);
+  info.fMask = MIIM_ID | MIIM_STATE | MIIM_FTYPE | MIIM_SUBMENU;
+  EXPECT_TRUE(GetMenuItemInfoW(menu, position, TRUE, &info)) << position;
+  return info;
+}
+
+std::wstring TextOf(HMENU menu, UINT position) {
+  std::array<wchar_t, 100> text = {};
+  GetMenuStringW(menu, position, text.data(), static_cast<int>(text.size()), MF_BYPOSITION);
+  return text.data();
+}
+
+// How many menus the process has. The lower half of a handle is its number, an even one; the system
+// finds the menu by that alone.
+int CountMenus() {
+  int count = 0;
+  for (ULONG_PTR number = 0; number < 0x10000; number += 2) {
+    if (IsMenu(reinterpret_cast<HMENU>(number))) ++count;
+  }
+  return count;
+}
+
+TEST(PopupMenuTest, HasAMenuFromTheStartAndKeepsIt) {
+  clsPopupMenu menu;
+  const HMENU handle = menu.Handle();
+  EXPECT_TRUE(IsMenu(handle));
+  EXPECT_EQ(GetMenuItemCount(handle), 0);
+  menu.CreateMenu();
+  EXPECT_EQ(menu.Handle(), handle);
+}
+
+TEST(PopupMenuTest, AddsItemsWithTextFlagsAndIdentifier) {
+  clsPopupMenu menu;
+  menu.AddMenuItem(L"顯示主畫面", 0, 1);
+  menu.AddMenuItem(L"隱藏小時鐘", MF_CHECKED, 2);
+  menu.AddMenuItem(L"", MF_SEPARATOR, 0);
+  menu.AddMenuItem(L"離開本軟體", 0, 3);
+  ASSERT_EQ(GetMenuItemCount(menu.Handle()), 4);
+  EXPECT_EQ(TextOf(menu.Handle(), 0), L"顯示主畫面");
+  EXPECT_EQ(TextOf(menu.Handle(), 1), L"隱藏小時鐘");
+  EXPECT_EQ(ItemOf(menu.Handle(), 0).wID, 1U);
+  EXPECT_EQ(ItemOf(menu.Handle(), 3).wID, 3U);
+  EXPECT_EQ(ItemOf(menu.Handle(), 0).fState, UINT{MFS_UNCHECKED});
+  EXPECT_EQ(ItemOf(menu.Handle(), 1).fState, UINT{MFS_CHECKED});
+  EXPECT_EQ(ItemOf(menu.Handle(), 2).fType, UINT{MFT_SEPARATOR});
+}
+
+TEST(PopupMenuTest, MakesAnItemTheDefaultByItsPosition) {
+  clsPopupMenu menu;
+  for (const UINT id : {11U, 0U, 13U}) menu.AddMenuItem(L"項目", 0, id);
+  EXPECT_EQ(GetMenuDefaultItem(menu.Handle(), TRUE, 0), static_cast<UINT>(-1));
+  for (const UINT position : {0U, 2U}) {
+    menu.SetMenuDefItem(position);
+    EXPECT_EQ(GetMenuDefaultItem(menu.Handle(), TRUE, 0), position);
+  }
+}
+
+TEST(PopupMenuTest, HangsSubmenusIntoTheMenu) {
+  clsPopupMenu menu;
+  menu.AddMenuItem(L"甲", 0, 1);
+  menu.CreateSubmenu(L"第一");
+  menu.AddSubmenuItem(L"乙", 0, 21);
+  menu.CreateSubmenu(L"第二");
+  menu.AddSubmenuItem(L"丙", MF_CHECKED, 31);
+  menu.AddSubmenuItem(L"丁", 0, 32);
+  ASSERT_EQ(GetMenuItemCount(menu.Handle()), 3);
+  EXPECT_EQ(TextOf(menu.Handle(), 2), L"第二");
+  const HMENU first = GetSubMenu(menu.Handle(), 1);
+  const HMENU second = GetSubMenu(menu.Handle(), 2);
+  EXPECT_EQ(GetMenuItemCount(first), 1);
+  ASSERT_EQ(GetMenuItemCount(second), 2);
+  EXPECT_EQ(ItemOf(first, 0).wID, 21U);
+  EXPECT_EQ(TextOf(second, 1), L"丁");
+  EXPECT_EQ(ItemOf(second, 0).fState, UINT{MFS_CHECKED});
+}
+
+TEST(PopupMenuTest, ChecksOneOfARangeOfTheSubmenuByPosition) {
+  clsPopupMenu menu;
+  menu.CreateSubmenu(L"選項");
+  for (const UINT id : {70U, 80U, 90U, 100U}) menu.AddSubmenuItem(L"項目", 0, id);
+  const HMENU submenu = GetSubMenu(menu.Handle(), 0);
+  const auto checked = [&] {
+    std::string marks;
+    for (UINT i = 0; i < 4; ++i) marks += (ItemOf(submenu, i).fState & MFS_CHECKED) ? 'x' : '-';
+    return marks;
+  };
+  menu.CheckRadioItem(0, 2, 1);
+  EXPECT_EQ(checked(), "-x--");
+  EXPECT_NE(ItemOf(submenu, 1).fType & MFT_RADIOCHECK, 0U);
+  menu.CheckRadioItem(0, 2, 2);
+  EXPECT_EQ(checked(), "--x-");
+}
+
+TEST(PopupMenuTest, DeletesTheMenuWithItsSubmenusAndCanStartAnew) {
+  const int before = CountMenus();
+  clsPopupMenu menu;
+  menu.CreateSubmenu(L"一");
+  menu.CreateSubmenu(L"二");
+  EXPECT_EQ(CountMenus(), before + 3);
+  menu.DeleteMenu();
+  EXPECT_EQ(CountMenus(), before);
+  EXPECT_EQ(menu.Handle(), nullptr);
+  // There is nothing to work on, and nothing happens.
+  menu.DeleteMenu();
+  menu.AddMenuItem(L"甲", 0, 1);
+  menu.AddSubmenuItem(L"乙", 0, 2);
+  menu.CreateSubmenu(L"丙");
+  menu.CheckRadioItem(0, 0, 0);
+  menu.SetMenuDefItem(0);
+  EXPECT_EQ(menu.TrackMenu(nullptr), 0U);
+  EXPECT_EQ(CountMenus(), before);
+  menu.CreateMenu();
+  EXPECT_EQ(GetMenuItemCount(menu.Handle()), 0);
+}
+
+// Acts inside the menu's own message loop, once the menu is on the screen.
+class PopupMenuTrackTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    menu.AddMenuItem(L"第一項", 0, 101);
+    menu.AddMenuItem(L"第二項", 0, 102);
+    menu.AddMenuItem(L"不能選", MF_GRAYED, 103);
+    menu.CreateSubmenu(L"更多");
+    menu.AddSubmenuItem(L"內層", 0, 201);
+    SetForegroundWindow(form.hwnd());
+    SetCursorPos(60, 50);
+  }
+  ~PopupMenuTrackTest() override { SetCursorPos(700, 700); }
+
+  static HWND MenuWindow() { return FindWindowW(L"#32768", nullptr); }
+
+  UINT Track(const std::function<void()>& act) {
+    Timer timer;
+    timer.Interval(20);
+    timer.Tick = [&] {
+      if (!IsWindowVisible(MenuWindow())) return;
+      timer.Enabled(false);
+      act();
+    };
+    // Should the action not end the loop, this does, and the answer is 0.
+    Timer limit;
+    limit.Interval(8'000);
+    limit.Tick = [&] {
+      ADD_FAILURE() << "the menu stayed open";
+      EndMenu();
+    };
+    timer.Enabled(true);
+    limit.Enabled(true);
+    return menu.TrackMenu(form.hwnd());
+  }
+
+  void Press(std::initializer_list<WPARAM> keys) const {
+    for (const WPARAM key : keys) PostMessageW(form.hwnd(), WM_KEYDOWN, key, 0);
+  }
+
+  static void ClickAt(int x, int y) {
+    SetCursorPos(x, y);
+    std::array<INPUT, 2> inputs = {};
+    inputs[0].type = inputs[1].type = INPUT_MOUSE;
+    inputs[0].mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
+    inputs[1].mi.dwFlags = MOUSEEVENTF_LEFTUP;
+    SendInput(2, inputs.data(), sizeof(INPUT));
+  }
+
+  TestForm form;
+  clsPopupMenu menu;
+};
+
+TEST_F(PopupMenuTrackTest, ReturnsTheItemThatTheKeysChose) {
+  EXPECT_EQ(Track([&] { Press({VK_DOWN, VK_RETURN}); }), 101U);
+  EXPECT_EQ(Track([&] { Press({VK_DOWN, VK_DOWN, VK_RETURN}); }), 102U);
+}
+
+TEST_F(PopupMenuTrackTest, ReturnsTheItemThatWasClicked) {
+  const auto clickItem = [&](UINT position) {
+    RECT place = {};
+    GetMenuItemRect(nullptr, menu.Handle(), position, &place);
+    ClickAt((place.left + place.right) / 2, (place.top + place.bottom) / 2);
+  };
+  EXPECT_EQ(Track([&] { clickItem(1); }), 102U);
+  EXPECT_EQ(Track([&] { clickItem(0); }), 101U);
+}
+
+TEST_F(PopupMenuTrackTest, ReturnsAnItemOfTheSubmenu) {
+  EXPECT_EQ(Track([&] { Press({VK_UP, VK_RIGHT, VK_RETURN}); }), 201U);
+}
+
+TEST_F(PopupMenuTrackTest, ReturnsZeroWhenDismissed) {
+  EXPECT_EQ(Track([&] { Press({VK_DOWN, VK_ESCAPE}); }), 0U);
+  EXPECT_EQ(Track([&] { ClickAt(350, 280); }), 0U);
+  EXPECT_EQ(Track([] { EndMenu(); }), 0U);
+}
+
+TEST_F(PopupMenuTrackTest, SendsNoCommandToTheOwner) {
+  int commands = 0;
+  const auto isCommand = [&] {
+    MSG message = {};
+    while (PeekMessageW(&message, form.hwnd(), WM_COMMAND, WM_COMMAND, PM_REMOVE)) ++commands;
+  };
+  Track([&] { Press({VK_DOWN, VK_RETURN}); });
+  isCommand();
+  EXPECT_EQ(commands, 0);
+}
+
+TEST_F(PopupMenuTrackTest, StandsAtTheMouse) {
+  RECT place = {};
+  Track([&] {
+    GetWindowRect(MenuWindow(), &place);
+    EndMenu();
+  });
+  EXPECT_EQ(place.left, 60);
+  EXPECT_EQ(place.top, 50);
+}
+
+TEST_F(PopupMenuTrackTest, DoesNotBringItsOwnerToTheForeground) {
+  TestForm other;
+  SetForegroundWindow(other.hwnd());
+  ASSERT_TRUE(PumpUntil([&] { return GetForegroundWindow() == other.hwnd(); }));
+  HWND inFront = nullptr;
+  Track([&] {
+    inFront = GetForegroundWindow();
+    EndMenu();
+  });
+  EXPECT_EQ(inFront, other.hwnd());
+  EXPECT_EQ(GetForegroundWindow(), other.hwnd());
+}
+
+TEST(PopupMenuLeakTest, LeavesNothingBehindAfterAThousandUses) {
+  const int before = CountMenus();
+  EXPECT_EQ(LeakedBy([] {
+              clsPopupMenu menu;
+              menu.AddMenuItem(L"甲", 0, 1);
+              menu.CreateSubmenu(L"乙");
+              menu.AddSubmenuItem(L"丙", 0, 2);
+              menu.SetMenuDefItem(0);
+            }),
+            ResourceCounts());
+  EXPECT_EQ(CountMenus(), before);
+}
+
+}  // namespace
+}  // namespace tellurvane

@@ -1,0 +1,247 @@
+// The slider under the mouse, the wheel and the keyboard.
+#include "SliderTestSupport.h"
+
+namespace tellurvane {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST_F(SliderTest, PressSetsTheValueUnderItAndTellsInOrder) {
+  Press(35);
+  EXPECT_THAT(Told(), ElementsAre("MousePress", "PositionSet 50", "PositionSetByMouse 50"));
+}
+
+TEST_F(SliderTest, PressAtTheRightEdgeGivesExactlyTheMaximum) {
+  for (const double max : {100.0, 1.0, 241.37, 1e9 + 0.1}) {
+    slider.Max(max);
+    for (const int x : {69, 70}) {
+      slider.Value(0);
+      Press(x);
+      EXPECT_EQ(slider.Value(), max) << x;
+      Release(x);
+    }
+  }
+}
+
+TEST_F(SliderTest, PressAtTheLeftEdgeGivesZero) {
+  slider.Value(40);
+  Press(0);
+  EXPECT_EQ(slider.Value(), 0);
+}
+
+TEST_F(SliderTest, EveryButtonPresses) {
+  for (const UINT message : {WM_LBUTTONDOWN, WM_RBUTTONDOWN, WM_MBUTTONDOWN}) {
+    Press(7, 5, message);
+    EXPECT_TRUE(slider.MouseDriving());
+    EXPECT_THAT(Told(), ElementsAre("MousePress", "PositionSet 10", "PositionSetByMouse 10"));
+    Release(7, 5,
+            message == WM_LBUTTONDOWN   ? WM_LBUTTONUP
+            : message == WM_RBUTTONDOWN ? WM_RBUTTONUP
+                                        : WM_MBUTTONUP);
+    EXPECT_FALSE(slider.MouseDriving());
+  }
+}
+
+TEST_F(SliderTest, SecondPressOfADoubleClickCountsAsWell) {
+  Press(7, 5, WM_LBUTTONDBLCLK);
+  EXPECT_THAT(Told(), ElementsAre("MousePress", "PositionSet 10", "PositionSetByMouse 10"));
+  EXPECT_TRUE(slider.MouseDriving());
+}
+
+TEST_F(SliderTest, DraggingDrivesTheValueUntilTheRelease) {
+  Press(7);
+  EXPECT_TRUE(slider.MouseDriving());
+  EXPECT_EQ(GetCapture(), host.hwnd());
+  Told();
+  Drag(14);
+  Drag(35, 6);
+  EXPECT_THAT(Told(), ElementsAre("PositionSet 20", "PositionSetByMouse 20", "PositionSet 50",
+                                  "PositionSetByMouse 50"));
+  Release(35);
+  EXPECT_FALSE(slider.MouseDriving());
+  EXPECT_EQ(GetCapture(), nullptr);
+  Drag(14);
+  EXPECT_THAT(Told(), IsEmpty());
+  EXPECT_EQ(slider.Value(), 50);
+}
+
+TEST_F(SliderTest, DraggingOutsideHoldsAtTheEnds) {
+  Press(35);
+  Drag(-40, 90);
+  EXPECT_EQ(slider.Value(), 0);
+  Drag(500, -90);
+  EXPECT_EQ(slider.Value(), 100);
+}
+
+TEST_F(SliderTest, RepeatedMoveAtOnePositionIsIgnored) {
+  Press(14);
+  Told();
+  Drag(14, 5);
+  EXPECT_THAT(Told(), IsEmpty());
+  Drag(21, 5);
+  Drag(21, 5);
+  EXPECT_THAT(Told(), ElementsAre("PositionSet 30", "PositionSetByMouse 30"));
+}
+
+TEST_F(SliderTest, MovingWithoutAPressOrWithTheRightButtonSetsNothing) {
+  Drag(14);
+  SendMouse(host.hwnd(), WM_MOUSEMOVE, 21, 5);
+  EXPECT_THAT(Told(), IsEmpty());
+  Press(7, 5, WM_RBUTTONDOWN);
+  Told();
+  SendMouse(host.hwnd(), WM_MOUSEMOVE, 35, 5, MK_RBUTTON);
+  EXPECT_THAT(Told(), IsEmpty());
+}
+
+TEST_F(SliderTest, LosingTheCaptureEndsTheDriving) {
+  Press(7);
+  Told();
+  SetCapture(form.hwnd());
+  EXPECT_FALSE(slider.MouseDriving());
+  Drag(35);
+  EXPECT_THAT(Told(), IsEmpty());
+  Release(35);
+  // It is not ours to release.
+  EXPECT_EQ(GetCapture(), form.hwnd());
+  ReleaseCapture();
+}
+
+TEST_F(SliderTest, DisablingEndsTheDriving) {
+  Press(7);
+  host.Enabled(false);
+  EXPECT_FALSE(slider.MouseDriving());
+}
+
+TEST_F(SliderTest, ReleaseOfAnotherButtonKeepsTheDriving) {
+  Press(7);
+  Press(14, 5, WM_RBUTTONDOWN);
+  Release(14, 5, WM_RBUTTONUP);
+  EXPECT_TRUE(slider.MouseDriving());
+  Release(14);
+  EXPECT_FALSE(slider.MouseDriving());
+}
+
+TEST_F(SliderTest, EndingWhileDrivingReleasesTheMouse) {
+  Press(7);
+  slider.TargetPictureBox(host);
+  EXPECT_EQ(GetCapture(), nullptr);
+}
+
+TEST_F(SliderTest, PressTakesTheKeyboard) {
+  SetFocus(form.hwnd());
+  Press(7);
+  EXPECT_EQ(GetFocus(), host.hwnd());
+}
+
+TEST_F(SliderTest, WheelMovesByTwoWhateverTheMaximum) {
+  for (const double max : {100.0, 7.0, 5'000.0}) {
+    slider.Max(max);
+    slider.Value(3);
+    Told();
+    Wheel(120);
+    EXPECT_EQ(slider.Value(), 5) << max;
+    Wheel(-120);
+    EXPECT_THAT(Told(), ElementsAre("PositionSet 5", "PositionSetByMouse 5", "PositionSet 3",
+                                    "PositionSetByMouse 3"));
+  }
+}
+
+TEST_F(SliderTest, WheelArgumentBelowOneIsTowardsTheUser) {
+  struct Row {
+    int distance;
+    int keys;
+    double value;
+  };
+  // The held keys stand in the lower half of the argument: a turn of nothing with one held counts
+  // as away. Deliberate: the whole argument is compared.
+  for (const Row& row : {Row{0, 0, 48}, Row{-1, MK_LBUTTON, 48}, Row{0, MK_CONTROL, 52},
+                         Row{1, 0, 52}, Row{-120, MK_SHIFT, 48}, Row{32'767, 0, 52}}) {
+    slider.Value(50);
+    Wheel(row.distance, row.keys);
+    EXPECT_EQ(slider.Value(), row.value) << row.distance;
+  }
+}
+
+TEST_F(SliderTest, WheelOnAMaximumOfOneGoesStraightToTheEnds) {
+  slider.Max(1);
+  Told();
+  Wheel(120);
+  EXPECT_EQ(slider.Value(), 1);
+  EXPECT_THAT(Told(), ElementsAre("PositionSet 1", "PositionSetByMouse 1"));
+  Wheel(-120);
+  EXPECT_EQ(slider.Value(), 0);
+}
+
+TEST_F(SliderTest, WheelAtTheEndIsToldAllTheSame) {
+  slider.Value(100);
+  Told();
+  Wheel(120);
+  EXPECT_THAT(Told(), ElementsAre("PositionSet 100", "PositionSetByMouse 100"));
+}
+
+TEST_F(SliderTest, KeysMoveTheValueLikeTheWheel) {
+  struct Row {
+    UINT key;
+    double value;
+  };
+  for (const Row& row : {Row{VK_LEFT, 48}, Row{VK_DOWN, 48}, Row{VK_RIGHT, 52}, Row{VK_UP, 52},
+                         Row{VK_HOME, 0}, Row{VK_END, 100}}) {
+    slider.Value(50);
+    Told();
+    Key(row.key);
+    EXPECT_EQ(slider.Value(), row.value) << row.key;
+    EXPECT_EQ(Told().size(), 2U) << row.key;
+  }
+  Key('A');
+  EXPECT_THAT(Told(), IsEmpty());
+}
+
+TEST_F(SliderTest, ArrowKeysAreTheSlidersAndNotTheForms) {
+  EXPECT_NE(SendMessageW(host.hwnd(), WM_GETDLGCODE, 0, 0) & DLGC_WANTARROWS, 0);
+}
+
+TEST_F(SliderTest, DisabledSliderHearsNeitherMouseNorWheelNorKeys) {
+  slider.Value(50);
+  slider.Enabled(false);
+  Told();
+  Press(7);
+  Wheel(120);
+  Key(VK_END);
+  EXPECT_THAT(Told(), IsEmpty());
+  EXPECT_EQ(slider.Value(), 50);
+  slider.Value(60);
+  EXPECT_THAT(Told(), ElementsAre("PositionSet 60"));
+}
+
+TEST_F(SliderTest, PointerComingAndLeavingIsToldOnceEach) {
+  EXPECT_FALSE(slider.CursorInside());
+  SetCursorPos(kLeft + 10, kTop + 5);
+  EXPECT_TRUE(PumpUntil([&] { return slider.CursorInside(); }));
+  SetCursorPos(kLeft + 20, kTop + 5);
+  Pump();
+  SendMouse(host.hwnd(), WM_MOUSEMOVE, 20, 5);
+  EXPECT_THAT(Told(), ElementsAre("in"));
+  SetCursorPos(kLeft + 200, kTop + 100);
+  EXPECT_TRUE(PumpUntil([&] { return !slider.CursorInside(); }));
+  EXPECT_THAT(Told(), ElementsAre("out"));
+}
+
+TEST_F(SliderTest, PointerDraggedOutsideIsOutside) {
+  SetCursorPos(kLeft + 10, kTop + 5);
+  EXPECT_TRUE(PumpUntil([&] { return slider.CursorInside(); }));
+  Press(10);
+  SetCursorPos(kLeft + 10, kTop + 80);
+  Drag(10, 80);
+  EXPECT_FALSE(slider.CursorInside());
+  EXPECT_TRUE(slider.MouseDriving());
+}
+
+TEST_F(SliderTest, FocusMessageBringsTheKeyboardToTheHost) {
+  SetFocus(form.hwnd());
+  SendMessageW(host.hwnd(), WM_SETFOCUS, 0, 0);
+  EXPECT_EQ(GetFocus(), host.hwnd());
+}
+
+}  // namespace
+}  // namespace tellurvane

@@ -1,0 +1,387 @@
+#include "ui/clsToolbar.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <memory>
+#include <optional>
+
+#include "SubclassTestSupport.h"
+#include "UiTestSupport.h"
+#include "ui/MemoryContext.h"
+
+namespace tellurvane {
+namespace {
+
+constexpr int kImageSize = 16;
+constexpr Color kRed = Rgb(255, 0, 0);
+constexpr Color kGreen = Rgb(0, 128, 0);
+constexpr Color kHostColor = Rgb(200, 220, 255);
+
+// Images of plain colours in a white margin of two pixels, side by side.
+UniqueBitmap MakeImages(const std::vector<Color>& colors) {
+  const int width = static_cast<int>(colors.size()) * kImageSize;
+  BITMAPINFO layout = {};
+  layout.bmiHeader.biSize = sizeof(layout.bmiHeader);
+  layout.bmiHeader.biWidth = width;
+  layout.bmiHeader.biHeight = kImageSize;
+  layout.bmiHeader.biPlanes = 1;
+  layout.bmiHeader.biBitCount = 24;
+  void* bits = nullptr;
+  UniqueBitmap bitmap(CreateDIBSection(nullptr, &layout, DIB_RGB_COLORS, &bits, nullptr, 0));
+  const UniqueMemoryDc canvas(CreateCompatibleDC(nullptr));
+  const SelectedObject selected(canvas.Get(), bitmap.Get());
+  PatBlt(canvas.Get(), 0, 0, width, kImageSize, WHITENESS);
+  for (size_t i = 0; i < colors.size(); ++i) {
+    const int left = static_cast<int>(i) * kImageSize;
+    const RECT inside = {left + 2, 2, left + kImageSize - 2, kImageSize - 2};
+    const UniqueBrush brush(CreateSolidBrush(colors[i]));
+    FillRect(canvas.Get(), &inside, brush.Get());
+  }
+  return bitmap;
+}
+
+void AddImages(clsToolbar& toolbar, const std::vector<Color>& colors) {
+  toolbar.AddBitmap(MakeImages(colors).Get(), kWhite);
+}
+
+class ToolbarTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    host->Create({.parent = form.hwnd(),
+                  .x = 5,
+                  .y = 3,
+                  .width = 330,
+                  .height = 26,
+                  .backColor = kHostColor});
+    toolbar->TargetPictureBox(*host);
+    toolbar->Create(kImageSize);
+    toolbar->ButtonClick = [this](int id) { clicks.push_back(id); };
+  }
+
+  void AddTwoButtons() {
+    AddImages(*toolbar, {kRed, kGreen});
+    toolbar->AddButton(0, L"第一個");
+    toolbar->AddButton(1, L"");
+  }
+
+  LRESULT Ask(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
+    return SendMessageW(toolbar->hwnd(), message, wParam, lParam);
+  }
+
+  POINT CenterOf(int id) const {
+    RECT place = {};
+    Ask(TB_GETRECT, static_cast<WPARAM>(id), reinterpret_cast<LPARAM>(&place));
+    return {(place.left + place.right) / 2, (place.top + place.bottom) / 2};
+  }
+
+  void Click(int id) const {
+    const POINT at = CenterOf(id);
+    SendMouse(toolbar->hwnd(), WM_LBUTTONDOWN, at.x, at.y, MK_LBUTTON);
+    SendMouse(toolbar->hwnd(), WM_LBUTTONUP, at.x, at.y);
+  }
+
+  // The text that the host hands to a tooltip that asks in ANSI; none when it does not answer.
+  const char* TipOf(int id) const {
+    NMTTDISPINFOA request = {};
+    request.hdr.code = TTN_GETDISPINFOA;
+    request.hdr.idFrom = static_cast<UINT_PTR>(id);
+    SendMessageW(host->hwnd(), WM_NOTIFY, request.hdr.idFrom, reinterpret_cast<LPARAM>(&request));
+    return request.lpszText;
+  }
+
+  TestForm form;
+  std::unique_ptr<PictureBox> host = std::make_unique<PictureBox>();
+  std::unique_ptr<clsToolbar> toolbar = std::make_unique<clsToolbar>();
+  std::vector<int> clicks;
+};
+
+std::string Ansi(const std::wstring& text) {
+  std::array<char, 200> buffer = {};
+  WideCharToMultiByte(CP_ACP, 0, text.c_str(), -1, buffer.data(), static_cast<int>(buffer.size()),
+                      nullptr, nullptr);
+  return buffer.data();
+}
+
+TEST_F(ToolbarTest, FillsItsHostInTheStyleOfAFlatToolbarWithToolTips) {
+  std::array<wchar_t, 40> name = {};
+  GetClassNameW(toolbar->hwnd(), name.data(), static_cast<int>(name.size()));
+  EXPECT_STREQ(name.data(), L"ToolbarWindow32");
+  EXPECT_EQ(GetParent(toolbar->hwnd()), host->hwnd());
+  const auto style = static_cast<DWORD>(GetWindowLongPtrW(toolbar->hwnd(), GWL_STYLE));
+  const DWORD expected =
+      WS_CHILD | WS_VISIBLE | TBSTYLE_FLAT | TBSTYLE_TOOLTIPS | CCS_NODIVIDER | CCS_NORESIZE;
+  EXPECT_EQ(style & expected, expected);
+  EXPECT_EQ(style & TBSTYLE_LIST, 0U);
+  EXPECT_EQ(Ask(TB_GETEXTENDEDSTYLE) & TBSTYLE_EX_DRAWDDARROWS, 1);
+  RECT place = {};
+  GetWindowRect(toolbar->hwnd(), &place);
+  MapWindowPoints(nullptr, host->hwnd(), reinterpret_cast<POINT*>(&place), 2);
+  EXPECT_EQ(place.left, 0);
+  EXPECT_EQ(place.top, 0);
+  EXPECT_EQ(place.right, 330);
+  EXPECT_EQ(place.bottom, 26);
+}
+
+TEST_F(ToolbarTest, FollowsItsHostsSize) {
+  host->Move(5, 3, 200, 22);
+  RECT client = {};
+  GetClientRect(toolbar->hwnd(), &client);
+  EXPECT_EQ(client.right, 200);
+  EXPECT_EQ(client.bottom, 22);
+}
+
+TEST_F(ToolbarTest, TakesTheImagesOfABitmapWithAMaskColour) {
+  AddImages(*toolbar, {kRed, kGreen});
+  const HIMAGELIST images = toolbar->ImageList();
+  EXPECT_EQ(ImageList_GetImageCount(images), 2);
+  int width = 0;
+  int height = 0;
+  ImageList_GetIconSize(images, &width, &height);
+  EXPECT_EQ(width, kImageSize);
+  EXPECT_EQ(height, kImageSize);
+  const auto canvas = MemoryContext::Create(kImageSize, kImageSize);
+  PatBlt(canvas->Dc(), 0, 0, kImageSize, kImageSize, BLACKNESS);
+  ImageList_Draw(images, 1, canvas->Dc(), 0, 0, ILD_TRANSPARENT);
+  EXPECT_EQ(PixelOf(canvas->Dc(), 8, 8), kGreen);
+  EXPECT_EQ(PixelOf(canvas->Dc(), 0, 0), kBlack);
+}
+
+TEST_F(ToolbarTest, TakesAnotherImageListWithoutOwningIt) {
+  const UniqueImageList other(ImageList_Create(kImageSize, kImageSize, ILC_COLOR32, 1, 1));
+  toolbar->ImageList(other.Get());
+  EXPECT_EQ(toolbar->ImageList(), other.Get());
+  AddImages(*toolbar, {kRed});
+  toolbar.reset();
+  EXPECT_EQ(ImageList_GetImageCount(other.Get()), 1);
+}
+
+TEST_F(ToolbarTest, NumbersItsButtonsFromOne) {
+  AddImages(*toolbar, {kRed, kGreen});
+  EXPECT_EQ(toolbar->AddButton(1, L"甲"), 1);
+  EXPECT_EQ(toolbar->AddButton(0, L"乙"), 2);
+  EXPECT_EQ(Ask(TB_BUTTONCOUNT), 2);
+  EXPECT_EQ(toolbar->ButtonImage(1), 1);
+  EXPECT_EQ(toolbar->ButtonImage(2), 0);
+  EXPECT_TRUE(toolbar->Enabled(1));
+  EXPECT_TRUE(toolbar->Visible(2));
+}
+
+TEST_F(ToolbarTest, ChangesOneButtonsImage) {
+  AddTwoButtons();
+  toolbar->ButtonImage(1, 1);
+  EXPECT_EQ(toolbar->ButtonImage(1), 1);
+  EXPECT_EQ(toolbar->ButtonImage(2), 1);
+}
+
+TEST_F(ToolbarTest, EnablesAndHidesOneButtonAndKeepsTheRestOfItsState) {
+  AddTwoButtons();
+  toolbar->Enabled(2, false);
+  EXPECT_FALSE(toolbar->Enabled(2));
+  EXPECT_TRUE(toolbar->Visible(2));
+  EXPECT_TRUE(toolbar->Enabled(1));
+  toolbar->Visible(2, false);
+  EXPECT_FALSE(toolbar->Visible(2));
+  EXPECT_EQ(Ask(TB_GETSTATE, 2), TBSTATE_HIDDEN);
+  toolbar->Enabled(2, true);
+  EXPECT_EQ(Ask(TB_GETSTATE, 2), TBSTATE_HIDDEN | TBSTATE_ENABLED);
+  toolbar->Visible(2, true);
+  EXPECT_EQ(Ask(TB_GETSTATE, 2), TBSTATE_ENABLED);
+}
+
+TEST_F(ToolbarTest, AButtonThatDoesNotExistIsNeitherEnabledNorVisible) {
+  AddTwoButtons();
+  for (const int id : {0, 3, -1}) {
+    toolbar->Enabled(id, true);
+    toolbar->Visible(id, true);
+    toolbar->ButtonImage(id, 1);
+    EXPECT_FALSE(toolbar->Enabled(id));
+    EXPECT_FALSE(toolbar->Visible(id));
+    EXPECT_EQ(toolbar->ButtonImage(id), -1);
+  }
+}
+
+TEST_F(ToolbarTest, ReportsThePressedButton) {
+  AddTwoButtons();
+  Click(2);
+  Click(1);
+  EXPECT_EQ(clicks, (std::vector<int>{2, 1}));
+}
+
+TEST_F(ToolbarTest, ADisabledButtonCannotBePressed) {
+  AddTwoButtons();
+  toolbar->Enabled(1, false);
+  Click(1);
+  EXPECT_TRUE(clicks.empty());
+}
+
+TEST_F(ToolbarTest, ACommandOfAnotherWindowIsNoButton) {
+  AddTwoButtons();
+  for (const HWND sender : {HWND{nullptr}, host->hwnd(), form.hwnd()}) {
+    SendMessageW(host->hwnd(), WM_COMMAND, 1, reinterpret_cast<LPARAM>(sender));
+  }
+  EXPECT_TRUE(clicks.empty());
+  SendMessageW(host->hwnd(), WM_COMMAND, MAKEWPARAM(2, 7),
+               reinterpret_cast<LPARAM>(toolbar->hwnd()));
+  EXPECT_EQ(clicks, std::vector<int>{2});
+}
+
+TEST_F(ToolbarTest, ItsHandlerMayEndTheToolbarAndItsHost) {
+  AddTwoButtons();
+  toolbar->ButtonClick = [&](int) {
+    toolbar.reset();
+    host.reset();
+  };
+  SendMessageW(host->hwnd(), WM_COMMAND, 1, reinterpret_cast<LPARAM>(toolbar->hwnd()));
+  EXPECT_EQ(host, nullptr);
+}
+
+TEST_F(ToolbarTest, EndsBeforeOrAfterItsHost) {
+  const HWND window = toolbar->hwnd();
+  toolbar.reset();
+  EXPECT_FALSE(IsWindow(window));
+  EXPECT_TRUE(IsWindow(host->hwnd()));
+  toolbar = std::make_unique<clsToolbar>();
+  toolbar->TargetPictureBox(*host);
+  toolbar->Create(kImageSize);
+  host.reset();
+  EXPECT_FALSE(IsWindow(toolbar->hwnd()));
+}
+
+TEST_F(ToolbarTest, ItsHostWantsAnsiNotifications) {
+  EXPECT_EQ(SendMessageW(host->hwnd(), WM_NOTIFYFORMAT, reinterpret_cast<WPARAM>(toolbar->hwnd()),
+                         NF_QUERY),
+            NFR_ANSI);
+  // Of others than the toolbar it knows nothing.
+  EXPECT_EQ(
+      SendMessageW(host->hwnd(), WM_NOTIFYFORMAT, reinterpret_cast<WPARAM>(form.hwnd()), NF_QUERY),
+      NFR_UNICODE);
+}
+
+TEST_F(ToolbarTest, HandsTheToolTipOutInTheAnsiCodePage) {
+  AddTwoButtons();
+  EXPECT_EQ(TipOf(1), Ansi(L"第一個"));
+}
+
+TEST_F(ToolbarTest, KeepsTheConvertedTextAlive) {
+  toolbar->AddButton(0, L"first");
+  toolbar->AddButton(0, L"second");
+  const char* const first = TipOf(1);
+  const char* const second = TipOf(2);
+  EXPECT_STREQ(first, "first");
+  EXPECT_STREQ(second, "second");
+}
+
+TEST_F(ToolbarTest, AnswersNoRequestForAnEmptyOrUnknownToolTip) {
+  AddTwoButtons();
+  for (const int id : {2, 0, 3, -1}) EXPECT_EQ(TipOf(id), nullptr) << id;
+}
+
+TEST_F(ToolbarTest, LeavesTheUnicodeRequestUnanswered) {
+  AddTwoButtons();
+  NMTTDISPINFOW request = {};
+  request.hdr.code = TTN_GETDISPINFOW;
+  request.hdr.idFrom = 1;
+  SendMessageW(host->hwnd(), WM_NOTIFY, 1, reinterpret_cast<LPARAM>(&request));
+  EXPECT_EQ(request.lpszText, nullptr);
+}
+
+TEST_F(ToolbarTest, KeepsChineseCaptionsWholeInAnyCodePage) {
+  AddImages(*toolbar, {kRed});
+  toolbar->AddButton(0, L"", L"新 增");
+  toolbar->AddButton(0, L"", L"");
+  toolbar->AddButton(0, L"", L"離 開");
+  std::array<wchar_t, 40> caption = {};
+  Ask(TB_GETBUTTONTEXTW, 1, reinterpret_cast<LPARAM>(caption.data()));
+  EXPECT_STREQ(caption.data(), L"新 增");
+  Ask(TB_GETBUTTONTEXTW, 3, reinterpret_cast<LPARAM>(caption.data()));
+  EXPECT_STREQ(caption.data(), L"離 開");
+  EXPECT_NE(Ask(TB_GETSTYLE) & TBSTYLE_LIST, 0);
+}
+
+TEST_F(ToolbarTest, FiveCaptionedButtonsFitIntoAStrip) {
+  AddImages(*toolbar, {kRed, kGreen, kRed, kGreen, kRed});
+  const wchar_t* const captions[] = {L"新 增", L"播 放", L"停 止", L"設 定", L"離 開"};
+  int image = 0;
+  for (const wchar_t* const caption : captions) toolbar->AddButton(image++, caption, caption);
+  const SIZE size = toolbar->ButtonsSize();
+  EXPECT_LE(size.cx, 323);
+  EXPECT_LE(size.cy, 26);
+  EXPECT_GE(size.cy, 20);
+  RECT last = {};
+  Ask(TB_GETRECT, 5, reinterpret_cast<LPARAM>(&last));
+  EXPECT_EQ(last.right, size.cx);
+}
+
+TEST_F(ToolbarTest, ShowsItsImagesOnItsHostsBackground) {
+  AddTwoButtons();
+  const auto onScreen = [&](int x, int y) {
+    const WindowDc screen(toolbar->hwnd());
+    return PixelOf(screen.Get(), x, y);
+  };
+  const POINT first = CenterOf(1);
+  const POINT second = CenterOf(2);
+  EXPECT_TRUE(PumpUntil([&] { return onScreen(first.x, first.y) == kRed; }));
+  EXPECT_TRUE(PumpUntil([&] { return onScreen(second.x, second.y) == kGreen; }));
+  EXPECT_EQ(onScreen(300, 13), kHostColor);
+}
+
+// Moves the real mouse onto a button, and looks at the tooltip and at what it asked the host.
+class ToolbarHoverTest : public ToolbarTest {
+ protected:
+  void SetUp() override {
+    ToolbarTest::SetUp();
+    AddTwoButtons();
+    spy.onCall = [this](const SubclassCall& call) {
+      const auto& notification = *reinterpret_cast<const NMHDR*>(call.lParam);
+      if (notification.code == TTN_GETDISPINFOA) askedFor = static_cast<int>(notification.idFrom);
+    };
+    spyEngine.Subclass(host->hwnd(), spy, 0);
+    spyEngine.AddMessage(host->hwnd(), WM_NOTIFY, kAfterPrevious);
+  }
+  ~ToolbarHoverTest() override { SetCursorPos(700, 700); }
+
+  HWND Tip() const { return reinterpret_cast<HWND>(Ask(TB_GETTOOLTIPS)); }
+
+  void MoveMouseTo(int id) {
+    askedFor = 0;
+    POINT at = CenterOf(id);
+    ClientToScreen(toolbar->hwnd(), &at);
+    SetCursorPos(at.x, at.y);
+  }
+
+  int askedFor = 0;
+  RecordingOwner spy;
+  GXMSubclass spyEngine;
+};
+
+TEST_F(ToolbarHoverTest, ShowsTheToolTipOfTheButtonUnderTheMouse) {
+  MoveMouseTo(1);
+  ASSERT_TRUE(PumpUntil([&] { return IsWindowVisible(Tip()) != 0; }));
+  EXPECT_EQ(askedFor, 1);
+  EXPECT_EQ(Ansi(WindowText(Tip())), Ansi(L"第一個"));
+}
+
+TEST_F(ToolbarHoverTest, ShowsNoneOverAButtonWithoutAToolTip) {
+  MoveMouseTo(2);
+  ASSERT_TRUE(PumpUntil([&] { return askedFor == 2; }));
+  Pump();
+  EXPECT_FALSE(IsWindowVisible(Tip()));
+}
+
+TEST_F(ToolbarTest, LeavesNothingBehindAfterAThousandUses) {
+  EXPECT_EQ(LeakedBy([&] {
+              PictureBox box;
+              box.Create({.parent = form.hwnd(), .width = 100, .height = 26});
+              clsToolbar bar;
+              bar.TargetPictureBox(box);
+              bar.Create(kImageSize);
+              AddImages(bar, {kRed, kGreen});
+              bar.AddButton(0, L"提示", L"文字");
+              bar.Enabled(1, false);
+            }),
+            ResourceCounts());
+}
+
+}  // namespace
+}  // namespace tellurvane

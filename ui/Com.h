@@ -1,0 +1,100 @@
+// Ownership of COM references, strings and variants.
+#pragma once
+
+#include <windows.h>
+
+#include <oleauto.h>
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace tellurvane {
+
+template <typename Interface>
+class ComPtr {
+ public:
+  ComPtr() = default;
+  // Takes over a reference that the caller holds.
+  explicit ComPtr(Interface* reference) : reference_(reference) {}
+  ComPtr(const ComPtr& other) : reference_(other.reference_) {
+    if (reference_ != nullptr) reference_->AddRef();
+  }
+  ComPtr(ComPtr&& other) noexcept : reference_(other.Detach()) {}
+  ComPtr& operator=(ComPtr other) noexcept {
+    std::swap(reference_, other.reference_);
+    return *this;
+  }
+  ~ComPtr() { Reset(); }
+
+  explicit operator bool() const { return reference_ != nullptr; }
+  Interface* Get() const { return reference_; }
+  Interface* operator->() const { return reference_; }
+
+  // For calls that hand a reference out; what was held before is released first.
+  Interface** Receive() {
+    Reset();
+    return &reference_;
+  }
+  void** ReceiveVoid() { return reinterpret_cast<void**>(Receive()); }
+
+  Interface* Detach() { return std::exchange(reference_, nullptr); }
+
+  void Reset() {
+    if (Interface* const old = Detach()) old->Release();
+  }
+
+ private:
+  Interface* reference_ = nullptr;
+};
+
+class Bstr {
+ public:
+  Bstr() = default;
+  explicit Bstr(std::wstring_view text)
+      : text_(SysAllocStringLen(text.data(), static_cast<UINT>(text.size()))) {}
+  Bstr(Bstr&& other) noexcept : text_(std::exchange(other.text_, nullptr)) {}
+  Bstr& operator=(Bstr&& other) noexcept {
+    std::swap(text_, other.text_);
+    return *this;
+  }
+  Bstr(const Bstr&) = delete;
+  Bstr& operator=(const Bstr&) = delete;
+  ~Bstr() { SysFreeString(text_); }
+
+  BSTR Get() const { return text_; }
+  BSTR* Receive() {
+    SysFreeString(std::exchange(text_, nullptr));
+    return &text_;
+  }
+  // Without a string the empty one, as COM has it.
+  std::wstring Text() const {
+    return text_ == nullptr ? std::wstring() : std::wstring(text_, SysStringLen(text_));
+  }
+
+ private:
+  BSTR text_ = nullptr;
+};
+
+class Variant {
+ public:
+  Variant() { VariantInit(&value_); }
+  explicit Variant(std::wstring_view text) : Variant() {
+    value_.vt = VT_BSTR;
+    value_.bstrVal = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
+  }
+  explicit Variant(bool flag) : Variant() {
+    value_.vt = VT_BOOL;
+    value_.boolVal = flag ? VARIANT_TRUE : VARIANT_FALSE;
+  }
+  Variant(const Variant&) = delete;
+  Variant& operator=(const Variant&) = delete;
+  ~Variant() { VariantClear(&value_); }
+
+  VARIANT& Get() { return value_; }
+
+ private:
+  VARIANT value_;
+};
+
+}  // namespace tellurvane

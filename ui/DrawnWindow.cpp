@@ -1,0 +1,122 @@
+#include "ui/DrawnWindow.h"
+
+#include <windows.h>
+
+#include <windowsx.h>
+
+namespace tellurvane {
+namespace {
+
+int ShiftOf(WPARAM keys) {
+  int shift = 0;
+  if ((keys & MK_SHIFT) != 0) shift |= kShiftKey;
+  if ((keys & MK_CONTROL) != 0) shift |= kControlKey;
+  if (GetKeyState(VK_MENU) < 0) shift |= kAltKey;
+  return shift;
+}
+
+int ButtonsDown(WPARAM keys) {
+  int buttons = kNoButton;
+  if ((keys & MK_LBUTTON) != 0) buttons |= kLeftButton;
+  if ((keys & MK_RBUTTON) != 0) buttons |= kRightButton;
+  if ((keys & MK_MBUTTON) != 0) buttons |= kMiddleButton;
+  return buttons;
+}
+
+MouseEvent EventOf(int button, WPARAM keys, LPARAM position) {
+  return {button, ShiftOf(keys), GET_X_LPARAM(position), GET_Y_LPARAM(position)};
+}
+
+void Raise(const DrawnWindow::MouseHandler& handler, const MouseEvent& event) {
+  // Copied: the handler may end the window that holds it.
+  if (const auto call = handler) call(event);
+}
+
+}  // namespace
+
+void DrawnWindow::BackColor(Color color) {
+  backColor_ = color;
+  if (hwnd() != nullptr) Redraw();
+}
+
+void DrawnWindow::Refresh() {
+  InvalidateRect(hwnd(), nullptr, FALSE);
+  UpdateWindow(hwnd());
+}
+
+void DrawnWindow::Refresh(const RECT& area) {
+  InvalidateRect(hwnd(), &area, FALSE);
+  UpdateWindow(hwnd());
+}
+
+void DrawnWindow::Redraw() {
+  FitSurface();
+  Clear();
+  if (Paint) Paint(Dc());
+  Refresh();
+}
+
+LRESULT DrawnWindow::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_ERASEBKGND:
+      return 1;
+    case WM_PAINT:
+      CopyToScreen();
+      return 0;
+    case WM_SIZE:
+      OnResize();
+      return 0;
+    case WM_LBUTTONDOWN:
+      OnMouseDown(EventOf(kLeftButton, wParam, lParam));
+      return 0;
+    case WM_RBUTTONDOWN:
+      OnMouseDown(EventOf(kRightButton, wParam, lParam));
+      return 0;
+    case WM_MBUTTONDOWN:
+      OnMouseDown(EventOf(kMiddleButton, wParam, lParam));
+      return 0;
+    case WM_LBUTTONUP:
+      OnMouseUp(EventOf(kLeftButton, wParam, lParam));
+      return 0;
+    case WM_RBUTTONUP:
+      OnMouseUp(EventOf(kRightButton, wParam, lParam));
+      return 0;
+    case WM_MBUTTONUP:
+      OnMouseUp(EventOf(kMiddleButton, wParam, lParam));
+      return 0;
+    case WM_LBUTTONDBLCLK:
+      OnDblClick(EventOf(kLeftButton, wParam, lParam));
+      return 0;
+    case WM_MOUSEMOVE:
+      OnMouseMove(EventOf(ButtonsDown(wParam), wParam, lParam));
+      return 0;
+    default:
+      return Window::HandleMessage(message, wParam, lParam);
+  }
+}
+
+void DrawnWindow::OnMouseDown(const MouseEvent& event) { Raise(MouseDown, event); }
+void DrawnWindow::OnMouseMove(const MouseEvent& event) { Raise(MouseMove, event); }
+void DrawnWindow::OnMouseUp(const MouseEvent& event) { Raise(MouseUp, event); }
+void DrawnWindow::OnDblClick(const MouseEvent& event) { Raise(DblClick, event); }
+
+void DrawnWindow::OnResize() {
+  FitSurface();
+  if (const auto call = Resize) call();
+}
+
+void DrawnWindow::FitSurface() {
+  if (!surface_.Resize(ScaleWidth(), ScaleHeight(), backColor_)) return;
+  if (Paint) Paint(Dc());
+  InvalidateRect(hwnd(), nullptr, FALSE);
+}
+
+void DrawnWindow::CopyToScreen() {
+  PAINTSTRUCT paint = {};
+  const HDC screen = BeginPaint(hwnd(), &paint);
+  if (Dc() == nullptr) FitSurface();
+  if (Dc() != nullptr) surface_.CopyTo(screen, paint.rcPaint);
+  EndPaint(hwnd(), &paint);
+}
+
+}  // namespace tellurvane

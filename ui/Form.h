@@ -1,0 +1,92 @@
+// A top-level window.
+#pragma once
+
+#include <string>
+
+#include "ui/DrawnWindow.h"
+
+namespace tellurvane {
+
+enum class FormBorder {
+  kNone,         // no frame, no caption, no taskbar button
+  kFixedSingle,  // a caption with a system menu and a minimise box
+  kFixedDialog,  // a caption with a close box
+};
+
+// Sizes are twips. A width or height of 0 is left to the form.
+struct FormArgs {
+  std::wstring caption;
+  FormBorder border = FormBorder::kFixedSingle;
+  int widthTwips = 0;  // the frame included
+  int heightTwips = 0;
+  Color backColor = kWhite;
+  HWND owner = nullptr;
+  HICON icon = nullptr;
+  DWORD extendedStyle = 0;
+};
+
+// Lives as its object lives; Unload only ends the window. The handlers are named as the system
+// names them and do nothing by default.
+class Form : public DrawnWindow {
+ public:
+  ~Form() override;
+
+  // Creates the window, hidden, and calls Form_Load.
+  void Load(const FormArgs& args);
+
+  void Show();
+  // Without taking the keyboard from whoever has it.
+  void ShowWithoutFocus();
+  void Hide();
+  // Shows the form and returns when it is unloaded or hidden; the owner is disabled meanwhile.
+  void ShowModal();
+  // Asks Form_Unload, and ends the window unless it refuses. True when the window is gone.
+  bool Unload();
+  bool IsLoaded() const { return hwnd() != nullptr; }
+
+  void Caption(const std::wstring& caption) { SetWindowTextW(hwnd(), caption.c_str()); }
+
+  // Position and outer size on the screen, in twips.
+  int Left() const;
+  int Top() const;
+  int Width() const;
+  int Height() const;
+  void Move(int leftTwips, int topTwips);
+  void Move(int leftTwips, int topTwips, int widthTwips, int heightTwips);
+  // In the middle of the owner, or of the work area without one; wholly on the screen.
+  void Center();
+  // Makes the inside this large, in pixels.
+  void ResizeInside(int width, int height);
+
+  // Whole-window opacity, 0 to 255. Makes the window layered.
+  void Opacity(BYTE opacity);
+
+ protected:
+  virtual void Form_Load() {}
+  virtual void Form_Resize() {}
+  // False keeps the window.
+  virtual bool Form_Unload() { return true; }
+  virtual void Form_MouseDown(const MouseEvent&) {}
+  virtual void Form_MouseMove(const MouseEvent&) {}
+  virtual void Form_MouseUp(const MouseEvent&) {}
+  virtual void Form_DblClick(const MouseEvent&) {}
+  // Enter and Esc, wherever the focus is inside, unless a control needs them.
+  virtual void Form_Enter() {}
+  virtual void Form_Escape() {}
+
+  LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+ private:
+  void OnMouseDown(const MouseEvent& event) final;
+  void OnMouseMove(const MouseEvent& event) final;
+  void OnMouseUp(const MouseEvent& event) final;
+  void OnDblClick(const MouseEvent& event) final;
+  void OnResize() final;
+  void KeepFocus();
+  void ReleaseOwner();
+
+  HWND modalOwner_ = nullptr;  // disabled while the form is modal
+  HWND focus_ = nullptr;       // where the keyboard was when the form lost it
+};
+
+}  // namespace tellurvane

@@ -1,0 +1,73 @@
+// The theme: the one text routine, and the boxes, fills and highlights that windows are drawn with.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <string>
+
+#include "ui/Color.h"
+#include "ui/MemoryContext.h"
+
+namespace tellurvane::ModTheme {
+
+// A colour with its opacity in the highest byte, then red, green and blue: 0xFF4B0082 is indigo.
+using Argb = std::uint32_t;
+
+inline constexpr Argb kIndigoText = 0xFF4B0082;
+inline constexpr Argb kBlackText = 0xFF000000;
+inline constexpr Argb kBlueText = 0xFF0000FF;
+inline constexpr Argb kWheatGlow = 0xFFF5DEB3;
+inline constexpr Argb kWhiteShadow = 0xFFFFFFFF;
+
+// Bits of TextFont::style.
+enum TextStyle { kRegular = 0, kBold = 1, kItalic = 2 };
+
+struct TextFont {
+  const wchar_t* face = L"Arial Unicode MS";
+  float size = 12;  // pixels
+  int style = kRegular;
+};
+
+struct TextColors {
+  Argb text = kIndigoText;
+  Argb glow = kWheatGlow;
+  Argb shadow = kWhiteShadow;
+};
+
+// Draws the text three times, shadow, glow and text, each a little aside. Returns its width in
+// pixels; 0 where GDI+ refuses. Neither wraps nor clips; line breaks are kept.
+//
+// Deliberate: the horizontal position is doubled and the vertical one is not. Callers pass half of
+// the pixel column that they mean.
+float Text(HDC target, const std::wstring& text, int x, int y, const TextColors& colors,
+           const TextFont& font);
+
+// The width and height in pixels that Text takes, without drawing.
+struct TextSize {
+  float width = 0;
+  float height = 0;
+};
+TextSize MeasureText(HDC target, const std::wstring& text, const TextFont& font);
+
+// The face that is used for the one asked for: itself where it is installed, else "Microsoft
+// JhengHei", "Noto Sans CJK TC", "Tahoma", or the generic sans serif. Looked up once.
+const std::wstring& AvailableFace(const std::wstring& face);
+
+// A system colour reference (highest bit set, its index below) as the colour that it stands for.
+// The routines below take such references too.
+Color TranslateColor(Color color);
+
+// A box with a frame of one pixel in the colour, filled with the colour laid on white.
+void FramedBox(HDC target, int x, int y, int width, int height, Color color);
+
+void SolidFill(HDC target, int x, int y, int width, int height, Color color);
+
+// A bar from near `light` at the top to `base` at the bottom in a fine double frame.
+void SimpleHighlight(HDC target, int x, int y, int width, int height, Color light, Color base);
+
+// The same with rounded corners, a gloss in the upper third, and the target showing through the
+// corners.
+void RichHighlight(HDC target, int x, int y, int width, int height, Color light, Color base);
+
+}  // namespace tellurvane::ModTheme

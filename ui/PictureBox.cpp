@@ -1,0 +1,47 @@
+#include "ui/PictureBox.h"
+
+namespace tellurvane {
+
+void PictureBox::Create(const PictureBoxArgs& args) {
+  WindowArgs window;
+  window.parent = args.parent;
+  window.x = args.x;
+  window.y = args.y;
+  window.width = args.width;
+  window.height = args.height;
+  window.style = WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
+  if (args.isVisible) window.style |= WS_VISIBLE;
+  // A box that hosts a control is passed through by the Tab key on its way to the control.
+  if (args.isTabStop) {
+    window.style |= WS_TABSTOP;
+  } else {
+    window.extendedStyle |= WS_EX_CONTROLPARENT;
+  }
+  BackColor(args.backColor);
+  CreateBound(L"TellurvanePictureBox", CS_DBLCLKS, window);
+}
+
+LRESULT PictureBox::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_KEYDOWN:
+      // All are copied: a handler may end the box that holds it.
+      if (const auto call = KeyDown; call && call(static_cast<UINT>(wParam))) return 0;
+      break;
+    case WM_GETDLGCODE:
+      return KeyDown ? DLGC_WANTARROWS : DLGC_STATIC;
+    case WM_SETFOCUS:
+      if (const auto call = GotFocus) call();
+      return 0;
+    case WM_KILLFOCUS:
+      if (const auto call = LostFocus) call();
+      return 0;
+    case WM_ENABLE:
+      if (const auto call = EnabledChanged) call();
+      return 0;
+    default:
+      break;
+  }
+  return DrawnWindow::HandleMessage(message, wParam, lParam);
+}
+
+}  // namespace tellurvane

@@ -1,0 +1,106 @@
+// The text routine of ModTheme, a file of its own for the sake of GDI+.
+#include <windows.h>
+
+#include <objidl.h>
+
+#include <gdiplus.h>
+
+#include <array>
+#include <map>
+
+#include "ui/ModTheme.h"
+
+namespace tellurvane::ModTheme {
+namespace {
+
+bool IsInstalled(const std::wstring& face) {
+  return Gdiplus::FontFamily(face.c_str()).IsAvailable() != FALSE;
+}
+
+// By its name: the ready-made object of the C++ classes lies in a library that binds GDI+ when the
+// program starts, and not on first use. Empty where GDI+ has none.
+std::wstring GenericSansSerif() {
+  Gdiplus::GpFontFamily* family = nullptr;
+  if (Gdiplus::DllExports::GdipGetGenericFontFamilySansSerif(&family) != Gdiplus::Ok) return {};
+  std::array<WCHAR, LF_FACESIZE> name = {};
+  Gdiplus::DllExports::GdipGetFamilyName(family, name.data(), LANG_NEUTRAL);
+  Gdiplus::DllExports::GdipDeleteFontFamily(family);
+  return name.data();
+}
+
+std::wstring FindFace(const std::wstring& wanted) {
+  for (const std::wstring& face : {wanted, std::wstring(L"Microsoft JhengHei"),
+                                   std::wstring(L"Noto Sans CJK TC"), std::wstring(L"Tahoma")}) {
+    if (IsInstalled(face)) return face;
+  }
+  return GenericSansSerif();
+}
+
+// The family and the font of one call. GDI+ does not fall back to another family by itself: a
+// missing one would draw nothing.
+class DrawingFont {
+ public:
+  explicit DrawingFont(const TextFont& font)
+      : family_(AvailableFace(font.face).c_str()),
+        font_(&family_, font.size, font.style, Gdiplus::UnitPixel) {}
+
+  const Gdiplus::Font* Get() const { return &font_; }
+
+ private:
+  Gdiplus::FontFamily family_;
+  Gdiplus::Font font_;
+};
+
+// GDI+ breaks lines at the LF; not every one leaves the CR before it undrawn.
+std::wstring WithoutReturns(std::wstring text) {
+  std::erase(text, L'\r');
+  return text;
+}
+
+Gdiplus::RectF Measure(const Gdiplus::Graphics& graphics, const std::wstring& text,
+                       const DrawingFont& font) {
+  Gdiplus::RectF box;
+  const Gdiplus::Status status = graphics.MeasureString(text.c_str(), static_cast<INT>(text.size()),
+                                                        font.Get(), Gdiplus::PointF(0, 0), &box);
+  return status == Gdiplus::Ok ? box : Gdiplus::RectF();
+}
+
+}  // namespace
+
+const std::wstring& AvailableFace(const std::wstring& face) {
+  static std::map<std::wstring, std::wstring> found;
+  const auto known = found.find(face);
+  if (known != found.end()) return known->second;
+  return found.emplace(face, FindFace(face)).first->second;
+}
+
+float Text(HDC target, const std::wstring& lines, int x, int y, const TextColors& colors,
+           const TextFont& font) {
+  Gdiplus::Graphics graphics(target);
+  graphics.SetCompositingQuality(Gdiplus::CompositingQualityHighQuality);
+  graphics.SetSmoothingMode(Gdiplus::SmoothingModeAntiAlias);
+  graphics.SetTextRenderingHint(Gdiplus::TextRenderingHintAntiAlias);
+  const DrawingFont drawingFont(font);
+  const std::wstring text = WithoutReturns(lines);
+
+  const auto draw = [&](Argb color, int left, int top) {
+    const Gdiplus::SolidBrush brush{Gdiplus::Color(color)};
+    // A layout of no size neither wraps nor clips.
+    const Gdiplus::RectF layout(static_cast<float>(left), static_cast<float>(top), 0, 0);
+    graphics.DrawString(text.c_str(), static_cast<INT>(text.size()), drawingFont.Get(), layout,
+                        nullptr, &brush);
+  };
+  draw(colors.shadow, 2 * x + 1, y + 2);
+  draw(colors.glow, 2 * x - 1, y);
+  draw(colors.text, 2 * x, y + 1);
+  return Measure(graphics, text, drawingFont).Width;
+}
+
+TextSize MeasureText(HDC target, const std::wstring& text, const TextFont& font) {
+  Gdiplus::Graphics graphics(target);
+  graphics.SetTextRenderingHint(Gdiplus::TextRenderingHintAntiAlias);
+  const Gdiplus::RectF box = Measure(graphics, WithoutReturns(text), DrawingFont(font));
+  return {box.Width, box.Height};
+}
+
+}  // namespace tellurvane::ModTheme

@@ -1,0 +1,44 @@
+#include "ui/Timer.h"
+
+#include <map>
+
+#include "ui/Boundary.h"
+
+namespace tellurvane {
+namespace {
+
+// A tick that was already under way when its timer was disabled finds nothing here.
+std::map<UINT_PTR, Timer*>& RunningTimers() {
+  static std::map<UINT_PTR, Timer*> timers;
+  return timers;
+}
+
+}  // namespace
+
+void Timer::Interval(unsigned milliseconds) {
+  milliseconds_ = milliseconds;
+  if (Enabled()) Enabled(true);
+}
+
+void Timer::Enabled(bool enabled) {
+  if (id_ != 0) {
+    RunningTimers().erase(id_);
+    KillTimer(nullptr, id_);
+    id_ = 0;
+  }
+  if (!enabled) return;
+  id_ = SetTimer(nullptr, 0, milliseconds_, Procedure);
+  if (id_ != 0) RunningTimers().emplace(id_, this);
+}
+
+void CALLBACK Timer::Procedure(HWND /*window*/, UINT /*message*/, UINT_PTR id, DWORD /*time*/) {
+  const auto timer = RunningTimers().find(id);
+  if (timer == RunningTimers().end()) return;
+  // Copied: the handler may end the timer that holds it.
+  const auto tick = timer->second->Tick;
+  GuardBoundary([&] {
+    if (tick) tick();
+  });
+}
+
+}  // namespace tellurvane

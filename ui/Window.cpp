@@ -1,0 +1,78 @@
+#include "ui/Window.h"
+
+#include <utility>
+
+#include "base/FatalError.h"
+#include "ui/Boundary.h"
+
+namespace tellurvane {
+namespace {
+
+void RegisterOnce(const wchar_t* className, UINT classStyle, WNDPROC procedure) {
+  WNDCLASSEXW definition = {};
+  definition.cbSize = sizeof(definition);
+  const HINSTANCE instance = GetModuleHandleW(nullptr);
+  if (GetClassInfoExW(instance, className, &definition)) return;
+  definition = {};
+  definition.cbSize = sizeof(definition);
+  definition.style = classStyle;
+  definition.lpfnWndProc = procedure;
+  definition.hInstance = instance;
+  definition.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+  definition.hbrBackground = nullptr;  // our windows paint all of themselves
+  definition.lpszClassName = className;
+  RegisterClassExW(&definition);
+}
+
+}  // namespace
+
+Window::~Window() {
+  if (window_ == nullptr) return;
+  SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
+  DestroyWindow(window_);
+}
+
+int Window::ScaleWidth() const {
+  RECT client = {};
+  GetClientRect(window_, &client);
+  return client.right;
+}
+
+int Window::ScaleHeight() const {
+  RECT client = {};
+  GetClientRect(window_, &client);
+  return client.bottom;
+}
+
+void Window::CreateBound(const wchar_t* className, UINT classStyle, const WindowArgs& args) {
+  RegisterOnce(className, classStyle, Procedure);
+  CreateWindowExW(args.extendedStyle, className, args.caption.c_str(), args.style, args.x, args.y,
+                  args.width, args.height, args.parent, nullptr, GetModuleHandleW(nullptr), this);
+  if (window_ == nullptr) throw FatalError(L"無法建立視窗，程式無法繼續執行。");
+  if (args.icon != nullptr) {
+    SendMessageW(window_, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(args.icon));
+  }
+}
+
+LRESULT Window::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  return DefWindowProcW(window_, message, wParam, lParam);
+}
+
+LRESULT CALLBACK Window::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_NCCREATE) {
+    auto* const created =
+        static_cast<Window*>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);
+    created->window_ = window;
+    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(created));
+  }
+  auto* const self = reinterpret_cast<Window*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  if (self == nullptr || IsEnding()) return DefWindowProcW(window, message, wParam, lParam);
+  if (message == WM_NCDESTROY) {
+    SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+    self->window_ = nullptr;
+    return DefWindowProcW(window, message, wParam, lParam);
+  }
+  return GuardBoundary([&] { return self->HandleMessage(message, wParam, lParam); });
+}
+
+}  // namespace tellurvane

@@ -1,0 +1,228 @@
+#include "ui/clsControl.h"
+
+#include <richedit.h>
+
+#include <algorithm>
+#include <cassert>
+#include <utility>
+
+#include "base/FatalError.h"
+#include "ui/ControlKinds.h"
+#include "ui/ModTheme.h"
+#include "ui/ToolkitFont.h"
+
+namespace tellurvane {
+namespace {
+
+constexpr int kDropDownRows = 12;
+
+constexpr Color SystemColor(int index) { return 0x80000000U | static_cast<Color>(index); }
+
+}  // namespace
+
+clsControl::clsControl()
+    // From the system's folder only: a namesake beside the executable is not taken. Where it is
+    // missing, every kind but the rich edit box works.
+    : richEditLibrary_(LoadLibraryExW(L"RICHED20.DLL", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32)) {}
+
+clsControl::~clsControl() { Destroy(); }
+
+void clsControl::Create(ControlKind kind) {
+  assert(host_ != nullptr && host_->hwnd() != nullptr);
+  Destroy();
+  kind_ = kind;
+  newIndex_ = -1;
+  hwnd_ = CreateWindowExW(0, LookOf(kind).className, L"", Style(), 0, 0, host_->ScaleWidth(),
+                          host_->ScaleHeight(), host_->hwnd(), nullptr, GetModuleHandleW(nullptr),
+                          nullptr);
+  if (hwnd_ == nullptr) throw FatalError(L"無法建立控制項，程式無法繼續執行。");
+  Send(WM_SETFONT, reinterpret_cast<WPARAM>(ToolkitFont()), TRUE);
+  // The platform's own limits, 30,000 characters or so, would cut a long text that is typed.
+  if (FamilyOf(kind) == ControlFamily::kEdit) Send(EM_LIMITTEXT);
+  if (FamilyOf(kind) == ControlFamily::kRichEdit) {
+    Send(EM_EXLIMITTEXT, 0, MAXLONG);
+    Send(EM_SETEVENTMASK, 0, ENM_CHANGE);
+  }
+  // Being reached by the Tab key chooses no option.
+  if (kind == ControlKind::kOptionButton) Send(BM_SETDONTCLICK, TRUE);
+  Attach();
+  if (hasBorder_) ApplyBorder();
+  FitToHost();
+  if (fontRightLeading_ > 0) ApplyMargins();
+  ApplyEnabled();
+}
+
+// The bits of the kind, and one more: the Tab key stops at whatever can have the keyboard.
+DWORD clsControl::Style() const {
+  const ControlLook& look = LookOf(kind_);
+  DWORD style = WS_CHILD | (multilin_ > 0 ? look.multiLineStyle : look.style);
+  if (isVisible_) style |= WS_VISIBLE;
+  if (kind_ != ControlKind::kLabel) style |= WS_TABSTOP;
+  return style;
+}
+
+void clsControl::Destroy() {
+  engine_.Terminate();
+  if (hwnd_ != nullptr) DestroyWindow(std::exchange(hwnd_, nullptr));
+}
+
+// What text is typed into: the control itself, or the box inside a combo box. None for the rest.
+HWND clsControl::TypingWindow() const {
+  switch (FamilyOf(kind_)) {
+    case ControlFamily::kEdit:
+    case ControlFamily::kRichEdit:
+      return hwnd_;
+    case ControlFamily::kComboBox:
+      return hwnd_ == nullptr ? nullptr : FindWindowExW(hwnd_, nullptr, L"Edit", nullptr);
+    default:
+      return nullptr;
+  }
+}
+
+void clsControl::FitToHost() {
+  if (!DropsDown(kind_)) {
+    MoveWindow(hwnd_, 0, 0, host_->ScaleWidth(), host_->ScaleHeight(), TRUE);
+    return;
+  }
+  // The field takes the host's height; the height that the window is given is the list's. The first
+  // pass shows how much the frame around the field adds, the second leaves it out.
+  const int wanted = host_->ScaleHeight();
+  const int list = kDropDownRows * static_cast<int>(Send(CB_GETITEMHEIGHT, 0));
+  int field = wanted;
+  for (int pass = 0; pass < 2; ++pass) {
+    Send(CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), std::max(field, 1));
+    MoveWindow(hwnd_, 0, 0, host_->ScaleWidth(), wanted + list, TRUE);
+    RECT window = {};
+    GetWindowRect(hwnd_, &window);
+    field -= static_cast<int>(window.bottom - window.top) - wanted;
+  }
+}
+
+void clsControl::FontRightLeading(int pixels) {
+  fontRightLeading_ = std::max(pixels, 0);
+  ApplyMargins();
+}
+
+void clsControl::ApplyMargins() {
+  const HWND window = TypingWindow();
+  if (window == nullptr) return;
+  SendMessageW(window, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN,
+               MAKELPARAM(fontRightLeading_, fontRightLeading_));
+}
+
+bool clsControl::Checked() const {
+  return FamilyOf(kind_) == ControlFamily::kButton && Send(BM_GETCHECK) == BST_CHECKED;
+}
+
+void clsControl::Checked(bool checked) {
+  if (FamilyOf(kind_) == ControlFamily::kButton) {
+    Send(BM_SETCHECK, checked ? BST_CHECKED : BST_UNCHECKED);
+  }
+}
+
+void clsControl::Enabled(bool enabled) {
+  isEnabled_ = enabled;
+  ApplyEnabled();
+}
+
+void clsControl::ApplyEnabled() {
+  if (hwnd_ == nullptr) return;
+  EnableWindow(hwnd_, isEnabled_ && host_->Enabled());
+  ApplyColors();
+}
+
+void clsControl::Visible(bool visible) {
+  isVisible_ = visible;
+  if (hwnd_ != nullptr) ShowWindow(hwnd_, visible ? SW_SHOWNA : SW_HIDE);
+}
+
+bool clsControl::IsGreyed() const { return hwnd_ != nullptr && !IsWindowEnabled(hwnd_); }
+
+Color clsControl::BackColor() const {
+  if (backColor_) return *backColor_;
+  const ControlFamily family = FamilyOf(kind_);
+  if (family == ControlFamily::kButton || family == ControlFamily::kLabel) {
+    return hwnd_ == nullptr ? kWhite : host_->BackColor();
+  }
+  return SystemColor(IsGreyed() ? COLOR_BTNFACE : COLOR_WINDOW);
+}
+
+void clsControl::BackColor(Color color) {
+  backColor_ = color;
+  ApplyColors();
+}
+
+Color clsControl::ForeColor() const {
+  if (foreColor_) return *foreColor_;
+  // Every other kind greys its text by itself.
+  const bool isGreyedHere = kind_ == ControlKind::kRichEditBox && IsGreyed();
+  return SystemColor(isGreyedHere ? COLOR_GRAYTEXT : COLOR_WINDOWTEXT);
+}
+
+void clsControl::ForeColor(Color color) {
+  foreColor_ = color;
+  ApplyColors();
+}
+
+// A rich edit box is told its colours; every other kind asks its host when it paints.
+void clsControl::ApplyColors() {
+  if (hwnd_ == nullptr) return;
+  if (kind_ == ControlKind::kRichEditBox) {
+    Send(EM_SETBKGNDCOLOR, 0, static_cast<LPARAM>(ModTheme::TranslateColor(BackColor())));
+    CHARFORMATW format = {};
+    format.cbSize = sizeof(format);
+    format.dwMask = CFM_COLOR;
+    format.crTextColor = ModTheme::TranslateColor(ForeColor());
+    // For what will be typed, and for what is there.
+    const bool wasSetting = std::exchange(isSettingText_, true);
+    Send(EM_SETCHARFORMAT, SCF_DEFAULT, reinterpret_cast<LPARAM>(&format));
+    Send(EM_SETCHARFORMAT, SCF_ALL, reinterpret_cast<LPARAM>(&format));
+    isSettingText_ = wasSetting;
+  }
+  RedrawWindow(hwnd_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+HBRUSH clsControl::PrepareContext(HDC context) {
+  const Color back = ModTheme::TranslateColor(BackColor());
+  SetTextColor(context, ModTheme::TranslateColor(ForeColor()));
+  SetBkColor(context, back);
+  if (!backBrush_ || back != backBrushColor_) {
+    backBrush_.Reset(CreateSolidBrush(back));
+    backBrushColor_ = back;
+  }
+  return backBrush_.Get();
+}
+
+std::wstring clsControl::text() const {
+  std::wstring value(static_cast<size_t>(GetWindowTextLengthW(hwnd_)) + 1, L'\0');
+  value.resize(
+      static_cast<size_t>(GetWindowTextW(hwnd_, value.data(), static_cast<int>(value.size()))));
+  return value;
+}
+
+void clsControl::text(const std::wstring& value) {
+  const bool wasSetting = std::exchange(isSettingText_, true);
+  SetWindowTextW(hwnd_, value.c_str());
+  isSettingText_ = wasSetting;
+}
+
+void clsControl::BorderStyle(int style) {
+  hasBorder_ = style == 1 || style == 4;
+  ApplyBorder();
+}
+
+// After the creation, never with it: some classes would take the bit for themselves and draw a
+// frame that they never take away.
+void clsControl::ApplyBorder() {
+  if (hwnd_ == nullptr) return;
+  const LONG_PTR others = GetWindowLongPtrW(hwnd_, GWL_STYLE) & ~static_cast<LONG_PTR>(WS_BORDER);
+  SetWindowLongPtrW(hwnd_, GWL_STYLE, others | (hasBorder_ ? WS_BORDER : 0));
+  SetWindowPos(hwnd_, nullptr, 0, 0, 0, 0,
+               SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
+}
+
+LRESULT clsControl::Send(UINT message, WPARAM wParam, LPARAM lParam) const {
+  return hwnd_ == nullptr ? 0 : SendMessageW(hwnd_, message, wParam, lParam);
+}
+
+}  // namespace tellurvane

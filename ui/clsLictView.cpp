@@ -1,0 +1,335 @@
+#include "ui/clsLictView.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/FatalError.h"
+#include "ui/ToolkitFont.h"
+
+namespace tellurvane {
+namespace {
+
+constexpr DWORD kContainerStyle = WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
+constexpr DWORD kListStyle = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_TABSTOP | LVS_REPORT |
+                             LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS;
+constexpr DWORD kListExtendedStyle = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER;
+
+HWND CreateChild(const wchar_t* className, DWORD style, DWORD extendedStyle, HWND parent) {
+  const HWND window = CreateWindowExW(extendedStyle, className, L"", style, 0, 0, 0, 0, parent,
+                                      nullptr, GetModuleHandleW(nullptr), nullptr);
+  if (window == nullptr) throw FatalError(L"無法建立視窗，程式無法繼續執行。");
+  return window;
+}
+
+int Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
+  return static_cast<int>(SendMessageW(window, message, wParam, lParam));
+}
+
+void SetRowState(HWND list, int row, UINT state, UINT mask) {
+  LVITEMW item = {};
+  item.state = state;
+  item.stateMask = mask;
+  SendMessageW(list, LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+}
+
+// Asks nothing of the owner, unlike the row's rectangle.
+int TopOf(HWND list, int row) {
+  POINT place = {};
+  SendMessageW(list, LVM_GETITEMPOSITION, static_cast<WPARAM>(row),
+               reinterpret_cast<LPARAM>(&place));
+  return static_cast<int>(place.y);
+}
+
+}  // namespace
+
+clsLictView::~clsLictView() { LeaveHost(); }
+
+void clsLictView::Create(PictureBox& host) {
+  LeaveHost();
+  host_ = &host;
+  CreateWindows();
+  SubclassBoth();
+  host_->Resize = [this] { FillHost(); };
+  FillHost();
+}
+
+void clsLictView::CreateWindows() {
+  const INITCOMMONCONTROLSEX classes = {sizeof(classes), ICC_LISTVIEW_CLASSES};
+  InitCommonControlsEx(&classes);
+  // Passed through by the Tab key on its way to the list.
+  container_ = CreateChild(WC_STATICW, kContainerStyle, WS_EX_CONTROLPARENT, host_->hwnd());
+  list_ = CreateChild(WC_LISTVIEWW, kListStyle, 0, container_);
+  SendMessageW(list_, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, kListExtendedStyle);
+  SendMessageW(list_, WM_SETFONT, reinterpret_cast<WPARAM>(ToolkitFont()), FALSE);
+}
+
+void clsLictView::FillHost() {
+  const int width = host_->ScaleWidth();
+  const int height = host_->ScaleHeight();
+  MoveWindow(container_, 0, 0, width, height, TRUE);
+  MoveWindow(list_, 0, 0, width, height, TRUE);
+}
+
+void clsLictView::LeaveHost() {
+  if (host_ == nullptr) return;
+  engine_.Terminate();
+  host_->Resize = nullptr;
+  host_ = nullptr;
+  list_ = nullptr;
+  // The list goes with it. Not there any more where the host's window went first.
+  if (const HWND container = std::exchange(container_, nullptr)) DestroyWindow(container);
+  checked_.clear();
+  hasImages_ = hasCheckBoxes_ = isBlocked_ = false;
+  buttonsHeld_ = kNoButton;
+}
+
+void clsLictView::ImageList(int width, int height) {
+  if (list_ == nullptr) return;
+  ShowImages(UniqueImageList(ImageList_Create(width, height, ILC_COLOR32 | ILC_MASK, 1, 1)));
+  hasImages_ = true;
+}
+
+HIMAGELIST clsLictView::ImageList() const {
+  if (!hasImages_) return nullptr;
+  return reinterpret_cast<HIMAGELIST>(SendMessageW(list_, LVM_GETIMAGELIST, LVSIL_SMALL, 0));
+}
+
+// The native list takes the images over and destroys them at its end; those that it had before come
+// back.
+void clsLictView::ShowImages(UniqueImageList images) {
+  const UniqueImageList former(reinterpret_cast<HIMAGELIST>(SendMessageW(
+      list_, LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images.Release()))));
+  hasImages_ = false;
+}
+
+int clsLictView::AddBitmap(HBITMAP bitmap, Color transparent) {
+  const HIMAGELIST images = ImageList();
+  return images == nullptr ? -1 : ImageList_AddMasked(images, bitmap, transparent);
+}
+
+void clsLictView::RowHeight(int height) {
+  if (list_ == nullptr) return;
+  // Rows are as high as the images; there need not be any in the image list.
+  const auto use = [this](int imageHeight) {
+    UniqueImageList images;
+    if (imageHeight > 0) images.Reset(ImageList_Create(1, imageHeight, ILC_COLOR, 0, 1));
+    ShowImages(std::move(images));
+  };
+  use(height);
+  // The native list adds a pixel or more for the line between rows; how many is its own affair.
+  if (height > 0 && GetItemHeight() > height) use(height - (GetItemHeight() - height));
+}
+
+int clsLictView::Add() {
+  const int row = ListCount();
+  SendMessageW(list_, LVM_SETITEMCOUNT, static_cast<WPARAM>(row) + 1,
+               LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
+  return ListCount() - 1;
+}
+
+void clsLictView::AddSub(int row, int column) {
+  if (!HasRow(row) || column < 0 || column >= ColumnsCount()) return;
+  SendMessageW(list_, LVM_REDRAWITEMS, static_cast<WPARAM>(row), row);
+}
+
+std::wstring clsLictView::text(int row, int column) {
+  if (!HasRow(row)) return {};
+  std::array<wchar_t, MAX_PATH> buffer = {};
+  LVITEMW cell = {};
+  cell.mask = LVIF_TEXT;
+  cell.iItem = row;
+  cell.iSubItem = column;
+  cell.pszText = buffer.data();
+  cell.cchTextMax = static_cast<int>(buffer.size());
+  const auto isGone = lifetime_.Watch();
+  // Not through the native list, which would cut it to the buffer's length.
+  AnswerData(cell);
+  if (isGone() || cell.pszText == nullptr) return {};
+  return cell.pszText;
+}
+
+int clsLictView::ColumnAdd(const std::wstring& title, int width, ColumnAlignment alignment) {
+  std::wstring text = title;
+  LVCOLUMNW column = {};
+  column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_FMT | LVCF_SUBITEM;
+  column.fmt = static_cast<int>(alignment);
+  column.cx = width;
+  column.pszText = text.data();
+  column.iSubItem = ColumnsCount();
+  if (list_ == nullptr) return -1;
+  return Ask(list_, LVM_INSERTCOLUMNW, static_cast<WPARAM>(column.iSubItem),
+             reinterpret_cast<LPARAM>(&column));
+}
+
+int clsLictView::ColumnsCount() const {
+  return HeaderhWnd() == nullptr ? 0 : Ask(HeaderhWnd(), HDM_GETITEMCOUNT);
+}
+
+HWND clsLictView::HeaderhWnd() const {
+  return reinterpret_cast<HWND>(SendMessageW(list_, LVM_GETHEADER, 0, 0));
+}
+
+int clsLictView::ColumnWidth(int column) const {
+  if (column < 0 || column >= ColumnsCount()) return 0;
+  return Ask(list_, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column));
+}
+
+void clsLictView::ColumnWidth(int column, int width) {
+  SendMessageW(list_, LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(column), MAKELPARAM(width, 0));
+}
+
+int clsLictView::Selected() const {
+  if (list_ == nullptr) return -1;
+  return Ask(list_, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED);
+}
+
+void clsLictView::SetSelectList(int row) {
+  constexpr UINT kChosen = LVIS_SELECTED | LVIS_FOCUSED;
+  if (row == -1) {
+    // Never "all rows": the native list would go through a million of them.
+    if (Selected() != -1) SetRowState(list_, Selected(), 0, kChosen);
+    return;
+  }
+  if (!HasRow(row)) return;
+  SetRowState(list_, row, kChosen, kChosen);
+  EnsureVisible(row);
+}
+
+void clsLictView::EnsureVisible(int row) {
+  if (HasRow(row)) SendMessageW(list_, LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
+}
+
+int clsLictView::SelCount() const { return Ask(list_, LVM_GETSELECTEDCOUNT); }
+
+int clsLictView::ListCount() const { return Ask(list_, LVM_GETITEMCOUNT); }
+
+void clsLictView::ListCount(int count) {
+  count = std::max(count, 0);
+  checked_.erase(checked_.lower_bound(count), checked_.end());
+  SendMessageW(list_, LVM_SETITEMCOUNT, static_cast<WPARAM>(count), LVSICF_NOSCROLL);
+}
+
+void clsLictView::Clear() {
+  checked_.clear();
+  SendMessageW(list_, LVM_DELETEALLITEMS, 0, 0);
+}
+
+void clsLictView::Remove(int row) {
+  if (!HasRow(row)) return;
+  std::set<int> moved;
+  for (const int checked : checked_) {
+    if (checked != row) moved.insert(moved.end(), checked > row ? checked - 1 : checked);
+  }
+  checked_ = std::move(moved);
+  SendMessageW(list_, LVM_DELETEITEM, static_cast<WPARAM>(row), 0);
+}
+
+bool clsLictView::Visible() const { return IsWindowVisible(container_) != 0; }
+
+void clsLictView::Visible(bool visible) { ShowWindow(container_, visible ? SW_SHOWNA : SW_HIDE); }
+
+void clsLictView::AutoDraw(bool autoDraw) {
+  isAutoDraw_ = autoDraw;
+  if (list_ != nullptr) InvalidateRect(list_, nullptr, FALSE);
+}
+
+void clsLictView::CheckBoxes(bool shown) {
+  hasCheckBoxes_ = shown;
+  SendMessageW(list_, LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_CHECKBOXES,
+               shown ? LVS_EX_CHECKBOXES : 0);
+  // The native list keeps no check marks for rows that are not its own: it asks for them.
+  SendMessageW(list_, LVM_SETCALLBACKMASK, shown ? LVIS_STATEIMAGEMASK : 0, 0);
+}
+
+void clsLictView::Checked(int row, bool checked) {
+  if (!HasRow(row) || Checked(row) == checked) return;
+  if (checked) {
+    checked_.insert(row);
+  } else {
+    checked_.erase(row);
+  }
+  SendMessageW(list_, LVM_REDRAWITEMS, static_cast<WPARAM>(row), row);
+}
+
+int clsLictView::ItemCountPage() const { return Ask(list_, LVM_GETCOUNTPERPAGE); }
+
+bool clsLictView::ItemVisible(int row) const {
+  return HasRow(row) && row >= TopItem() && row <= BottomItem();
+}
+
+int clsLictView::GetItemTop(int row) const { return HasRow(row) ? TopOf(list_, row) : 0; }
+
+int clsLictView::GetItemHeight() const {
+  constexpr int kMeasured = 2;
+  const auto count = [this](int rows) {
+    SendMessageW(list_, LVM_SETITEMCOUNT, static_cast<WPARAM>(rows),
+                 LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
+  };
+  // Where there are fewer rows, two are lent for the moment.
+  const int rows = ListCount();
+  if (rows < kMeasured) count(kMeasured);
+  const int height = TopOf(list_, 1) - TopOf(list_, 0);
+  if (rows < kMeasured) count(rows);
+  return height;
+}
+
+int clsLictView::HitTest(int x, int y) const {
+  if (list_ == nullptr) return -1;
+  LVHITTESTINFO hit = {};
+  hit.pt = {x, y};
+  return Ask(list_, LVM_SUBITEMHITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+}
+
+int clsLictView::TopItem() const { return ListCount() == 0 ? -1 : Ask(list_, LVM_GETTOPINDEX); }
+
+int clsLictView::BottomItem() const {
+  const int top = TopItem();
+  if (top == -1) return -1;
+  const int space = std::max(ClientBottom() - GetItemTop(top), 1);
+  return std::min(top + (space - 1) / std::max(GetItemHeight(), 1), ListCount() - 1);
+}
+
+int clsLictView::Bottom() const {
+  const int count = ListCount();
+  return count == 0 ? HeaderBottom() : GetItemTop(count - 1) + GetItemHeight();
+}
+
+void clsLictView::Block(bool blocked) {
+  isBlocked_ = blocked && list_ != nullptr;
+  SendMessageW(list_, WM_SETREDRAW, blocked ? FALSE : TRUE, 0);
+  if (list_ != nullptr && !blocked) InvalidateRect(list_, nullptr, FALSE);
+}
+
+void clsLictView::RedrawItem(int row) {
+  // Everything is painted anew when the block ends.
+  if (isBlocked_ || !ItemVisible(row)) return;
+  SendMessageW(list_, LVM_REDRAWITEMS, static_cast<WPARAM>(row), row);
+  UpdateWindow(list_);
+}
+
+void clsLictView::RedrawVisibleItems() {
+  if (isBlocked_ || ListCount() == 0) return;
+  SendMessageW(list_, LVM_REDRAWITEMS, static_cast<WPARAM>(TopItem()), BottomItem());
+  UpdateWindow(list_);
+}
+
+void clsLictView::GiveText(LVITEMW& cell, std::wstring text) {
+  std::wstring& place = texts_[nextText_];
+  nextText_ = (nextText_ + 1) % texts_.size();
+  place = std::move(text);
+  cell.pszText = place.data();
+}
+
+int clsLictView::HeaderBottom() const {
+  RECT header = {};
+  if (HeaderhWnd() != nullptr) GetClientRect(HeaderhWnd(), &header);
+  return static_cast<int>(header.bottom);
+}
+
+int clsLictView::ClientBottom() const {
+  RECT client = {};
+  GetClientRect(list_, &client);
+  return static_cast<int>(client.bottom);
+}
+
+}  // namespace tellurvane

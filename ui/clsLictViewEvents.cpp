@@ -1,0 +1,263 @@
+// How the list hears its windows and what it tells its owner.
+#include <windows.h>
+
+#include <windowsx.h>
+
+#include "ui/clsLictView.h"
+
+namespace tellurvane {
+namespace {
+
+bool IsDown(int key) { return GetKeyState(key) < 0; }
+
+int ShiftNow() {
+  int shift = 0;
+  if (IsDown(VK_SHIFT)) shift |= kShiftKey;
+  if (IsDown(VK_CONTROL)) shift |= kControlKey;
+  if (IsDown(VK_MENU)) shift |= kAltKey;
+  return shift;
+}
+
+int ButtonOf(UINT message, WPARAM keys) {
+  switch (message) {
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:
+    case WM_LBUTTONUP:
+      return kLeftButton;
+    case WM_RBUTTONDOWN:
+    case WM_RBUTTONDBLCLK:
+    case WM_RBUTTONUP:
+      return kRightButton;
+    case WM_MBUTTONDOWN:
+    case WM_MBUTTONDBLCLK:
+    case WM_MBUTTONUP:
+      return kMiddleButton;
+    default:
+      return ((keys & MK_LBUTTON) != 0 ? kLeftButton : kNoButton) |
+             ((keys & MK_RBUTTON) != 0 ? kRightButton : kNoButton) |
+             ((keys & MK_MBUTTON) != 0 ? kMiddleButton : kNoButton);
+  }
+}
+
+MouseEvent EventAt(int button, const POINT& position) {
+  return {button, ShiftNow(), static_cast<int>(position.x), static_cast<int>(position.y)};
+}
+
+template <typename Record>
+Record& RecordOf(NMHDR& notification) {
+  return reinterpret_cast<Record&>(notification);
+}
+
+}  // namespace
+
+void clsLictView::SubclassBoth() {
+  engine_.Subclass(list_, *this, 0);
+  for (UINT message = WM_MOUSEMOVE; message <= WM_MBUTTONDBLCLK; ++message) {
+    engine_.AddMessage(list_, message, kBeforePrevious);
+  }
+  for (const UINT message : {WM_KEYDOWN, WM_KEYUP, WM_NOTIFY, WM_NCDESTROY}) {
+    engine_.AddMessage(list_, static_cast<UINT>(message), kBeforePrevious);
+  }
+  engine_.Subclass(container_, *this, 0);
+  engine_.AddMessage(container_, WM_NOTIFY, kBeforePrevious);
+  engine_.AddMessage(container_, WM_NCDESTROY, kBeforePrevious);
+}
+
+void clsLictView::WndProc(bool /*before*/, bool& handled, LRESULT& result, HWND window,
+                          UINT message, WPARAM wParam, LPARAM lParam, LONG_PTR& /*userParam*/) {
+  handled = true;
+  result = window == list_ ? zLVCallBack(window, message, wParam, lParam)
+                           : zLVpCallBack(window, message, wParam, lParam);
+}
+
+LRESULT clsLictView::zLVCallBack(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  const auto isGone = lifetime_.Watch();
+  switch (message) {
+    case WM_KEYDOWN:
+      if (HandleKeyDown(static_cast<UINT>(wParam))) return 0;
+      break;
+    case WM_KEYUP:
+      Raise(KeyUp, static_cast<UINT>(wParam), ShiftNow());
+      break;
+    case WM_NOTIFY:
+      // The header speaks to the list.
+      if (IsHeaderHeldBack(*reinterpret_cast<const NMHDR*>(lParam))) return TRUE;
+      break;
+    case WM_NCDESTROY:
+      list_ = nullptr;
+      break;
+    default:
+      if (message >= WM_MOUSEFIRST && message <= WM_MBUTTONDBLCLK) {
+        RaiseMouse(message, wParam, lParam);
+      }
+      break;
+  }
+  return isGone() ? 0 : engine_.CallOldWndProc(window, message, wParam, lParam);
+}
+
+LRESULT clsLictView::zLVpCallBack(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_NOTIFY) {
+    auto& notification = *reinterpret_cast<NMHDR*>(lParam);
+    if (notification.hwndFrom == list_) return HandleNotification(notification);
+  }
+  if (message == WM_NCDESTROY) container_ = nullptr;
+  return engine_.CallOldWndProc(window, message, wParam, lParam);
+}
+
+LRESULT clsLictView::HandleNotification(NMHDR& notification) {
+  switch (notification.code) {
+    case LVN_GETDISPINFOW: {
+      LVITEMW cell = RecordOf<NMLVDISPINFOW>(notification).item;
+      AnswerData(cell);
+      RecordOf<NMLVDISPINFOW>(notification).item = cell;
+      break;
+    }
+    case NM_CUSTOMDRAW: {
+      LRESULT result = CDRF_DODEFAULT;
+      if (isAutoDraw_) Raise(CustomDraw, RecordOf<NMLVCUSTOMDRAW>(notification), result);
+      return result;
+    }
+    case LVN_BEGINDRAG:
+    case LVN_BEGINRDRAG:
+      Raise(DragBegin, notification.code == LVN_BEGINDRAG,
+            RecordOf<NMLISTVIEW>(notification).iItem);
+      break;
+    case LVN_COLUMNCLICK:
+      Raise(ColumnClick, RecordOf<NMLISTVIEW>(notification).iSubItem);
+      break;
+    case LVN_ITEMCHANGED:
+      RaiseItemChanged(RecordOf<NMLISTVIEW>(notification));
+      break;
+    case LVN_ITEMACTIVATE:
+      // Not the record's row: after the Enter key some lists send the bare header.
+      Raise(ItemActivate, Selected());
+      break;
+    case NM_CLICK:
+    case NM_RCLICK:
+    case NM_DBLCLK:
+    case NM_RDBLCLK:
+      RaiseClick(notification);
+      break;
+    case NM_KILLFOCUS:
+      Raise(LostFocus);
+      break;
+    default:
+      break;
+  }
+  return 0;
+}
+
+bool clsLictView::IsHeaderHeldBack(const NMHDR& notification) const {
+  if (!isColumnLocked_ || notification.hwndFrom != HeaderhWnd()) return false;
+  switch (notification.code) {
+    case HDN_BEGINTRACKA:
+    case HDN_BEGINTRACKW:
+    case HDN_DIVIDERDBLCLICKA:
+    case HDN_DIVIDERDBLCLICKW:
+      return true;
+    default:
+      return false;
+  }
+}
+
+void clsLictView::AnswerData(LVITEMW& cell) {
+  if ((cell.mask & LVIF_TEXT) != 0 && cell.pszText != nullptr && cell.cchTextMax > 0) {
+    cell.pszText[0] = L'\0';
+  }
+  if ((cell.mask & LVIF_IMAGE) != 0) cell.iImage = I_IMAGENONE;
+  if (hasCheckBoxes_ && (cell.mask & LVIF_STATE) != 0 &&
+      (cell.stateMask & LVIS_STATEIMAGEMASK) != 0) {
+    cell.state &= ~static_cast<UINT>(LVIS_STATEIMAGEMASK);
+    cell.state |= INDEXTOSTATEIMAGEMASK(Checked(cell.iItem) ? 2U : 1U);
+  }
+  Raise(OnData, cell.iItem, cell.iSubItem, cell);
+}
+
+void clsLictView::RaiseItemChanged(const NMLISTVIEW& change) {
+  UINT oldState = change.uOldState;
+  UINT newState = change.uNewState;
+  if (hasCheckBoxes_) {
+    // The native list announces a mark that it cannot keep; the kept ones are announced where they
+    // are toggled.
+    constexpr UINT kCheckMark = LVIS_STATEIMAGEMASK;
+    oldState &= ~kCheckMark;
+    newState &= ~kCheckMark;
+    if (oldState == newState) return;
+  }
+  Raise(ItemChanged, change.iItem, oldState, newState);
+}
+
+void clsLictView::RaiseClick(const NMHDR& notification) {
+  const auto activation = reinterpret_cast<const NMITEMACTIVATE&>(notification);
+  const UINT code = notification.code;
+  const bool isSingle = code == NM_CLICK || code == NM_RCLICK;
+  const bool isLeft = code == NM_CLICK || code == NM_DBLCLK;
+  const auto isGone = lifetime_.Watch();
+  // The native list may take the release out of the queue itself while it waits for a drag.
+  if (isSingle) RaiseMouseUp(isLeft ? kLeftButton : kRightButton, activation.ptAction);
+  if (isGone()) return;
+  // A quick second click comes as a double click only.
+  if (isLeft && IsOnCheckBox(activation.ptAction)) ToggleCheck(activation.iItem);
+  if (isGone()) return;
+  Raise(isSingle ? Click : DblClick, isLeft, activation.iItem, activation.iSubItem);
+}
+
+bool clsLictView::IsOnCheckBox(const POINT& position) const {
+  if (!hasCheckBoxes_) return false;
+  LVHITTESTINFO hit = {};
+  hit.pt = position;
+  SendMessageW(list_, LVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+  return hit.iItem != -1 && (hit.flags & LVHT_ONITEM) == LVHT_ONITEMSTATEICON;
+}
+
+void clsLictView::ToggleCheck(int row) {
+  if (!HasRow(row)) return;
+  const UINT unchecked = INDEXTOSTATEIMAGEMASK(1U);
+  const UINT checked = INDEXTOSTATEIMAGEMASK(2U);
+  const bool wasChecked = Checked(row);
+  Checked(row, !wasChecked);
+  Raise(ItemChanged, row, wasChecked ? checked : unchecked, wasChecked ? unchecked : checked);
+}
+
+// True when the key is not to reach the native list.
+bool clsLictView::HandleKeyDown(UINT key) {
+  const auto isGone = lifetime_.Watch();
+  Raise(KeyDown, key, ShiftNow());
+  if (isGone() || IsKeyHeldBack(key)) return true;
+  if (key == VK_SPACE && hasCheckBoxes_) ToggleCheck(Selected());
+  return isGone();
+}
+
+bool clsLictView::IsKeyHeldBack(UINT key) const {
+  if (!isKeyBlocked_) return false;
+  if (key == VK_UP) return Selected() == 0;
+  return key == VK_DOWN && Selected() == ListCount() - 1;
+}
+
+void clsLictView::RaiseMouse(UINT message, WPARAM wParam, LPARAM lParam) {
+  const int button = ButtonOf(message, wParam);
+  const POINT position = {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+  switch (message) {
+    case WM_MOUSEMOVE:
+      Raise(MouseMove, EventAt(button, position));
+      break;
+    case WM_LBUTTONUP:
+    case WM_RBUTTONUP:
+    case WM_MBUTTONUP:
+      RaiseMouseUp(button, position);
+      break;
+    default:
+      buttonsHeld_ |= button;
+      Raise(MouseDown, EventAt(button, position));
+      break;
+  }
+}
+
+// Once for each press, whichever way the release is learned of.
+void clsLictView::RaiseMouseUp(int button, const POINT& position) {
+  if ((buttonsHeld_ & button) == 0) return;
+  buttonsHeld_ &= ~button;
+  Raise(MouseUp, EventAt(button, position));
+}
+
+}  // namespace tellurvane

@@ -1,0 +1,53 @@
+// An icon in the taskbar's notification area.
+#pragma once
+
+#include <windows.h>
+
+#include <shellapi.h>
+
+#include <functional>
+#include <string>
+
+#include "ui/Form.h"
+#include "ui/GXISubclass.h"
+#include "ui/GXMSubclass.h"
+#include "ui/PictureBox.h"
+
+namespace tellurvane {
+
+// The icon stands there between IconAdd and IconDelete, and comes back by itself when the taskbar
+// is started anew meanwhile. It goes with its form, and with this object. Nothing is reported when
+// there is no taskbar.
+class clsNotifyIcon : private GXISubclass {
+ public:
+  clsNotifyIcon() = default;
+  clsNotifyIcon(const clsNotifyIcon&) = delete;
+  clsNotifyIcon& operator=(const clsNotifyIcon&) = delete;
+  ~clsNotifyIcon() { IconDelete(); }
+
+  // A mouse button went down on the icon. The handler may end this object.
+  std::function<void()> LButtonDown;
+  std::function<void()> RButtonDown;
+
+  // Once, with a form that is loaded and has its icon. Adds a hidden box named "NotifyIcon" to the
+  // form; the taskbar's messages go there.
+  void IconInit(Form& form);
+
+  // Of a longer text the first 127 UTF-16 units are shown. An empty one leaves the tip as it was.
+  void IconTip(const std::wstring& text);
+
+  void IconAdd();
+  void IconDelete();
+
+ private:
+  void WndProc(bool before, bool& handled, LRESULT& result, HWND window, UINT message,
+               WPARAM wParam, LPARAM lParam, LONG_PTR& userParam) override;
+  void Decode(const MouseEvent& event);
+
+  PictureBox box_;
+  NOTIFYICONDATAW record_ = {};
+  bool isWanted_ = false;
+  GXMSubclass subclass_;
+};
+
+}  // namespace tellurvane

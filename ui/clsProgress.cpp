@@ -1,0 +1,360 @@
+#include "ui/clsProgress.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <utility>
+
+#include "ui/ModTheme.h"
+#include "ui/ToolkitFont.h"
+
+namespace tellurvane {
+namespace {
+
+constexpr UINT kHeardMessages[] = {WM_MOUSEWHEEL, WM_MOUSELEAVE, WM_MOUSEMOVE, WM_KILLFOCUS,
+                                   WM_SETFOCUS};
+
+constexpr Color kGold = Rgb(206, 154, 0);
+constexpr Color kGrey = Rgb(151, 151, 151);
+constexpr int kAccentOpacity = 150;
+
+constexpr Color kCaptionColor = Rgb(64, 64, 64);
+constexpr Color kDisabledCaptionColor = kGrey;
+
+constexpr float kToolkitPoints = 9;
+
+// In pixels. The bar is hardly higher than a digit, and fonts leave unequal space above and below:
+// what is centred has to be the digits, not the font's line.
+int DigitHeight(HDC context) {
+  constexpr MAT2 kUpright = {{0, 1}, {0, 0}, {0, 0}, {0, 1}};
+  GLYPHMETRICS metrics = {};
+  if (GetGlyphOutlineW(context, L'0', GGO_METRICS, &metrics, 0, nullptr, &kUpright) != GDI_ERROR) {
+    return static_cast<int>(metrics.gmptGlyphOrigin.y);
+  }
+  TEXTMETRICW font = {};
+  GetTextMetricsW(context, &font);
+  return static_cast<int>(font.tmAscent - font.tmInternalLeading);
+}
+
+}  // namespace
+
+clsProgress::~clsProgress() { LeaveHost(); }
+
+void clsProgress::TargetPictureBox(PictureBox& host) {
+  LeaveHost();
+  host_ = &host;
+}
+
+void clsProgress::Create() {
+  engine_.Subclass(hwnd(), *this, 0);
+  for (const UINT message : kHeardMessages) {
+    engine_.AddMessage(hwnd(), message, kBeforePrevious);
+  }
+  isFocused_ = GetFocus() == hwnd();
+  isCreated_ = true;
+  TakeHostEvents();
+  Refresh();
+}
+
+void clsProgress::TakeHostEvents() {
+  host_->Paint = [this](HDC) { Draw(Enabled() ? kGold : kGrey); };
+  host_->Resize = [this] { Raise(Resize); };
+  host_->MouseDown = [this](const MouseEvent& event) { HostMouseDown(event); };
+  // The second press of a quick pair.
+  host_->DblClick = [this](const MouseEvent& event) { HostMouseDown(event); };
+  host_->MouseMove = [this](const MouseEvent& event) { HostMouseMove(event); };
+  host_->MouseUp = [this](const MouseEvent& event) { HostMouseUp(event); };
+  host_->KeyDown = [this](UINT key) { return HostKeyDown(key); };
+  host_->EnabledChanged = [this] { Refresh(); };
+}
+
+void clsProgress::LeaveHost() {
+  if (std::exchange(isCreated_, false)) {
+    if (MouseDriving()) ReleaseCapture();
+    // Takes the five messages out of the table with it, and does nothing where the window is gone.
+    engine_.Terminate();
+    host_->Paint = nullptr;
+    host_->Resize = nullptr;
+    host_->MouseDown = host_->DblClick = host_->MouseMove = host_->MouseUp = nullptr;
+    host_->KeyDown = nullptr;
+    host_->EnabledChanged = nullptr;
+  }
+  host_ = nullptr;
+}
+
+void clsProgress::WndProc(bool /*before*/, bool& handled, LRESULT& /*result*/, HWND /*window*/,
+                          UINT message, WPARAM wParam, LPARAM /*lParam*/, LONG_PTR& /*userParam*/) {
+  switch (message) {
+    case WM_SETFOCUS:
+      ::SetFocus(hwnd());
+      SetFocused(true);
+      break;
+    case WM_KILLFOCUS:
+      SetFocused(false);
+      break;
+    case WM_MOUSEMOVE:
+      TrackPointer();
+      break;
+    case WM_MOUSELEAVE:
+      SetCursorInside(false);
+      break;
+    case WM_MOUSEWHEEL:
+      // Kept from the host: it would hand the turn on to its parent.
+      handled = true;
+      OnWheel(wParam);
+      break;
+    default:
+      break;
+  }
+}
+
+void clsProgress::PaintMe() { PaintWith(kGold); }
+
+void clsProgress::PaintDef() { PaintWith(kGrey); }
+
+void clsProgress::Refresh() { Enabled() ? PaintMe() : PaintDef(); }
+
+void clsProgress::PaintWith(Color accent) {
+  if (hwnd() == nullptr || host_->Dc() == nullptr || isPainting_) return;
+  const auto isGone = lifetime_.Watch();
+  host_->Clear();
+  Draw(accent);
+  if (!isGone()) host_->Refresh();
+}
+
+void clsProgress::Draw(Color accent) {
+  const HDC target = host_->Dc();
+  if (target == nullptr || isPainting_) return;
+  const bool isEnabled = Enabled();
+  const Color bar = BarColor(accent);
+  const SliderBox track = Geometry().Track();
+  if (!track.IsEmpty()) {
+    ModTheme::FramedBox(target, track.left, track.top, track.right - track.left,
+                        track.bottom - track.top, bar);
+  }
+  const SliderBox fill = Geometry().Fill(model_.Fraction());
+  if (!fill.IsEmpty()) {
+    const RECT box = {fill.left, fill.top, fill.right, fill.bottom};
+    const UniqueBrush brush(CreateSolidBrush(bar));
+    FillRect(target, &box, brush.Get());
+  }
+  if (isFocused_ && !track.IsEmpty()) {
+    const RECT box = {track.left, track.top, track.right, track.bottom};
+    const UniqueBrush brush(CreateSolidBrush(accent));
+    FrameRect(target, &box, brush.Get());
+  }
+  if (!text_.empty()) PrintText(text_, isEnabled ? kCaptionColor : kDisabledCaptionColor);
+
+  const auto isGone = lifetime_.Watch();
+  isPainting_ = true;
+  Raise(PostRender, isEnabled);
+  if (!isGone()) isPainting_ = false;
+}
+
+Color clsProgress::BarColor(Color accent) const {
+  return Blend(accent, ModTheme::TranslateColor(host_->BackColor()), kAccentOpacity);
+}
+
+SliderGeometry clsProgress::Geometry() const {
+  return {host_->ScaleWidth(), host_->ScaleHeight(), heightDelta_};
+}
+
+void clsProgress::ValHit(double value) {
+  model_.Value(value);
+  const auto isGone = lifetime_.Watch();
+  Refresh();
+  if (!isGone()) Raise(PositionSetByMouse, Value());
+}
+
+void clsProgress::Value(double value) {
+  model_.Value(value);
+  const auto isGone = lifetime_.Watch();
+  Refresh();
+  if (!isGone()) Raise(PositionSet, Value(), CursorOnPos());
+}
+
+void clsProgress::Max(double max) {
+  model_.Max(max);
+  Refresh();
+}
+
+bool clsProgress::Enabled() const { return host_ != nullptr && host_->Enabled(); }
+
+void clsProgress::Enabled(bool enabled) {
+  if (host_ != nullptr) host_->Enabled(enabled);
+}
+
+void clsProgress::text(const std::wstring& text) {
+  text_ = text;
+  Refresh();
+}
+
+void clsProgress::PrintText(const std::wstring& text, Color color) {
+  const HDC target = host_ == nullptr ? nullptr : host_->Dc();
+  if (target == nullptr) return;
+  const SliderBox track = Geometry().Track();
+  const SelectedObject font(target, Font());
+  const int middle = (track.left + track.right) / 2;
+  const int baseline = (track.top + track.bottom + DigitHeight(target)) / 2;
+  const auto length = static_cast<int>(text.size());
+  const int mode = SetBkMode(target, TRANSPARENT);
+  const UINT align = SetTextAlign(target, TA_CENTER | TA_BASELINE);
+  const COLORREF previous = SetTextColor(target, color);
+  TextOutW(target, middle, baseline, text.c_str(), length);
+  SetTextColor(target, previous);
+  SetTextAlign(target, align);
+  SetBkMode(target, mode);
+}
+
+int clsProgress::TextWidth(const std::wstring& text) const {
+  const WindowDc screen(hwnd());
+  const SelectedObject font(screen.Get(), Font());
+  SIZE size = {};
+  GetTextExtentPoint32W(screen.Get(), text.c_str(), static_cast<int>(text.size()), &size);
+  return static_cast<int>(size.cx);
+}
+
+int clsProgress::TextHeight(const std::wstring& text) const {
+  const WindowDc screen(hwnd());
+  const SelectedObject font(screen.Get(), Font());
+  SIZE size = {};
+  GetTextExtentPoint32W(screen.Get(), text.c_str(), static_cast<int>(text.size()), &size);
+  return static_cast<int>(size.cy);
+}
+
+HFONT clsProgress::Font() const {
+  if (!font_) {
+    LOGFONTW font = {};
+    GetObjectW(ToolkitFont(), sizeof(font), &font);
+    font.lfHeight = std::lround(static_cast<double>(font.lfHeight) * fontSize_ / kToolkitPoints);
+    // The texts on the bar are pale by nature; thin strokes would drown in the filled part.
+    font.lfWeight = FW_BOLD;
+    font_.Reset(CreateFontIndirectW(&font));
+  }
+  return font_.Get();
+}
+
+void clsProgress::FontSize(float points) {
+  fontSize_ = std::max(points, 1.0F);
+  font_.Reset();
+  Refresh();
+}
+
+Color clsProgress::BackColor() const { return host_ == nullptr ? kWhite : host_->BackColor(); }
+
+void clsProgress::BackColor(Color color) {
+  if (host_ != nullptr) host_->BackColor(ModTheme::TranslateColor(color));
+}
+
+void clsProgress::ProgressHeightDelta(int pixels) {
+  heightDelta_ = pixels;
+  Refresh();
+}
+
+double clsProgress::CursorOnPos() const {
+  if (hwnd() == nullptr) return 0;
+  POINT pointer = {};
+  GetCursorPos(&pointer);
+  RECT host = {};
+  GetWindowRect(hwnd(), &host);
+  if (pointer.x < host.left || pointer.x > host.right) return 0;
+  ScreenToClient(hwnd(), &pointer);
+  return Geometry().ValueAt(static_cast<int>(pointer.x), Max());
+}
+
+bool clsProgress::MouseDriving() const {
+  // Asked for instead of remembered: whoever takes the mouse away ends the driving.
+  return buttonsHeld_ != kNoButton && hwnd() != nullptr && GetCapture() == hwnd();
+}
+
+void clsProgress::SetByUser(double value) {
+  const auto isGone = lifetime_.Watch();
+  Value(value);
+  if (!isGone()) Raise(PositionSetByMouse, Value());
+}
+
+void clsProgress::HostMouseDown(const MouseEvent& event) {
+  if (!Enabled()) return;
+  const auto isGone = lifetime_.Watch();
+  if (!MouseDriving()) buttonsHeld_ = kNoButton;
+  buttonsHeld_ |= event.button;
+  lastX_ = static_cast<float>(event.x);
+  lastY_ = static_cast<float>(event.y);
+  host_->SetFocus();
+  if (isGone()) return;
+  SetCapture(hwnd());
+  Raise(MousePress);
+  if (!isGone()) SetByUser(Geometry().ValueAt(event.x, Max()));
+}
+
+void clsProgress::HostMouseMove(const MouseEvent& event) {
+  const auto x = static_cast<float>(event.x);
+  const auto y = static_cast<float>(event.y);
+  if (x == lastX_ && y == lastY_) return;
+  lastX_ = x;
+  lastY_ = y;
+  const bool isDragged = (buttonsHeld_ & event.button & kLeftButton) != 0;
+  if (isDragged && MouseDriving()) SetByUser(Geometry().ValueAt(event.x, Max()));
+}
+
+void clsProgress::HostMouseUp(const MouseEvent& event) {
+  const bool wasDriving = MouseDriving();
+  buttonsHeld_ &= ~event.button;
+  if (wasDriving && buttonsHeld_ == kNoButton) ReleaseCapture();
+}
+
+bool clsProgress::HostKeyDown(UINT key) {
+  if (!Enabled()) return false;
+  switch (key) {
+    case VK_LEFT:
+    case VK_DOWN:
+      SetByUser(Value() - SliderModel::kStep);
+      return true;
+    case VK_RIGHT:
+    case VK_UP:
+      SetByUser(Value() + SliderModel::kStep);
+      return true;
+    case VK_HOME:
+      SetByUser(0);
+      return true;
+    case VK_END:
+      SetByUser(Max());
+      return true;
+    default:
+      return false;
+  }
+}
+
+void clsProgress::OnWheel(WPARAM wParam) {
+  if (!Enabled()) return;
+  // The whole argument with its sign, the held keys below the distance included.
+  const bool isTowardsUser = static_cast<std::int32_t>(wParam) < 1;
+  SetByUser(isTowardsUser ? Value() - SliderModel::kStep : Value() + SliderModel::kStep);
+}
+
+void clsProgress::TrackPointer() {
+  POINT pointer = {};
+  GetCursorPos(&pointer);
+  RECT host = {};
+  GetWindowRect(hwnd(), &host);
+  // While a button is held, moves from outside come as well.
+  const bool isInside = PtInRect(&host, pointer) != 0;
+  if (isInside) {
+    TRACKMOUSEEVENT track = {};
+    track.cbSize = sizeof(track);
+    track.dwFlags = TME_LEAVE;
+    track.hwndTrack = hwnd();
+    TrackMouseEvent(&track);
+  }
+  SetCursorInside(isInside);
+}
+
+void clsProgress::SetCursorInside(bool isInside) {
+  if (std::exchange(isCursorInside_, isInside) != isInside) Raise(MouseInside, isInside);
+}
+
+void clsProgress::SetFocused(bool isFocused) {
+  if (std::exchange(isFocused_, isFocused) != isFocused) Refresh();
+}
+
+}  // namespace tellurvane

@@ -1,0 +1,150 @@
+// The slider: a picture box that shows a value as a filled bar and lets the user set it.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <limits>
+#include <string>
+
+#include "ui/Event.h"
+#include "ui/GXMSubclass.h"
+#include "ui/Handle.h"
+#include "ui/PictureBox.h"
+#include "ui/SliderModel.h"
+
+namespace tellurvane {
+
+// Set the host with TargetPictureBox, then Create. The host's object must outlive the slider; its
+// window may die first. While it is a slider its events belong to the slider.
+//
+// A press takes the keyboard, and so the wheel: wheel messages reach the focused window. Disabled,
+// the slider hears neither. Make the host a tab stop to let the Tab key reach it.
+//
+// What the user does (press, drag, wheel, keys) raises PositionSet and then PositionSetByMouse.
+// Handlers may destroy the slider.
+class clsProgress final : public GXISubclass {
+ public:
+  clsProgress() = default;
+  ~clsProgress();
+
+  void WndProc(bool before, bool& handled, LRESULT& result, HWND window, UINT message,
+               WPARAM wParam, LPARAM lParam, LONG_PTR& userParam) override;
+
+  // A slider that was created on another box leaves it.
+  void TargetPictureBox(PictureBox& host);
+  // Subclasses the host and paints. Throws SubclassError where there is no host window or where it
+  // is done already.
+  void Create();
+
+  // Paint the host and bring it to the screen: PaintMe in gold, as when enabled, and PaintDef in
+  // grey. The slider does the one that fits whenever something changes.
+  void PaintMe();
+  void PaintDef();
+
+  // Takes the value as the user's own: raises PositionSetByMouse alone.
+  void ValHit(double value);
+
+  double Value() const { return model_.Value(); }
+  // Clamped, painted, and PositionSet raised, also when nothing changed.
+  void Value(double value);
+
+  double Max() const { return model_.Max(); }
+  // At least 1. A value above it comes down with it; no event tells.
+  void Max(double max);
+
+  // The host's enabled state. The host may also be enabled and disabled itself.
+  bool Enabled() const;
+  void Enabled(bool enabled);
+
+  // Pixels that a text takes in the font of FontSize.
+  int TextWidth(const std::wstring& text) const;
+  int TextHeight(const std::wstring& text) const;
+
+  // The caption in the bar's middle. Empty at first.
+  const std::wstring& text() const { return text_; }
+  void text(const std::wstring& text);
+  // For PostRender: writes a text as the caption is written, in the bar's middle.
+  void PrintText(const std::wstring& text, Color color);
+
+  // Paints anew, in the look that fits.
+  void Refresh();
+
+  // The host's back colour; a system colour reference is taken as the colour it stands for.
+  Color BackColor() const;
+  void BackColor(Color color);
+
+  // The value under the pointer; 0 where the pointer is left or right of the host. Above and below
+  // count as on it.
+  double CursorOnPos() const;
+
+  HWND hwnd() const { return host_ == nullptr ? nullptr : host_->hwnd(); }
+
+  // Whether the pointer is over the host.
+  bool CursorInside() const { return isCursorInside_; }
+
+  // Pixels by which the bar is inset at its top and bottom. At first 5: the whole frame shows.
+  int ProgressHeightDelta() const { return heightDelta_; }
+  void ProgressHeightDelta(int pixels);
+
+  // Points; 9 at first. Smaller than 1 counts as 1.
+  float FontSize() const { return fontSize_; }
+  void FontSize(float points);
+
+  // Whether a button that was pressed on the host is still held. Over when it is released, and when
+  // the mouse is taken away by somebody else.
+  bool MouseDriving() const;
+
+  // Events. Any may be left empty.
+  std::function<void(double value, double underPointer)> PositionSet;
+  std::function<void(double value)> PositionSetByMouse;
+  // The host has another size.
+  std::function<void()> Resize;
+  // The pointer came in (true) or left.
+  std::function<void(bool isInside)> MouseInside;
+  // The bar has been painted; what is drawn now lies over it. Only for drawing: a repaint that is
+  // asked for inside is not done.
+  std::function<void(bool isEnabled)> PostRender;
+  // A button was pressed on the host, the value is not set yet.
+  std::function<void()> MousePress;
+
+ private:
+  void TakeHostEvents();
+  void LeaveHost();
+
+  void PaintWith(Color accent);
+  void Draw(Color accent);
+  Color BarColor(Color accent) const;
+  SliderGeometry Geometry() const;
+  HFONT Font() const;
+
+  void SetByUser(double value);
+  void HostMouseDown(const MouseEvent& event);
+  void HostMouseMove(const MouseEvent& event);
+  void HostMouseUp(const MouseEvent& event);
+  bool HostKeyDown(UINT key);
+
+  void OnWheel(WPARAM wParam);
+  void TrackPointer();
+  void SetCursorInside(bool isInside);
+  void SetFocused(bool isFocused);
+
+  SliderModel model_;
+  PictureBox* host_ = nullptr;
+  std::wstring text_;
+  float fontSize_ = 9;
+  mutable UniqueFont font_;  // made at first need
+  int heightDelta_ = 5;
+  int buttonsHeld_ = kNoButton;
+  bool isCreated_ = false;
+  bool isCursorInside_ = false;
+  bool isFocused_ = false;
+  bool isPainting_ = false;
+  // Where the pointer was seen last. Not-a-number equals nothing: the first move always counts.
+  float lastX_ = std::numeric_limits<float>::quiet_NaN();
+  float lastY_ = std::numeric_limits<float>::quiet_NaN();
+  Lifetime lifetime_;
+  GXMSubclass engine_;
+};
+
+}  // namespace tellurvane

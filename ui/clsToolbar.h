@@ -1,0 +1,83 @@
+// A native toolbar of image buttons inside a picture box.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "ui/GXISubclass.h"
+#include "ui/GXMSubclass.h"
+#include "ui/Handle.h"
+#include "ui/PictureBox.h"
+
+namespace tellurvane {
+
+// Buttons are numbered from 1 in the order in which they were added; the number is the button's
+// command identifier. Images are numbered from 0 in the image list. What names a button that does
+// not exist does nothing, or answers False or -1.
+class clsToolbar : private GXISubclass {
+ public:
+  clsToolbar() = default;
+  clsToolbar(const clsToolbar&) = delete;
+  clsToolbar& operator=(const clsToolbar&) = delete;
+  ~clsToolbar();
+
+  // A button was pressed. The handler may end the toolbar, and the host with it.
+  std::function<void(int id)> ButtonClick;
+
+  // The host: named before Create, and alive as long as its window is.
+  void TargetPictureBox(PictureBox& host) { host_ = &host; }
+
+  // Once, after the host's own creation. Images are squares of so many pixels.
+  void Create(int imageSize);
+
+  // The list that the buttons take their images from. One that is set stays the caller's.
+  HIMAGELIST ImageList() const;
+  void ImageList(HIMAGELIST images);
+
+  // Adds the bitmap's images, side by side, to the list; what has the mask colour is transparent.
+  // The bitmap stays the caller's, and its masked pixels may change.
+  void AddBitmap(HBITMAP bitmap, Color maskColor);
+
+  // Adds a button at the end and returns its number. Without a text there is no tooltip; a caption
+  // stands to the right of the image.
+  int AddButton(int image, const std::wstring& toolTip, const std::wstring& caption = {});
+
+  int ButtonImage(int id) const;
+  void ButtonImage(int id, int image);
+  bool Visible(int id) const;
+  void Visible(int id, bool visible);
+  bool Enabled(int id) const;
+  void Enabled(int id, bool enabled);
+
+  // The size in pixels that all visible buttons take together, for the host to be fitted to.
+  SIZE ButtonsSize() const;
+
+  HWND hwnd() const { return toolbar_; }
+
+ private:
+  // In ANSI the text that was last handed to the tooltip, which keeps only its address.
+  struct ToolTip {
+    std::wstring text;
+    std::string ansi;
+  };
+
+  void WndProc(bool before, bool& handled, LRESULT& result, HWND window, UINT message,
+               WPARAM wParam, LPARAM lParam, LONG_PTR& userParam) override;
+  void SubclassHost();
+  bool HandleNotify(NMHDR& notification);
+  void ShowCaptions();
+  void ChangeState(int id, BYTE bit, bool isSet);
+  LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
+
+  PictureBox* host_ = nullptr;
+  HWND toolbar_ = nullptr;
+  UniqueImageList images_;
+  std::vector<ToolTip> toolTips_;  // the first one stands for button 1
+  GXMSubclass subclass_;
+};
+
+}  // namespace tellurvane
