@@ -144,12 +144,11 @@ class Program:
     def exit(self):
         """Leaves by the exit command, as a user does, and returns the exit code."""
         self.show_again()
-        button = self.child("離 開", "Button")
 
         def has_left():
             # A console window of some task that closes just then takes the click, or the focus
             # in the middle of it; the user would click again.
-            self.click(button)
+            self.click(self.child("離 開", "Button"))
             try:
                 self.process.wait(5)
             except subprocess.TimeoutExpired:
@@ -163,13 +162,13 @@ class Program:
         """Clicks a control of windows(), once no other window stands before it."""
         left, top, right, bottom = control["rect"]
         x, y = (left + right) // 2, (top + bottom) // 2
-        trees = [run("xwininfo", "-tree", "-id", window) for window in self.on_screen()]
-        frames = [int(tree.partition("Parent window id: ")[2].split()[0], 16) for tree in trees]
 
         def is_before_us():
             run("xdotool", "mousemove", x, y)
             at = run("xdotool", "getmouselocation", "--shell").partition("WINDOW=")[2].strip()
-            return at.isdigit() and int(at) in frames
+            # The frame that the window manager drew, or the window itself.
+            tree = run("xwininfo", "-tree", "-id", at)
+            return any(f"{int(window):#x} " in tree for window in self.on_screen())
 
         until(is_before_us, "a window of the program under the pointer")
         click(x, y)
