@@ -1,24 +1,16 @@
 // The entry routine.
 #include <windows.h>
 
-#include <memory>
-
 #include "app/FatalReport.h"
 #include "app/ModGeneral.h"
 #include "mainwin/FrmMain.h"
+#include "mainwin/WindowsMediaPlayer.h"
 #include "ui/Boundary.h"
+#include "ui/Com.h"
+#include "ui/MessageLoop.h"
 
 namespace tellurvane {
 namespace {
-
-int RunMessageLoop() {
-  MSG message = {};
-  while (GetMessageW(&message, nullptr, 0, 0) > 0) {
-    TranslateMessage(&message);
-    DispatchMessageW(&message);
-  }
-  return static_cast<int>(message.wParam);
-}
 
 int Main() {
   // Nothing beside the executable is ever loaded as a library.
@@ -31,13 +23,16 @@ int Main() {
   if (!StartGdiplus()) return 0;
 
   ModGeneral general(folder);
-  FrmMain mainWindow(general);
+  general.LoadIcons();
+  const ComApartment apartment;
+  WindowsMediaPlayer player;
+  FrmMain mainWindow(general, player);
   mainWindow.SetReleaseProcess([] {
     StopGdiplus();
     ReleaseInstance();
   });
-  mainWindow.Load();
-  mainWindow.Show();
+  mainWindow.Create();
+  mainWindow.Open();
   return RunMessageLoop();
 }
 

@@ -7,14 +7,17 @@
 #include <gdiplus.h>
 #include <shlwapi.h>
 
+#include "base/FatalError.h"
 #include "base/LocaleDates.h"
 #include "ui/Handle.h"
+#include "ui/Resource.h"
 
 namespace tellurvane {
 namespace {
 
 UniqueKernelHandle instanceMutex;
 ULONG_PTR gdiplusToken = 0;
+constexpr int kFirstIconResource = 101;
 
 TaskListDialect UserDialect() {
   return {
@@ -29,16 +32,35 @@ ModGeneral::ModGeneral(const std::wstring& applicationFolder)
       // Deliberately a doubled separator: the file system takes it for one.
       taskListFile(files_, applicationFolder + L"\\" + L"\\JobList.dbs", UserDialect(), Now) {}
 
-std::wstring ApplicationFolder() {
+void ModGeneral::LoadIcons() {
+  int id = kFirstIconResource;
+  for (std::unique_ptr<ClsIcon>& icon : icons) {
+    icon = std::make_unique<ClsIcon>();
+    if (!icon->LoadFromData(ResourceBytes(id, L"CUSTOM"))) {
+      throw FatalError(L"程式內的圖示資料已損壞，程式無法繼續執行。");
+    }
+    ++id;
+  }
+}
+
+void ModGeneral::ReleaseIcons() {
+  for (std::unique_ptr<ClsIcon>& icon : icons) icon.reset();
+}
+
+std::wstring ModulePath() {
   std::wstring path(MAX_PATH, L'\0');
   for (;;) {
     const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
     if (length < path.size()) {
       path.resize(length);
-      break;
+      return path;
     }
     path.resize(path.size() * 2);
   }
+}
+
+std::wstring ApplicationFolder() {
+  std::wstring path = ModulePath();
   path.resize(path.find_last_of(L'\\'));
   return path.size() == 2 ? path + L"\\" : path;
 }

@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <array>
 #include <memory>
 #include <string>
 
@@ -10,10 +11,12 @@
 #include "scheduler/TaskListFile.h"
 #include "scheduler/TaskRecord.h"
 #include "scheduler/Win32FileOperations.h"
+#include "ui/ClsIcon.h"
 
 namespace tellurvane {
 
 inline constexpr const wchar_t* kApplicationTitle = L"Tellurvane";
+inline constexpr size_t kIconCount = 7;
 
 // The state that lives as long as the process. Made once by the entry routine, after it is sure
 // that no other copy runs.
@@ -22,16 +25,25 @@ class ModGeneral {
   // Reads the settings; throws FatalError when a number is missing.
   explicit ModGeneral(const std::wstring& applicationFolder);
 
+  // The seven icons of the task list, from the executable. Throws FatalError when one is missing.
+  void LoadIcons();
+  void ReleaseIcons();
+
+ private:
+  Win32FileOperations files_;  // before what works on it
+
+ public:
   SettingsFile settingsFile;
   Settings settings;
   TaskList tasks;
-
- private:
-  Win32FileOperations files_;
-
- public:
   TaskListFile taskListFile;
+  bool radioFlag = false;  // what plays is a stream
+  // The four media types, then the marks for playing, disabled and due. Empty before LoadIcons.
+  std::array<std::unique_ptr<ClsIcon>, kIconCount> icons;
 };
+
+// The full path of the executable.
+std::wstring ModulePath();
 
 // The folder of the executable, without a backslash at its end unless it is a drive's root.
 std::wstring ApplicationFolder();

@@ -109,10 +109,12 @@ def main():
     lists = folder / "list"
     lists.mkdir(exist_ok=True)
     figures = {"list": lines_of(programs / "windows_bench.exe", lists)}
+    print("bench: painting", flush=True)
+    figures["paint"] = lines_of(programs / "paint_bench.exe")
     print(f"bench: {start_rounds} starts of each program", flush=True)
     figures["start"] = lines_of(
         programs / "start_bench.exe", start_rounds, "EmptyWindow", empty.relative_to(ROOT),
-        "FrmMain", program.relative_to(ROOT), folder=ROOT)
+        "TellurvaneForm", program.relative_to(ROOT), folder=ROOT)
     print(f"bench: both programs at rest for {idle_seconds:g} seconds", flush=True)
     figures["idle"] = idle([empty, program], idle_seconds)
     figures["size"] = os.path.getsize(programs / "Tellurvane.exe")

@@ -45,9 +45,23 @@ def wine_rows(figures):
     yield "tick of 50,000 idle tasks", time("tick_50000") / 1e6, "ms", None
 
 
+def paint_rows(figures):
+    """Painting beside the platform's own plainest call over the same area."""
+    def ratio(name, base):
+        return figures["paint"][name]["median"] / figures["paint"][base]["median"]
+
+    yield "slider, 240 x 18", ratio("slider", "slider_fill"), "x FillRect", None
+    yield "solid fill, 330 x 40", ratio("solid_fill", "row_fill"), "x FillRect", None
+    yield "simple highlight, 330 x 40", ratio("simple_highlight", "row_fill"), "x FillRect", None
+    yield "rich highlight, 330 x 40", ratio("rich_highlight", "row_fill"), "x FillRect", None
+    yield "themed text", ratio("themed_text", "plain_text"), "x DrawString", None
+    yield "list of a million rows, repaint", ratio("repaint_many", "repaint_few"), "x ten rows", 1.5
+    yield "list of a million rows, scroll", ratio("scroll_many", "scroll_few"), "x ten rows", 1.5
+
+
 def program_rows(figures):
     """The program beside a window with nothing in it."""
-    empty, program = figures["start"]["EmptyWindow"], figures["start"]["FrmMain"]
+    empty, program = figures["start"]["EmptyWindow"], figures["start"]["TellurvaneForm"]
     yield "start to window, empty window", empty["median"] / 1e6, "ms", None
     yield "start to window, Tellurvane", program["median"] / 1e6, "ms", None
     yield "start over the empty window", (program["median"] - empty["median"]) / 1e6, "ms", 50
@@ -73,7 +87,8 @@ def main():
     folder = Path(sys.argv[1])
     figures = json.loads((folder / "desktop.json").read_text())
     rows = [("host: " + row[0], *row[1:]) for row in rules_rows(folder)]
-    rows += [("Wine: " + row[0], *row[1:]) for row in (*wine_rows(figures), *program_rows(figures))]
+    rows += [("Wine: " + row[0], *row[1:]) for row in (
+        *wine_rows(figures), *paint_rows(figures), *program_rows(figures))]
 
     print(f"{'name':44}{'value':>10} {'unit or ratio':14}{'bar':>8}")
     misses = 0

@@ -1,74 +1,72 @@
 #include "mainwin/FrmMain.h"
 
-#include <windows.h>
-
 #include <commctrl.h>
 
+#include <algorithm>
 #include <utility>
 
-#include "base/FatalError.h"
+#include "app/Autostart.h"
 #include "base/LocaleDates.h"
 #include "cmd/ModCMD.h"
-#include "scheduler/Schedule.h"
-#include "ui/Boundary.h"
+#include "mainwin/StatusLine.h"
+#include "ui/MessageLoop.h"
+#include "ui/ModTheme.h"
+#include "ui/Twips.h"
+#include "ui/clsPopupMenu.h"
 
 namespace tellurvane {
 namespace {
 
-constexpr const wchar_t* kWindowClass = L"FrmMain";
-constexpr UINT_PTR kTaskTimerId = 1;
-constexpr int kListId = 1;
-constexpr int kExitId = 2;
-constexpr int kTwipsPerInch = 1'440;
-constexpr int kWidthTwips = 5'320;
-constexpr int kHeightTwips = 5'000;
-constexpr int kExitHeight = 30;  // pixels
+// Twips.
+constexpr int kWidth = 5'320;
+constexpr int kHeight = 5'000;
 
-int PixelsFromTwips(int twips) {
-  const HDC screen = GetDC(nullptr);
-  const int dpi = GetDeviceCaps(screen, LOGPIXELSY);
-  ReleaseDC(nullptr, screen);
-  return MulDiv(twips, dpi, kTwipsPerInch);
+// Pixels: the band with the toolbar and the sliders, the list below it to the lower edge.
+constexpr int kBandHeight = 49;
+constexpr int kToolbarX = 5;
+constexpr int kSliderY = 28;
+constexpr int kSliderHeight = 19;
+constexpr int kVolumeWidth = 70;
+constexpr int kSliderGap = 8;
+constexpr int kStatusHeight = 22;
+constexpr int kStatusTextX = 2;  // doubled when it is drawn
+constexpr int kStatusTextSize = 12;
+
+constexpr int kToolbarImages = 101;
+constexpr int kToolbarImageSize = 16;
+constexpr unsigned kDesignedTaskMilliseconds = 2'000;
+constexpr unsigned kVisMilliseconds = 100;
+constexpr unsigned kSetMilliseconds = 1'000;
+
+constexpr Color kGround = Rgb(0xF4, 0xF1, 0xFA);
+constexpr Color kStatusGround = Rgb(0xFB, 0xFA, 0xFE);
+constexpr Color kPercentGrey = 0x979797;
+
+enum ToolbarButton { kNewButton = 1, kPlayButton, kStopButton, kOptionsButton, kLeaveButton };
+
+// A menu that is built, shown and thrown away. At the mouse, unless a place is named.
+UINT Choose(HWND owner, const std::vector<MenuEntry>& entries, std::optional<UINT> defaultItem,
+            std::optional<POINT> place = {}) {
+  clsPopupMenu menu;
+  for (const MenuEntry& entry : entries) menu.AddMenuItem(entry.text, entry.flags, entry.id);
+  if (defaultItem) menu.SetMenuDefItem(*defaultItem);
+  return place ? menu.TrackMenu(owner, *place) : menu.TrackMenu(owner);
 }
 
-void RegisterWindowClass(WNDPROC procedure) {
-  WNDCLASSEXW definition = {};
-  definition.cbSize = sizeof(definition);
-  definition.lpfnWndProc = procedure;
-  definition.hInstance = GetModuleHandleW(nullptr);
-  definition.hIcon = LoadIconW(definition.hInstance, L"AAA");
-  definition.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-  definition.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
-  definition.lpszClassName = kWindowClass;
-  RegisterClassExW(&definition);
-}
-
-void ProcessPendingMessages() {
-  MSG message = {};
-  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-    if (message.message == WM_QUIT) {
-      // It is the message loop's to take.
-      PostQuitMessage(static_cast<int>(message.wParam));
-      return;
-    }
-    TranslateMessage(&message);
-    DispatchMessageW(&message);
-  }
+void PrintPercent(clsProgress& slider, int decimals) {
+  slider.PrintText(FormatPercent(slider.Value() / slider.Max(), decimals), kPercentGrey);
 }
 
 }  // namespace
 
-FrmMain::FrmMain(ModGeneral& general)
+FrmMain::FrmMain(ModGeneral& general, MediaPlayer& player)
     : general_(general),
-      runner_(general.tasks, *this, *this, *this, Actions(), AppendLocaleDateText, Now) {}
+      player_(player),
+      rows_(general, Now),
+      playback_(player, *this, general.radioFlag, PlayerActions()),
+      runner_(general.tasks, rows_, *this, playback_, RunnerActions(), AppendLocaleDateText, Now) {}
 
-FrmMain::~FrmMain() {
-  if (window_ == nullptr) return;
-  SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
-  DestroyWindow(window_);
-}
-
-TaskActions FrmMain::Actions() {
+TaskActions FrmMain::RunnerActions() {
   return {.pathExists = PathExists,
           .startCommand = [](const std::wstring& commandLine) { (void)RunCommand(commandLine); },
           .showNote = [](const std::wstring&, const std::wstring&) {},
@@ -76,150 +74,349 @@ TaskActions FrmMain::Actions() {
           .processPendingMessages = ProcessPendingMessages};
 }
 
-void FrmMain::Load() {
+PlaybackActions FrmMain::PlayerActions() {
+  return {.songLoop = [this] { return IsOn(general_.settings.SongLoop); },
+          .runSelectedTask = [this] { RunSelectedTask(); },
+          .writeSavedVolume =
+              [this](std::int32_t volume) {
+                (void)general_.settingsFile.Write(L"SavedVolume", volume);
+              }};
+}
+
+void FrmMain::Create() {
   InitCommonControls();
-  RegisterWindowClass(WindowProc);
-  const DWORD style = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX;
-  CreateWindowExW(0, kWindowClass, kApplicationTitle, style, CW_USEDEFAULT, CW_USEDEFAULT,
-                  PixelsFromTwips(kWidthTwips), PixelsFromTwips(kHeightTwips), nullptr, nullptr,
-                  GetModuleHandleW(nullptr), this);
-  if (window_ == nullptr) throw FatalError(L"無法建立主視窗，程式無法繼續執行。");
+  taskbarOwner_.Load({.caption = kApplicationTitle, .border = FormBorder::kNone});
+  Load({.caption = kApplicationTitle,
+        .border = FormBorder::kFixedSingle,
+        .widthTwips = kWidth,
+        .heightTwips = kHeight,
+        .backColor = kGround,
+        .owner = taskbarOwner_.hwnd(),
+        .icon = LoadIconW(GetModuleHandleW(nullptr), L"AAA")});
+}
+
+void FrmMain::Form_Load() {
+  CreateTrayIcon();
+  AddBox(PicListView_, hwnd());
+  AddBox(picStatusBar_, PicListView_.hwnd());
+  CreateList();
+  CreateToolbar();
+  CreateSliders();
+  player_.Volume(general_.settings.SavedVolume);
   ReloadTaskList();
+  CreateStatusBar();
+  StartTimers();
+}
+
+void FrmMain::Open() {
+  Show();
+  Form_Resize();
+  TimerSet_Tick();
+}
+
+PictureBox& FrmMain::AddBox(PictureBox& box, HWND parent, bool isTabStop) {
+  box.Create({.parent = parent, .backColor = kGround, .isTabStop = isTabStop});
+  return box;
+}
+
+// The icon is not in the tray before the window hides.
+void FrmMain::CreateTrayIcon() {
+  clsIcon_.LButtonDown = [this] { clsIcon_LButtonDown(); };
+  clsIcon_.RButtonDown = [this] { clsIcon_RButtonDown(); };
+  clsIcon_.IconInit(*this);
+  clsIcon_.IconTip(kApplicationTitle);
+}
+
+void FrmMain::CreateList() {
+  rows_.RightClick = [this] { ListView_Click({}); };
+  rows_.DblClick = [this] { ListView_DblClick(); };
+  rows_.Create(PicListView_, AddBox(listHost_, PicListView_.hwnd()));
+}
+
+void FrmMain::CreateToolbar() {
+  ToolBar_.TargetPictureBox(AddBox(picToolbar_, hwnd()));
+  ToolBar_.ButtonClick = [this](int id) { ToolBar_ButtonClick(id); };
+  ToolBar_.Create(kToolbarImageSize);
+  const UniqueBitmap images(
+      LoadBitmapW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(kToolbarImages)));
+  ToolBar_.AddBitmap(images.Get(), kWhite);
+  int image = 0;
+  for (const wchar_t* const text : {L"新 增", L"播 放", L"停 止", L"設 定", L"離 開"}) {
+    ToolBar_.AddButton(image++, text, text);
+  }
+  ToolBar_.Enabled(kStopButton, false);
+  const SIZE size = ToolBar_.ButtonsSize();
+  picToolbar_.Move(kToolbarX, 0, static_cast<int>(size.cx), static_cast<int>(size.cy));
+}
+
+void FrmMain::CreateSliders() {
+  SliderH_.TargetPictureBox(AddBox(picSliderH_, hwnd(), true));
+  SliderH_.PostRender = [this](bool) { SliderH_PostRender(); };
+  SliderH_.Create();
+  SliderH_.Max(100);
+  SliderH_.Value(0);
+  SliderH_.Enabled(false);
+  SliderH_.PositionSetByMouse = [this](double seconds) {
+    playback_.SliderH_PositionSetByMouse(seconds);
+  };
+
+  SliderVolH_.TargetPictureBox(AddBox(picSliderVolH_, hwnd(), true));
+  SliderVolH_.PostRender = [this](bool) { SliderVolH_PostRender(); };
+  SliderVolH_.Create();
+  SliderVolH_.Max(100);
+  SliderVolH_.Value(general_.settings.SavedVolume);
+  // Only from now on: what was just read need not be written.
+  SliderVolH_.PositionSet = [this](double value, double) {
+    playback_.SliderVolH_PositionSet(value);
+  };
+}
+
+void FrmMain::CreateStatusBar() {
+  dayHalves_ = {UserDateFormat().amDesignator, UserDateFormat().pmDesignator};
+  picStatusBar_.BackColor(kStatusGround);
+  picStatusBar_.Paint = [this](HDC context) { picStatusBar_Paint(context); };
+  const HWND strip = picStatusBar_.hwnd();
+  const LONG_PTR style = GetWindowLongPtrW(strip, GWL_EXSTYLE);
+  SetWindowLongPtrW(strip, GWL_EXSTYLE,
+                    (style & ~(WS_EX_CLIENTEDGE | WS_EX_WINDOWEDGE)) | WS_EX_STATICEDGE);
+  SetWindowPos(strip, nullptr, 0, 0, 0, 0,
+               SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_FRAMECHANGED | SWP_NOOWNERZORDER);
+}
+
+void FrmMain::StartTimers() {
+  tmrJob_.Tick = [this] { runner_.Tick(); };
+  TimerVis_.Interval(kVisMilliseconds);
+  TimerVis_.Tick = [this] { playback_.TimerVis_Tick(); };
+  TimerSet_.Interval(kSetMilliseconds);
+  TimerSet_.Tick = [this] { TimerSet_Tick(); };
+  TimerSet_.Enabled(true);
 }
 
 void FrmMain::ReloadTaskList() {
   (void)general_.taskListFile.Load(general_.tasks);
-  FillRows();
-  runner_.SetTaskTimer(RowCount() > 0);
+  rows_.Refill();
+  runner_.SetTaskTimer(rows_.RowCount() > 0);
 }
 
-void FrmMain::Show() {
-  ShowWindow(window_, SW_SHOWNORMAL);
-  UpdateWindow(window_);
-}
-
-LRESULT CALLBACK FrmMain::WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message == WM_NCCREATE) {
-    auto* const created =
-        static_cast<FrmMain*>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);
-    created->window_ = window;
-    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(created));
-  }
-  auto* const self = reinterpret_cast<FrmMain*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-  if (self == nullptr || IsEnding()) return DefWindowProcW(window, message, wParam, lParam);
-  return GuardBoundary([&] { return self->Handle(message, wParam, lParam); });
-}
-
-LRESULT FrmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
-  switch (message) {
-    case WM_CREATE:
-      CreateControls();
-      return 0;
-    case WM_SIZE:
-      Form_Resize();
-      return 0;
-    case WM_TIMER:
-      if (wParam == kTaskTimerId) runner_.Tick();
-      return 0;
-    case WM_COMMAND:
-      if (LOWORD(wParam) == kExitId) cmdExit_Click();
-      return 0;
-    case WM_CLOSE:
-      if (Form_Unload()) DestroyWindow(window_);
-      return 0;
-    case WM_DESTROY:
-      PostQuitMessage(0);
-      return 0;
-    case WM_NCDESTROY:
-      SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
-      return DefWindowProcW(std::exchange(window_, nullptr), message, wParam, lParam);
-    default:
-      return DefWindowProcW(window_, message, wParam, lParam);
-  }
-}
-
-void FrmMain::CreateControls() {
-  const HINSTANCE instance = GetModuleHandleW(nullptr);
-  const auto idOf = [](int id) { return reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)); };
-  list_ = CreateWindowExW(WS_EX_CLIENTEDGE, WC_LISTBOXW, L"",
-                          WS_CHILD | WS_VISIBLE | WS_VSCROLL | WS_TABSTOP | LBS_NOINTEGRALHEIGHT, 0,
-                          0, 0, 0, window_, idOf(kListId), instance, nullptr);
-  exit_ = CreateWindowExW(0, WC_BUTTONW, L"離 開", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 0, 0, 0, 0,
-                          window_, idOf(kExitId), instance, nullptr);
-  if (list_ == nullptr || exit_ == nullptr) {
-    throw FatalError(L"無法建立主視窗，程式無法繼續執行。");
-  }
-  for (const HWND control : {list_, exit_}) {
-    SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)),
-                 TRUE);
-  }
-}
+// A window that is gone has no timer: a tick that ends the program still tries to go on.
+void FrmMain::SetEnabled(bool enable) { tmrJob_.Enabled(enable && IsLoaded()); }
 
 void FrmMain::Form_Resize() {
-  RECT client = {};
-  GetClientRect(window_, &client);
-  const int listHeight = static_cast<int>(client.bottom) - kExitHeight;
-  MoveWindow(list_, 0, 0, client.right, listHeight, TRUE);
-  MoveWindow(exit_, 0, listHeight, client.right, kExitHeight, TRUE);
+  if (!Visible() || IsIconic(hwnd())) return;
+  if (Width() / TwipsPerPixelX() != PixelsFromTwipsX(kWidth) ||
+      Height() / TwipsPerPixelY() != PixelsFromTwipsY(kHeight)) {
+    // Comes back here with the right size.
+    Move(Left(), Top(), kWidth, kHeight);
+    return;
+  }
+  const int width = ScaleWidth();
+  const int areaHeight = std::max(ScaleHeight() - kBandHeight, 0);
+  const int listHeight = std::max(areaHeight - kStatusHeight, 0);
+  const int positionX = kToolbarX + kVolumeWidth + kSliderGap;
+  picSliderVolH_.Move(kToolbarX, kSliderY, kVolumeWidth, kSliderHeight);
+  picSliderH_.Move(positionX, kSliderY, std::max(width - positionX - kToolbarX, 0), kSliderHeight);
+  PicListView_.Move(0, kBandHeight, width, areaHeight);
+  listHost_.Move(0, 0, width, listHeight);
+  picStatusBar_.Move(0, listHeight, width, kStatusHeight);
+  rows_.FitColumn();
 }
 
 bool FrmMain::Form_Unload() {
   if (!quitFlag_) {
-    ShowWindow(window_, SW_MINIMIZE);
+    ShowWindow(hwnd(), SW_MINIMIZE);
+    FormMin();
     return false;
   }
-  StopPlayback();
-  (void)general_.taskListFile.Save(general_.tasks);
-  (void)general_.settingsFile.Write(L"FilesPath", general_.settings.FilesPath);
-  SetEnabled(false);
+  playback_.StopPlayback();
+  SaveAll();
+  ReleaseChildren();
   if (releaseProcess_) releaseProcess_();
   return true;
 }
 
-void FrmMain::cmdExit_Click() {
+void FrmMain::SaveAll() {
+  (void)general_.taskListFile.Save(general_.tasks);
+  (void)general_.settingsFile.Write(L"FilesPath", general_.settings.FilesPath);
+}
+
+// Their windows only: a task that was just started may be about to show itself in them, and finds
+// nothing then.
+void FrmMain::ReleaseChildren() {
+  for (Timer* const timer : {&tmrJob_, &TimerVis_, &TimerSet_}) timer->Enabled(false);
+  clsIcon_.IconDelete();
+  for (PictureBox* const box : {&PicListView_, &picToolbar_, &picSliderH_, &picSliderVolH_}) {
+    DestroyWindow(box->hwnd());
+  }
+  general_.ReleaseIcons();
+}
+
+void FrmMain::Form_Enter() {
+  if (rows_.HasFocus()) RunSelectedTask();
+}
+
+LRESULT FrmMain::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_CONTEXTMENU:
+      // From the keyboard; the mouse is the list's.
+      if (lParam == -1) ListView_Click(rows_.MenuPlace());
+      return 0;
+    case WM_ENDSESSION:
+      // Windows is about to end the process, without another word.
+      if (wParam != FALSE) SaveAll();
+      return 0;
+    case WM_DESTROY:
+      PostQuitMessage(0);
+      return 0;
+    default:
+      return Form::HandleMessage(message, wParam, lParam);
+  }
+}
+
+void FrmMain::FormMin() {
+  if (Visible()) {
+    Hide();
+    ShowInTaskbar(false);
+    clsIcon_.IconAdd();
+    return;
+  }
+  ShowInTaskbar(true);
+  Open();
+  clsIcon_.IconDelete();
+}
+
+// The window has an owner, and so a taskbar button only as long as it asks for one.
+void FrmMain::ShowInTaskbar(bool show) {
+  const LONG_PTR style = GetWindowLongPtrW(hwnd(), GWL_EXSTYLE);
+  SetWindowLongPtrW(hwnd(), GWL_EXSTYLE,
+                    show ? style | WS_EX_APPWINDOW : style & ~LONG_PTR{WS_EX_APPWINDOW});
+}
+
+void FrmMain::RunSelectedTask() { runner_.RunNow(rows_.SelectedRow()); }
+
+void FrmMain::ShowPlayButtons(bool isPlaying) {
+  ToolBar_.Enabled(kPlayButton, !isPlaying);
+  ToolBar_.Enabled(kStopButton, isPlaying);
+  rows_.ShowPlaying(isPlaying ? LatestMediaTask() : std::wstring());
+}
+
+std::wstring FrmMain::LatestMediaTask() const {
+  const TaskRecord* latest = nullptr;
+  for (const TaskRecord& task : general_.tasks) {
+    if (task.MediaType != kInternetRadio && task.MediaType != kLocalMusic) continue;
+    if (latest == nullptr || task.RunStarted >= latest->RunStarted) latest = &task;
+  }
+  return latest == nullptr ? std::wstring() : latest->Name;
+}
+
+void FrmMain::ToolBar_ButtonClick(int id) {
+  switch (id) {
+    case kPlayButton:
+      RunSelectedTask();
+      break;
+    case kStopButton:
+      playback_.StopPlayback();
+      break;
+    case kOptionsButton:
+      OptionsMenuClick();
+      break;
+    case kLeaveButton:
+      Leave();
+      break;
+    default:
+      break;
+  }
+}
+
+void FrmMain::ListView_Click(std::optional<POINT> place) {
+  const std::optional<size_t> row = rows_.SelectedRow();
+  if (!row || *row >= general_.tasks.size()) {
+    (void)Choose(hwnd(), NoTaskMenu(), {}, place);
+    return;
+  }
+  const TaskRecord& task = general_.tasks[*row];
+  switch (Choose(hwnd(), TaskMenu(task.Name, task.Enabled), {}, place)) {
+    case kRunTask:
+      runner_.RunNow(row);
+      break;
+    case kSwitchTask:
+      runner_.SwitchEnabled(row);
+      break;
+    default:
+      break;
+  }
+}
+
+void FrmMain::SliderH_PostRender() { PrintPercent(SliderH_, 2); }
+
+void FrmMain::SliderVolH_PostRender() { PrintPercent(SliderVolH_, 0); }
+
+// Nobody sees a hidden window: it costs nothing.
+void FrmMain::TimerSet_Tick() {
+  if (!Visible() || IsIconic(hwnd())) return;
+  statusText_ = StatusLineText(player_, general_.radioFlag, Now(), dayHalves_);
+  picStatusBar_.Redraw();
+  rows_.RefreshMarks();
+}
+
+void FrmMain::picStatusBar_Paint(HDC context) {
+  const int y = (picStatusBar_.ScaleHeight() - kStatusTextSize) / 2 - 3;
+  ModTheme::Text(context, statusText_, kStatusTextX, y, {.text = ModTheme::kBlueText},
+                 {.size = kStatusTextSize, .style = ModTheme::kBold});
+}
+
+void FrmMain::OptionsMenuClick() {
+  switch (Choose(hwnd(), OptionsMenu(general_.settings), 0)) {
+    case kSwitchSongLoop:
+      SwitchSongLoop();
+      break;
+    case kSwitchStartPlay:
+      SwitchStartPlay();
+      break;
+    case kSwitchClock:
+      SwitchClock();
+      break;
+    default:
+      break;
+  }
+}
+
+void FrmMain::IconMenuClick() {
+  switch (Choose(hwnd(), TrayMenu(general_.settings), 0)) {
+    case kShowMainWindow:
+      // Deliberately without the rest of the way back: the tray icon stays, and no taskbar button.
+      Open();
+      break;
+    case kSwitchClockFromTray:
+      SwitchClock();
+      break;
+    case kLeave:
+      Leave();
+      break;
+    default:
+      break;
+  }
+}
+
+void FrmMain::SwitchSongLoop() {
+  general_.settings.SongLoop = Switched(general_.settings.SongLoop);
+  (void)general_.settingsFile.Write(L"SongLoop", general_.settings.SongLoop);
+}
+
+void FrmMain::SwitchStartPlay() {
+  general_.settings.StartPlay = Switched(general_.settings.StartPlay);
+  // Without the right to write there the setting still flips.
+  (void)(IsOn(general_.settings.StartPlay) ? WriteRunValue(ExecutablePath()) : DeleteRunValue());
+  (void)general_.settingsFile.Write(L"StartPlay", general_.settings.StartPlay);
+}
+
+void FrmMain::SwitchClock() {
+  general_.settings.TimeForm = Switched(general_.settings.TimeForm);
+  (void)general_.settingsFile.Write(L"TimeForm", general_.settings.TimeForm);
+}
+
+void FrmMain::Leave() {
   quitFlag_ = true;
-  SendMessageW(window_, WM_CLOSE, 0, 0);
-}
-
-void FrmMain::FillRows() {
-  SendMessageW(list_, LB_RESETCONTENT, 0, 0);
-  for (size_t row = 0; row < general_.tasks.size(); ++row) {
-    SendMessageW(list_, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(RowText(row).c_str()));
-  }
-}
-
-std::wstring FrmMain::RowText(size_t row) const {
-  const TaskRecord& task = general_.tasks[row];
-  return task.Name + L"　" + ScheduleText(task) + L"　" + LocaleDateText(task.NextRun);
-}
-
-size_t FrmMain::RowCount() { return static_cast<size_t>(SendMessageW(list_, LB_GETCOUNT, 0, 0)); }
-
-void FrmMain::SelectRow(size_t row) { SendMessageW(list_, LB_SETCURSEL, row, 0); }
-
-void FrmMain::RefreshRow(size_t row) {
-  const auto selected = SendMessageW(list_, LB_GETCURSEL, 0, 0);
-  SendMessageW(list_, LB_DELETESTRING, row, 0);
-  SendMessageW(list_, LB_INSERTSTRING, row, reinterpret_cast<LPARAM>(RowText(row).c_str()));
-  if (selected >= 0) SendMessageW(list_, LB_SETCURSEL, static_cast<WPARAM>(selected), 0);
-}
-
-void FrmMain::EnableArea(bool enable) { EnableWindow(list_, enable); }
-
-void FrmMain::SetRedraw(bool redraw) {
-  SendMessageW(list_, WM_SETREDRAW, redraw, 0);
-  if (redraw) InvalidateRect(list_, nullptr, TRUE);
-}
-
-void FrmMain::SetInterval(unsigned milliseconds) { timerMilliseconds_ = milliseconds; }
-
-void FrmMain::SetEnabled(bool enable) {
-  if (window_ == nullptr) return;
-  if (enable) {
-    SetTimer(window_, kTaskTimerId, timerMilliseconds_, nullptr);
-  } else {
-    KillTimer(window_, kTaskTimerId);
-  }
+  Unload();
 }
 
 }  // namespace tellurvane

@@ -1,67 +1,125 @@
-// The main window. For now the plainest that can run tasks: its list, its timer, its way out.
+// The main window: the task list with its toolbar, the sliders, the status strip, and the tray icon
+// that it hides behind.
 #pragma once
 
 #include <windows.h>
 
 #include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "app/ModGeneral.h"
+#include "base/PictureFormat.h"
+#include "mainwin/MediaPlayer.h"
+#include "mainwin/Menus.h"
+#include "mainwin/PlaybackController.h"
+#include "mainwin/TaskRowsView.h"
 #include "scheduler/TaskRunner.h"
+#include "ui/Form.h"
+#include "ui/PictureBox.h"
+#include "ui/Timer.h"
+#include "ui/clsNotifyIcon.h"
+#include "ui/clsProgress.h"
+#include "ui/clsToolbar.h"
 
 namespace tellurvane {
 
-class FrmMain : private TaskRows, private TaskTimer, private TaskPlayer {
+class FrmMain final : public Form, private PlaybackView, private TaskTimer {
  public:
-  explicit FrmMain(ModGeneral& general);
-  FrmMain(const FrmMain&) = delete;
-  FrmMain& operator=(const FrmMain&) = delete;
-  ~FrmMain() override;
+  // Both outlive the window.
+  FrmMain(ModGeneral& general, MediaPlayer& player);
 
   // What is given back last, once the window has let go of everything of its own.
   void SetReleaseProcess(std::function<void()> release) { releaseProcess_ = std::move(release); }
 
-  // Creates the window, loads the task list and switches the task timer on.
-  void Load();
-  void Show();
+  // Creates the window and everything in it, loads the task list and starts the timers.
+  void Create();
 
- private:
-  // TaskRows
-  size_t RowCount() override;
-  void SelectRow(size_t row) override;
-  void RefreshRow(size_t row) override;
-  void EnableArea(bool enable) override;
-  void SetRedraw(bool redraw) override;
-  // TaskTimer
-  void SetInterval(unsigned milliseconds) override;
-  void SetEnabled(bool enable) override;
-  // TaskPlayer: nothing plays yet; the runs are recorded all the same.
-  void StopPlayback() override {}
-  void SetRadioFlag(bool) override {}
-  void SetUrl(const std::wstring&) override {}
-  void Play() override {}
-  void ShowPlaying() override {}
-  void FollowPosition() override {}
-
-  static LRESULT CALLBACK WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-  LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
-  void CreateControls();
-  void Form_Resize();
-  // False when the window stays.
-  bool Form_Unload();
-  void cmdExit_Click();
+  // Shows the window as it is by now.
+  void Open();
+  // Hides the window behind its tray icon, or brings it back from there.
+  void FormMin();
+  void RunSelectedTask();
   // Reads the list from the file again. The task timer runs while there is at least one task.
   void ReloadTaskList();
-  void FillRows();
-  std::wstring RowText(size_t row) const;
-  TaskActions Actions();
+
+ private:
+  // Form
+  void Form_Load() override;
+  void Form_Resize() override;
+  bool Form_Unload() override;
+  void Form_Enter() override;
+  LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+  // PlaybackView
+  void ShowPlayButtons(bool isPlaying) override;
+  void EnablePosition(bool enable) override { SliderH_.Enabled(enable); }
+  void PositionRange(double seconds) override { SliderH_.Max(seconds); }
+  void PositionValue(double seconds) override { SliderH_.Value(seconds); }
+  void EnableTimerVis(bool enable) override { TimerVis_.Enabled(enable); }
+  // TaskTimer
+  void SetInterval(unsigned milliseconds) override { tmrJob_.Interval(milliseconds); }
+  void SetEnabled(bool enable) override;
+
+  void CreateTrayIcon();
+  void CreateList();
+  void CreateToolbar();
+  void CreateSliders();
+  void CreateStatusBar();
+  void StartTimers();
+  PictureBox& AddBox(PictureBox& box, HWND parent, bool isTabStop = false);
+
+  void clsIcon_LButtonDown() { FormMin(); }
+  void clsIcon_RButtonDown() { IconMenuClick(); }
+  void ToolBar_ButtonClick(int id);
+  void ListView_Click(std::optional<POINT> place);
+  void ListView_DblClick() { RunSelectedTask(); }
+  void SliderH_PostRender();
+  void SliderVolH_PostRender();
+  void TimerSet_Tick();
+  void picStatusBar_Paint(HDC context);
+
+  void OptionsMenuClick();
+  void IconMenuClick();
+  void SwitchSongLoop();
+  void SwitchStartPlay();
+  void SwitchClock();
+  void Leave();
+  // What the file has to hold when the program ends, however it ends.
+  void SaveAll();
+  void ReleaseChildren();
+  void ShowInTaskbar(bool show);
+  std::wstring LatestMediaTask() const;
+
+  TaskActions RunnerActions();
+  PlaybackActions PlayerActions();
 
   ModGeneral& general_;
-  HWND window_ = nullptr;
-  HWND list_ = nullptr;
-  HWND exit_ = nullptr;
-  unsigned timerMilliseconds_ = 2'000;
-  bool quitFlag_ = false;
+  MediaPlayer& player_;
   std::function<void()> releaseProcess_;
+  bool quitFlag_ = false;
+  std::wstring statusText_;
+  DayHalves dayHalves_;
+
+  Form taskbarOwner_;  // never shown: what has an owner is in the taskbar only where it asks for it
+  PictureBox picToolbar_;
+  PictureBox picSliderVolH_;
+  PictureBox picSliderH_;
+  PictureBox PicListView_;  // the list and, below it, the status strip
+  PictureBox listHost_;
+  PictureBox picStatusBar_;
+  Timer tmrJob_;
+  Timer TimerVis_;
+  Timer TimerSet_;
+  clsNotifyIcon clsIcon_;
+  TaskRowsView rows_;
+  clsToolbar ToolBar_;
+  clsProgress SliderH_;
+  clsProgress SliderVolH_;
+
+  PlaybackController playback_;
   TaskRunner runner_;
 };
 

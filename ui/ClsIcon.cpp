@@ -1,14 +1,31 @@
 #include "ui/ClsIcon.h"
 
-#include <fstream>
-#include <iterator>
-
 #include "ui/Handle.h"
 
 namespace tellurvane {
 namespace {
 
 constexpr DWORD kIconVersion = 0x30000;
+
+// An icon file is small; what is larger is none.
+constexpr LONGLONG kLargestFile = 16 << 20;
+
+// Empty where the file cannot be read. By the platform's own calls: the stream library would be
+// half of the program.
+std::string FileBytes(const std::wstring& path) {
+  const HANDLE opened = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  const UniqueKernelHandle file(opened == INVALID_HANDLE_VALUE ? nullptr : opened);
+  LARGE_INTEGER size = {};
+  if (!file || !GetFileSizeEx(file.Get(), &size) || size.QuadPart > kLargestFile) return {};
+  std::string bytes(static_cast<size_t>(size.QuadPart), '\0');
+  DWORD read = 0;
+  if (!ReadFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr)) {
+    return {};
+  }
+  bytes.resize(read);
+  return bytes;
+}
 
 }  // namespace
 
@@ -23,9 +40,7 @@ bool ClsIcon::LoadFromData(std::string_view bytes) {
 }
 
 bool ClsIcon::LoadFromFile(const std::wstring& path) {
-  if (path.empty()) return false;
-  std::ifstream file(path.c_str(), std::ios::binary);
-  return LoadFromData(std::string(std::istreambuf_iterator<char>(file), {}));
+  return !path.empty() && LoadFromData(FileBytes(path));
 }
 
 IconEntry ClsIcon::Entry(int index) const {

@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <objbase.h>
 #include <oleauto.h>
 
 #include <string>
@@ -10,6 +11,20 @@
 #include <utility>
 
 namespace tellurvane {
+
+// COM for the thread, as the user interface needs it, for as long as the object lives.
+class ComApartment {
+ public:
+  ComApartment() : isReady_(SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) {}
+  ComApartment(const ComApartment&) = delete;
+  ComApartment& operator=(const ComApartment&) = delete;
+  ~ComApartment() {
+    if (isReady_) CoUninitialize();
+  }
+
+ private:
+  bool isReady_;
+};
 
 template <typename Interface>
 class ComPtr {

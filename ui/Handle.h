@@ -82,6 +82,11 @@ struct ImageListTraits {
   static void Close(Type handle) { ImageList_Destroy(handle); }
 };
 
+struct KeyTraits {
+  using Type = HKEY;
+  static void Close(Type handle) { RegCloseKey(handle); }
+};
+
 // Processes, threads, pipe ends and mutexes. Files too, once INVALID_HANDLE_VALUE is ruled out.
 using UniqueKernelHandle = UniqueHandle<KernelHandleTraits>;
 using UniqueFont = UniqueHandle<GdiObjectTraits<HFONT>>;
@@ -90,6 +95,7 @@ using UniquePen = UniqueHandle<GdiObjectTraits<HPEN>>;
 using UniqueBitmap = UniqueHandle<GdiObjectTraits<HBITMAP>>;
 using UniqueMemoryDc = UniqueHandle<MemoryDcTraits>;
 using UniqueIcon = UniqueHandle<IconTraits>;
+using UniqueKey = UniqueHandle<KeyTraits>;
 using UniqueMenu = UniqueHandle<MenuTraits>;
 using UniqueModule = UniqueHandle<ModuleTraits>;
 using UniqueImageList = UniqueHandle<ImageListTraits>;

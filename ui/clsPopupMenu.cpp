@@ -37,10 +37,14 @@ void clsPopupMenu::CheckRadioItem(UINT first, UINT last, UINT check) {
 UINT clsPopupMenu::TrackMenu(HWND owner) {
   POINT mouse = {};
   GetCursorPos(&mouse);
+  return TrackMenu(owner, mouse);
+}
+
+UINT clsPopupMenu::TrackMenu(HWND owner, POINT place) {
   // Deliberate: the owner is not brought to the foreground first, so the menu of a hidden window
   // may stay when the user clicks into another program.
   return static_cast<UINT>(
-      TrackPopupMenu(menu_.Get(), TPM_RETURNCMD, mouse.x, mouse.y, 0, owner, nullptr));
+      TrackPopupMenu(menu_.Get(), TPM_RETURNCMD, place.x, place.y, 0, owner, nullptr));
 }
 
 }  // namespace tellurvane

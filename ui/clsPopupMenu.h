@@ -34,6 +34,8 @@ class clsPopupMenu {
 
   // Shows the menu at the mouse and returns the chosen identifier, or 0 when it is dismissed.
   UINT TrackMenu(HWND owner);
+  // The same at a place of the screen, for a menu that the keyboard asks for.
+  UINT TrackMenu(HWND owner, POINT place);
 
   // None after DeleteMenu.
   HMENU Handle() const { return menu_.Get(); }

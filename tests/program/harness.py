@@ -141,6 +141,15 @@ class Program:
                          and window_class in (None, child["class"])), None)
         return until(find, f"a control {text}")
 
+    def toolbar_button(self, number):
+        """A button of the main window's toolbar, counted from 1: new, play, stop, options, leave."""
+        def find():
+            return next((child for window in self.windows() for child in window["children"]
+                         if child["class"] == "ToolbarWindow32" and child["visible"]), None)
+        left, top, right, bottom = until(find, "the toolbar")["rect"]
+        width = (right - left) / 5
+        return {"rect": [int(left + width * (number - 1)), top, int(left + width * number), bottom]}
+
     def exit(self):
         """Leaves by the exit command, as a user does, and returns the exit code."""
         self.show_again()
@@ -148,7 +157,7 @@ class Program:
         def has_left():
             # A console window of some task that closes just then takes the click, or the focus
             # in the middle of it; the user would click again.
-            self.click(self.child("離 開", "Button"))
+            self.click(self.toolbar_button(5))
             try:
                 self.process.wait(5)
             except subprocess.TimeoutExpired:
@@ -186,10 +195,24 @@ class Program:
     def show_again(self):
         """Brings the main window back when it has been put away."""
         if not self.on_screen():
-            window = run("xdotool", "search", "--all", "--pid", self.process.pid, "--name",
-                         "^Tellurvane$").split()[0]
-            run("xdotool", "windowactivate", window)
+            click_tray_icon()
             until(self.on_screen, "the main window again")
+
+
+def tray_icon():
+    """The place of the one icon in the tray, which Wine shows in a window; none while empty."""
+    window = run("xdotool", "search", "--onlyvisible", "--name", "^Wine System Tray$").split()
+    if not window:
+        return None
+    facts = run("xwininfo", "-id", window[0])
+    left, top = (int(facts.partition(f"Absolute upper-left {axis}:")[2].split()[0])
+                 for axis in "XY")
+    return left + 10, top + 10
+
+
+def click_tray_icon(button=1):
+    x, y = until(tray_icon, "the tray icon")
+    run("xdotool", "mousemove", x, y, "click", button)
 
 
 def end_all_in(folder):

@@ -49,7 +49,7 @@ def calls(trace):
 def own_calls(trace):
     """Without the mutexes and windows of the system's libraries and the controls of the window."""
     return [(name, what) for name, what in calls(trace)
-            if name not in ("CreateMutexW", "CreateWindowExW") or what in ("Tellurvane", "FrmMain")]
+            if name not in ("CreateMutexW", "CreateWindowExW") or what in ("Tellurvane", "TellurvaneForm")]
 
 
 START = [
@@ -61,7 +61,8 @@ START = [
     ("GetPrivateProfileStringW", "StartPlay"),
     ("GetPrivateProfileStringW", "FilesPath"),
     ("GetPrivateProfileStringW", "HinetUrl"),
-    ("CreateWindowExW", "FrmMain"),
+    ("CreateWindowExW", "TellurvaneForm"),  # what owns the main window, never shown
+    ("CreateWindowExW", "TellurvaneForm"),
     ("MoveFileExW", "JobList.dbs"),
 ]
 END = [

@@ -1,0 +1,26 @@
+// Numbers and moments written after a picture of what they should look like.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "base/DateSerial.h"
+
+namespace tellurvane {
+
+// What a locale calls the halves of the day. Both are empty where it does not name them.
+struct DayHalves {
+  std::wstring morning;
+  std::wstring afternoon;
+};
+
+// "yyyy" is the year in four digits, "mm" the month or, right behind the hours, the minutes, "dd"
+// the day, "hh" the hour, "ss" the second, all in two digits; "AMPM" is the half of the day, and
+// puts the hours on a clock of twelve. Everything else stands as it is. The moment must be a date.
+std::wstring FormatMoment(std::wstring_view picture, DateSerial moment, const DayHalves& halves);
+
+// "37.25 %" for 0.3725 and two decimals. Halves are rounded away from zero. What is no finite
+// number is written as 0.
+std::wstring FormatPercent(double quotient, int decimals);
+
+}  // namespace tellurvane

@@ -1,0 +1,54 @@
+// The media player as the playback needs it, whatever plays.
+#pragma once
+
+#include <string>
+
+namespace tellurvane {
+
+// The numbers that MediaPlayer::PlayState gives, as the player control counts them. Others exist.
+enum PlayState : int {
+  kUndefinedState = 0,
+  kStoppedState = 1,
+  kPausedState = 2,
+  kPlayingState = 3,
+  kBufferingState = 6,
+  kTransitioningState = 9,
+  kReadyState = 10,
+};
+
+// Calls never fail towards the caller: what the player refuses does nothing, or answers 0 or an
+// empty text.
+class MediaPlayer {
+ public:
+  MediaPlayer() = default;
+  MediaPlayer(const MediaPlayer&) = delete;
+  MediaPlayer& operator=(const MediaPlayer&) = delete;
+  virtual ~MediaPlayer() = default;
+
+  // A stream's address or a file's path. Nothing plays before Play.
+  virtual void Url(const std::wstring& url) = 0;
+  virtual void Play() = 0;
+  virtual void Stop() = 0;
+  virtual void Close() = 0;
+
+  // Waits until the length of what was started is known, or is not going to be: at most two
+  // seconds. Meanwhile nothing that the user does, and no timer, reaches the program.
+  virtual void AwaitDuration() = 0;
+
+  virtual int PlayState() = 0;
+  // What the player says of itself, in the user's language.
+  virtual std::wstring Status() = 0;
+
+  // Seconds; 0 while there is none.
+  virtual double Position() = 0;
+  virtual void Position(double seconds) = 0;
+  virtual double Duration() = 0;
+  // "03:25", and "1:03:25" from an hour on.
+  virtual std::wstring PositionText() = 0;
+  virtual std::wstring DurationText() = 0;
+
+  // 0 to 100.
+  virtual void Volume(int volume) = 0;
+};
+
+}  // namespace tellurvane

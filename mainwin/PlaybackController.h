@@ -1,0 +1,63 @@
+// Plays, stops, follows and seeks; and what happens when a piece of music ends.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "mainwin/MediaPlayer.h"
+#include "scheduler/TaskRunner.h"
+
+namespace tellurvane {
+
+// What the main window shows of the playback.
+class PlaybackView {
+ public:
+  virtual ~PlaybackView() = default;
+  // The toolbar's "播 放" and "停 止": of the two, one can be pressed.
+  virtual void ShowPlayButtons(bool isPlaying) = 0;
+  // The position slider. Its values are seconds.
+  virtual void EnablePosition(bool enable) = 0;
+  virtual void PositionRange(double seconds) = 0;
+  virtual void PositionValue(double seconds) = 0;
+  // The timer whose tick is TimerVis_Tick.
+  virtual void EnableTimerVis(bool enable) = 0;
+};
+
+// All must be set.
+struct PlaybackActions {
+  // Whether continuous play is on.
+  std::function<bool()> songLoop;
+  // Runs the selected task, stop step included.
+  std::function<void()> runSelectedTask;
+  // Writes the volume to the settings file.
+  std::function<void(std::int32_t volume)> writeSavedVolume;
+};
+
+class PlaybackController final : public TaskPlayer {
+ public:
+  // The radio flag says that what plays is a stream. It is kept outside: others read it.
+  PlaybackController(MediaPlayer& player, PlaybackView& view, bool& radioFlag,
+                     PlaybackActions actions);
+
+  // TaskPlayer. Stopping leaves the radio flag as it is.
+  void StopPlayback() override;
+  void SetRadioFlag(bool isRadio) override { radioFlag_ = isRadio; }
+  void SetUrl(const std::wstring& url) override { player_.Url(url); }
+  void Play() override { player_.Play(); }
+  void ShowPlaying() override { view_.ShowPlayButtons(true); }
+  void FollowPosition() override;
+
+  void TimerVis_Tick();
+  // Of the two sliders: what the user set.
+  void SliderH_PositionSetByMouse(double seconds) { player_.Position(seconds); }
+  void SliderVolH_PositionSet(double value);
+
+ private:
+  MediaPlayer& player_;
+  PlaybackView& view_;
+  bool& radioFlag_;
+  PlaybackActions actions_;
+};
+
+}  // namespace tellurvane

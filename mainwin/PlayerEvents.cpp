@@ -1,0 +1,63 @@
+#include "mainwin/PlayerEvents.h"
+
+#include <wmp.h>
+
+#include <atomic>
+#include <utility>
+
+namespace tellurvane {
+namespace {
+
+constexpr DISPID kPlayStateChange = 5101;
+
+class PlayerEvents final : public IDispatch {
+ public:
+  explicit PlayerEvents(std::shared_ptr<PlayerNews> news) : news_(std::move(news)) {}
+  virtual ~PlayerEvents() = default;
+
+  STDMETHODIMP QueryInterface(REFIID id, void** object) override {
+    if (object == nullptr) return E_POINTER;
+    *object = nullptr;
+    if (!IsEqualIID(id, __uuidof(IUnknown)) && !IsEqualIID(id, __uuidof(IDispatch)) &&
+        !IsEqualIID(id, __uuidof(_WMPOCXEvents))) {
+      return E_NOINTERFACE;
+    }
+    *object = static_cast<IDispatch*>(this);
+    AddRef();
+    return S_OK;
+  }
+  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
+  STDMETHODIMP_(ULONG) Release() override {
+    const ULONG left = --references_;
+    if (left == 0) delete this;
+    return left;
+  }
+
+  STDMETHODIMP GetTypeInfoCount(UINT* count) override {
+    if (count == nullptr) return E_POINTER;
+    *count = 0;
+    return S_OK;
+  }
+  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+  STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT*, EXCEPINFO*,
+                      UINT*) override {
+    if (id != kPlayStateChange || parameters == nullptr || parameters->cArgs != 1) return S_OK;
+    // One control gives it signed, another unsigned.
+    const VARIANT& state = parameters->rgvarg[0];
+    if (state.vt == VT_I4 || state.vt == VT_UI4) news_->playState = state.lVal;
+    return S_OK;
+  }
+
+ private:
+  std::atomic<ULONG> references_ = 1;
+  std::shared_ptr<PlayerNews> news_;
+};
+
+}  // namespace
+
+ComPtr<IDispatch> MakePlayerEvents(std::shared_ptr<PlayerNews> news) {
+  return ComPtr<IDispatch>(new PlayerEvents(std::move(news)));
+}
+
+}  // namespace tellurvane

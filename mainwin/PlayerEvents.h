@@ -1,0 +1,24 @@
+// What the player control tells of its own accord.
+#pragma once
+
+#include <windows.h>
+
+#include <oaidl.h>
+
+#include <memory>
+
+#include "mainwin/MediaPlayer.h"
+#include "ui/Com.h"
+
+namespace tellurvane {
+
+// Shared with the sink, which may be called when the player's owner is gone already.
+struct PlayerNews {
+  int playState = kUndefinedState;
+};
+
+// A sink for the control's events. It only writes down: events come in the middle of the control's
+// own calls, and a call back into it from there would find it unprepared.
+ComPtr<IDispatch> MakePlayerEvents(std::shared_ptr<PlayerNews> news);
+
+}  // namespace tellurvane

@@ -1,0 +1,59 @@
+#include "mainwin/QuietWait.h"
+
+#include <windows.h>
+
+#include <algorithm>
+
+namespace tellurvane {
+namespace {
+
+// Whoever waits for a condition that no message announces asks this often.
+constexpr ULONGLONG kAskMilliseconds = 10;
+
+// Whether a window of this program is inside.
+bool IsOurs(HWND window) {
+  const HINSTANCE module = GetModuleHandleW(nullptr);
+  for (HWND at = window; at != nullptr; at = GetAncestor(at, GA_PARENT)) {
+    if (reinterpret_cast<HINSTANCE>(GetClassLongPtrW(at, GCLP_HMODULE)) == module) return true;
+  }
+  return false;
+}
+
+bool IsKeptOut(const MSG& message) {
+  const UINT id = message.message;
+  const bool isInput = (id >= WM_KEYFIRST && id <= WM_KEYLAST) ||
+                       (id >= WM_MOUSEFIRST && id <= WM_MOUSELAST) ||
+                       (id >= WM_NCMOUSEMOVE && id <= WM_NCXBUTTONDBLCLK);
+  // Our timers have no window. They tick again: a tick that is thrown away is only late.
+  return isInput || (id == WM_TIMER && (message.hwnd == nullptr || IsOurs(message.hwnd)));
+}
+
+// False when the program is to end.
+bool HandleWhatMay() {
+  MSG message = {};
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+    if (message.message == WM_QUIT) {
+      PostQuitMessage(static_cast<int>(message.wParam));
+      return false;
+    }
+    if (IsKeptOut(message)) continue;
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+  }
+  return true;
+}
+
+}  // namespace
+
+bool AwaitQuietly(const std::function<bool()>& condition, unsigned milliseconds) {
+  const ULONGLONG end = GetTickCount64() + milliseconds;
+  for (;;) {
+    if (condition()) return true;
+    const ULONGLONG now = GetTickCount64();
+    if (now >= end || !HandleWhatMay()) return false;
+    MsgWaitForMultipleObjects(
+        0, nullptr, FALSE, static_cast<DWORD>(std::min(end - now, kAskMilliseconds)), QS_ALLINPUT);
+  }
+}
+
+}  // namespace tellurvane

@@ -1,0 +1,114 @@
+#include "mainwin/TaskRowPainter.h"
+
+#include <array>
+#include <utility>
+
+#include "ui/ModTheme.h"
+
+namespace tellurvane {
+namespace {
+
+constexpr Color kPaper = Rgb(0xFF, 0xFF, 0xFF);
+constexpr Color kOddPaper = Rgb(0xF6, 0xF4, 0xFB);
+constexpr Color kSelectionLight = Rgb(0xFF, 0xF3, 0xD2);
+constexpr Color kSelectionBase = Rgb(0xF1, 0xD0, 0x84);
+
+constexpr int kIconSize = 32;
+constexpr int kMarkSize = 16;
+constexpr int kIconLeft = (kTaskRowTextLeft - kIconSize) / 2;
+constexpr int kMediaTypes = 4;
+constexpr int kRightMargin = 6;
+
+ModTheme::TextFont FontOf(RowFont font) {
+  switch (font) {
+    case RowFont::kName:
+      return {.size = 14, .style = ModTheme::kBold};
+    case RowFont::kRule:
+    case RowFont::kLabel:
+      return {.size = 12};
+    case RowFont::kValue:
+      return {.size = 13};
+  }
+  return {};
+}
+
+size_t IconOf(RowMark mark) { return kMediaTypes + static_cast<size_t>(mark) - 1; }
+
+}  // namespace
+
+std::wstring FittingText(HDC context, const std::wstring& text, int width, RowFont font) {
+  const ModTheme::TextFont face = FontOf(font);
+  const std::wstring ellipsis = font == RowFont::kRule ? L"" : L"…";
+  const auto fits = [&](const std::wstring& candidate) {
+    return ModTheme::MeasureText(context, candidate, face).width <= static_cast<float>(width);
+  };
+  if (fits(text)) return text;
+  // Found by halving: the longest beginning that fits together with its ellipsis.
+  size_t fitting = 0;
+  size_t tooLong = text.size();
+  while (fitting + 1 < tooLong) {
+    const size_t middle = (fitting + tooLong) / 2;
+    (fits(text.substr(0, middle) + ellipsis) ? fitting : tooLong) = middle;
+  }
+  // Not in the middle of a character outside the basic plane.
+  if (fitting > 0 && IS_HIGH_SURROGATE(text[fitting - 1])) --fitting;
+  return text.substr(0, fitting) + ellipsis;
+}
+
+void TaskRowPainter::Paint(HDC target, const RECT& row, const TaskRecord& task,
+                           const TaskRowLook& look) {
+  const auto width = static_cast<int>(row.right - row.left);
+  const auto height = static_cast<int>(row.bottom - row.top);
+  const HDC context = PictureOf(width, height);
+  if (context == nullptr) return;
+  PaintBackground(context, width, height, look);
+  const int iconTop = (height - kIconSize) / 2;
+  if (task.MediaType >= 0 && task.MediaType < kMediaTypes) {
+    PaintIcon(context, static_cast<size_t>(task.MediaType), kIconLeft, iconTop, kIconSize);
+  }
+  if (look.mark != RowMark::kNone) {
+    PaintIcon(context, IconOf(look.mark), kIconLeft + kIconSize - kMarkSize / 2,
+              iconTop + kIconSize - kMarkSize / 2, kMarkSize);
+  }
+  PaintTexts(context, width, task);
+  BitBlt(target, static_cast<int>(row.left), static_cast<int>(row.top), width, height, context, 0,
+         0, SRCCOPY);
+}
+
+void TaskRowPainter::PaintBackground(HDC context, int width, int height,
+                                     const TaskRowLook& look) const {
+  const Color paper = look.isOdd ? kOddPaper : kPaper;
+  ModTheme::SolidFill(context, 0, 0, width, height, paper);
+  if (look.isSelected) {
+    ModTheme::RichHighlight(context, 0, 0, width, height, kSelectionLight, kSelectionBase);
+  }
+}
+
+void TaskRowPainter::PaintIcon(HDC context, size_t icon, int x, int y, int size) const {
+  if (icon >= icons_.size() || icons_[icon] == nullptr) return;
+  for (int image = 0; image < icons_[icon]->Count(); ++image) {
+    if (icons_[icon]->Width(image) == size) {
+      icons_[icon]->Draw(context, x, y, image);
+      return;
+    }
+  }
+}
+
+void TaskRowPainter::PaintTexts(HDC context, int width, const TaskRecord& task) const {
+  for (const RowLine& line : TaskRowLines(task, writeDate_)) {
+    const int room = width - 2 * line.x - kRightMargin;
+    ModTheme::Text(context, FittingText(context, line.text, room, line.font), line.x, line.y,
+                   {.text = line.color}, FontOf(line.font));
+  }
+}
+
+HDC TaskRowPainter::PictureOf(int width, int height) {
+  if (!picture_ || width != pictureWidth_ || height != pictureHeight_) {
+    picture_ = MemoryContext::Create(width, height);
+    pictureWidth_ = width;
+    pictureHeight_ = height;
+  }
+  return picture_ ? picture_->Dc() : nullptr;
+}
+
+}  // namespace tellurvane

@@ -1,0 +1,136 @@
+#include "mainwin/TaskRowsView.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/LocaleDates.h"
+
+namespace tellurvane {
+namespace {
+
+constexpr int kColumnWidth = 400;
+
+}  // namespace
+
+TaskRowsView::TaskRowsView(ModGeneral& general, Clock clock)
+    : general_(general), clock_(std::move(clock)), painter_(general.icons, AppendLocaleDateText) {}
+
+void TaskRowsView::Create(PictureBox& area, PictureBox& host) {
+  area_ = &area;
+  list_.OnData = [this](int row, int column, LVITEMW& cell) { ListView_OnData(row, column, cell); };
+  list_.CustomDraw = [this](NMLVCUSTOMDRAW& draw, LRESULT& result) {
+    ListView_CustomDraw(draw, result);
+  };
+  list_.Click = [this](bool isLeft, int, int) {
+    if (!isLeft) Raise(RightClick);
+  };
+  list_.DblClick = [this](bool isLeft, int, int) {
+    if (isLeft) Raise(DblClick);
+  };
+  list_.ItemChanged = [this](int row, UINT, UINT) { InvalidateRow(row); };
+  list_.Create(host);
+  list_.RowHeight(kTaskRowHeight);
+  list_.ColumnAdd(L"專案名稱", kColumnWidth);
+  list_.LockColumn(true);
+  list_.AutoDraw(true);
+  FitColumn();
+}
+
+void TaskRowsView::RefreshRow(size_t row) {
+  InvalidateRow(static_cast<int>(row));
+  UpdateWindow(list_.hwnd());
+}
+
+// The whole row: the native list leaves out a strip at its left edge.
+void TaskRowsView::InvalidateRow(int row) {
+  RECT area = {};
+  GetClientRect(list_.hwnd(), &area);
+  if (row >= 0) {
+    area.top = list_.GetItemTop(row);
+    area.bottom = area.top + list_.GetItemHeight();
+  }
+  if (!list_.Block()) InvalidateRect(list_.hwnd(), &area, FALSE);
+}
+
+void TaskRowsView::EnableArea(bool enable) {
+  // Disabling takes the keyboard away from the list; it gets it back.
+  if (!enable) hadFocus_ = hadFocus_ || HasFocus();
+  area_->Enabled(enable);
+  if (enable && std::exchange(hadFocus_, false) && GetFocus() == nullptr) list_.SetFocus();
+}
+
+void TaskRowsView::Refill() {
+  shownMarks_.assign(general_.tasks.size(), RowMark::kNone);
+  list_.ListCount(static_cast<int>(general_.tasks.size()));
+  list_.RedrawVisibleItems();
+  FitColumn();
+}
+
+std::optional<size_t> TaskRowsView::SelectedRow() const {
+  const int row = list_.Selected();
+  if (row < 0) return std::nullopt;
+  return static_cast<size_t>(row);
+}
+
+void TaskRowsView::ShowPlaying(const std::wstring& name) {
+  playing_ = name;
+  RefreshMarks();
+}
+
+void TaskRowsView::RefreshMarks() {
+  const int last = std::min(list_.BottomItem(), static_cast<int>(shownMarks_.size()) - 1);
+  for (int row = std::max(list_.TopItem(), 0); row <= last; ++row) {
+    const auto index = static_cast<size_t>(row);
+    if (MarkOfRow(index) != shownMarks_[index]) RefreshRow(index);
+  }
+}
+
+void TaskRowsView::FitColumn() {
+  RECT client = {};
+  GetClientRect(list_.hwnd(), &client);
+  // Designed at its own width; as wide as the list it needs no scroll bar.
+  if (client.right > 0) list_.ColumnWidth(0, static_cast<int>(client.right));
+}
+
+POINT TaskRowsView::MenuPlace() const {
+  const int row = std::max(list_.Selected(), 0);
+  POINT place = {kTaskRowTextLeft, list_.GetItemTop(row) + list_.GetItemHeight() / 2};
+  RECT client = {};
+  GetClientRect(list_.hwnd(), &client);
+  place.y = std::clamp(place.y, client.top, client.bottom);
+  ClientToScreen(list_.hwnd(), &place);
+  return place;
+}
+
+void TaskRowsView::ListView_OnData(int row, int column, LVITEMW& cell) {
+  const auto index = static_cast<size_t>(row);
+  if ((cell.mask & LVIF_TEXT) == 0 || column != 0 || index >= general_.tasks.size()) return;
+  list_.GiveText(cell, general_.tasks[index].Name);
+}
+
+void TaskRowsView::ListView_CustomDraw(NMLVCUSTOMDRAW& draw, LRESULT& result) {
+  if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) {
+    result = CDRF_NOTIFYITEMDRAW;
+    return;
+  }
+  const auto row = static_cast<size_t>(draw.nmcd.dwItemSpec);
+  if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT || row >= general_.tasks.size()) return;
+  RECT bounds = {LVIR_BOUNDS, 0, 0, 0};
+  SendMessageW(list_.hwnd(), LVM_GETITEMRECT, row, reinterpret_cast<LPARAM>(&bounds));
+  // See InvalidateRow.
+  bounds.left = std::min(bounds.left, LONG{0});
+  const RowMark mark = MarkOfRow(row);
+  if (row < shownMarks_.size()) shownMarks_[row] = mark;
+  painter_.Paint(draw.nmcd.hdc, bounds, general_.tasks[row],
+                 {.mark = mark,
+                  .isSelected = list_.Selected() == static_cast<int>(row),
+                  .isOdd = row % 2 == 1});
+  result = CDRF_SKIPDEFAULT;
+}
+
+RowMark TaskRowsView::MarkOfRow(size_t row) const {
+  const TaskRecord& task = general_.tasks[row];
+  return MarkOf(task, clock_(), !playing_.empty() && task.Name == playing_);
+}
+
+}  // namespace tellurvane

@@ -1,0 +1,69 @@
+// The task list on the screen.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/ModGeneral.h"
+#include "mainwin/TaskRowPainter.h"
+#include "scheduler/TaskRunner.h"
+#include "ui/PictureBox.h"
+#include "ui/clsLictView.h"
+
+namespace tellurvane {
+
+// Row i is task i of the general module's list.
+class TaskRowsView final : public TaskRows {
+ public:
+  TaskRowsView(ModGeneral& general, Clock clock);
+
+  // `area` is disabled with the list while a task runs; `host` lies in it and holds the list.
+  void Create(PictureBox& area, PictureBox& host);
+
+  // TaskRows
+  size_t RowCount() override { return static_cast<size_t>(list_.ListCount()); }
+  void SelectRow(size_t row) override { list_.SetSelectList(static_cast<int>(row)); }
+  void RefreshRow(size_t row) override;
+  void EnableArea(bool enable) override;
+  void SetRedraw(bool redraw) override { list_.Block(!redraw); }
+
+  // Takes over the list of tasks anew; the selection stays as far as there are rows.
+  void Refill();
+  std::optional<size_t> SelectedRow() const;
+  // The task that plays, by its name; none when it is empty.
+  void ShowPlaying(const std::wstring& name);
+  // Redraws the visible rows whose mark is another one by now.
+  void RefreshMarks();
+  // The rows take the whole width of the list.
+  void FitColumn();
+  // Where the selected row, or without one the list, begins on the screen.
+  POINT MenuPlace() const;
+  void SetFocus() { list_.SetFocus(); }
+  bool HasFocus() const { return GetFocus() == list_.hwnd(); }
+
+  // Events of the list. Any may be left empty.
+  std::function<void()> RightClick;
+  std::function<void()> DblClick;
+
+ private:
+  void ListView_OnData(int row, int column, LVITEMW& cell);
+  void ListView_CustomDraw(NMLVCUSTOMDRAW& draw, LRESULT& result);
+  // -1 stands for all rows.
+  void InvalidateRow(int row);
+  RowMark MarkOfRow(size_t row) const;
+
+  ModGeneral& general_;
+  Clock clock_;
+  PictureBox* area_ = nullptr;
+  bool hadFocus_ = false;  // before the area was disabled
+  std::wstring playing_;
+  std::vector<RowMark> shownMarks_;  // of each row when it was last painted
+  TaskRowPainter painter_;
+  clsLictView list_;
+};
+
+}  // namespace tellurvane

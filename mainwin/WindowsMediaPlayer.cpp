@@ -1,0 +1,181 @@
+// The constants of the control's header are in no library: defined here, and only here.
+#include "mainwin/WindowsMediaPlayer.h"
+
+#include <windows.h>
+
+#include <initguid.h>
+#include <olectl.h>
+#include <wmp.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "mainwin/QuietWait.h"
+#include "mainwin/StatusLine.h"
+
+namespace tellurvane {
+namespace {
+
+constexpr unsigned kDurationMilliseconds = 2'000;
+constexpr ULONGLONG kMissingMilliseconds = 10'000;
+constexpr int kLoudest = 100;
+constexpr double kLongest = 1e9;  // seconds
+
+double Sane(double seconds) {
+  return std::isfinite(seconds) && seconds > 0 ? std::min(seconds, kLongest) : 0;
+}
+
+// For a control that keeps its status to itself.
+std::wstring StateText(int playState) {
+  switch (playState) {
+    case kStoppedState:
+      return L"已停止";
+    case kPlayingState:
+      return L"正在播放";
+    case kBufferingState:
+      return L"正在緩衝";
+    case kTransitioningState:
+      return L"正在開啟媒體";
+    default:
+      return L"";
+  }
+}
+
+}  // namespace
+
+WindowsMediaPlayer::WindowsMediaPlayer() = default;
+
+WindowsMediaPlayer::~WindowsMediaPlayer() {
+  if (events_) events_->Unadvise(eventsCookie_);
+}
+
+bool WindowsMediaPlayer::Make() {
+  if (!wasTried_ && !Create()) {
+    settings_.Reset();
+    controls_.Reset();
+    player_.Reset();
+  }
+  wasTried_ = true;
+  if (!player_) missedAt_ = GetTickCount64();
+  return static_cast<bool>(player_);
+}
+
+bool WindowsMediaPlayer::Create() {
+  if (FAILED(CoCreateInstance(CLSID_WindowsMediaPlayer, nullptr, CLSCTX_INPROC_SERVER,
+                              __uuidof(IWMPPlayer4), player_.ReceiveVoid())) ||
+      !player_ || FAILED(player_->get_controls(controls_.Receive())) || !controls_ ||
+      FAILED(player_->get_settings(settings_.Receive())) || !settings_) {
+    return false;
+  }
+  // Opening an address must not start it: a start that fails inside the opening ends some controls.
+  settings_->put_autoStart(VARIANT_FALSE);
+  settings_->put_enableErrorDialogs(VARIANT_FALSE);
+  ApplyVolume();
+  ListenToEvents();
+  return true;
+}
+
+// Without events the state is what the control answers.
+void WindowsMediaPlayer::ListenToEvents() {
+  ComPtr<IConnectionPointContainer> container;
+  if (FAILED(
+          player_->QueryInterface(__uuidof(IConnectionPointContainer), container.ReceiveVoid())) ||
+      !container ||
+      FAILED(container->FindConnectionPoint(__uuidof(_WMPOCXEvents), events_.Receive())) ||
+      !events_) {
+    return;
+  }
+  const ComPtr<IDispatch> sink = MakePlayerEvents(news_);
+  if (FAILED(events_->Advise(sink.Get(), &eventsCookie_))) events_.Reset();
+}
+
+void WindowsMediaPlayer::ApplyVolume() { settings_->put_volume(volume_); }
+
+ComPtr<IWMPMedia> WindowsMediaPlayer::CurrentMedia() {
+  ComPtr<IWMPMedia> media;
+  if (player_ && FAILED(player_->get_currentMedia(media.Receive()))) media.Reset();
+  return media;
+}
+
+void WindowsMediaPlayer::Url(const std::wstring& url) {
+  if (!Make()) return;
+  isOpen_ = true;
+  isStarted_ = false;
+  const Bstr text(url);
+  player_->put_URL(text.Get());
+}
+
+void WindowsMediaPlayer::Play() {
+  if (Make()) isStarted_ = SUCCEEDED(controls_->play());
+}
+
+void WindowsMediaPlayer::Stop() {
+  if (controls_) controls_->stop();
+  isStarted_ = false;
+}
+
+void WindowsMediaPlayer::Close() {
+  if (player_) player_->close();
+  isOpen_ = false;
+}
+
+void WindowsMediaPlayer::AwaitDuration() {
+  if (isOpen_ && isStarted_) AwaitQuietly([this] { return Duration() > 0; }, kDurationMilliseconds);
+}
+
+int WindowsMediaPlayer::PlayState() {
+  if (missedAt_ != 0) {
+    const bool isRecent = GetTickCount64() - missedAt_ < kMissingMilliseconds;
+    return isRecent ? kStoppedState : kUndefinedState;
+  }
+  // A control that does not know how to close stays stopped; for the user it is closed.
+  if (!player_ || !isOpen_) return kUndefinedState;
+  WMPPlayState state = {};
+  return SUCCEEDED(player_->get_playState(&state)) ? static_cast<int>(state) : news_->playState;
+}
+
+std::wstring WindowsMediaPlayer::Status() {
+  if (missedAt_ != 0) return L"找不到媒體播放程式";
+  Bstr text;
+  if (player_ && SUCCEEDED(player_->get_status(text.Receive()))) return text.Text();
+  return StateText(PlayState());
+}
+
+double WindowsMediaPlayer::Position() {
+  double seconds = 0;
+  if (!controls_ || FAILED(controls_->get_currentPosition(&seconds))) return 0;
+  return Sane(seconds);
+}
+
+void WindowsMediaPlayer::Position(double seconds) {
+  if (controls_) controls_->put_currentPosition(seconds);
+}
+
+double WindowsMediaPlayer::Duration() {
+  const ComPtr<IWMPMedia> media = CurrentMedia();
+  double seconds = 0;
+  if (!media || FAILED(media->get_duration(&seconds))) return 0;
+  return Sane(seconds);
+}
+
+std::wstring WindowsMediaPlayer::PositionText() {
+  Bstr text;
+  if (controls_ && SUCCEEDED(controls_->get_currentPositionString(text.Receive()))) {
+    return text.Text();
+  }
+  return MediaTimeText(Position());
+}
+
+std::wstring WindowsMediaPlayer::DurationText() {
+  const ComPtr<IWMPMedia> media = CurrentMedia();
+  Bstr text;
+  if (media && SUCCEEDED(media->get_durationString(text.Receive()))) return text.Text();
+  return MediaTimeText(Duration());
+}
+
+void WindowsMediaPlayer::Volume(int volume) {
+  volume_ = std::clamp(volume, 0, kLoudest);
+  if (settings_) ApplyVolume();
+}
+
+}  // namespace tellurvane

@@ -1,0 +1,69 @@
+// The media player: the Windows Media Player control, without a visible part.
+#pragma once
+
+#include <windows.h>
+
+#include <ocidl.h>
+
+#include <memory>
+
+#include "mainwin/MediaPlayer.h"
+#include "mainwin/PlayerEvents.h"
+#include "ui/Com.h"
+
+struct IWMPControls;
+struct IWMPMedia;
+struct IWMPPlayer4;
+struct IWMPSettings;
+
+namespace tellurvane {
+
+// The control is made once, when something is to be played for the first time: it costs more memory
+// than the whole program, and a list of notes needs none. Where it cannot be made the status says
+// so for a while whenever something should play.
+//
+// Needs a thread with COM.
+class WindowsMediaPlayer final : public MediaPlayer {
+ public:
+  WindowsMediaPlayer();
+  ~WindowsMediaPlayer() override;
+
+  void Url(const std::wstring& url) override;
+  void Play() override;
+  void Stop() override;
+  void Close() override;
+  void AwaitDuration() override;
+
+  int PlayState() override;
+  std::wstring Status() override;
+
+  double Position() override;
+  void Position(double seconds) override;
+  double Duration() override;
+  std::wstring PositionText() override;
+  std::wstring DurationText() override;
+
+  void Volume(int volume) override;
+
+ private:
+  // Makes the control if it was not tried before. False where there is none.
+  bool Make();
+  bool Create();
+  void ListenToEvents();
+  void ApplyVolume();
+  ComPtr<IWMPMedia> CurrentMedia();
+
+  bool wasTried_ = false;
+  ULONGLONG missedAt_ = 0;  // when something should have played without a control; 0 for never
+  bool isOpen_ = false;     // a URL was set and not closed since
+  bool isStarted_ = false;  // the control took the play command
+  int volume_ = 0;
+  ComPtr<IWMPPlayer4> player_;
+  ComPtr<IWMPControls> controls_;
+  ComPtr<IWMPSettings> settings_;
+  std::shared_ptr<PlayerNews> news_ = std::make_shared<PlayerNews>();
+  ComPtr<IConnectionPoint> events_;
+  DWORD eventsCookie_ = 0;
+};
+
+}  // namespace tellurvane
