@@ -1,7 +1,6 @@
 // When a task runs next, and how its schedule reads.
 #pragma once
 
-#include <optional>
 #include <string>
 
 #include "base/DateSerial.h"

@@ -1,13 +1,14 @@
 #include "scheduler/Win32FileOperations.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tellurvane {
 namespace {
 
 // How long a virus scanner or a backup may hold the file before it counts as refused.
 constexpr int kAttempts = 25;
-constexpr DWORD kRetryMilliseconds = 20;
+constexpr unsigned kRetryMilliseconds = 20;
 
 UniqueKernelHandle OpenFile(const std::wstring& path, DWORD access, DWORD sharing,
                             DWORD disposition) {
@@ -24,10 +25,10 @@ bool IsHeldByOthers(DWORD error) {
 // Calls until it succeeds, fails for another reason than somebody else's hold, or time is up.
 // The last error is that of the last call.
 template <typename Call>
-bool RetryWhileHeld(int attempts, Call call) {
+bool RetryWhileHeld(int attempts, const Pause& pause, Call call) {
   for (int attempt = 1; !call(); ++attempt) {
     if (attempt >= attempts || !IsHeldByOthers(GetLastError())) return false;
-    Sleep(kRetryMilliseconds);
+    pause(kRetryMilliseconds);
   }
   return true;
 }
@@ -49,8 +50,12 @@ DWORD Limited(size_t size) {
 
 }  // namespace
 
+void SleepFor(unsigned milliseconds) { Sleep(milliseconds); }
+
+Win32FileOperations::Win32FileOperations(Pause pause) : pause_(std::move(pause)) {}
+
 OpenOutcome Win32FileOperations::OpenForReading(const std::wstring& path) {
-  const bool opened = RetryWhileHeld(kAttempts, [&] {
+  const bool opened = RetryWhileHeld(kAttempts, pause_, [&] {
     reading_ = OpenFile(path, GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING);
     return static_cast<bool>(reading_);
   });
@@ -96,7 +101,7 @@ bool Win32FileOperations::CloseWriting() {
 bool Win32FileOperations::MoveOver(const std::wstring& from, const std::wstring& to) {
   // Who held the file through one whole wait is not waited for again: many tasks may be due at
   // once.
-  const bool moved = RetryWhileHeld(wasHeld_ ? 1 : kAttempts, [&] {
+  const bool moved = RetryWhileHeld(wasHeld_ ? 1 : kAttempts, pause_, [&] {
     return MoveFileExW(from.c_str(), to.c_str(),
                        MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
   });
@@ -138,7 +143,7 @@ DecodedText DecodeAnsi(std::string_view bytes) {
   auto utf8 = Decode(CP_UTF8, MB_ERR_INVALID_CHARS, bytes);
   if (isMarked && utf8) return {*std::move(utf8)};
   if (auto ansi = Decode(CP_ACP, MB_ERR_INVALID_CHARS, bytes)) {
-    return {*std::move(ansi), utf8.has_value()};
+    return {*std::move(ansi), isMarked || utf8.has_value()};
   }
   if (utf8) return {*std::move(utf8)};
   return {Decode(CP_ACP, 0, bytes).value_or(L""), true};

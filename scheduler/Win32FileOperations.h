@@ -1,14 +1,23 @@
 // FileOperations on the real file system.
 #pragma once
 
+#include <functional>
+
 #include "scheduler/FileOperations.h"
 #include "scheduler/TaskListText.h"
 #include "ui/Handle.h"
 
 namespace tellurvane {
 
+// Waits so many milliseconds before an operation is tried again.
+using Pause = std::function<void(unsigned milliseconds)>;
+void SleepFor(unsigned milliseconds);
+
 class Win32FileOperations : public FileOperations {
  public:
+  // Only tests name another pause than the platform's own.
+  explicit Win32FileOperations(Pause pause = SleepFor);
+
   OpenOutcome OpenForReading(const std::wstring& path) override;
   std::optional<std::uint64_t> SizeOfReading() override;
   std::optional<size_t> Read(char* buffer, size_t size) override;
@@ -26,12 +35,13 @@ class Win32FileOperations : public FileOperations {
  private:
   UniqueKernelHandle reading_;
   UniqueKernelHandle writing_;
+  Pause pause_;
   bool wasHeld_ = false;  // the last move was in vain
 };
 
 // Decodes bytes in the user's ANSI code page. Bytes that are none of its text but are UTF-8, as
-// today's editors write it, are read as that. A loss is told where they are neither, and where
-// they could be both.
+// today's editors write it, are read as that. A loss is told where they are neither, where they
+// could be both, and where they bear the mark of UTF-8 and are none.
 DecodedText DecodeAnsi(std::string_view bytes);
 
 }  // namespace tellurvane

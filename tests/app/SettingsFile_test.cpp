@@ -4,11 +4,14 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <string>
 
 #include "base/FatalError.h"
-#include "tests/app/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/Utf16.h"
+#include "ui/Handle.h"
 
 namespace tellurvane {
 namespace {
@@ -175,6 +178,32 @@ TEST_F(SettingsFileTest, AUtf16FileKeepsEveryCharacter) {
 TEST_F(SettingsFileTest, WritingIntoAMissingFolderIsFalseAndMakesNothing) {
   EXPECT_FALSE(SettingsFile(folder_.File(L"nowhere\\Setting.ini")).Write(L"SongLoop", 1));
   EXPECT_EQ(folder_.Count(), 0U);
+}
+
+TEST_F(SettingsFileTest, WritingIntoAFileThatAnotherHoldsIsFalseAndChangesNothing) {
+  Put(TextWith(L"", L""));
+  const std::string before = ReadBytes(path_);
+  UniqueKernelHandle held(CreateFileW(path_.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                      OPEN_EXISTING, 0, nullptr));
+  EXPECT_FALSE(file_.Write(L"FilesPath", L"D:\\"));
+  EXPECT_FALSE(file_.Write(L"SongLoop", 0));
+  EXPECT_EQ(ReadBytes(path_), before);
+  EXPECT_EQ(folder_.Count(), 1U);
+  held.Reset();
+  EXPECT_TRUE(file_.Write(L"FilesPath", L"E:\\"));
+  EXPECT_EQ(file_.ReadAll().FilesPath, L"E:\\");
+}
+
+// Windows refuses to write into a write-protected file; Wine, run by root, writes: the answer has
+// to fit the file.
+TEST_F(SettingsFileTest, AWriteProtectedFileIsTheOldOneOrTheNewOne) {
+  Put(TextWith(L"", L""));
+  const std::string before = ReadBytes(path_);
+  ASSERT_TRUE(SetFileAttributesW(path_.c_str(), FILE_ATTRIBUTE_READONLY));
+  const bool isWritten = file_.Write(L"FilesPath", L"D:\\");
+  EXPECT_EQ(ReadBytes(path_) != before, isWritten);
+  EXPECT_EQ(folder_.Count(), 1U);
+  ASSERT_TRUE(SetFileAttributesW(path_.c_str(), FILE_ATTRIBUTE_NORMAL));
 }
 
 }  // namespace

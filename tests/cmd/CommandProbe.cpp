@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "ui/Handle.h"
+
 namespace {
 
 std::string Utf8(std::wstring_view text) {
@@ -73,12 +75,22 @@ std::string Report(int argumentCount, wchar_t** arguments) {
     if (argument.starts_with(L"write=")) {
       report += "write=" + WriteOutput(std::wcstoul(arguments[i] + 6, nullptr, 10)) + "\n";
     } else if (argument.starts_with(L"wait=")) {
-      const HANDLE event = OpenEventW(SYNCHRONIZE, FALSE, arguments[i] + 5);
-      report +=
-          WaitForSingleObject(event, 20'000) == WAIT_OBJECT_0 ? "waited=yes\n" : "waited=no\n";
+      const tellurvane::UniqueKernelHandle event(OpenEventW(SYNCHRONIZE, FALSE, arguments[i] + 5));
+      const DWORD waited = WaitForSingleObject(event.Get(), 20'000);
+      report += waited == WAIT_OBJECT_0 ? "waited=yes\n" : "waited=no\n";
     }
   }
   return report;
+}
+
+bool WriteWhole(const std::wstring& path, const std::string& bytes) {
+  const HANDLE opened =
+      CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+  if (opened == INVALID_HANDLE_VALUE) return false;
+  const tellurvane::UniqueKernelHandle file(opened);
+  DWORD written = 0;
+  return WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) &&
+         written == bytes.size();
 }
 
 }  // namespace
@@ -88,11 +100,6 @@ int wmain(int argumentCount, wchar_t** arguments) {
   const std::string report = Report(argumentCount, arguments);
   const std::wstring path = arguments[1];
   const std::wstring unfinished = path + L".unfinished";
-  const HANDLE file =
-      CreateFileW(unfinished.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-  if (file == INVALID_HANDLE_VALUE) return 1;
-  DWORD written = 0;
-  WriteFile(file, report.data(), static_cast<DWORD>(report.size()), &written, nullptr);
-  CloseHandle(file);
+  if (!WriteWhole(unfinished, report)) return 1;
   return MoveFileW(unfinished.c_str(), path.c_str()) ? 0 : 1;
 }

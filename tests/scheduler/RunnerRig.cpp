@@ -1,5 +1,7 @@
 #include "tests/scheduler/RunnerRig.h"
 
+#include "tests/support/HostDates.h"
+
 namespace tellurvane {
 
 RunnerRig::RunnerRig()

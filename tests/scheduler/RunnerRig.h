@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "scheduler/TaskRunner.h"
-#include "tests/support/HostDates.h"
 #include "tests/support/Moments.h"
 
 namespace tellurvane {

@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <array>
 #include <atomic>
 #include <cstdint>
 #include <string>
@@ -13,12 +14,27 @@
 
 namespace tellurvane {
 
+// Where a save stands: what it does next.
+enum class SaveStep : std::uint32_t { kCreate, kWrite, kWriteRest, kFlush, kClose, kMove, kReturn };
+inline constexpr std::array<const char*, 7> kSaveStepNames = {
+    "create", "write", "write the rest", "flush", "close", "move", "return"};
+
+// A step of no save: it goes through all of them.
+inline constexpr SaveStep kNoStop = static_cast<SaveStep>(~0U);
+
 // Lives in memory that both share, so that it outlasts the one that is killed.
 struct SaveLoopShare {
   std::atomic<std::uint32_t> acknowledged = 0;  // the last generation whose save returned true
   std::atomic<std::uint32_t> failures = 0;      // saves that returned false
+  std::atomic<SaveStep> step = SaveStep::kCreate;
+  // Written before a loop gets its turn: the generation that it begins with, and the step of the
+  // second one at which it stops and waits to be killed.
+  std::atomic<std::uint32_t> first = 0;
+  std::atomic<SaveStep> stop = kNoStop;
+  std::atomic<bool> hasStopped = false;
 };
 static_assert(std::atomic<std::uint32_t>::is_always_lock_free);
+static_assert(std::atomic<SaveStep>::is_always_lock_free);
 
 // Some 20 KB that are a function of the generation alone: any mixture of two generations shows.
 inline TaskList ListOfGeneration(std::uint32_t generation) {

@@ -1,28 +1,36 @@
 // The list survives a program that is killed at any moment, and a reader never sees half of it.
+//   save_loop_tests [KILLS]
 #include "tests/scheduler/SaveLoop.h"
 
 #include <windows.h>
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <cstdio>
+#include <cstdlib>
+#include <cwchar>
+#include <deque>
 #include <filesystem>
 #include <map>
-#include <memory>
-#include <mutex>
 #include <new>
 #include <optional>
 #include <random>
+#include <stop_token>
 #include <string>
 #include <thread>
+#include <utility>
 
-#include "tests/app/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 #include "ui/Handle.h"
 
 namespace tellurvane {
 namespace {
 
-constexpr int kKills = 1'000;
-constexpr double kLongestLifeMilliseconds = 6;  // some ten saves after the first
+// So many kills at random moments, when no other number is asked for.
+int randomKills = 200;
+constexpr double kLongestLifeMilliseconds = 3;  // some six saves after the first
+constexpr size_t kWaiting = 3;                  // loops that have started and wait for their turn
 
 std::wstring BesideTheTests(const wchar_t* name) {
   wchar_t path[MAX_PATH] = {};
@@ -43,7 +51,7 @@ class Share {
   ~Share() { UnmapViewOfFile(view_); }
 
   const std::wstring& Name() const { return name_; }
-  const SaveLoopShare* operator->() const { return view_; }
+  SaveLoopShare* operator->() const { return view_; }
 
  private:
   std::wstring name_ = L"save-loop-" + std::to_wstring(GetCurrentProcessId());
@@ -54,6 +62,8 @@ class Share {
 struct Sight {
   enum Kind { kWhole, kTorn, kMissing, kRefused } kind = kMissing;
   std::uint32_t generation = 0;
+
+  bool operator==(const Sight&) const = default;
 };
 
 // The generation that the first line names; nothing when the bytes are not that whole list.
@@ -71,17 +81,19 @@ std::optional<std::uint32_t> WholeGeneration(const std::string& bytes) {
 
 // One look at the file, as short as it can be: while it is open it cannot be replaced.
 Sight Look(const std::wstring& path) {
-  const HANDLE file = CreateFileW(path.c_str(), GENERIC_READ,
-                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                  OPEN_EXISTING, 0, nullptr);
-  if (file == INVALID_HANDLE_VALUE) {
+  UniqueKernelHandle file;
+  const HANDLE opened = CreateFileW(path.c_str(), GENERIC_READ,
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                    OPEN_EXISTING, 0, nullptr);
+  if (opened == INVALID_HANDLE_VALUE) {
     return {.kind = GetLastError() == ERROR_FILE_NOT_FOUND ? Sight::kMissing : Sight::kRefused};
   }
-  std::string bytes(64 * 1024, '\0');
+  file.Reset(opened);
+  std::string bytes(65'536, '\0');
   DWORD size = 0;
   const BOOL isRead =
-      ReadFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &size, nullptr);
-  CloseHandle(file);
+      ReadFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &size, nullptr);
+  file.Reset();
   if (!isRead) return {.kind = Sight::kRefused};
   bytes.resize(size);
   const auto generation = WholeGeneration(bytes);
@@ -95,11 +107,14 @@ class Reader {
   explicit Reader(std::wstring path)
       : path_(std::move(path)), thread_([this](const std::stop_token& stop) { Run(stop); }) {}
 
+  int Looks() const { return looks_; }
+
   void Stop() {
     thread_.request_stop();
     thread_.join();
   }
 
+  // To be read once it has stopped.
   std::map<Sight::Kind, int> seen;
   int backward = 0;  // an older list after a newer one
 
@@ -108,9 +123,10 @@ class Reader {
     std::uint32_t newest = 0;
     while (!stop.stop_requested()) {
       // Leaves the file alone for most of the time, or the loop would seldom get to replace it.
-      Sleep(1);
+      Sleep(3);
       const Sight sight = Look(path_);
       ++seen[sight.kind];
+      ++looks_;
       if (sight.kind != Sight::kWhole) continue;
       if (sight.generation < newest) ++backward;
       newest = sight.generation;
@@ -118,14 +134,19 @@ class Reader {
   }
 
   std::wstring path_;
+  std::atomic<int> looks_ = 0;
   std::jthread thread_;
 };
 
+// A process that saves in a loop once it gets its turn.
 class SaveLoop {
  public:
-  SaveLoop(const std::wstring& path, const Share& share, std::uint32_t firstGeneration) {
+  SaveLoop(const std::wstring& path, const Share& share) {
+    static int made = 0;
+    const std::wstring turn = share.Name() + L"-turn-" + std::to_wstring(++made);
+    turn_.Reset(CreateEventW(nullptr, TRUE, FALSE, turn.c_str()));
     std::wstring command = L"\"" + BesideTheTests(L"SaveLoop.exe") + L"\" \"" + path + L"\" " +
-                           share.Name() + L" " + std::to_wstring(firstGeneration);
+                           share.Name() + L" " + turn;
     STARTUPINFOW startup = {};
     startup.cb = sizeof(startup);
     PROCESS_INFORMATION created = {};
@@ -135,18 +156,29 @@ class SaveLoop {
     thread_.Reset(created.hThread);
     process_.Reset(created.hProcess);
   }
+  SaveLoop(SaveLoop&&) = default;
+  SaveLoop& operator=(SaveLoop&&) = delete;
+  SaveLoop(const SaveLoop&) = delete;
+  SaveLoop& operator=(const SaveLoop&) = delete;
+  ~SaveLoop() {
+    if (process_) Kill();
+  }
+
+  void Begin() { EXPECT_TRUE(SetEvent(turn_.Get())); }
 
   // Waits until it is gone with all that it held.
   void Kill() {
-    EXPECT_TRUE(TerminateProcess(process_.Get(), kKilled));
-    EXPECT_EQ(WaitForSingleObject(process_.Get(), 20'000), WAIT_OBJECT_0);
+    const UniqueKernelHandle process = std::move(process_);
+    EXPECT_TRUE(TerminateProcess(process.Get(), kKilled));
+    EXPECT_EQ(WaitForSingleObject(process.Get(), 20'000), WAIT_OBJECT_0);
     DWORD code = 0;
-    EXPECT_TRUE(GetExitCodeProcess(process_.Get(), &code));
+    EXPECT_TRUE(GetExitCodeProcess(process.Get(), &code));
     EXPECT_EQ(code, kKilled) << "it ended by itself";
   }
 
  private:
   static constexpr DWORD kKilled = 77;
+  UniqueKernelHandle turn_;
   UniqueKernelHandle process_;
   UniqueKernelHandle thread_;
 };
@@ -162,50 +194,111 @@ void SpinFor(double milliseconds) {
            milliseconds * static_cast<double>(frequency.QuadPart));
 }
 
-TEST(SaveLoopTest, AThousandKillsLoseNothing) {
-  const TemporaryFolder folder;
-  const std::wstring path = folder.File(L"JobList.dbs");
-  const Share share;
-  Win32FileOperations files;
-  ASSERT_TRUE(RealTaskListFile(files, path).Save(ListOfGeneration(0)));
-  ASSERT_GT(ReadBytes(path).size(), 15'000U);
+class SaveLoopTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    Win32FileOperations files;
+    ASSERT_TRUE(RealTaskListFile(files, path_).Save(ListOfGeneration(0)));
+    ASSERT_GT(ReadBytes(path_).size(), 15'000U);
+  }
 
-  Reader reader(path);
+  // Starts processes ahead: a start takes much longer than the life that follows it.
+  SaveLoop NextLoop() {
+    while (waiting_.size() < kWaiting) waiting_.emplace_back(path_, share_);
+    SaveLoop loop = std::move(waiting_.front());
+    waiting_.pop_front();
+    return loop;
+  }
+
+  // Lets a loop begin behind the generation that was saved last. Its first save goes over what the
+  // last kill left behind.
+  void Begin(SaveLoop& loop, SaveStep stop) {
+    share_->first = saved_ + 1;
+    share_->stop = stop;
+    share_->hasStopped = false;
+    loop.Begin();
+  }
+
+  bool HasLeftover() const { return std::filesystem::exists(path_ + L".tmp"); }
+
+  TemporaryFolder folder_;
+  const std::wstring path_ = folder_.File(L"JobList.dbs");
+  Share share_;
+  std::uint32_t saved_ = 0;
+
+ private:
+  std::deque<SaveLoop> waiting_;
+};
+
+TEST_F(SaveLoopTest, AKillBeforeAnyStepLeavesTheOldListOrTheNewOne) {
+  const struct {
+    SaveStep step;
+    bool isNew, hasLeftover;
+  } rows[] = {
+      {SaveStep::kCreate, false, false},   {SaveStep::kWrite, false, true},
+      {SaveStep::kWriteRest, false, true}, {SaveStep::kFlush, false, true},
+      {SaveStep::kClose, false, true},     {SaveStep::kMove, false, true},
+      {SaveStep::kReturn, true, false},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(kSaveStepNames[static_cast<size_t>(row.step)]);
+    SaveLoop loop = NextLoop();
+    Begin(loop, row.step);
+    ASSERT_TRUE(BecomesTrue([&] { return share_->hasStopped.load(); }));
+    loop.Kill();
+    const std::uint32_t old = saved_ + 1;
+    EXPECT_EQ(share_->acknowledged, old);
+    EXPECT_EQ(Look(path_), (Sight{Sight::kWhole, row.isNew ? old + 1 : old}));
+    EXPECT_EQ(HasLeftover(), row.hasLeftover);
+    saved_ = row.isNew ? old + 1 : old;
+  }
+  EXPECT_EQ(share_->failures, 0U);
+}
+
+TEST_F(SaveLoopTest, KillsAtRandomMomentsLoseNothing) {
+  Reader reader(path_);
   std::mt19937_64 random(std::random_device{}());
   std::uniform_real_distribution<double> life(0, kLongestLifeMilliseconds);
-  int lost = 0;
-  int unsound = 0;
-  int leftovers = 0;
-  std::uint32_t saved = 0;
-  for (int kill = 0; kill < kKills && !testing::Test::HasFailure(); ++kill) {
-    const std::uint32_t before = share->acknowledged;
-    SaveLoop loop(path, share, saved + 1);
-    // The first save of each life goes over what the last kill left behind.
-    ASSERT_TRUE(BecomesTrue([&] { return share->acknowledged != before; })) << "kill " << kill;
+  std::map<SaveStep, int> killedAt;
+  for (int kill = 0; kill < randomKills && !testing::Test::HasFailure(); ++kill) {
+    SCOPED_TRACE(kill);
+    SaveLoop loop = NextLoop();
+    Begin(loop, kNoStop);
+    ASSERT_TRUE(BecomesTrue([&] { return share_->acknowledged > saved_; }));
+    // At least one look for each life, while it saves.
+    const int looks = reader.Looks();
+    ASSERT_TRUE(BecomesTrue([&] { return reader.Looks() > looks; }));
     SpinFor(life(random));
     loop.Kill();
-    const Sight sight = Look(path);
-    if (sight.kind != Sight::kWhole) ++unsound;
-    if (sight.generation < share->acknowledged) ++lost;
-    if (std::filesystem::exists(path + L".tmp")) ++leftovers;
-    saved = std::max(sight.generation, saved);
+    ++killedAt[share_->step];
+    const Sight sight = Look(path_);
+    EXPECT_EQ(sight.kind, Sight::kWhole);
+    EXPECT_GE(sight.generation, share_->acknowledged) << "a save that returned is lost";
+    saved_ = sight.generation;
   }
   reader.Stop();
 
-  EXPECT_EQ(lost, 0);
-  EXPECT_EQ(unsound, 0);
-  EXPECT_EQ(share->failures, 0U);
+  EXPECT_EQ(share_->failures, 0U);
   EXPECT_EQ(reader.seen[Sight::kTorn], 0);
   EXPECT_EQ(reader.seen[Sight::kMissing], 0);
   EXPECT_EQ(reader.seen[Sight::kRefused], 0);
   EXPECT_EQ(reader.backward, 0);
-  // Otherwise the kills would not have come in the middle of saves, nor the looks between them.
-  EXPECT_GT(leftovers, 0);
-  EXPECT_GT(reader.seen[Sight::kWhole], kKills);
-  RecordProperty("leftovers", leftovers);
-  std::printf("%d kills, %u saves, %d whole reads, %d leftover temporary files\n", kKills, saved,
-              reader.seen[Sight::kWhole], leftovers);
+  EXPECT_GE(reader.seen[Sight::kWhole], randomKills);
+  std::printf("%d kills, %u saves, %d whole reads\n", randomKills, saved_,
+              reader.seen[Sight::kWhole]);
+  for (const auto& [step, count] : killedAt) {
+    std::printf("%5d where the next step was: %s\n", count,
+                kSaveStepNames[static_cast<size_t>(step)]);
+  }
 }
 
 }  // namespace
 }  // namespace tellurvane
+
+int main(int argumentCount, char** arguments) {
+  testing::InitGoogleTest(&argumentCount, arguments);
+  if (argumentCount > 1) {
+    tellurvane::randomKills = static_cast<int>(std::strtol(arguments[1], nullptr, 10));
+  }
+  return RUN_ALL_TESTS();
+}

@@ -3,6 +3,7 @@
 
 #include "scheduler/TaskListFile.h"
 #include "tests/scheduler/TaskListRig.h"
+#include "tests/support/Utf16.h"
 
 namespace tellurvane {
 namespace {
@@ -12,11 +13,11 @@ std::wstring LongLine(const std::wstring& name) {
 }
 
 const std::string& Sound() {
-  static const std::string bytes = Utf16(LongLine(L"old") + LongLine(L"old too"));
+  static const std::string bytes = Utf16Bytes(LongLine(L"old") + LongLine(L"old too"));
   return bytes;
 }
 const std::string& Lossy() {
-  static const std::string bytes = Utf16(LongLine(L"old") + L"malformed\r\n");
+  static const std::string bytes = Utf16Bytes(LongLine(L"old") + L"malformed\r\n");
   return bytes;
 }
 
@@ -40,8 +41,8 @@ bool Save(TaskListFile& file, TaskList& tasks) {
 
 std::vector<Deed> Deeds() {
   return {{"load", Sound(), Sound(), Load},
-          {"lossy load", Lossy(), Utf16(LongLine(L"old")), Load},
-          {"save", Sound(), Utf16(Line(L"new")), Save}};
+          {"lossy load", Lossy(), Utf16Bytes(LongLine(L"old")), Load},
+          {"save", Sound(), Utf16Bytes(Line(L"new")), Save}};
 }
 
 std::vector<Faults> AllFaults(int operations) {

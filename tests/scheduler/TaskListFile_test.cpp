@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/scheduler/TaskListRig.h"
+#include "tests/support/Utf16.h"
 
 namespace tellurvane {
 namespace {
@@ -33,7 +34,7 @@ TEST(TaskListFileTest, LoadsWhatItSaved) {
 }
 
 TEST(TaskListFileTest, LoadsNothingFromWhatIsNoList) {
-  const std::string one = Utf16(Line(L"a"));
+  const std::string one = Utf16Bytes(Line(L"a"));
   const struct {
     std::string bytes;
     bool isKept;
@@ -44,8 +45,8 @@ TEST(TaskListFileTest, LoadsNothingFromWhatIsNoList) {
       {"\xFF\xFE\x41", true},
       {one + "x", true},
       {one.substr(0, one.size() - 1), true},
-      {Utf16(L"not a task"), true},
-      {Utf16(L"\r\n" + Line(L"a")), true},
+      {Utf16Bytes(L"not a task"), true},
+      {Utf16Bytes(L"\r\n" + Line(L"a")), true},
   };
   for (const auto& row : rows) {
     TaskListRig rig(row.bytes);
@@ -95,7 +96,7 @@ TEST(TaskListFileTest, RewritesAnAnsiFileAsUtf16) {
   TaskList tasks;
   EXPECT_TRUE(rig.file.Load(tasks));
   EXPECT_EQ(tasks[0].Name, L"\u00E9t\u00E9");
-  EXPECT_EQ(rig.Bytes(), Utf16(L"0|30|1|3\t\u00E9t\u00E9\tsource\t2011/2/13\t2011/2/15\r\n"));
+  EXPECT_EQ(rig.Bytes(), Utf16Bytes(L"0|30|1|3\t\u00E9t\u00E9\tsource\t2011/2/13\t2011/2/15\r\n"));
   EXPECT_TRUE(rig.Backups().empty()) << "nothing was dropped";
 }
 
@@ -109,12 +110,13 @@ TEST(TaskListFileTest, KeepsBytesThatTheTextDoesNotSayInFull) {
 }
 
 TEST(TaskListFileTest, WritesBackWhatItHasReadInItsOwnWay) {
-  TaskListRig rig(Utf16(L"&H0|2.5|True|3\t  a \t b \t40588.5\t2011/2/14 上午 11:59:59\r\n\r\n"));
+  TaskListRig rig(
+      Utf16Bytes(L"&H0|2.5|True|3\t  a \t b \t40588.5\t2011/2/14 上午 11:59:59\r\n\r\n"));
   TaskList tasks;
   EXPECT_TRUE(rig.file.Load(tasks));
   EXPECT_EQ(tasks[0].Name, L"  a ");
   EXPECT_EQ(rig.Bytes(),
-            Utf16(L"0|2|1|3\ta\tb\t2011/2/14 下午 12:00:00\t2011/2/14 下午 12:01:59\r\n"));
+            Utf16Bytes(L"0|2|1|3\ta\tb\t2011/2/14 下午 12:00:00\t2011/2/14 下午 12:01:59\r\n"));
   EXPECT_TRUE(rig.Backups().empty());
 }
 
@@ -131,12 +133,12 @@ TEST(TaskListFileTest, KeepsABackupOfWhateverTheListDoesNotHold) {
       {L"0|30|1|3\ta\tb\t2011/2/13\t2011/2/15\tmore\r\n", true},
   };
   for (const auto& row : rows) {
-    TaskListRig rig(Utf16(row.text));
+    TaskListRig rig(Utf16Bytes(row.text));
     TaskList tasks;
     EXPECT_TRUE(rig.file.Load(tasks)) << row.text;
     EXPECT_EQ(tasks.size(), 1U) << row.text;
     EXPECT_EQ(rig.Backups(),
-              row.isKept ? std::vector{Utf16(row.text)} : std::vector<std::string>{});
+              row.isKept ? std::vector{Utf16Bytes(row.text)} : std::vector<std::string>{});
     // Once is enough.
     EXPECT_TRUE(rig.file.Load(tasks));
     EXPECT_TRUE(rig.file.Save(tasks));
@@ -145,7 +147,7 @@ TEST(TaskListFileTest, KeepsABackupOfWhateverTheListDoesNotHold) {
 }
 
 TEST(TaskListFileTest, NamesABackupByTheMomentAndNeverWritesOverOne) {
-  const std::string lossy = Utf16(Line(L"a") + L"malformed\r\n");
+  const std::string lossy = Utf16Bytes(Line(L"a") + L"malformed\r\n");
   TaskListRig rig(lossy);
   rig.now = At(2011, 2, 14, 23, 59, 59);
   rig.files.files[L"JobList.dbs.20110214-235959.bak"].bytes = "first";
@@ -157,7 +159,7 @@ TEST(TaskListFileTest, NamesABackupByTheMomentAndNeverWritesOverOne) {
 }
 
 TEST(TaskListFileTest, WritesNothingOverTheFileWhenNoNameForABackupIsFree) {
-  const std::string lossy = Utf16(Line(L"a") + L"malformed\r\n");
+  const std::string lossy = Utf16Bytes(Line(L"a") + L"malformed\r\n");
   TaskListRig rig(lossy);
   rig.now = At(2011, 2, 14, 12, 0, 0);
   for (int second = 0; second < 100; ++second) {
@@ -173,12 +175,12 @@ TEST(TaskListFileTest, WritesNothingOverTheFileWhenNoNameForABackupIsFree) {
   // An hour later there are names again.
   rig.now = At(2011, 2, 14, 13);
   EXPECT_TRUE(rig.file.Save(tasks));
-  EXPECT_EQ(rig.Bytes(), Utf16(Line(L"a")));
+  EXPECT_EQ(rig.Bytes(), Utf16Bytes(Line(L"a")));
   EXPECT_EQ(rig.files.files.at(L"JobList.dbs.20110214-130000.bak").bytes, lossy);
 }
 
 TEST(TaskListFileTest, KeepsAFileThatCannotBeOpenedBeforeItIsReplaced) {
-  const std::string bytes = Utf16(Line(L"a"));
+  const std::string bytes = Utf16Bytes(Line(L"a"));
   TaskListRig rig(bytes);
   rig.files.refused.insert(kListPath);
   TaskList tasks;
@@ -193,7 +195,7 @@ TEST(TaskListFileTest, KeepsAFileThatCannotBeOpenedBeforeItIsReplaced) {
 }
 
 TEST(TaskListFileTest, SavesWithoutABackupWhenTheFileHasGone) {
-  TaskListRig rig(Utf16(Line(L"a")));
+  TaskListRig rig(Utf16Bytes(Line(L"a")));
   rig.files.refused.insert(kListPath);
   TaskList tasks;
   EXPECT_FALSE(rig.file.Load(tasks));
@@ -204,28 +206,28 @@ TEST(TaskListFileTest, SavesWithoutABackupWhenTheFileHasGone) {
 }
 
 TEST(TaskListFileTest, MovesForwardWithoutARunByTheMomentOfTheLoad) {
-  TaskListRig rig(Utf16(L"1|2|1|3\ta\tb\t2011/2/13\t2011/2/14 上午 09:00:00\r\n"));
+  TaskListRig rig(Utf16Bytes(L"1|2|1|3\ta\tb\t2011/2/13\t2011/2/14 上午 09:00:00\r\n"));
   rig.now = At(2011, 2, 14, 14, 30);
   TaskList tasks;
   ASSERT_TRUE(rig.file.Load(tasks));
   EXPECT_EQ(tasks[0].NextRun, At(2011, 2, 14, 15));
   EXPECT_EQ(tasks[0].LastRun, At(2011, 2, 13));
-  EXPECT_EQ(rig.Bytes(), Utf16(L"1|2|1|3\ta\tb\t2011/2/13\t2011/2/14 下午 03:00:00\r\n"));
+  EXPECT_EQ(rig.Bytes(), Utf16Bytes(L"1|2|1|3\ta\tb\t2011/2/13\t2011/2/14 下午 03:00:00\r\n"));
 }
 
 TEST(TaskListFileTest, AsksForTheUsersFormatAtEachLoad) {
-  TaskListRig rig(Utf16(L"9|1|1|3\ta\tb\t2011/2/13\t10/2/11\r\n"));
+  TaskListRig rig(Utf16Bytes(L"9|1|1|3\ta\tb\t2011/2/13\t10/2/11\r\n"));
   TaskList tasks;
   ASSERT_TRUE(rig.file.Load(tasks));
   EXPECT_EQ(tasks[0].NextRun, At(2010, 2, 11));
   rig.locale = &EnUs();
-  rig.files.files[kListPath].bytes = Utf16(L"9|1|1|3\ta\tb\t2011/2/13\t10/2/11\r\n");
+  rig.files.files[kListPath].bytes = Utf16Bytes(L"9|1|1|3\ta\tb\t2011/2/13\t10/2/11\r\n");
   ASSERT_TRUE(rig.file.Load(tasks));
   EXPECT_EQ(tasks[0].NextRun, At(2011, 10, 2));
 }
 
 TEST(TaskListFileTest, TakesTheseOperationsInThisOrder) {
-  TaskListRig rig(Utf16(Line(L"a") + L"malformed\r\n"));
+  TaskListRig rig(Utf16Bytes(Line(L"a") + L"malformed\r\n"));
   TaskList tasks;
   rig.files.SetFaults({});
   ASSERT_TRUE(rig.file.Load(tasks));

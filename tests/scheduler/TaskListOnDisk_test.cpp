@@ -3,12 +3,14 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 
 #include "base/LocaleDates.h"
 #include "scheduler/TaskListFile.h"
 #include "scheduler/Win32FileOperations.h"
-#include "tests/app/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/Utf16.h"
 #include "ui/Handle.h"
 
 namespace tellurvane {
@@ -100,6 +102,25 @@ TEST_F(TaskListOnDiskTest, AnAnsiFileIsReadAndRewrittenAsUtf16) {
   EXPECT_EQ(Backup(), "") << "nothing was lost";
 }
 
+TEST_F(TaskListOnDiskTest, AUtf8FileWithoutAMarkIsReadOrKept) {
+  // 音樂 in UTF-8, which the western code page takes for six letters.
+  const std::string bytes = "0|30|1|3\t\xE9\x9F\xB3\xE6\xA8\x82\ttext\t40587.5\t40588.75\r\n";
+  Put(bytes);
+  ASSERT_TRUE(file_.Load(tasks_));
+  const bool isBig5 = GetACP() == 950;
+  EXPECT_EQ(tasks_[0].Name == L"音樂", isBig5);
+  EXPECT_EQ(Backup(), isBig5 ? "" : bytes);
+}
+
+TEST_F(TaskListOnDiskTest, AUtf8FileWithAMarkIsReadUnderAnyCodePage) {
+  Put("\xEF\xBB\xBF"
+      "0|30|1|3\t\xE9\x9F\xB3\xE6\xA8\x82\ttext\t40587.5\t40588.75\r\n");
+  ASSERT_TRUE(file_.Load(tasks_));
+  EXPECT_EQ(tasks_[0].Name, L"音樂");
+  EXPECT_EQ(Bytes().substr(0, 2), kEmptyList);
+  EXPECT_EQ(Backup(), "");
+}
+
 TEST_F(TaskListOnDiskTest, TheSizeLimitIsTheFirstSizeThatIsNotRead) {
   for (const size_t missing : {0U, 1U}) {
     // ANSI, so that every size is possible; the padding is blanks, which the rewrite drops.
@@ -171,9 +192,9 @@ TEST_F(TaskListOnDiskTest, AMissingFolderIsNoError) {
 TEST_F(TaskListOnDiskTest, ATargetThatStaysHeldKeepsTheOldListAndLeavesNothingBeside) {
   const std::string bytes = Utf16Bytes(Line(L"a"));
   Put(bytes);
-  const HANDLE held = CreateFileW(path_.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                  nullptr, OPEN_EXISTING, 0, nullptr);
-  const UniqueKernelHandle owner(held);
+  const UniqueKernelHandle held(CreateFileW(path_.c_str(), GENERIC_READ,
+                                            FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                            OPEN_EXISTING, 0, nullptr));
   EXPECT_FALSE(file_.Save(TaskList{Reminder(L"b")}));
   EXPECT_EQ(Bytes(), bytes);
   EXPECT_EQ(folder_.Count(), 1U);

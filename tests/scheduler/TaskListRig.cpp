@@ -2,15 +2,6 @@
 
 namespace tellurvane {
 
-std::string Utf16(std::wstring_view text) {
-  std::string bytes = kMarkAlone;
-  for (const wchar_t unit : text) {
-    bytes += static_cast<char>(unit & 0xFF);
-    bytes += static_cast<char>((unit >> 8) & 0xFF);
-  }
-  return bytes;
-}
-
 std::wstring Line(const std::wstring& name) {
   return L"0|30|1|3\t" + name + L"\tsource\t2011/2/13 下午 03:20:05\t2011/2/15\r\n";
 }

@@ -15,9 +15,6 @@ inline const std::wstring kListPath = L"JobList.dbs";
 inline const std::wstring kTemporaryPath = L"JobList.dbs.tmp";
 inline const std::string kMarkAlone = "\xFF\xFE";
 
-// The bytes of a file: the mark, then the text.
-std::string Utf16(std::wstring_view text);
-
 // A line that is written as it is read, for a task named so.
 std::wstring Line(const std::wstring& name);
 

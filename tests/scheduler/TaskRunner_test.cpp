@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/scheduler/RunnerRig.h"
+#include "tests/scheduler/TaskListRig.h"
 
 namespace tellurvane {
 namespace {
@@ -81,6 +82,32 @@ TEST(TaskRunnerTickTest, ATaskThatFallsDueWhileAnotherRunsIsRunToo) {
   rig.on["command"] = [&] { rig.now = At(2011, 2, 14, 12, 0, 20); };
   rig.runner.Tick();
   EXPECT_EQ(rig.tasks[1].LastRun, At(2011, 2, 14, 12, 0, 20));
+}
+
+// While the editor is open the timer is off; whatever it did, the list is loaded anew when it
+// closes.
+TEST(TaskRunnerTickTest, ATaskThatFallsDueWhileTheTimerIsOffIsMovedByTheReloadAndNotRun) {
+  for (const bool isReloaded : {true, false}) {
+    RunnerRig rig;
+    rig.Add(kApplication, L"tool", At(2011, 2, 14, 12, 0, 20));
+    TaskListRig list;
+    ASSERT_TRUE(list.file.Save(rig.tasks));
+
+    rig.runner.SetTaskTimer(false);
+    rig.now = list.now = At(2011, 2, 14, 12, 5);
+    if (isReloaded) {
+      ASSERT_TRUE(list.file.Load(rig.tasks));
+    }
+    rig.runner.SetTaskTimer(true);
+    rig.calls.clear();
+    rig.runner.Tick();
+
+    const Calls noRun = kTickBegins + kIdleEnd;
+    const Calls run = kTickBegins + CommandRun("0", "tool") + kEndAfterRuns;
+    EXPECT_EQ(rig.calls, isReloaded ? noRun : run);
+    EXPECT_EQ(rig.tasks[0].LastRun, isReloaded ? 0 : rig.now);
+    EXPECT_EQ(rig.tasks[0].NextRun, At(2011, 2, 14, 12, 30, 20));
+  }
 }
 
 TEST(TaskRunnerTickTest, ADisabledDueTaskIsMovedAndNotRun) {

@@ -4,20 +4,17 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <memory>
 #include <string>
-#include <thread>
+#include <utility>
 
-#include "base/LocaleDates.h"
-#include "scheduler/TaskListFile.h"
-#include "tests/app/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 #include "ui/Handle.h"
 
 namespace tellurvane {
 namespace {
 
 constexpr DWORD kShareNothing = 0;
+constexpr int kForEver = -1;  // never released
 constexpr DWORD kShareAllButDelete = FILE_SHARE_READ | FILE_SHARE_WRITE;
 
 // Holds a file open as another program would.
@@ -28,34 +25,31 @@ UniqueKernelHandle Hold(const std::wstring& path, DWORD sharing) {
   return UniqueKernelHandle(file == INVALID_HANDLE_VALUE ? nullptr : file);
 }
 
-// Holds a file open for a moment that is longer than one attempt and shorter than all of them.
-class HeldForAMoment {
- public:
-  HeldForAMoment(const std::wstring& path, DWORD sharing)
-      : held_(Hold(path, sharing)), thread_([this] {
-          Sleep(120);
-          isReleased_ = true;
-          held_.Reset();
-        }) {}
-
-  bool IsReleased() const { return isReleased_; }
-
- private:
-  UniqueKernelHandle held_;
-  std::atomic<bool> isReleased_ = false;
-  std::jthread thread_;
-};
-
 class Win32FileOperationsTest : public testing::Test {
  protected:
   std::wstring Put(const wchar_t* name, std::string_view bytes) const {
-    const std::wstring path = folder_.File(name);
+    std::wstring path = folder_.File(name);
     WriteBytes(path, bytes);
     return path;
   }
 
+  // Holds the file until an operation has been refused so many times and waits to be tried again.
+  void HoldThroughRefusals(int refusals, const std::wstring& path, DWORD sharing) {
+    held_ = Hold(path, sharing);
+    refusalsUntilRelease_ = refusals;
+    pauses_ = 0;
+    pausedMilliseconds_ = 0;
+  }
+
   TemporaryFolder folder_;
-  Win32FileOperations files_;
+  UniqueKernelHandle held_;
+  int refusalsUntilRelease_ = kForEver;
+  int pauses_ = 0;
+  unsigned pausedMilliseconds_ = 0;
+  Win32FileOperations files_{[this](unsigned milliseconds) {
+    pausedMilliseconds_ += milliseconds;
+    if (++pauses_ == refusalsUntilRelease_) held_.Reset();
+  }};
 };
 
 TEST_F(Win32FileOperationsTest, MovesOverAnExistingFile) {
@@ -81,39 +75,52 @@ TEST_F(Win32FileOperationsTest, MovingWhatIsNotThereLeavesTheTarget) {
 TEST_F(Win32FileOperationsTest, MovingWaitsForATargetThatIsHeldForAMoment) {
   const std::wstring from = Put(L"from", "new");
   const std::wstring to = Put(L"to", "old");
-  const HeldForAMoment held(to, kShareAllButDelete);
+  HoldThroughRefusals(5, to, kShareAllButDelete);
   EXPECT_TRUE(files_.MoveOver(from, to));
-  EXPECT_TRUE(held.IsReleased()) << "the hold did not hinder anything";
+  EXPECT_EQ(pauses_, 5) << "one for each refusal";
   EXPECT_EQ(ReadBytes(to), "new");
 }
 
 TEST_F(Win32FileOperationsTest, MovingGivesUpOnATargetThatStaysHeld) {
   const std::wstring from = Put(L"from", "new");
   const std::wstring to = Put(L"to", "old");
-  const UniqueKernelHandle held = Hold(to, kShareAllButDelete);
+  HoldThroughRefusals(kForEver, to, kShareAllButDelete);
   EXPECT_FALSE(files_.MoveOver(from, to));
   EXPECT_EQ(ReadBytes(to), "old");
   EXPECT_EQ(ReadBytes(from), "new");
+  EXPECT_GE(pausedMilliseconds_, 400U) << "about half a second";
+  EXPECT_LE(pausedMilliseconds_, 600U);
 }
 
 TEST_F(Win32FileOperationsTest, WhoHeldTheTargetThroughOneWaitIsNotWaitedForAgain) {
   const std::wstring from = Put(L"from", "new");
   const std::wstring to = Put(L"to", "old");
-  UniqueKernelHandle held = Hold(to, kShareAllButDelete);
-  const auto millisecondsOfAMove = [&](bool expected) {
-    const ULONGLONG start = GetTickCount64();
-    EXPECT_EQ(files_.MoveOver(from, to), expected);
-    return GetTickCount64() - start;
-  };
-  const ULONGLONG first = millisecondsOfAMove(false);
-  EXPECT_LT(millisecondsOfAMove(false), first / 2);
-  held.Reset();
-  millisecondsOfAMove(true);
+  HoldThroughRefusals(kForEver, to, kShareAllButDelete);
+  EXPECT_FALSE(files_.MoveOver(from, to));
+  const int pausesOfTheFirst = std::exchange(pauses_, 0);
+  EXPECT_GT(pausesOfTheFirst, 1);
+  EXPECT_FALSE(files_.MoveOver(from, to));
+  EXPECT_EQ(pauses_, 0);
+  held_.Reset();
+  EXPECT_TRUE(files_.MoveOver(from, to));
   // Once a move has succeeded, the next one is waited for again.
   WriteBytes(from, "newer");
-  const HeldForAMoment heldAgain(to, kShareAllButDelete);
-  millisecondsOfAMove(true);
+  HoldThroughRefusals(pausesOfTheFirst, to, kShareAllButDelete);
+  EXPECT_TRUE(files_.MoveOver(from, to));
   EXPECT_EQ(ReadBytes(to), "newer");
+}
+
+TEST_F(Win32FileOperationsTest, NobodyIsWaitedForWhoHoldsNothing) {
+  EXPECT_FALSE(files_.MoveOver(folder_.File(L"none"), folder_.File(L"to")));
+  EXPECT_EQ(files_.OpenForReading(folder_.File(L"none")), OpenOutcome::kMissing);
+  EXPECT_EQ(pauses_, 0);
+}
+
+TEST(SleepForTest, LetsTheTimePass) {
+  const ULONGLONG start = GetTickCount64();
+  SleepFor(50);
+  // The clock that tells advances by up to 16 ms at a time.
+  EXPECT_GE(GetTickCount64() - start, 30U);
 }
 
 TEST_F(Win32FileOperationsTest, CopiesToANewName) {
@@ -167,9 +174,9 @@ TEST_F(Win32FileOperationsTest, TellsMissingFromRefused) {
 
 TEST_F(Win32FileOperationsTest, OpeningWaitsForAFileThatIsHeldForAMoment) {
   const std::wstring path = Put(L"file", "bytes");
-  const HeldForAMoment held(path, kShareNothing);
+  HoldThroughRefusals(5, path, kShareNothing);
   EXPECT_EQ(files_.OpenForReading(path), OpenOutcome::kOpened);
-  EXPECT_TRUE(held.IsReleased()) << "the hold did not hinder anything";
+  EXPECT_EQ(pauses_, 5) << "one for each refusal";
   files_.CloseReading();
 }
 
@@ -202,7 +209,7 @@ TEST_F(Win32FileOperationsTest, SaysWhatCannotBeCreated) {
   EXPECT_FALSE(files_.CreateForWriting(folder_.Path()));
   EXPECT_FALSE(files_.CreateForWriting(folder_.File(L"none\\file")));
   const std::wstring path = Put(L"file", "bytes");
-  const UniqueKernelHandle held = Hold(path, kShareAllButDelete & ~FILE_SHARE_WRITE);
+  const UniqueKernelHandle held = Hold(path, FILE_SHARE_READ);
   EXPECT_FALSE(files_.CreateForWriting(path));
   EXPECT_EQ(ReadBytes(path), "bytes");
 }
@@ -218,32 +225,56 @@ TEST_F(Win32FileOperationsTest, WithoutAnOpenFileEverythingFailsHarmlessly) {
   files_.Remove(folder_.File(L"none"));
 }
 
-TEST(DecodeAnsiTest, ReadsTheUsersCodePageAndUtf8) {
-  const bool isBig5 = GetACP() == 950;
+bool IsBig5() { return GetACP() == 950; }
+
+TEST(DecodeAnsiTest, ReadsTheUsersCodePage) {
   const struct {
     std::string_view bytes;
-    DecodedText expected;
+    const wchar_t* big5;
+    const wchar_t* western;
   } rows[] = {
-      {"", std::wstring()},
-      {"plain", std::wstring(L"plain")},
-      // 音 in Big5, which the western code page takes for two letters.
-      {"\xAD\xB5", std::wstring(isBig5 ? L"音" : L"\x00AD\x00B5")},
-      // 音 in UTF-8, which is no Big5, but three letters of the western code page.
-      {"\xE9\x9F\xB3", {isBig5 ? L"音" : L"\x00E9\x0178\x00B3", !isBig5}},
-      {"\xEF\xBB\xBF\xE9\x9F\xB3", std::wstring(L"音")},
-      {"\xEF\xBB\xBFplain", std::wstring(L"plain")},
+      {"", L"", L""},
+      {"plain", L"plain", L"plain"},
+      {"\xAD\xB5\xBC\xD6", L"音樂", L"\x00AD\x00B5\x00BC\x00D6"},
+      // The second byte of each is one that ASCII uses as well.
+      {"\xB3\x5C\xA5\x5C\xBB\x5C", L"許功蓋", L"\x00B3\\\x00A5\\\x00BB\\"},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(DecodeAnsi(row.bytes), row.expected) << testing::PrintToString(row.bytes);
+    EXPECT_EQ(DecodeAnsi(row.bytes), DecodedText(IsBig5() ? row.big5 : row.western));
   }
 }
 
+TEST(DecodeAnsiTest, ReadsUtf8WhereItIsNoTextOfTheCodePage) {
+  // Every byte is a letter of the western code page: there the bytes could be both.
+  EXPECT_EQ(DecodeAnsi("\xE9\x9F\xB3"),
+            IsBig5() ? DecodedText(L"音") : DecodedText(L"\x00E9\x0178\x00B3", true));
+  // The first two bytes are Big5 too; the rest decides for all.
+  EXPECT_EQ(
+      DecodeAnsi("\xC3\xA9|\xE9\x9F\xB3"),
+      IsBig5() ? DecodedText(L"\x00E9|音") : DecodedText(L"\x00C3\x00A9|\x00E9\x0178\x00B3", true));
+}
+
+TEST(DecodeAnsiTest, TakesWhatCouldBeBothForTheCodePageAndTellsTheDoubt) {
+  EXPECT_EQ(DecodeAnsi("\xC3\xA9"), DecodedText(IsBig5() ? L"矇" : L"\x00C3\x00A9", true));
+  // 測試 in UTF-8.
+  EXPECT_EQ(DecodeAnsi("\xE6\xB8\xAC\xE8\xA9\xA6"),
+            DecodedText(IsBig5() ? L"皜祈岫" : L"\x00E6\x00B8\x00AC\x00E8\x00A9\x00A6", true));
+}
+
+TEST(DecodeAnsiTest, TheMarkLeavesNoDoubt) {
+  EXPECT_EQ(DecodeAnsi("\xEF\xBB\xBFplain"), DecodedText(L"plain"));
+  EXPECT_EQ(DecodeAnsi("\xEF\xBB\xBF\xC3\xA9"), DecodedText(L"\x00E9"));
+  EXPECT_EQ(DecodeAnsi("\xEF\xBB\xBF\xE9\x9F\xB3"), DecodedText(L"音"));
+}
+
+TEST(DecodeAnsiTest, TellsTheLossOfWhatIsMarkedAsUtf8AndIsNone) {
+  EXPECT_EQ(DecodeAnsi("\xEF\xBB\xBF\xAD\xB5"),
+            DecodedText(IsBig5() ? L"音" : L"\x00AD\x00B5", true));
+}
+
 TEST(DecodeAnsiTest, TellsTheLossOfBytesThatAreNoText) {
-  if (GetACP() == 950) {
-    EXPECT_TRUE(DecodeAnsi("a\xAD").hasLoss) << "half a character of Big5";
-  } else {
-    EXPECT_FALSE(DecodeAnsi("a\xAD").hasLoss) << "a letter like any other";
-  }
+  // Half a character of Big5; a letter like any other of the western code page.
+  EXPECT_EQ(DecodeAnsi("a\xAD").hasLoss, IsBig5());
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
 #include "tests/support/MemoryFiles.h"
 
-#include <algorithm>
-
 namespace tellurvane {
 
 void MemoryFiles::SetFaults(const Faults& faults) {

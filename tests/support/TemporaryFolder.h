@@ -53,16 +53,6 @@ inline std::string ReadBytes(const std::wstring& path) {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-// The bytes of a UTF-16 file, the mark included.
-inline std::string Utf16Bytes(std::wstring_view text) {
-  std::string bytes("\xFF\xFE", 2);
-  for (const wchar_t unit : text) {
-    bytes += static_cast<char>(unit & 0xFF);
-    bytes += static_cast<char>(unit >> 8);
-  }
-  return bytes;
-}
-
 // Asks again and again until it holds or the time is up.
 template <typename Condition>
 bool BecomesTrue(Condition condition, DWORD milliseconds = 20'000) {
