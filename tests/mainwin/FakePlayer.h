@@ -1,0 +1,44 @@
+// A media player that writes down every call and answers what it is told to.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "base/Number.h"
+#include "mainwin/MediaPlayer.h"
+
+namespace tellurvane {
+
+class FakePlayer final : public MediaPlayer {
+ public:
+  std::vector<std::wstring> calls;
+  std::function<void()> whileAwaiting;
+  int state = kUndefinedState;
+  std::wstring status;
+  double position = 0;
+  double duration = 0;
+  std::wstring positionText;
+  std::wstring durationText;
+
+  void Url(const std::wstring& url) override { calls.push_back(L"url " + url); }
+  void Play() override { calls.emplace_back(L"play"); }
+  void Stop() override { calls.emplace_back(L"stop"); }
+  void Close() override { calls.emplace_back(L"close"); }
+  void AwaitDuration() override {
+    calls.emplace_back(L"await");
+    if (whileAwaiting) whileAwaiting();
+  }
+  int PlayState() override { return state; }
+  std::wstring Status() override { return status; }
+  double Position() override { return position; }
+  void Position(double seconds) override {
+    calls.push_back(L"position " + std::to_wstring(seconds));
+  }
+  double Duration() override { return duration; }
+  std::wstring PositionText() override { return positionText; }
+  std::wstring DurationText() override { return durationText; }
+  void Volume(int volume) override { calls.push_back(L"volume " + std::to_wstring(volume)); }
+};
+
+}  // namespace tellurvane

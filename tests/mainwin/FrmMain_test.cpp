@@ -1,0 +1,326 @@
+#include "mainwin/FrmMain.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "base/LocaleDates.h"
+#include "scheduler/TaskListText.h"
+#include "tests/mainwin/FakePlayer.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/Utf16.h"
+#include "tests/ui/UiTestSupport.h"
+#include "ui/Twips.h"
+
+namespace tellurvane {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr const wchar_t* kSettings =
+    L"[Setting]\r\nSavedVolume=37\r\nTimeForm=0\r\nSongLoop=0\r\nStartPlay=0\r\n"
+    L"FilesPath=C:\\Music\\\r\nHinetUrl=mms://host/RA\r\n";
+
+enum Button { kNew = 1, kPlay, kStop, kOptions, kLeave };
+
+// All windows inside, of one class.
+std::vector<HWND> Inside(HWND window, const std::wstring& windowClass) {
+  struct Search {
+    std::wstring windowClass;
+    std::vector<HWND> found;
+  } search{windowClass, {}};
+  EnumChildWindows(
+      window,
+      [](HWND child, LPARAM parameter) {
+        auto& wanted = *reinterpret_cast<Search*>(parameter);
+        wchar_t name[64] = {};
+        GetClassNameW(child, name, static_cast<int>(std::size(name)));
+        if (wanted.windowClass == name) wanted.found.push_back(child);
+        return TRUE;
+      },
+      reinterpret_cast<LPARAM>(&search));
+  return search.found;
+}
+
+RECT InParent(HWND window) {
+  RECT rect = {};
+  GetWindowRect(window, &rect);
+  MapWindowPoints(nullptr, GetParent(window), reinterpret_cast<POINT*>(&rect), 2);
+  return rect;
+}
+
+class FrmMainTest : public testing::Test {
+ protected:
+  void SetUp() override { WriteBytes(folder.File(L"Setting.ini"), Utf16Bytes(kSettings)); }
+
+  // Puts tasks into the file; they run in an hour.
+  void Tasks(std::initializer_list<std::pair<MediaType, std::wstring>> tasks) const {
+    TaskList tasksOfFile;
+    for (const auto& [type, source] : tasks) {
+      TaskRecord task;
+      task.Name = L"task " + std::to_wstring(tasksOfFile.size());
+      task.Source = source;
+      task.MediaType = type;
+      task.Enabled = true;
+      task.IntervalUnit = kHours;
+      task.Interval = 1;
+      task.NextRun = SerialFromSeconds(SecondsFromSerial(Now()) + 3'600);
+      tasksOfFile.push_back(task);
+    }
+    WriteBytes(folder.File(L"JobList.dbs"), TaskListBytes(tasksOfFile, AppendLocaleDateText));
+  }
+
+  void Open() {
+    general = std::make_unique<ModGeneral>(folder.Path());
+    window = std::make_unique<FrmMain>(*general, player);
+    window->Create();
+    window->Open();
+    Pump();
+    toolbar = Inside(window->hwnd(), TOOLBARCLASSNAMEW).at(0);
+    list = Inside(window->hwnd(), WC_LISTVIEWW).at(0);
+  }
+
+  void TearDown() override {
+    window.reset();
+    MSG message = {};
+    while (PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) continue;
+  }
+
+  // The box that holds the list and the status strip.
+  HWND Area() const { return GetParent(GetParent(GetParent(list))); }
+  void Press(Button button) const {
+    SendMessageW(GetParent(toolbar), WM_COMMAND, static_cast<WPARAM>(button),
+                 reinterpret_cast<LPARAM>(toolbar));
+  }
+  bool IsOn(Button button) const {
+    return SendMessageW(toolbar, TB_ISBUTTONENABLED, static_cast<WPARAM>(button), 0) != 0;
+  }
+  void Select(int row) const {
+    LVITEMW item = {};
+    item.stateMask = item.state = LVIS_SELECTED | LVIS_FOCUSED;
+    SendMessageW(list, LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+  }
+  std::vector<std::wstring> Taken() { return std::exchange(player.calls, {}); }
+  std::wstring SettingsText() const {
+    const std::string bytes = ReadBytes(folder.File(L"Setting.ini"));
+    std::wstring text;
+    for (size_t at = 2; at + 1 < bytes.size(); at += 2) {
+      text += static_cast<wchar_t>(static_cast<unsigned char>(bytes[at]) |
+                                   static_cast<unsigned char>(bytes[at + 1]) << 8);
+    }
+    return text;
+  }
+
+  TemporaryFolder folder;
+  FakePlayer player;
+  std::unique_ptr<ModGeneral> general;
+  std::unique_ptr<FrmMain> window;
+  HWND toolbar = nullptr;
+  HWND list = nullptr;
+};
+
+TEST_F(FrmMainTest, OpensWithEverythingInItsPlace) {
+  Open();
+  EXPECT_EQ(WindowText(window->hwnd()), L"Tellurvane");
+  EXPECT_EQ(window->Width() / TwipsPerPixelX(), PixelsFromTwipsX(5'320));
+  EXPECT_EQ(window->Height() / TwipsPerPixelY(), PixelsFromTwipsY(5'000));
+  const int width = window->ScaleWidth();
+  const int height = window->ScaleHeight();
+
+  const RECT area = InParent(Area());
+  EXPECT_EQ(area.left, 0);
+  EXPECT_EQ(area.right, width);
+  EXPECT_EQ(area.bottom - area.top, height - 49);
+  EXPECT_EQ(area.bottom, height);
+  EXPECT_EQ(InParent(GetParent(toolbar)).left, 5);
+  EXPECT_LE(InParent(GetParent(toolbar)).bottom, 28);
+}
+
+TEST_F(FrmMainTest, PutsTheSlidersBesideEachOther) {
+  Open();
+  std::vector<RECT> sliders;
+  for (HWND child = GetWindow(window->hwnd(), GW_CHILD); child != nullptr;
+       child = GetWindow(child, GW_HWNDNEXT)) {
+    if (InParent(child).top == 28) sliders.push_back(InParent(child));
+  }
+  ASSERT_EQ(sliders.size(), 2U);
+  std::ranges::sort(sliders, {}, &RECT::left);
+  EXPECT_EQ(sliders[0].right - sliders[0].left, 70);
+  EXPECT_EQ(sliders[1].left, sliders[0].right + 8);
+  EXPECT_GT(sliders[1].right, window->ScaleWidth() - 20);
+  EXPECT_LE(sliders[1].bottom, 49);
+}
+
+TEST_F(FrmMainTest, CannotBeResized) {
+  Open();
+  SetWindowPos(window->hwnd(), nullptr, 0, 0, 700, 600, SWP_NOMOVE | SWP_NOZORDER);
+  EXPECT_TRUE(PumpUntil([&] {
+    return window->Width() / TwipsPerPixelX() == PixelsFromTwipsX(5'320) &&
+           window->Height() / TwipsPerPixelY() == PixelsFromTwipsY(5'000);
+  }));
+}
+
+TEST_F(FrmMainTest, HasFiveButtonsOfWhichStopCannotBePressed) {
+  Open();
+  EXPECT_EQ(SendMessageW(toolbar, TB_BUTTONCOUNT, 0, 0), 5);
+  for (const Button button : {kNew, kPlay, kOptions, kLeave}) EXPECT_TRUE(IsOn(button)) << button;
+  EXPECT_FALSE(IsOn(kStop));
+}
+
+TEST_F(FrmMainTest, GivesThePlayerTheSavedVolume) {
+  Open();
+  EXPECT_THAT(Taken(), ElementsAre(L"volume 37"));
+  EXPECT_NE(SettingsText().find(L"SavedVolume=37\r\n"), std::wstring::npos);
+}
+
+TEST_F(FrmMainTest, ShowsARowForEachTask) {
+  Tasks({{kReminderNote, L"a"}, {kReminderNote, L"b"}, {kReminderNote, L"c"}});
+  Open();
+  EXPECT_EQ(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0), 3);
+  const auto header = reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0));
+  std::wstring title(32, L'\0');
+  HDITEMW item = {};
+  item.mask = HDI_TEXT;
+  item.pszText = title.data();
+  item.cchTextMax = static_cast<int>(title.size());
+  SendMessageW(header, HDM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+  EXPECT_STREQ(title.c_str(), L"專案名稱");
+}
+
+TEST_F(FrmMainTest, RunsTheFirstRowLikeAnyOther) {
+  Tasks({{kInternetRadio, L"http://example.invalid/"}, {kReminderNote, L"b"}});
+  Open();
+  Taken();
+  Select(0);
+  Press(kPlay);
+  EXPECT_THAT(Taken(), ElementsAre(L"close", L"stop", L"url http://example.invalid/", L"play"));
+  EXPECT_TRUE(general->radioFlag);
+  EXPECT_NE(general->tasks[0].LastRun, 0);
+  EXPECT_FALSE(IsOn(kPlay));
+  EXPECT_TRUE(IsOn(kStop));
+
+  Press(kStop);
+  EXPECT_THAT(Taken(), ElementsAre(L"close", L"stop"));
+  EXPECT_TRUE(general->radioFlag) << "stopping leaves it";
+  EXPECT_TRUE(IsOn(kPlay));
+  EXPECT_FALSE(IsOn(kStop));
+}
+
+TEST_F(FrmMainTest, RunsNothingWithoutASelection) {
+  Tasks({{kInternetRadio, L"http://example.invalid/"}});
+  Open();
+  Taken();
+  Press(kPlay);
+  window->RunSelectedTask();
+  EXPECT_THAT(Taken(), IsEmpty());
+  EXPECT_EQ(general->tasks[0].LastRun, 0);
+}
+
+TEST_F(FrmMainTest, RunsNothingInAnEmptyList) {
+  Open();
+  Taken();
+  Press(kPlay);
+  EXPECT_THAT(Taken(), IsEmpty());
+}
+
+TEST_F(FrmMainTest, StartsATaskOnceThoughItIsAskedForAgainMeanwhile) {
+  Tasks({{kLocalMusic, folder.File(L"Setting.ini")}});
+  Open();
+  Taken();
+  Select(0);
+  player.whileAwaiting = [&] {
+    EXPECT_FALSE(IsWindowEnabled(Area())) << "out of the user's reach";
+    window->RunSelectedTask();
+    Press(kPlay);
+  };
+  window->RunSelectedTask();
+  EXPECT_EQ(std::ranges::count(Taken(), std::wstring(L"play")), 1);
+  EXPECT_TRUE(IsWindowEnabled(Area()));
+}
+
+TEST_F(FrmMainTest, DoesNotPlayAMissingFileAndRecordsTheRun) {
+  Tasks({{kLocalMusic, folder.File(L"missing.mp3")}});
+  Open();
+  Taken();
+  Select(0);
+  window->RunSelectedTask();
+  EXPECT_THAT(Taken(), testing::Not(Contains(L"play")));
+  EXPECT_NE(general->tasks[0].LastRun, 0);
+}
+
+TEST_F(FrmMainTest, GoesBehindItsTrayIconWhenItIsClosed) {
+  Open();
+  SendMessageW(window->hwnd(), WM_CLOSE, 0, 0);
+  EXPECT_TRUE(window->IsLoaded());
+  EXPECT_FALSE(window->Visible());
+  EXPECT_EQ(GetWindowLongPtrW(window->hwnd(), GWL_EXSTYLE) & WS_EX_APPWINDOW, 0);
+  window->FormMin();
+  EXPECT_TRUE(window->Visible());
+  EXPECT_FALSE(IsIconic(window->hwnd()));
+  EXPECT_NE(GetWindowLongPtrW(window->hwnd(), GWL_EXSTYLE) & WS_EX_APPWINDOW, 0);
+}
+
+TEST_F(FrmMainTest, LeavesInOrder) {
+  Tasks({{kReminderNote, L"a"}});
+  Open();
+  Taken();
+  std::vector<std::wstring> order;
+  window->SetReleaseProcess([&] {
+    order.emplace_back(L"release");
+    EXPECT_TRUE(IsWindow(window->hwnd()));
+    EXPECT_FALSE(IsWindow(list)) << "what the window is made of goes first";
+  });
+  DeleteFileW(folder.File(L"JobList.dbs").c_str());
+  general->settings.FilesPath = L"D:\\New\\";
+  Press(kLeave);
+  EXPECT_THAT(order, ElementsAre(L"release"));
+  EXPECT_FALSE(window->IsLoaded());
+  EXPECT_THAT(Taken(), ElementsAre(L"close", L"stop"));
+  EXPECT_GT(ReadBytes(folder.File(L"JobList.dbs")).size(), 2U);
+  EXPECT_NE(SettingsText().find(L"FilesPath=D:\\New\\\r\n"), std::wstring::npos);
+  MSG message = {};
+  EXPECT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+  EXPECT_EQ(message.wParam, 0U);
+}
+
+TEST_F(FrmMainTest, SavesWhenTheSessionEndsAndStaysOutOfTheWay) {
+  Tasks({{kReminderNote, L"a"}});
+  Open();
+  DeleteFileW(folder.File(L"JobList.dbs").c_str());
+  general->settings.FilesPath = L"D:\\New\\";
+  EXPECT_TRUE(SendMessageW(window->hwnd(), WM_QUERYENDSESSION, 0, 0));
+  SendMessageW(window->hwnd(), WM_ENDSESSION, FALSE, 0);
+  EXPECT_EQ(GetFileAttributesW(folder.File(L"JobList.dbs").c_str()), INVALID_FILE_ATTRIBUTES)
+      << "another program refused: the session goes on";
+  SendMessageW(window->hwnd(), WM_ENDSESSION, TRUE, 0);
+  EXPECT_GT(ReadBytes(folder.File(L"JobList.dbs")).size(), 2U);
+  EXPECT_NE(SettingsText().find(L"FilesPath=D:\\New\\\r\n"), std::wstring::npos);
+  EXPECT_TRUE(window->Visible());
+}
+
+TEST_F(FrmMainTest, LeavesNothingBehindWhenItIsHiddenAndShown) {
+  Open();
+  EXPECT_EQ(LeakedBy([&] {
+              window->FormMin();
+              window->FormMin();
+            }),
+            ResourceCounts());
+}
+
+TEST_F(FrmMainTest, LeavesNothingBehindWhenATaskRuns) {
+  Tasks({{kInternetRadio, L"http://example.invalid/"}});
+  Open();
+  Select(0);
+  EXPECT_EQ(LeakedBy([&] { window->RunSelectedTask(); }), ResourceCounts());
+}
+
+}  // namespace
+}  // namespace tellurvane

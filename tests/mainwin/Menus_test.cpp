@@ -1,0 +1,76 @@
+#include "mainwin/Menus.h"
+
+#include <gmock/gmock.h>
+
+namespace tellurvane {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr unsigned kChecked = 8;
+constexpr unsigned kSeparator = 2048;
+
+struct Options {
+  std::int32_t clock = 0;
+  std::int32_t songLoop = 0;
+  std::int32_t startPlay = 0;
+};
+
+Settings With(const Options& options) {
+  Settings settings;
+  settings.TimeForm = options.clock;
+  settings.SongLoop = options.songLoop;
+  settings.StartPlay = options.startPlay;
+  return settings;
+}
+
+TEST(OptionsMenu, NamesWhatChoosingWillDo) {
+  EXPECT_THAT(OptionsMenu({}), ElementsAre(MenuEntry{L"開啟連續播放音樂", 0, 1},
+                                           MenuEntry{L"開啟 Windows 啟動後自動執行", 0, 2},
+                                           MenuEntry{L"顯示小時鐘", 0, 3}));
+  EXPECT_THAT(OptionsMenu(With({.clock = 1, .songLoop = 1, .startPlay = 1})),
+              ElementsAre(MenuEntry{L"關閉連續播放音樂", kChecked, 1},
+                          MenuEntry{L"關閉 Windows 啟動後自動執行", kChecked, 2},
+                          MenuEntry{L"隱藏小時鐘", kChecked, 3}));
+}
+
+TEST(OptionsMenu, MarksEachOptionByItself) {
+  const auto flags = [](const Options& options) {
+    std::vector<unsigned> all;
+    for (const MenuEntry& entry : OptionsMenu(With(options))) all.push_back(entry.flags);
+    return all;
+  };
+  EXPECT_THAT(flags({.songLoop = 1}), ElementsAre(kChecked, 0U, 0U));
+  EXPECT_THAT(flags({.startPlay = 1}), ElementsAre(0U, kChecked, 0U));
+  EXPECT_THAT(flags({.clock = 1}), ElementsAre(0U, 0U, kChecked));
+  // On is exactly 1.
+  EXPECT_THAT(flags({.clock = 2, .songLoop = -1, .startPlay = 7}), ElementsAre(0U, 0U, 0U));
+}
+
+TEST(TrayMenu, FollowsTheClock) {
+  EXPECT_THAT(TrayMenu({}),
+              ElementsAre(MenuEntry{L"顯示主畫面", 0, 1}, MenuEntry{L"顯示小時鐘", 0, 2},
+                          MenuEntry{L"離開本軟體", 0, 3}));
+  EXPECT_THAT(TrayMenu(With({.clock = 1})),
+              ElementsAre(MenuEntry{L"顯示主畫面", 0, 1}, MenuEntry{L"隱藏小時鐘", kChecked, 2},
+                          MenuEntry{L"離開本軟體", 0, 3}));
+}
+
+TEST(TaskMenu, NamesTheTaskAndWhatChoosingWillDo) {
+  EXPECT_THAT(TaskMenu(L"休息", true),
+              ElementsAre(MenuEntry{L"執行「休息」排程任務", 0, 1},
+                          MenuEntry{L"編輯「休息」排程設定", 0, 2}, MenuEntry{L"", kSeparator, 0},
+                          MenuEntry{L"關閉「休息」排程任務", 0, 3}));
+  EXPECT_EQ(TaskMenu(L"休息", false).back(), (MenuEntry{L"啟動「休息」排程任務", 0, 3}));
+}
+
+TEST(TaskMenu, ShowsAnAmpersandAsOne) {
+  EXPECT_EQ(TaskMenu(L"R&B & 爵士", true).front().text, L"執行「R&&B && 爵士」排程任務");
+}
+
+TEST(NoTaskMenu, OffersANewTaskOnly) {
+  EXPECT_THAT(NoTaskMenu(), ElementsAre(MenuEntry{L"建立新的排程任務", 0, 1}));
+}
+
+}  // namespace
+}  // namespace tellurvane

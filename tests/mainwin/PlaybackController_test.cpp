@@ -1,0 +1,129 @@
+#include "mainwin/PlaybackController.h"
+
+#include <gmock/gmock.h>
+
+#include "tests/mainwin/FakePlayer.h"
+
+namespace tellurvane {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+// The controller between stand-ins. Every call of the player and of the window goes into one list.
+class PlaybackTest : public testing::Test, public PlaybackView {
+ protected:
+  void ShowPlayButtons(bool isPlaying) override {
+    Write(isPlaying ? L"buttons: stop" : L"buttons: play");
+  }
+  void EnablePosition(bool enable) override { Write(enable ? L"slider on" : L"slider off"); }
+  void PositionRange(double seconds) override { Write(L"range " + std::to_wstring(seconds)); }
+  void PositionValue(double seconds) override { Write(L"value " + std::to_wstring(seconds)); }
+  void EnableTimerVis(bool enable) override { Write(enable ? L"timer on" : L"timer off"); }
+
+  void Write(const std::wstring& call) { player.calls.push_back(call); }
+  std::vector<std::wstring> Taken() { return std::exchange(player.calls, {}); }
+
+  FakePlayer player;
+  bool radioFlag = false;
+  bool isSongLoop = false;
+  PlaybackController playback{
+      player,
+      *this,
+      radioFlag,
+      {.songLoop = [this] { return isSongLoop; },
+       .runSelectedTask = [this] { Write(L"run selected"); },
+       .writeSavedVolume =
+           [this](std::int32_t volume) { Write(L"write " + std::to_wstring(volume)); }}};
+};
+
+TEST_F(PlaybackTest, StopsInTheOrderThatTheUserSees) {
+  playback.StopPlayback();
+  EXPECT_THAT(Taken(), ElementsAre(L"close", L"stop", L"buttons: play", L"slider off",
+                                   L"value 0.000000", L"timer off"));
+}
+
+TEST_F(PlaybackTest, LeavesTheRadioFlagAsItIsWhenItStops) {
+  for (const bool isRadio : {true, false}) {
+    playback.SetRadioFlag(isRadio);
+    playback.StopPlayback();
+    EXPECT_EQ(radioFlag, isRadio);
+  }
+}
+
+TEST_F(PlaybackTest, HandsTheSourceOn) {
+  playback.SetUrl(L"http://example.invalid/");
+  playback.Play();
+  playback.ShowPlaying();
+  EXPECT_THAT(Taken(), ElementsAre(L"url http://example.invalid/", L"play", L"buttons: stop"));
+}
+
+TEST_F(PlaybackTest, WaitsForTheLengthBeforeItFollows) {
+  player.whileAwaiting = [this] { player.duration = 12.5; };
+  playback.FollowPosition();
+  EXPECT_THAT(Taken(), ElementsAre(L"await", L"range 12.500000", L"slider on", L"timer on"));
+}
+
+TEST_F(PlaybackTest, FollowsTheMedia) {
+  player.position = 3.25;
+  player.duration = 12.5;
+  playback.TimerVis_Tick();
+  EXPECT_THAT(Taken(), ElementsAre(L"range 12.500000", L"value 3.250000"));
+}
+
+TEST_F(PlaybackTest, FollowsNoStream) {
+  radioFlag = true;
+  player.position = player.duration = 5;
+  playback.TimerVis_Tick();
+  EXPECT_THAT(Taken(), IsEmpty());
+}
+
+TEST_F(PlaybackTest, TakesEqualWholeSecondsForTheEnd) {
+  const struct {
+    double position;
+    double duration;
+    bool isEnd;
+  } cases[] = {
+      {0, 0, true},                          // not opened yet
+      {9.6, 10.4, true},                     // 10 and 10: a fraction is left
+      {9.5, 10.5, true},                     // halves go to the even number: 10 and 10
+      {9.4, 10, false},                      // 9 and 10
+      {10.5, 11.4, false},                   // 10 and 11
+      {0, 0.5, true},                        // 0 and 0
+      {0, 0.6, false},     {12, 10, false},  // beyond the end is not at the end
+  };
+  for (const auto& [position, duration, isEnd] : cases) {
+    player.position = position;
+    player.duration = duration;
+    playback.TimerVis_Tick();
+    EXPECT_EQ(Taken().front() == L"close", isEnd) << position << " of " << duration;
+  }
+}
+
+TEST_F(PlaybackTest, RunsTheSelectedTaskAgainWithContinuousPlay) {
+  isSongLoop = true;
+  player.position = player.duration = 20;
+  playback.TimerVis_Tick();
+  // Its own stop step is part of the run.
+  EXPECT_THAT(Taken(), ElementsAre(L"run selected"));
+}
+
+TEST_F(PlaybackTest, SeeksToTheVeryPosition) {
+  playback.SliderH_PositionSetByMouse(3.75);
+  EXPECT_THAT(Taken(), ElementsAre(L"position 3.750000"));
+}
+
+TEST_F(PlaybackTest, SetsAndWritesTheVolumeRoundedToTheEvenNumber) {
+  const struct {
+    double value;
+    const wchar_t* volume;
+  } cases[] = {{37.5, L"38"}, {36.5, L"36"}, {0, L"0"}, {100, L"100"}, {99.4, L"99"}};
+  for (const auto& [value, volume] : cases) {
+    playback.SliderVolH_PositionSet(value);
+    EXPECT_THAT(Taken(),
+                ElementsAre(std::wstring(L"volume ") + volume, std::wstring(L"write ") + volume));
+  }
+}
+
+}  // namespace
+}  // namespace tellurvane

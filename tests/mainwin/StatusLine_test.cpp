@@ -1,0 +1,72 @@
+#include "mainwin/StatusLine.h"
+
+#include <gmock/gmock.h>
+
+#include <limits>
+
+#include "tests/mainwin/FakePlayer.h"
+#include "tests/support/Moments.h"
+
+namespace tellurvane {
+namespace {
+
+constexpr const wchar_t* kMoment = L"2011 年 02 月 14 日 - 下午 03 時 04 分 05 秒";
+
+std::wstring TextIn(int state, bool isRadio) {
+  FakePlayer player;
+  player.state = state;
+  player.status = L"播放中";
+  player.positionText = L"01:02";
+  player.durationText = L"03:04";
+  return StatusLineText(player, isRadio, At(2011, 2, 14, 15, 4, 5), {L"上午", L"下午"});
+}
+
+TEST(StatusLineText, SaysWhatThePlayerDoes) {
+  const struct {
+    int state;
+    const wchar_t* file;
+    const wchar_t* stream;
+  } cases[] = {
+      {0, kMoment, kMoment},
+      {1, L"播放中", L"播放中"},
+      {2, kMoment, kMoment},  // paused
+      {3, L"01:02 / 03:04 * 播放中", L"01:02 * 播放中"},
+      {4, kMoment, kMoment},
+      {5, kMoment, kMoment},
+      {6, L"播放中", L"播放中"},
+      {7, kMoment, kMoment},
+      {8, kMoment, kMoment},
+      {9, L"播放中", L"播放中"},
+      {10, kMoment, kMoment},
+      {11, kMoment, kMoment},
+      {12, kMoment, kMoment},
+      {-1, kMoment, kMoment},
+  };
+  for (const auto& [state, file, stream] : cases) {
+    EXPECT_EQ(TextIn(state, false), file) << state;
+    EXPECT_EQ(TextIn(state, true), stream) << state;
+  }
+}
+
+TEST(MediaTimeText, WritesHoursOnlyWhereThereAreSome) {
+  const struct {
+    double seconds;
+    const wchar_t* text;
+  } cases[] = {
+      {0, L"00:00"},
+      {0.99, L"00:00"},
+      {59.9, L"00:59"},
+      {60, L"01:00"},
+      {3'599, L"59:59"},
+      {3'600, L"1:00:00"},
+      {36'125, L"10:02:05"},
+      {-5, L"00:00"},
+      {1e300, L"00:00"},
+      {std::numeric_limits<double>::quiet_NaN(), L"00:00"},
+      {std::numeric_limits<double>::infinity(), L"00:00"},
+  };
+  for (const auto& [seconds, text] : cases) EXPECT_EQ(MediaTimeText(seconds), text) << seconds;
+}
+
+}  // namespace
+}  // namespace tellurvane

@@ -1,0 +1,119 @@
+#include "mainwin/TaskRowPainter.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "app/ModGeneral.h"
+#include "base/LocaleDates.h"
+#include "tests/support/Moments.h"
+#include "tests/ui/UiTestSupport.h"
+#include "ui/ModTheme.h"
+
+namespace tellurvane {
+namespace {
+
+constexpr int kWidth = 330;
+
+class TaskRowPainterTest : public testing::Test {
+ protected:
+  static void SetUpTestSuite() { ASSERT_TRUE(StartGdiplus()); }
+  static void TearDownTestSuite() { StopGdiplus(); }
+
+  void SetUp() override {
+    task.Name = L"休息一下";
+    task.Enabled = true;
+    task.Interval = 5;
+    task.MediaType = kReminderNote;
+    task.LastRun = task.NextRun = At(2011, 2, 14, 12);
+  }
+
+  void Paint(const TaskRowLook& look) {
+    TaskRowPainter painter({}, AppendLocaleDateText);
+    painter.Paint(picture.Dc(), {0, 0, kWidth, kTaskRowHeight}, task, look);
+  }
+
+  // How many pixels of an area have another colour than its first one.
+  int InkIn(const RECT& area) const {
+    const Color ground = PixelOf(picture.Dc(), area.left, area.top);
+    int ink = 0;
+    for (LONG y = area.top; y < area.bottom; ++y) {
+      for (LONG x = area.left; x < area.right; ++x) {
+        if (PixelOf(picture.Dc(), x, y) != ground) ++ink;
+      }
+    }
+    return ink;
+  }
+
+  TaskRecord task;
+  MemoryContext picture = MemoryContext::Create(kWidth, kTaskRowHeight).value();
+};
+
+TEST_F(TaskRowPainterTest, WritesFourLinesBesideTheIcon) {
+  Paint({});
+  EXPECT_GT(InkIn({76, 2, 200, 18}), 50) << "the name";
+  for (const LONG y : {24, 44, 64}) {
+    EXPECT_GT(InkIn({76, y, 140, y + 14}), 50) << "the label at " << y;
+    EXPECT_GT(InkIn({150, y, kWidth, y + 14}), 50) << "the value at " << y;
+  }
+}
+
+TEST_F(TaskRowPainterTest, TellsOddRowsAndTheSelectedOneApart) {
+  std::set<Color> grounds;
+  for (const TaskRowLook& look :
+       {TaskRowLook{}, TaskRowLook{.isOdd = true}, TaskRowLook{.isSelected = true}}) {
+    Paint(look);
+    grounds.insert(PixelOf(picture.Dc(), 10, kTaskRowHeight / 2));
+  }
+  EXPECT_EQ(grounds.size(), 3U);
+}
+
+TEST_F(TaskRowPainterTest, LeavesTheRightMarginFreeHoweverLongTheName) {
+  task.Name = std::wstring(500, L'長');
+  Paint({});
+  EXPECT_EQ(InkIn({kWidth - 3, 0, kWidth, kTaskRowHeight}), 0);
+}
+
+TEST_F(TaskRowPainterTest, TakesAnyMediaTypeAndMark) {
+  for (const int type : {-1, 0, 3, 4, 2'000'000'000}) {
+    task.MediaType = type;
+    for (const RowMark mark :
+         {RowMark::kNone, RowMark::kPlaying, RowMark::kDisabled, RowMark::kDue}) {
+      Paint({.mark = mark});
+    }
+  }
+  EXPECT_GT(InkIn({76, 2, 200, 18}), 50);
+}
+
+TEST_F(TaskRowPainterTest, CutsWithAnEllipsisOnlyWhatDoesNotFit) {
+  const auto fitting = [&](const std::wstring& text, int width) {
+    return FittingText(picture.Dc(), text, width, RowFont::kName);
+  };
+  EXPECT_EQ(fitting(L"休息", 500), L"休息");
+  EXPECT_EQ(fitting(L"", 500), L"");
+  const std::wstring cut = fitting(std::wstring(100, L'長'), 200);
+  EXPECT_TRUE(cut.ends_with(L"長…"));
+  EXPECT_LT(cut.size(), 20U);
+  EXPECT_GT(cut.size(), 8U) << "as much as fits";
+  EXPECT_EQ(fitting(L"長長", 0), L"…");
+}
+
+TEST_F(TaskRowPainterTest, NeverCutsACharacterInHalf) {
+  const std::wstring face = L"\U0001F600";
+  std::wstring faces;
+  for (int i = 0; i < 50; ++i) faces += face;
+  for (int width = 20; width < 200; ++width) {
+    const std::wstring cut = FittingText(picture.Dc(), faces, width, RowFont::kName);
+    EXPECT_EQ(cut.size() % 2, 1U) << "whole pairs and the ellipsis, at " << width;
+  }
+}
+
+TEST_F(TaskRowPainterTest, CutsARuleWithoutAnEllipsis) {
+  const std::wstring cut = FittingText(picture.Dc(), std::wstring(35, L'_'), 100, RowFont::kRule);
+  EXPECT_FALSE(cut.empty());
+  EXPECT_LT(cut.size(), 35U);
+  EXPECT_EQ(cut.find_first_not_of(L'_'), std::wstring::npos);
+}
+
+}  // namespace
+}  // namespace tellurvane

@@ -1,0 +1,88 @@
+#include "mainwin/TaskRow.h"
+
+#include <gmock/gmock.h>
+
+#include "tests/support/Moments.h"
+
+namespace tellurvane {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr std::uint32_t kIndigo = 0xFF4B0082;
+constexpr std::uint32_t kBlackInk = 0xFF000000;
+
+void WriteSerial(std::wstring& text, DateSerial date) {
+  text += L"day " + std::to_wstring(static_cast<int>(date));
+}
+
+TaskRecord Task() {
+  TaskRecord task;
+  task.Name = L"休息";
+  task.Enabled = true;
+  task.Interval = 5;
+  task.LastRun = At(2011, 2, 14);
+  task.NextRun = At(2011, 2, 15, 12);
+  return task;
+}
+
+TEST(TaskRowLines, StandWhereTheyShould) {
+  EXPECT_THAT(
+      TaskRowLines(Task(), WriteSerial),
+      ElementsAre(RowLine{38, -1, L"休息", kIndigo, RowFont::kName},
+                  RowLine{38, 3, L"___________________________________", kIndigo, RowFont::kRule},
+                  RowLine{38, 22, L"最後執行", kBlackInk, RowFont::kLabel},
+                  RowLine{75, 21, L"day 40588", kIndigo, RowFont::kValue},
+                  RowLine{38, 42, L"下次執行", kBlackInk, RowFont::kLabel},
+                  RowLine{75, 41, L"day 40589", kIndigo, RowFont::kValue},
+                  RowLine{38, 62, L"排程時間", kBlackInk, RowFont::kLabel},
+                  RowLine{75, 61, L"每 5 分鐘執行一次", kIndigo, RowFont::kValue}));
+}
+
+TEST(TaskRowLines, SayThatATaskNeverRan) {
+  TaskRecord task = Task();
+  task.LastRun = 0;
+  EXPECT_EQ(TaskRowLines(task, WriteSerial)[3].text, L"尚未執行");
+}
+
+TEST(TaskRowLines, AllFitIntoTheRow) {
+  constexpr int kLargestFont = 14;
+  for (const RowLine& line : TaskRowLines(Task(), WriteSerial)) {
+    EXPECT_LE(line.y + 1 + kLargestFont, kTaskRowHeight) << line.y;
+    EXPECT_GE(2 * line.x, kTaskRowTextLeft);
+  }
+}
+
+TEST(MarkOf, ShowsTheFirstThatApplies) {
+  const struct {
+    bool isPlaying;
+    bool isEnabled;
+    DateSerial now;  // the task runs at 12:00:00
+    RowMark mark;
+  } cases[] = {
+      {false, true, At(2011, 2, 15, 11, 58, 59), RowMark::kNone},
+      {false, true, At(2011, 2, 15, 11, 59, 0), RowMark::kDue},
+      {false, true, At(2011, 2, 15, 12, 0, 0), RowMark::kDue},
+      {false, true, At(2011, 2, 15, 12, 0, 5), RowMark::kDue},  // overdue
+      {false, false, At(2011, 2, 15, 11, 59, 30), RowMark::kDisabled},
+      {true, true, At(2011, 2, 15, 11, 59, 30), RowMark::kPlaying},
+      {true, false, At(2011, 2, 15, 11, 0, 0), RowMark::kPlaying},
+  };
+  for (const auto& [isPlaying, isEnabled, now, mark] : cases) {
+    TaskRecord task = Task();
+    task.Enabled = isEnabled;
+    EXPECT_EQ(MarkOf(task, now, isPlaying), mark) << now;
+  }
+}
+
+TEST(MarkOf, IsNeverDueWithoutASchedule) {
+  TaskRecord task = Task();
+  task.Interval = 0;
+  EXPECT_EQ(MarkOf(task, task.NextRun, false), RowMark::kNone);
+  task.Interval = 5;
+  task.NextRun = 1e12;  // no date at all
+  EXPECT_EQ(MarkOf(task, At(2011, 2, 15), false), RowMark::kNone);
+}
+
+}  // namespace
+}  // namespace tellurvane
