@@ -26,7 +26,7 @@ class DrawnWindow : public Window {
   using MouseHandler = std::function<void(const MouseEvent&)>;
 
   Color BackColor() const { return backColor_; }
-  // Draws anew.
+  // Draws anew. A system colour reference is kept as one.
   void BackColor(Color color);
 
   // What to draw on. Never null while the window exists, unless memory is short.

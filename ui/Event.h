@@ -23,6 +23,7 @@ class Lifetime {
   Lifetime() = default;
   Lifetime(const Lifetime&) = delete;
   Lifetime& operator=(const Lifetime&) = delete;
+  ~Lifetime() = default;
 
   auto Watch() const {
     return [mark = std::weak_ptr<Mark>(mark_)] { return mark.expired(); };

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "ui/MessageLoop.h"
+#include "ui/ScreenPlace.h"
 #include "ui/Twips.h"
 
 namespace tellurvane {
@@ -62,7 +63,7 @@ void Form::Load(const FormArgs& args) {
   window.parent = args.owner;
   window.icon = args.icon;
   BackColor(args.backColor);
-  CreateBound(L"TellurvaneForm", CS_DBLCLKS, window);
+  CreateBound(args.className.c_str(), CS_DBLCLKS, window);
   AddKeyboardForm(hwnd());
   Form_Load();
 }
@@ -128,6 +129,23 @@ void Form::Move(int leftTwips, int topTwips, int widthTwips, int heightTwips) {
   SetWindowPos(hwnd(), nullptr, PixelsFromTwipsX(leftTwips), PixelsFromTwipsY(topTwips),
                PixelsFromTwipsX(widthTwips), PixelsFromTwipsY(heightTwips),
                SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void Form::BeginDrag() {
+  ReleaseCapture();
+  SendMessageW(hwnd(), WM_NCLBUTTONDOWN, HTCAPTION, 0);
+}
+
+void Form::PullInside() {
+  const RECT outer = OuterRect(hwnd());
+  const ScreenPlace now = {static_cast<int>(outer.left), static_cast<int>(outer.top),
+                           static_cast<int>(outer.right - outer.left),
+                           static_cast<int>(outer.bottom - outer.top)};
+  const ScreenPlace inside =
+      PulledInside(now, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN));
+  if (inside == now) return;
+  SetWindowPos(hwnd(), nullptr, inside.left, inside.top, 0, 0,
+               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void Form::Center() {

@@ -23,12 +23,17 @@ struct FormArgs {
   HWND owner = nullptr;
   HICON icon = nullptr;
   DWORD extendedStyle = 0;
+  // A form whose class is changed while it lives needs one of its own.
+  std::wstring className = L"TellurvaneForm";
 };
 
 // Lives as its object lives; Unload only ends the window. The handlers are named as the system
 // names them and do nothing by default.
 class Form : public DrawnWindow {
  public:
+  Form() = default;
+  Form(const Form&) = delete;
+  Form& operator=(const Form&) = delete;
   ~Form() override;
 
   // Creates the window, hidden, and calls Form_Load.
@@ -53,6 +58,10 @@ class Form : public DrawnWindow {
   int Height() const;
   void Move(int leftTwips, int topTwips);
   void Move(int leftTwips, int topTwips, int widthTwips, int heightTwips);
+  // Hands a pressed left button over to the system, which moves the form with the mouse.
+  void BeginDrag();
+  // Moves the form so that no edge is beyond the screen's.
+  void PullInside();
   // In the middle of the owner, or of the work area without one; wholly on the screen.
   void Center();
   // Makes the inside this large, in pixels.

@@ -35,7 +35,7 @@ class MessageTable {
     // Looked for in the whole table before a free slot is taken: a message that stood twice would
     // still be shown after it was deleted.
     if (Place(message) != End()) return;
-    if (const auto free = Place(kFreeSlot); free != End()) {
+    if (auto* const free = Place(kFreeSlot); free != End()) {
       *free = message;
       return;
     }
@@ -51,7 +51,7 @@ class MessageTable {
       count_ = 0;
       return;
     }
-    const auto place = message == kFreeSlot ? End() : Place(message);
+    auto* const place = message == kFreeSlot ? End() : Place(message);
     if (place == End()) {
       std::array<char, 16> hex = {};
       _snprintf(hex.data(), hex.size(), "%X", message);
@@ -233,7 +233,7 @@ bool GXMSubclass::Subclass(HWND window, GXISubclass& owner, LONG_PTR userParam) 
   if (memory == nullptr) {
     throw SubclassError("VirtualAlloc failed, error: " + std::to_string(GetLastError()));
   }
-  SubclassBlock* const block = new (memory) SubclassBlock;
+  auto* const block = new (memory) SubclassBlock;
   ++liveBlocks;
   if (Find(window) != nullptr) {
     FreeBlock(block);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "ui/ModTheme.h"
+
 namespace tellurvane {
 
 bool Surface::Resize(int width, int height, Color back) {
@@ -18,7 +20,7 @@ bool Surface::Resize(int width, int height, Color back) {
 
 void Surface::Clear(Color back) {
   const RECT all = {0, 0, width_, height_};
-  const UniqueBrush brush(CreateSolidBrush(back));
+  const UniqueBrush brush(CreateSolidBrush(ModTheme::TranslateColor(back)));
   FillRect(Dc(), &all, brush.Get());
 }
 

@@ -10,7 +10,8 @@ namespace tellurvane {
 
 class Surface {
  public:
-  // True when the picture was made anew, and so is blank, in `back`. Sizes below 1 count as 1.
+  // True when the picture was made anew, and so is blank, in `back`. Sizes below 1 count as 1. A
+  // back colour may be a system colour reference.
   bool Resize(int width, int height, Color back);
 
   // None before the first Resize, or where the system refuses the memory.

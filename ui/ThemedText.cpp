@@ -74,26 +74,26 @@ const std::wstring& AvailableFace(const std::wstring& face) {
   return found.emplace(face, FindFace(face)).first->second;
 }
 
-float Text(HDC target, const std::wstring& lines, int x, int y, const TextColors& colors,
+float Text(HDC target, const std::wstring& text, int x, int y, const TextColors& colors,
            const TextFont& font) {
   Gdiplus::Graphics graphics(target);
   graphics.SetCompositingQuality(Gdiplus::CompositingQualityHighQuality);
   graphics.SetSmoothingMode(Gdiplus::SmoothingModeAntiAlias);
   graphics.SetTextRenderingHint(Gdiplus::TextRenderingHintAntiAlias);
   const DrawingFont drawingFont(font);
-  const std::wstring text = WithoutReturns(lines);
+  const std::wstring lines = WithoutReturns(text);
 
   const auto draw = [&](Argb color, int left, int top) {
     const Gdiplus::SolidBrush brush{Gdiplus::Color(color)};
     // A layout of no size neither wraps nor clips.
     const Gdiplus::RectF layout(static_cast<float>(left), static_cast<float>(top), 0, 0);
-    graphics.DrawString(text.c_str(), static_cast<INT>(text.size()), drawingFont.Get(), layout,
+    graphics.DrawString(lines.c_str(), static_cast<INT>(lines.size()), drawingFont.Get(), layout,
                         nullptr, &brush);
   };
   draw(colors.shadow, 2 * x + 1, y + 2);
   draw(colors.glow, 2 * x - 1, y);
   draw(colors.text, 2 * x, y + 1);
-  return Measure(graphics, text, drawingFont).Width;
+  return Measure(graphics, lines, drawingFont).Width;
 }
 
 TextSize MeasureText(HDC target, const std::wstring& text, const TextFont& font) {

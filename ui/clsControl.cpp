@@ -98,6 +98,22 @@ void clsControl::FitToHost() {
   }
 }
 
+// The list inside a simple combo box shows whole rows only, and nobody paints what is left below
+// it.
+void clsControl::EraseBelowList(HDC context) const {
+  COMBOBOXINFO info = {};
+  info.cbSize = sizeof(info);
+  if (!GetComboBoxInfo(hwnd_, &info)) return;
+  RECT list = {};
+  GetWindowRect(info.hwndList, &list);
+  MapWindowPoints(nullptr, hwnd_, reinterpret_cast<POINT*>(&list), 2);
+  RECT rest = {};
+  GetClientRect(hwnd_, &rest);
+  rest.top = list.bottom;
+  const UniqueBrush brush(CreateSolidBrush(ModTheme::TranslateColor(host_->BackColor())));
+  FillRect(context, &rest, brush.Get());
+}
+
 void clsControl::FontRightLeading(int pixels) {
   fontRightLeading_ = std::max(pixels, 0);
   ApplyMargins();

@@ -31,15 +31,18 @@ enum class ControlKind {
   kSortedListBox = 13,
 };
 
-// The control fills its host and follows the host's size and enabled state; a host that is given
-// the keyboard passes it on. Set the host, then what is to hold from the start, then create. The
-// window may die before the object or after it; Create may then be called again.
+// The control fills its host and follows the host's size and enabled state (a combo box that drops
+// down is never lower than its text needs: give its host 26 pixels or more at 96 dpi); a host that
+// is given the keyboard passes it on. Set the host, then what is to hold from the start, then
+// create. The window may die before the object or after it; Create may then be called again.
 //
 // Option buttons stand each in a host of their own, so the platform sees no group: the owner takes
 // the mark off the others when one is chosen.
 class clsControl final : private GXISubclass {
  public:
   clsControl();
+  clsControl(const clsControl&) = delete;
+  clsControl& operator=(const clsControl&) = delete;
   ~clsControl();
 
   // The host has to have its window when Create is called.
@@ -75,6 +78,8 @@ class clsControl final : private GXISubclass {
   Color BackColor() const;
   void BackColor(Color color);
   // Unless set: the system's colour of window text, or of grey text in a disabled rich edit box.
+  // With visual styles the platform writes beside a check box or an option, and on a push button,
+  // in the theme's colour.
   Color ForeColor() const;
   void ForeColor(Color color);
 
@@ -145,6 +150,7 @@ class clsControl final : private GXISubclass {
   DWORD Style() const;
   HWND TypingWindow() const;
   void FitToHost();
+  void EraseBelowList(HDC context) const;
   bool IsGreyed() const;
   void ApplyEnabled();
   void ApplyColors();

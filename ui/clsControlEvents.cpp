@@ -1,4 +1,6 @@
 // The messages of clsControl: what its host is asked and told, and what the keyboard does.
+#include <initializer_list>
+
 #include "ui/ControlKinds.h"
 #include "ui/Event.h"
 #include "ui/clsControl.h"
@@ -8,11 +10,11 @@ namespace tellurvane {
 void clsControl::Attach() {
   const HWND host = hostWindow_ = host_->hwnd();
   engine_.Subclass(host, *this, 0);
-  for (const UINT message :
-       {WM_COMMAND, WM_CTLCOLORBTN, WM_CTLCOLOREDIT, WM_CTLCOLORLISTBOX, WM_CTLCOLORSTATIC}) {
+  for (const UINT message : std::initializer_list<UINT>{WM_COMMAND, WM_CTLCOLORBTN, WM_CTLCOLOREDIT,
+                                                        WM_CTLCOLORLISTBOX, WM_CTLCOLORSTATIC}) {
     engine_.AddMessage(host, message, kBeforePrevious);
   }
-  for (const UINT message : {WM_SIZE, WM_ENABLE, WM_SETFOCUS}) {
+  for (const UINT message : std::initializer_list<UINT>{WM_SIZE, WM_ENABLE, WM_SETFOCUS}) {
     engine_.AddMessage(host, message, kAfterPrevious);
   }
   engine_.Subclass(hwnd_, *this, 0);
@@ -22,6 +24,9 @@ void clsControl::Attach() {
   if (FamilyOf(kind_) != ControlFamily::kComboBox) {
     engine_.AddMessage(hwnd_, WM_SETFOCUS, kAfterPrevious);
     engine_.AddMessage(hwnd_, WM_KILLFOCUS, kAfterPrevious);
+  }
+  if (kind_ == ControlKind::kSimpleComboBox) {
+    engine_.AddMessage(hwnd_, WM_ERASEBKGND, kBeforePrevious);
   }
   AttachKeyboard(hwnd_);
   const HWND inner = TypingWindow();
@@ -84,6 +89,10 @@ void clsControl::ControlMessageBefore(bool& handled, LRESULT& result, HWND windo
     handled = OnKeyDown(window, static_cast<UINT>(wParam), (lParam & kWasDown) != 0);
     return;
   }
+  if (message == WM_ERASEBKGND) {
+    EraseBelowList(reinterpret_cast<HDC>(wParam));
+    return;
+  }
   if (const auto code = DialogCode(reinterpret_cast<const MSG*>(lParam))) {
     handled = true;
     result = *code;
@@ -112,10 +121,9 @@ void clsControl::ControlMessageAfter(HWND window, UINT message) {
 void clsControl::OnCommand(UINT notification) {
   switch (FamilyOf(kind_)) {
     case ControlFamily::kButton:
-      if (notification == BN_CLICKED) Raise(Click);
-      return;
     case ControlFamily::kLabel:
-      if (notification == STN_CLICKED) Raise(Click);
+      static_assert(BN_CLICKED == STN_CLICKED);
+      if (notification == BN_CLICKED) Raise(Click);
       return;
     case ControlFamily::kEdit:
     case ControlFamily::kRichEdit:

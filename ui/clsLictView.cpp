@@ -102,7 +102,7 @@ void clsLictView::ShowImages(UniqueImageList images) {
   hasImages_ = false;
 }
 
-int clsLictView::AddBitmap(HBITMAP bitmap, Color transparent) {
+int clsLictView::AddBitmap(HBITMAP bitmap, Color transparent) const {
   const HIMAGELIST images = ImageList();
   return images == nullptr ? -1 : ImageList_AddMasked(images, bitmap, transparent);
 }
@@ -129,7 +129,7 @@ int clsLictView::Add() {
 
 void clsLictView::AddSub(int row, int column) {
   if (!HasRow(row) || column < 0 || column >= ColumnsCount()) return;
-  SendMessageW(list_, LVM_REDRAWITEMS, static_cast<WPARAM>(row), row);
+  InvalidateRows(row, row);
 }
 
 std::wstring clsLictView::text(int row, int column) {
@@ -248,7 +248,7 @@ void clsLictView::Checked(int row, bool checked) {
   } else {
     checked_.erase(row);
   }
-  SendMessageW(list_, LVM_REDRAWITEMS, static_cast<WPARAM>(row), row);
+  InvalidateRows(row, row);
 }
 
 int clsLictView::ItemCountPage() const { return Ask(list_, LVM_GETCOUNTPERPAGE); }
@@ -303,14 +303,25 @@ void clsLictView::Block(bool blocked) {
 void clsLictView::RedrawItem(int row) {
   // Everything is painted anew when the block ends.
   if (isBlocked_ || !ItemVisible(row)) return;
-  SendMessageW(list_, LVM_REDRAWITEMS, static_cast<WPARAM>(row), row);
+  InvalidateRows(row, row);
   UpdateWindow(list_);
 }
 
 void clsLictView::RedrawVisibleItems() {
   if (isBlocked_ || ListCount() == 0) return;
-  SendMessageW(list_, LVM_REDRAWITEMS, static_cast<WPARAM>(TopItem()), BottomItem());
+  InvalidateRows(TopItem(), BottomItem());
   UpdateWindow(list_);
+}
+
+// From edge to edge: the native list means the columns alone, and an owner may paint beside them.
+void clsLictView::InvalidateRows(int first, int last) {
+  RECT rows = {};
+  GetClientRect(list_, &rows);
+  rows.top = TopOf(list_, first);
+  if (ListCount() > 1) {
+    rows.bottom = TopOf(list_, last) + (TopOf(list_, 1) - TopOf(list_, 0));
+  }
+  InvalidateRect(list_, &rows, FALSE);
 }
 
 void clsLictView::GiveText(LVITEMW& cell, std::wstring text) {

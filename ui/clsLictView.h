@@ -34,6 +34,8 @@ enum class ColumnAlignment { kLeft = LVCFMT_LEFT, kRight = LVCFMT_RIGHT, kCenter
 class clsLictView final : public GXISubclass {
  public:
   clsLictView() = default;
+  clsLictView(const clsLictView&) = delete;
+  clsLictView& operator=(const clsLictView&) = delete;
   ~clsLictView();
 
   // Throws FatalError where the system refuses a window. A list that was created before leaves its
@@ -47,7 +49,7 @@ class clsLictView final : public GXISubclass {
   HIMAGELIST ImageList() const;
   // Adds the images of a bitmap, one beside the other, with the pixels of one colour transparent.
   // Returns the first one's index, -1 where there is no image list.
-  int AddBitmap(HBITMAP bitmap, Color transparent);
+  int AddBitmap(HBITMAP bitmap, Color transparent) const;
 
   // One row more at the end. Returns it.
   int Add();
@@ -148,7 +150,8 @@ class clsLictView final : public GXISubclass {
   // The LVIS_ bits before and after. Row -1 means all rows; a toggled check box changes
   // LVIS_STATEIMAGEMASK.
   std::function<void(int row, UINT oldState, UINT newState)> ItemChanged;
-  // Enter, or a double click.
+  // Enter, or a double click. While it is set and a row is selected, Enter is the list's; otherwise
+  // it is the form's.
   std::function<void(int row)> ItemActivate;
   std::function<void(bool isLeft, int row)> DragBegin;
   // Fills in what the record's mask asks for; what is left alone is an empty text or no image.
@@ -172,7 +175,7 @@ class clsLictView final : public GXISubclass {
 
   LRESULT HandleNotification(NMHDR& notification);
   bool IsHeaderHeldBack(const NMHDR& notification) const;
-  void AnswerData(LVITEMW& cell);
+  void AnswerData(LVITEMW& cell) const;
   void RaiseClick(const NMHDR& notification);
   void RaiseMouse(UINT message, WPARAM wParam, LPARAM lParam);
   void RaiseMouseUp(int button, const POINT& position);
@@ -184,6 +187,8 @@ class clsLictView final : public GXISubclass {
   bool IsOnCheckBox(const POINT& position) const;
 
   bool HasRow(int row) const { return row >= 0 && row < ListCount(); }
+  bool WantsKey(const MSG* message) const;
+  void InvalidateRows(int first, int last);
   int HeaderBottom() const;
   int ClientBottom() const;
 

@@ -3,6 +3,8 @@
 
 #include <windowsx.h>
 
+#include <initializer_list>
+
 #include "ui/clsLictView.h"
 
 namespace tellurvane {
@@ -55,8 +57,9 @@ void clsLictView::SubclassBoth() {
   for (UINT message = WM_MOUSEMOVE; message <= WM_MBUTTONDBLCLK; ++message) {
     engine_.AddMessage(list_, message, kBeforePrevious);
   }
-  for (const UINT message : {WM_KEYDOWN, WM_KEYUP, WM_NOTIFY, WM_NCDESTROY}) {
-    engine_.AddMessage(list_, static_cast<UINT>(message), kBeforePrevious);
+  for (const UINT message :
+       std::initializer_list<UINT>{WM_KEYDOWN, WM_KEYUP, WM_GETDLGCODE, WM_NOTIFY, WM_NCDESTROY}) {
+    engine_.AddMessage(list_, message, kBeforePrevious);
   }
   engine_.Subclass(container_, *this, 0);
   engine_.AddMessage(container_, WM_NOTIFY, kBeforePrevious);
@@ -78,6 +81,11 @@ LRESULT clsLictView::zLVCallBack(HWND window, UINT message, WPARAM wParam, LPARA
       break;
     case WM_KEYUP:
       Raise(KeyUp, static_cast<UINT>(wParam), ShiftNow());
+      break;
+    case WM_GETDLGCODE:
+      if (WantsKey(reinterpret_cast<const MSG*>(lParam))) {
+        return engine_.CallOldWndProc(window, message, wParam, lParam) | DLGC_WANTMESSAGE;
+      }
       break;
     case WM_NOTIFY:
       // The header speaks to the list.
@@ -160,7 +168,7 @@ bool clsLictView::IsHeaderHeldBack(const NMHDR& notification) const {
   }
 }
 
-void clsLictView::AnswerData(LVITEMW& cell) {
+void clsLictView::AnswerData(LVITEMW& cell) const {
   if ((cell.mask & LVIF_TEXT) != 0 && cell.pszText != nullptr && cell.cchTextMax > 0) {
     cell.pszText[0] = L'\0';
   }
@@ -176,6 +184,7 @@ void clsLictView::AnswerData(LVITEMW& cell) {
 void clsLictView::RaiseItemChanged(const NMLISTVIEW& change) {
   UINT oldState = change.uOldState;
   UINT newState = change.uNewState;
+  if (HasRow(change.iItem)) InvalidateRows(change.iItem, change.iItem);
   if (hasCheckBoxes_) {
     // The native list announces a mark that it cannot keep; the kept ones are announced where they
     // are toggled.
@@ -217,6 +226,12 @@ void clsLictView::ToggleCheck(int row) {
   const bool wasChecked = Checked(row);
   Checked(row, !wasChecked);
   Raise(ItemChanged, row, wasChecked ? checked : unchecked, wasChecked ? unchecked : checked);
+}
+
+// Enter would otherwise press the form's default button wherever the keyboard is.
+bool clsLictView::WantsKey(const MSG* message) const {
+  return message != nullptr && message->message == WM_KEYDOWN && message->wParam == VK_RETURN &&
+         ItemActivate && Selected() != -1;
 }
 
 // True when the key is not to reach the native list.

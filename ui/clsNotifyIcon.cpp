@@ -66,7 +66,7 @@ void clsNotifyIcon::IconDelete() {
 }
 
 // The message number stands where a mouse event has its column.
-void clsNotifyIcon::Decode(const MouseEvent& event) {
+void clsNotifyIcon::Decode(const MouseEvent& event) const {
   if (event.x == WM_LBUTTONDOWN) {
     Raise(LButtonDown);
   } else if (event.x == WM_RBUTTONDOWN) {

@@ -42,7 +42,7 @@ class clsNotifyIcon : private GXISubclass {
  private:
   void WndProc(bool before, bool& handled, LRESULT& result, HWND window, UINT message,
                WPARAM wParam, LPARAM lParam, LONG_PTR& userParam) override;
-  void Decode(const MouseEvent& event);
+  void Decode(const MouseEvent& event) const;
 
   PictureBox box_;
   NOTIFYICONDATAW record_ = {};

@@ -20,6 +20,7 @@ constexpr int kAccentOpacity = 150;
 
 constexpr Color kCaptionColor = Rgb(64, 64, 64);
 constexpr Color kDisabledCaptionColor = kGrey;
+constexpr Color kCaptionGlow = kWhite;
 
 constexpr float kToolkitPoints = 9;
 
@@ -196,11 +197,21 @@ void clsProgress::PrintText(const std::wstring& text, Color color) {
   const SelectedObject font(target, Font());
   const int middle = (track.left + track.right) / 2;
   const int baseline = (track.top + track.bottom + DigitHeight(target)) / 2;
-  const auto length = static_cast<int>(text.size());
+  const RECT bar = {track.left, track.top, track.right, track.bottom};
   const int mode = SetBkMode(target, TRANSPARENT);
   const UINT align = SetTextAlign(target, TA_CENTER | TA_BASELINE);
-  const COLORREF previous = SetTextColor(target, color);
-  TextOutW(target, middle, baseline, text.c_str(), length);
+  const COLORREF previous = GetTextColor(target);
+  const auto write = [&](int x, int y, UINT clipping, Color ink) {
+    SetTextColor(target, ink);
+    ExtTextOutW(target, x, y, clipping, &bar, text.c_str(), static_cast<UINT>(text.size()),
+                nullptr);
+  };
+  // A pale text would drown in the filled part: it stands out from a glow, which stays on the bar.
+  for (const POINT& aside : {POINT{-1, 0}, {1, 0}, {0, -1}, {0, 1}}) {
+    write(middle + static_cast<int>(aside.x), baseline + static_cast<int>(aside.y), ETO_CLIPPED,
+          kCaptionGlow);
+  }
+  write(middle, baseline, 0, ModTheme::TranslateColor(color));
   SetTextColor(target, previous);
   SetTextAlign(target, align);
   SetBkMode(target, mode);
@@ -227,7 +238,7 @@ HFONT clsProgress::Font() const {
     LOGFONTW font = {};
     GetObjectW(ToolkitFont(), sizeof(font), &font);
     font.lfHeight = std::lround(static_cast<double>(font.lfHeight) * fontSize_ / kToolkitPoints);
-    // The texts on the bar are pale by nature; thin strokes would drown in the filled part.
+    // The texts on the bar are pale by nature; thin strokes would be lost in their glow.
     font.lfWeight = FW_BOLD;
     font_.Reset(CreateFontIndirectW(&font));
   }

@@ -26,6 +26,8 @@ namespace tellurvane {
 class clsProgress final : public GXISubclass {
  public:
   clsProgress() = default;
+  clsProgress(const clsProgress&) = delete;
+  clsProgress& operator=(const clsProgress&) = delete;
   ~clsProgress();
 
   void WndProc(bool before, bool& handled, LRESULT& result, HWND window, UINT message,
@@ -64,7 +66,8 @@ class clsProgress final : public GXISubclass {
   // The caption in the bar's middle. Empty at first.
   const std::wstring& text() const { return text_; }
   void text(const std::wstring& text);
-  // For PostRender: writes a text as the caption is written, in the bar's middle.
+  // For PostRender: writes a text as the caption is written, in the bar's middle with a pale glow
+  // around it. A system colour reference is taken as the colour it stands for.
   void PrintText(const std::wstring& text, Color color);
 
   // Paints anew, in the look that fits.

@@ -4,6 +4,8 @@
 
 #include <commctrl.h>
 
+#include <initializer_list>
+
 #include "ui/Event.h"
 #include "ui/ToolkitFont.h"
 
@@ -46,7 +48,8 @@ void clsToolbar::Create(int imageSize) {
 
 void clsToolbar::SubclassHost() {
   subclass_.Subclass(host_->hwnd(), *this, 0);
-  for (const UINT message : {WM_COMMAND, WM_NOTIFY, WM_NOTIFYFORMAT, WM_ERASEBKGND}) {
+  for (const UINT message :
+       std::initializer_list<UINT>{WM_COMMAND, WM_NOTIFY, WM_NOTIFYFORMAT, WM_ERASEBKGND}) {
     subclass_.AddMessage(host_->hwnd(), message, kBeforePrevious);
   }
   subclass_.AddMessage(host_->hwnd(), WM_SIZE, kAfterPrevious);
@@ -62,7 +65,7 @@ void clsToolbar::ImageList(HIMAGELIST images) {
   Send(TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(images));
 }
 
-void clsToolbar::AddBitmap(HBITMAP bitmap, Color maskColor) {
+void clsToolbar::AddBitmap(HBITMAP bitmap, Color maskColor) const {
   ImageList_AddMasked(ImageList(), bitmap, maskColor);
 }
 

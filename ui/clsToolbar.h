@@ -40,7 +40,7 @@ class clsToolbar : private GXISubclass {
 
   // Adds the bitmap's images, side by side, to the list; what has the mask colour is transparent.
   // The bitmap stays the caller's, and its masked pixels may change.
-  void AddBitmap(HBITMAP bitmap, Color maskColor);
+  void AddBitmap(HBITMAP bitmap, Color maskColor) const;
 
   // Adds a button at the end and returns its number. Without a text there is no tooltip; a caption
   // stands to the right of the image.

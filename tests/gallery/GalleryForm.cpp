@@ -9,6 +9,8 @@
 namespace tellurvane {
 namespace {
 
+const std::wstring kTitle = L"Tellurvane 控制項展示";
+
 constexpr Color kGround = 0xF4F4F4;
 constexpr Color kSelectionLight = 0xF8F0D8;
 constexpr Color kSelectionBase = 0xE0D080;
@@ -44,7 +46,8 @@ void GalleryForm::Form_Load() {
   report_.Paint = [this](HDC target) {
     ModTheme::Text(target, reported_, 2, 2, {}, {.size = static_cast<float>(Px(13))});
   };
-  Report(L"按一下任何控制項試試看");
+  reported_ = L"按一下任何控制項試試看";
+  report_.Redraw();
 }
 
 bool GalleryForm::Form_Unload() {
@@ -55,6 +58,8 @@ bool GalleryForm::Form_Unload() {
 void GalleryForm::Report(const std::wstring& what) {
   reported_ = what;
   report_.Redraw();
+  // Scripts read the caption.
+  Caption(kTitle + (L"：" + what));
 }
 
 void GalleryForm::MakeToolbar() {
@@ -105,7 +110,10 @@ GalleryForm::Hosted& GalleryForm::AddControl(ControlKind kind, int x, int y, int
   hosted.control.TargetPictureBox(hosted.host);
   hosted.control.Create(kind);
   if (!text.empty()) hosted.control.text(text);
-  hosted.control.Click = [this, text] { Report(L"按了「" + text + L"」"); };
+  hosted.control.Click = [this, &control = hosted.control] {
+    const int chosen = control.ListIndex();
+    Report(L"按了「" + (chosen < 0 ? control.text() : control.List(chosen)) + L"」");
+  };
   return hosted;
 }
 
@@ -115,13 +123,13 @@ void GalleryForm::MakeControls() {
     int height;
     const wchar_t* text;
   } rows[] = {
-      {ControlKind::kLabel, 18, L"排程類型（標籤，相當長的中文說明文字）"},
+      {ControlKind::kLabel, 18, L"排程類型（標籤，較長的中文說明）"},
       {ControlKind::kCheckBox, 20, L"儲存後立即啟動音樂排程"},
       {ControlKind::kOptionButton, 20, L"依照類型搜尋電台"},
       {ControlKind::kPushButton, 26, L"確 定"},
       {ControlKind::kEditBox, 22, L"新的排程專案"},
-      {ControlKind::kEditableComboBox, 24, L"可以輸入的清單"},
-      {ControlKind::kDropDownList, 24, L""},
+      {ControlKind::kEditableComboBox, 26, L"可以輸入的清單"},
+      {ControlKind::kDropDownList, 26, L""},
   };
   int y = 46;
   for (const auto& row : rows) {
@@ -141,7 +149,7 @@ void GalleryForm::MakeControls() {
   for (const ControlKind kind :
        {ControlKind::kListBox, ControlKind::kMultiSelectListBox, ControlKind::kToggleSelectListBox,
         ControlKind::kSortedListBox, ControlKind::kSimpleComboBox}) {
-    Hosted& hosted = AddControl(kind, x, y + 4, 84, 84, L"");
+    Hosted& hosted = AddControl(kind, x, y + 4, 84, 116, L"");
     for (const wchar_t* const item : {L"古典音樂", L"爵士音樂", L"搖滾音樂", L"世界音樂"}) {
       hosted.control.AddItem(item);
     }
@@ -152,9 +160,9 @@ void GalleryForm::MakeControls() {
   Hosted& note = controls_.emplace_back();
   note.host.Create({.parent = hwnd(),
                     .x = Px(10),
-                    .y = Px(y + 96),
+                    .y = Px(y + 130),
                     .width = Px(450),
-                    .height = Px(70),
+                    .height = Px(558 - y - 130),
                     .backColor = kGround});
   note.control.TargetPictureBox(note.host);
   note.control.Multilin(1);
@@ -260,7 +268,9 @@ void GalleryForm::ListView_CustomDraw(NMLVCUSTOMDRAW& draw, LRESULT& result) {
   }
   if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return;
   const int row = static_cast<int>(draw.nmcd.dwItemSpec);
-  const int width = listHost_.ScaleWidth();
+  RECT inside = {};
+  GetClientRect(list_.hwnd(), &inside);
+  const int width = static_cast<int>(inside.right);
   const auto drawn = MemoryContext::Create(width, Px(kRowHeight));
   if (!drawn) return;
   const HDC target = drawn->Dc();

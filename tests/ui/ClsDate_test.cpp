@@ -182,7 +182,7 @@ TEST_P(DateTest, EndsWithItsParent) {
   EXPECT_FALSE(IsWindow(picker.hwnd()));
 }
 
-TEST(DateLeakTest, LeavesNothingBehindAfterAThousandUses) {
+TEST(DateLeakTest, LeavesNothingBehind) {
   TestForm form;
   form.Hide();
   bool dateMode = false;

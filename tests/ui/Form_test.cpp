@@ -214,13 +214,11 @@ TEST(FormTest, ABorderlessOneHasNoTaskbarButton) {
 }
 
 TEST(FormTest, LeavesNothingBehind) {
-  EXPECT_EQ(LeakedBy(
-                [] {
-                  RecordingForm form;
-                  form.LoadPlain();
-                  form.Show();
-                },
-                200),
+  EXPECT_EQ(LeakedBy([] {
+              RecordingForm form;
+              form.LoadPlain();
+              form.Show();
+            }),
             ResourceCounts());
 }
 

@@ -14,6 +14,15 @@
 
 namespace tellurvane {
 
+// Counts the Enter keys that reach the form.
+class EnterForm : public TestForm {
+ public:
+  int enters = 0;
+
+ private:
+  void Form_Enter() override { ++enters; }
+};
+
 class ListTest : public testing::Test {
  protected:
   ListTest() {
@@ -80,7 +89,7 @@ class ListTest : public testing::Test {
     SendMessageW(list().hwnd(), WM_KEYUP, key, 0);
   }
 
-  TestForm form;
+  EnterForm form;
   PictureBox host;
   std::unique_ptr<clsLictView> made;
   int asked = 0;

@@ -3,6 +3,7 @@
 #include <winternl.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 #include <ostream>
 #include <vector>
@@ -100,6 +101,12 @@ long CountKernelHandles() {
   return count;
 }
 
+int UsesToMake() {
+  constexpr int kUsual = 60;
+  const char* const asked = std::getenv("TELLURVANE_LEAK_USES");
+  return asked == nullptr ? kUsual : std::max(std::atoi(asked), kUsual);
+}
+
 }  // namespace
 
 bool PumpUntil(const std::function<bool()>& condition, std::chrono::milliseconds limit) {
@@ -146,7 +153,9 @@ std::ostream& operator<<(std::ostream& out, const ResourceCounts& counts) {
              << counts.kernelHandles << " kernel handles";
 }
 
-ResourceCounts LeakedBy(const std::function<void()>& useOnce, int times) {
+ResourceCounts LeakedBy(const std::function<void()>& useOnce) {
+  constexpr int kWarmUp = 5;
+  constexpr int kRounds = 3;
   const auto grownBy = [&](int uses) -> ResourceCounts {
     const ResourceCounts before = CountResources();
     for (int i = 0; i < uses; ++i) {
@@ -157,11 +166,13 @@ ResourceCounts LeakedBy(const std::function<void()>& useOnce, int times) {
     return {after.gdiObjects - before.gdiObjects, after.windows - before.windows,
             after.kernelHandles - before.kernelHandles};
   };
+  grownBy(kWarmUp);
   // What the system makes once, whenever it first needs it, is in one round at the most; what is
   // lost at each use is in every one.
-  ResourceCounts leaked = grownBy(times / 2);
-  for (int round = 0; round < 2; ++round) {
-    const ResourceCounts grown = grownBy(times / 2);
+  const int uses = UsesToMake() / kRounds;
+  ResourceCounts leaked = grownBy(uses);
+  for (int round = 1; round < kRounds; ++round) {
+    const ResourceCounts grown = grownBy(uses);
     leaked.gdiObjects = std::min(leaked.gdiObjects, grown.gdiObjects);
     leaked.windows = std::min(leaked.windows, grown.windows);
     leaked.kernelHandles = std::min(leaked.kernelHandles, grown.kernelHandles);

@@ -43,8 +43,9 @@ struct ResourceCounts {
 ResourceCounts CountResources();
 std::ostream& operator<<(std::ostream& out, const ResourceCounts& counts);
 
-// Uses it 1.5 times as often as asked, in three rounds, messages handled after each use, and
-// returns the smallest growth of a round: 0 unless each use leaves something behind.
-ResourceCounts LeakedBy(const std::function<void()>& useOnce, int times = 1000);
+// Uses it a few times to warm up, then in three rounds, messages handled after each use, and
+// returns the smallest growth of a round: 0 unless each use leaves something behind. The rounds
+// make 60 uses, or as many as the environment variable TELLURVANE_LEAK_USES asks for.
+ResourceCounts LeakedBy(const std::function<void()>& useOnce);
 
 }  // namespace tellurvane

@@ -34,6 +34,28 @@ TEST(clsControlColorsTest, LabelStandsOnItsHostsColor) {
   EXPECT_FALSE(Shows(hosted.control.hwnd(), kHostColor));
 }
 
+TEST(clsControlColorsTest, SimpleComboBoxShowsItsHostBelowTheLastWholeRow) {
+  HostedControl hosted(ControlKind::kSimpleComboBox);
+  for (const Color color : {kHostColor, Rgb(240, 220, 180)}) {
+    hosted.host.BackColor(color);
+    // A height that the rows of the list do not fill.
+    for (const int height : {90, 95, 83, 79}) {
+      hosted.host.Move(10, 10, 150, height);
+      Pump();
+      COMBOBOXINFO info = {};
+      info.cbSize = sizeof(info);
+      ASSERT_TRUE(GetComboBoxInfo(hosted.control.hwnd(), &info));
+      RECT list = {};
+      GetWindowRect(info.hwndList, &list);
+      MapWindowPoints(nullptr, hosted.control.hwnd(), reinterpret_cast<POINT*>(&list), 2);
+      const WindowDc screen(hosted.control.hwnd());
+      for (int y = static_cast<int>(list.bottom); y < height; ++y) {
+        EXPECT_EQ(PixelOf(screen.Get(), 75, y), color) << y << " of " << height;
+      }
+    }
+  }
+}
+
 TEST(clsControlColorsTest, HasTheColorsItWasGiven) {
   const Color back = Rgb(10, 60, 20);
   const Color fore = Rgb(250, 240, 90);

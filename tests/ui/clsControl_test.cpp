@@ -113,6 +113,16 @@ TEST(clsControlTest, FollowsItsHostsSize) {
   }
 }
 
+TEST(clsControlTest, ComboBoxIsAsHighAsItsHost) {
+  for (const ControlKind kind : {ControlKind::kEditableComboBox, ControlKind::kDropDownList}) {
+    HostedControl hosted(kind);
+    for (const int height : {26, 40, 30, 27}) {
+      hosted.host.Move(0, 0, 150, height);
+      EXPECT_EQ(PlaceOf(hosted.control.hwnd()).bottom, height) << NameOf(kind);
+    }
+  }
+}
+
 TEST(clsControlTest, DropDownListHasRoomForItsEntries) {
   for (const ControlKind kind : {ControlKind::kEditableComboBox, ControlKind::kDropDownList}) {
     HostedControl hosted(kind);

@@ -177,6 +177,33 @@ TEST_F(ListDrawTest, RedrawVisibleItemsPaintsEachOfThem) {
   EXPECT_EQ(*rows.rbegin(), list().BottomItem());
 }
 
+TEST_F(ListDrawTest, ChangedRowIsPaintedFromEdgeToEdgeBesideTheColumnsToo) {
+  for (const int count : {1, 3}) {
+    list().AutoDraw(true);
+    list().ListCount(count);
+    list().CustomDraw = [&](NMLVCUSTOMDRAW& draw, LRESULT& result) {
+      result = CDRF_NOTIFYITEMDRAW;
+      if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return;
+      const int row = static_cast<int>(draw.nmcd.dwItemSpec);
+      const UniqueBrush brush(CreateSolidBrush(list().Selected() == row ? kRowColor : kBlack));
+      const RECT strip = {0, draw.nmcd.rc.top, 300, draw.nmcd.rc.bottom};
+      FillRect(draw.nmcd.hdc, &strip, brush.Get());
+      result = CDRF_SKIPDEFAULT;
+    };
+    list().SetSelectList(-1);
+    Paint();
+    const int last = count - 1;
+    for (const int selected : {last, -1, last}) {
+      list().SetSelectList(selected);
+      Pump();
+      const Color expected = selected == last ? kRowColor : kBlack;
+      for (const int x : {0, 1, 100, 250, 295}) {
+        EXPECT_EQ(OnScreen(x, list().GetItemTop(last) + 15), expected) << x << " of " << count;
+      }
+    }
+  }
+}
+
 TEST_F(ListDrawTest, AddSubPaintsTheRowWhenMessagesAreHandled) {
   list().ListCount(3);
   Paint();

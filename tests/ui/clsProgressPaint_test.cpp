@@ -64,6 +64,16 @@ TEST_F(SliderPaintTest, SettingTheMaximumPaintsTheNewProportion) {
   EXPECT_EQ(At(40, 6), kGoldBar);
 }
 
+TEST_F(SliderPaintTest, ValueIsPaintedWhenItIsTold) {
+  Color seen = 0;
+  slider.PositionSet = [&](double, double) { seen = At(60, 6); };
+  slider.PositionSetByMouse = [&](double) { seen = At(60, 6); };
+  slider.Value(100);
+  EXPECT_EQ(seen, kGoldBar);
+  slider.ValHit(0);
+  EXPECT_EQ(seen, kGoldInside);
+}
+
 TEST_F(SliderPaintTest, DisabledSliderIsGreyWithTheSameParts) {
   slider.Value(50);
   host.Enabled(false);
@@ -98,6 +108,15 @@ TEST_F(SliderPaintTest, BarColourIsMixedWithTheHostsBackColour) {
   // 206 x 150 / 255, 154 x 150 / 255.
   EXPECT_EQ(At(0, 0), Rgb(121, 91, 0));
   EXPECT_EQ(At(69, 17), kBlack);
+}
+
+TEST_F(SliderPaintTest, SystemBackColourIsMixedAndShownAsTheColourItStandsFor) {
+  constexpr Color kReference = 0x80000000U | COLOR_HIGHLIGHT;
+  const Color ground = GetSysColor(COLOR_HIGHLIGHT);
+  host.BackColor(kReference);
+  EXPECT_EQ(host.BackColor(), kReference);
+  EXPECT_EQ(At(0, 0), Blend(kGoldAccent, ground, 150));
+  EXPECT_EQ(At(69, 17), ground);
 }
 
 TEST_F(SliderPaintTest, HeightDeltaMovesTheUpperEdgeAlone) {
@@ -183,6 +202,48 @@ TEST_F(SliderPaintTest, PrintTextWritesInTheAskedColour) {
     }
   }
   EXPECT_GT(blue, 20);
+}
+
+TEST_F(SliderPaintTest, PaleTextOnTheFilledPartHasAGlowThatStaysOnTheBar) {
+  slider.PostRender = [&](bool) { slider.PrintText(L"88 %", Rgb(151, 151, 151)); };
+  slider.Value(100);
+  int white = 0;
+  for (int y = 1; y < 12; ++y) {
+    for (int x = 1; x < 64; ++x) white += At(x, y) == kWhite ? 1 : 0;
+  }
+  EXPECT_GT(white, 10);
+  slider.BackColor(kBlack);
+  slider.FontSize(40);
+  for (int y = 13; y < 18; ++y) {
+    for (int x = 0; x < 70; ++x) EXPECT_LT(At(x, y) & 0xFF, 180U) << x << ", " << y;
+  }
+}
+
+TEST_F(SliderPaintTest, PrintTextLeavesTheContextAsItWas) {
+  const HDC context = host.Dc();
+  SetTextAlign(context, TA_RIGHT);
+  SetTextColor(context, Rgb(9, 8, 7));
+  SetBkMode(context, OPAQUE);
+  const HGDIOBJ font = GetCurrentObject(context, OBJ_FONT);
+  slider.PrintText(L"88 %", kBlack);
+  EXPECT_EQ(GetTextAlign(context), static_cast<UINT>(TA_RIGHT));
+  EXPECT_EQ(GetTextColor(context), Rgb(9, 8, 7));
+  EXPECT_EQ(GetBkMode(context), OPAQUE);
+  EXPECT_EQ(GetCurrentObject(context, OBJ_FONT), font);
+}
+
+TEST_F(SliderPaintTest, CaptionIsPalerWhileDisabled) {
+  slider.text(L"████");
+  const Color enabled = At(32, 6);
+  slider.Enabled(false);
+  EXPECT_GT(At(32, 6) & 0xFF, (enabled & 0xFF) + 40);
+}
+
+TEST_F(SliderPaintTest, PrintTextTakesASystemColour) {
+  slider.Value(0);
+  slider.PostRender = [&](bool) { slider.PrintText(L"████", 0x80000000U | COLOR_HIGHLIGHT); };
+  slider.Refresh();
+  EXPECT_EQ(At(32, 6), GetSysColor(COLOR_HIGHLIGHT));
 }
 
 TEST_F(SliderPaintTest, FontSizeChangesTheCaption) {

@@ -369,7 +369,7 @@ TEST_F(ToolbarHoverTest, ShowsNoneOverAButtonWithoutAToolTip) {
   EXPECT_FALSE(IsWindowVisible(Tip()));
 }
 
-TEST_F(ToolbarTest, LeavesNothingBehindAfterAThousandUses) {
+TEST_F(ToolbarTest, LeavesNothingBehind) {
   EXPECT_EQ(LeakedBy([&] {
               PictureBox box;
               box.Create({.parent = form.hwnd(), .width = 100, .height = 26});
