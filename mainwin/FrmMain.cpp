@@ -6,9 +6,12 @@
 #include <utility>
 
 #include "app/Autostart.h"
+#include "app/OpenFileDialog.h"
 #include "base/LocaleDates.h"
 #include "cmd/ModCMD.h"
 #include "mainwin/StatusLine.h"
+#include "notes/NoteText.h"
+#include "notes/frmNotesEdit.h"
 #include "ui/MessageLoop.h"
 #include "ui/ModTheme.h"
 #include "ui/Twips.h"
@@ -44,6 +47,14 @@ constexpr Color kPercentGrey = 0x979797;
 
 enum ToolbarButton { kNewButton = 1, kPlayButton, kStopButton, kOptionsButton, kLeaveButton };
 
+// Deliberately blocking: nothing else happens while a note or the clock fades.
+void Wait(unsigned milliseconds) { Sleep(milliseconds); }
+
+bool IsSameIgnoringCase(std::wstring_view left, std::wstring_view right) {
+  return CompareStringOrdinal(left.data(), static_cast<int>(left.size()), right.data(),
+                              static_cast<int>(right.size()), TRUE) == CSTR_EQUAL;
+}
+
 // A menu that is built, shown and thrown away. At the mouse, unless a place is named.
 UINT Choose(HWND owner, const std::vector<MenuEntry>& entries, std::optional<UINT> defaultItem,
             std::optional<POINT> place = {}) {
@@ -63,13 +74,16 @@ FrmMain::FrmMain(ModGeneral& general, MediaPlayer& player)
     : general_(general),
       player_(player),
       rows_(general, Now),
+      clock_(AroundTheClock()),
+      notes_(Wait),
       playback_(player, *this, general.radioFlag, PlayerActions()),
       runner_(general.tasks, rows_, *this, playback_, RunnerActions(), AppendLocaleDateText, Now) {}
 
 TaskActions FrmMain::RunnerActions() {
   return {.pathExists = PathExists,
           .startCommand = [](const std::wstring& commandLine) { (void)RunCommand(commandLine); },
-          .showNote = [](const std::wstring&, const std::wstring&) {},
+          .showNote = [this](const std::wstring& text,
+                             const std::wstring& time) { notes_.Show(text, time); },
           .saveList = [this] { (void)general_.taskListFile.Save(general_.tasks); },
           .processPendingMessages = ProcessPendingMessages};
 }
@@ -81,6 +95,34 @@ PlaybackActions FrmMain::PlayerActions() {
               [this](std::int32_t volume) {
                 (void)general_.settingsFile.Write(L"SavedVolume", volume);
               }};
+}
+
+ClockSurroundings FrmMain::AroundTheClock() {
+  return {
+      .clock = Now,
+      .pause = Wait,
+      .dayHalf = [this](DateSerial moment) { return FormatMoment(L"AMPM", moment, dayHalves_); },
+      .openTrayMenu = [this] { IconMenuClick(); }};
+}
+
+EditorServices FrmMain::ForTheEditor() {
+  return {
+      .browseForSource =
+          [this](bool wantExecutables) {
+            return BrowseForSource(hwnd(), wantExecutables, general_.settings.FilesPath);
+          },
+      .chooseStation = {},
+      .editNote =
+          [](HWND owner, const std::wstring& text) {
+            std::optional<std::wstring> edited;
+            frmNotesEdit editor(text, [&](const std::wstring& stored) { edited = stored; });
+            editor.Open(owner);
+            return edited;
+          },
+      .ask = [](HWND owner, const std::wstring& text,
+                UINT flags) { return MessageBoxW(owner, text.c_str(), kApplicationTitle, flags); },
+      .noteForScreen = NoteTextWithBreaks,
+      .noteForList = StoredNoteText};
 }
 
 void FrmMain::Create() {
@@ -96,6 +138,8 @@ void FrmMain::Create() {
 }
 
 void FrmMain::Form_Load() {
+  const DateFormat format = UserDateFormat();
+  dayHalves_ = {format.amDesignator, format.pmDesignator};
   CreateTrayIcon();
   AddBox(PicListView_, hwnd());
   AddBox(picStatusBar_, PicListView_.hwnd());
@@ -103,6 +147,7 @@ void FrmMain::Form_Load() {
   CreateToolbar();
   CreateSliders();
   player_.Volume(general_.settings.SavedVolume);
+  if (IsOn(general_.settings.TimeForm)) clock_.ShowClock();
   ReloadTaskList();
   CreateStatusBar();
   StartTimers();
@@ -172,7 +217,6 @@ void FrmMain::CreateSliders() {
 }
 
 void FrmMain::CreateStatusBar() {
-  dayHalves_ = {UserDateFormat().amDesignator, UserDateFormat().pmDesignator};
   picStatusBar_.BackColor(kStatusGround);
   picStatusBar_.Paint = [this](HDC context) { picStatusBar_Paint(context); };
   const HWND strip = picStatusBar_.hwnd();
@@ -198,8 +242,9 @@ void FrmMain::ReloadTaskList() {
   runner_.SetTaskTimer(rows_.RowCount() > 0);
 }
 
-// A window that is gone has no timer: a tick that ends the program still tries to go on.
-void FrmMain::SetEnabled(bool enable) { tmrJob_.Enabled(enable && IsLoaded()); }
+// A window that is gone has no timer: a tick that ends the program still tries to go on. While the
+// editor is open no task falls due, though music that ends may run one again.
+void FrmMain::SetEnabled(bool enable) { tmrJob_.Enabled(enable && IsLoaded() && !isEditorOpen_); }
 
 void FrmMain::Form_Resize() {
   if (!Visible() || IsIconic(hwnd())) return;
@@ -231,6 +276,8 @@ bool FrmMain::Form_Unload() {
   SaveAll();
   ReleaseChildren();
   if (releaseProcess_) releaseProcess_();
+  clock_.Unload();
+  notes_.CloseAll();
   return true;
 }
 
@@ -310,6 +357,9 @@ std::wstring FrmMain::LatestMediaTask() const {
 
 void FrmMain::ToolBar_ButtonClick(int id) {
   switch (id) {
+    case kNewButton:
+      OpenEditor({});
+      break;
     case kPlayButton:
       RunSelectedTask();
       break;
@@ -330,7 +380,7 @@ void FrmMain::ToolBar_ButtonClick(int id) {
 void FrmMain::ListView_Click(std::optional<POINT> place) {
   const std::optional<size_t> row = rows_.SelectedRow();
   if (!row || *row >= general_.tasks.size()) {
-    (void)Choose(hwnd(), NoTaskMenu(), {}, place);
+    if (Choose(hwnd(), NoTaskMenu(), {}, place) == kNewTask) OpenEditor({});
     return;
   }
   const TaskRecord& task = general_.tasks[*row];
@@ -338,12 +388,28 @@ void FrmMain::ListView_Click(std::optional<POINT> place) {
     case kRunTask:
       runner_.RunNow(row);
       break;
+    case kEditTask:
+      OpenEditor(row);
+      break;
     case kSwitchTask:
       runner_.SwitchEnabled(row);
       break;
     default:
       break;
   }
+}
+
+void FrmMain::OpenEditor(std::optional<size_t> row) {
+  if (std::exchange(isEditorOpen_, true)) return;
+  runner_.SetTaskTimer(false);
+  (void)general_.taskListFile.Save(general_.tasks);
+  FrmSet editor(
+      general_.tasks, {.clock = Now, .pathExists = PathExists, .isSameName = IsSameIgnoringCase},
+      [this] { (void)general_.taskListFile.Save(general_.tasks); }, ForTheEditor());
+  editor.Open(hwnd(), row);
+  isEditorOpen_ = false;
+  // The program may have ended meanwhile.
+  if (IsLoaded()) ReloadTaskList();
 }
 
 void FrmMain::SliderH_PostRender() { PrintPercent(SliderH_, 2); }
@@ -411,6 +477,11 @@ void FrmMain::SwitchStartPlay() {
 
 void FrmMain::SwitchClock() {
   general_.settings.TimeForm = Switched(general_.settings.TimeForm);
+  if (IsOn(general_.settings.TimeForm)) {
+    clock_.ShowClock();
+  } else {
+    clock_.HideClock();
+  }
   (void)general_.settingsFile.Write(L"TimeForm", general_.settings.TimeForm);
 }
 

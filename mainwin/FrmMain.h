@@ -12,10 +12,13 @@
 
 #include "app/ModGeneral.h"
 #include "base/PictureFormat.h"
+#include "clock/FrmTime.h"
 #include "mainwin/MediaPlayer.h"
 #include "mainwin/Menus.h"
 #include "mainwin/PlaybackController.h"
 #include "mainwin/TaskRowsView.h"
+#include "notes/NoteStack.h"
+#include "scheduler/FrmSet.h"
 #include "scheduler/TaskRunner.h"
 #include "ui/Form.h"
 #include "ui/PictureBox.h"
@@ -87,6 +90,8 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   void SwitchStartPlay();
   void SwitchClock();
   void Leave();
+  // Opens the schedule editor on a task, or on a new one, and returns when it is closed.
+  void OpenEditor(std::optional<size_t> row);
   // What the file has to hold when the program ends, however it ends.
   void SaveAll();
   void ReleaseChildren();
@@ -95,11 +100,14 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
 
   TaskActions RunnerActions();
   PlaybackActions PlayerActions();
+  ClockSurroundings AroundTheClock();
+  EditorServices ForTheEditor();
 
   ModGeneral& general_;
   MediaPlayer& player_;
   std::function<void()> releaseProcess_;
   bool quitFlag_ = false;
+  bool isEditorOpen_ = false;
   std::wstring statusText_;
   DayHalves dayHalves_;
 
@@ -118,6 +126,9 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   clsToolbar ToolBar_;
   clsProgress SliderH_;
   clsProgress SliderVolH_;
+
+  FrmTime clock_;
+  NoteStack notes_;
 
   PlaybackController playback_;
   TaskRunner runner_;

@@ -27,7 +27,6 @@ void TaskRowsView::Create(PictureBox& area, PictureBox& host) {
   list_.DblClick = [this](bool isLeft, int, int) {
     if (isLeft) Raise(DblClick);
   };
-  list_.ItemChanged = [this](int row, UINT, UINT) { InvalidateRow(row); };
   list_.Create(host);
   list_.RowHeight(kTaskRowHeight);
   list_.ColumnAdd(L"專案名稱", kColumnWidth);
@@ -36,21 +35,7 @@ void TaskRowsView::Create(PictureBox& area, PictureBox& host) {
   FitColumn();
 }
 
-void TaskRowsView::RefreshRow(size_t row) {
-  InvalidateRow(static_cast<int>(row));
-  UpdateWindow(list_.hwnd());
-}
-
-// The whole row: the native list leaves out a strip at its left edge.
-void TaskRowsView::InvalidateRow(int row) {
-  RECT area = {};
-  GetClientRect(list_.hwnd(), &area);
-  if (row >= 0) {
-    area.top = list_.GetItemTop(row);
-    area.bottom = area.top + list_.GetItemHeight();
-  }
-  if (!list_.Block()) InvalidateRect(list_.hwnd(), &area, FALSE);
-}
+void TaskRowsView::RefreshRow(size_t row) { list_.RedrawItem(static_cast<int>(row)); }
 
 void TaskRowsView::EnableArea(bool enable) {
   // Disabling takes the keyboard away from the list; it gets it back.
@@ -117,7 +102,7 @@ void TaskRowsView::ListView_CustomDraw(NMLVCUSTOMDRAW& draw, LRESULT& result) {
   if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT || row >= general_.tasks.size()) return;
   RECT bounds = {LVIR_BOUNDS, 0, 0, 0};
   SendMessageW(list_.hwnd(), LVM_GETITEMRECT, row, reinterpret_cast<LPARAM>(&bounds));
-  // See InvalidateRow.
+  // To the list's edge: the native list counts from its margin on.
   bounds.left = std::min(bounds.left, LONG{0});
   const RowMark mark = MarkOfRow(row);
   if (row < shownMarks_.size()) shownMarks_[row] = mark;

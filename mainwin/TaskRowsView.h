@@ -52,8 +52,6 @@ class TaskRowsView final : public TaskRows {
  private:
   void ListView_OnData(int row, int column, LVITEMW& cell);
   void ListView_CustomDraw(NMLVCUSTOMDRAW& draw, LRESULT& result);
-  // -1 stands for all rows.
-  void InvalidateRow(int row);
   RowMark MarkOfRow(size_t row) const;
 
   ModGeneral& general_;

@@ -1,0 +1,38 @@
+#include "app/OpenFileDialog.h"
+
+#include <commdlg.h>
+
+#include <algorithm>
+
+#include "app/OpenFileFilter.h"
+
+namespace tellurvane {
+namespace {
+
+// The longest path that the system can give.
+constexpr size_t kLongestPath = 32'768;
+constexpr DWORD kFlags = OFN_HIDEREADONLY | OFN_PATHMUSTEXIST | OFN_EXPLORER | OFN_LONGNAMES;
+static_assert(kFlags == 0x280804);
+
+}  // namespace
+
+std::optional<std::wstring> BrowseForSource(HWND owner, bool wantExecutables,
+                                            std::wstring& filesPath) {
+  const std::wstring filter = OpenFileFilter(wantExecutables);
+  std::wstring name(kLongestPath, L'\0');
+  OPENFILENAMEW dialog = {};
+  dialog.lStructSize = sizeof(dialog);
+  dialog.hwndOwner = owner;
+  dialog.lpstrFilter = filter.c_str();
+  dialog.lpstrFile = name.data();
+  dialog.nMaxFile = static_cast<DWORD>(name.size());
+  dialog.lpstrInitialDir = filesPath.c_str();
+  dialog.Flags = kFlags;
+  if (!GetOpenFileNameW(&dialog)) return std::nullopt;
+  name.resize(std::min(name.find(std::wstring(2, L'\0')), name.size()));
+  if (name.empty() || name.find(L'\0') != std::wstring::npos) return std::nullopt;
+  filesPath = FolderOf(name);
+  return name;
+}
+
+}  // namespace tellurvane

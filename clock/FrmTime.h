@@ -1,0 +1,81 @@
+// The desktop clock: a small translucent window above all others.
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "base/DateSerial.h"
+#include "clock/ClockFace.h"
+#include "ui/Form.h"
+#include "ui/MemoryContext.h"
+#include "ui/PictureBox.h"
+#include "ui/Timer.h"
+#include "ui/clsControl.h"
+
+namespace tellurvane {
+
+// All must be set.
+struct ClockSurroundings {
+  Clock clock;
+  // Blocks for so many milliseconds.
+  std::function<void(unsigned milliseconds)> pause;
+  // What the locale calls this half of the day.
+  std::function<std::wstring(DateSerial)> dayHalf;
+  // The tray icon's menu.
+  std::function<void()> openTrayMenu;
+};
+
+class FrmTime final : public Form {
+ public:
+  explicit FrmTime(ClockSurroundings surroundings);
+  ~FrmTime() override;
+
+  // Shows the clock, loading it if it is not. Hidden it stays loaded, with the date that it had.
+  void ShowClock();
+  void HideClock();
+
+ private:
+  // A picture box whose clicks are the window's.
+  struct DigitBox {
+    PictureBox box;
+    std::array<std::optional<int>, 4> shown;
+  };
+
+  void Form_Load() override;
+  bool Form_Unload() override;
+  void Form_MouseDown(const MouseEvent& event) override;
+  void Form_MouseMove(const MouseEvent& event) override;
+
+  void CreateLabels();
+  void CreateDigits();
+  void AddDigits(DigitBox& digits, int cells, int labelX, int y);
+  void PrepareFace();
+  void Timer1_Timer();
+  void DrawTime();
+  void DrawFace(const CivilDateTime& time);
+  void DrawDate();
+  void DrawTwoDigits(DigitBox& target, int value);
+  void DrawDigitOnce(DigitBox& target, int digit, int position);
+  void DrawDigit(HDC source, PictureBox& target, int digit, int row, int position);
+  CivilDateTime Time() const { return CivilFromSerial(surroundings_.clock()); }
+
+  ClockSurroundings surroundings_;
+  std::optional<MemoryContext> wPw1_;  // the digit strip
+  std::optional<MemoryContext> face_;  // the face without its hands
+  int centre_ = 0;
+  DigitBox G_y_;
+  DigitBox G_m_;
+  DigitBox G_d_;
+  DigitBox C_ch_;
+  DigitBox C_cm_;
+  DigitBox C_cs_;
+  std::array<PictureBox, 7> picD_;
+  std::array<clsControl, 7> labels_;
+  Timer Timer1_;
+};
+
+}  // namespace tellurvane

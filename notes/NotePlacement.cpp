@@ -1,0 +1,31 @@
+#include "notes/NotePlacement.h"
+
+namespace tellurvane {
+namespace {
+
+constexpr double kStep = 900;
+constexpr double kColumnGap = 150;
+constexpr double kLowest = 0.9;
+constexpr double kRightShare = 0.87;
+constexpr double kTopShare = 0.2;
+
+}  // namespace
+
+NotePlace PlaceOfNote(std::span<const StandingNote> standing, double width, double height,
+                      double screenWidth, double screenHeight) {
+  double offset = 0;
+  int column = 0;
+  for (const StandingNote& note : standing) {
+    offset += kStep;
+    if (note.top + note.height > kLowest * screenHeight) {
+      ++column;
+      offset = 0;
+    }
+  }
+  // The new note counts as one of the stack: already the first one stands a step down.
+  offset += kStep;
+  return {kRightShare * (screenWidth - width / 2) - column * (width + kColumnGap),
+          kTopShare * screenHeight - height / 2 + offset};
+}
+
+}  // namespace tellurvane

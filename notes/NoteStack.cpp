@@ -1,0 +1,46 @@
+#include "notes/NoteStack.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "ui/Twips.h"
+
+namespace tellurvane {
+
+NoteStack::NoteStack(Pause pause) : pause_(std::move(pause)) {
+  afterwards_.Interval(10);
+  afterwards_.Tick = [this] {
+    afterwards_.Enabled(false);
+    ForgetClosed();
+  };
+}
+
+void NoteStack::Show(const std::wstring& text, const std::wstring& time) {
+  std::vector<StandingNote> standing;
+  for (const auto& note : notes_) {
+    if (note->IsLoaded()) {
+      standing.push_back({static_cast<double>(note->Top()), static_cast<double>(note->Height())});
+    }
+  }
+  auto note = std::make_unique<frmNotes>(++made_, pause_);
+  frmNotes& shown = *note;
+  notes_.push_back(std::move(note));
+  shown.Closed = [this] { afterwards_.Enabled(true); };
+  shown.Prepare(text, time, standing);
+  shown.ShowNote();
+}
+
+void NoteStack::CloseAll() {
+  for (const auto& note : notes_) note->Unload();
+}
+
+size_t NoteStack::Count() const {
+  return static_cast<size_t>(
+      std::ranges::count_if(notes_, [](const auto& note) { return note->IsLoaded(); }));
+}
+
+void NoteStack::ForgetClosed() {
+  std::erase_if(notes_, [](const auto& note) { return !note->IsLoaded(); });
+}
+
+}  // namespace tellurvane

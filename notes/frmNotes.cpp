@@ -1,0 +1,191 @@
+#include "notes/frmNotes.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "notes/NoteText.h"
+#include "ui/Handle.h"
+#include "ui/ModTheme.h"
+#include "ui/Twips.h"
+
+namespace tellurvane {
+namespace {
+
+constexpr unsigned kFadeMilliseconds = 30;
+constexpr BYTE kFadeIn[] = {0, 40, 80, 120, 160, 200, 240};
+constexpr BYTE kFadeOut[] = {200, 160, 120, 80, 40, 0};
+constexpr BYTE kOpacity = 230;
+
+// Pixels; a text's x is doubled when it is drawn.
+constexpr int kTimeX = 2;
+constexpr int kTimeY = 2;
+constexpr int kTextX = 5;
+constexpr int kTextY = 20;
+constexpr int kHairlineY = 20;
+constexpr int kLowerMargin = 10;
+constexpr int kImageMargin = 4;
+constexpr int kImageSize = 16;
+
+constexpr ModTheme::TextFont kTimeFont = {.size = 12, .style = ModTheme::kBold};
+constexpr ModTheme::TextFont kTextFont = {.size = 16, .style = ModTheme::kBold};
+constexpr Color kPaperTop = Rgb(0xFF, 0xF8, 0xE8);
+constexpr Color kPaperBottom = Rgb(0xF5, 0xDE, 0xB3);
+constexpr Color kEdge = Rgb(0x4B, 0x00, 0x82);
+constexpr Color kHairline = Rgb(0xC9, 0xA8, 0x6A);
+
+int ScreenWidth() { return GetSystemMetrics(SM_CXSCREEN); }
+int ScreenHeight() { return GetSystemMetrics(SM_CYSCREEN); }
+
+Color PaperAt(int y, int height) {
+  return Blend(kPaperBottom, kPaperTop,
+               height <= 1 ? 0 : std::clamp(255 * y / (height - 1), 0, 255));
+}
+
+}  // namespace
+
+void CloseImage::CreateAt(HWND parent, int x, int y, int size) {
+  size_ = size;
+  Create({.parent = parent, .x = x, .y = y, .width = size, .height = size});
+  Paint = [this](HDC context) { DrawImage(context); };
+  MouseUp = [this](const MouseEvent& event) {
+    const bool isInside = event.x >= 0 && event.y >= 0 && event.x < size_ && event.y < size_;
+    if (event.button == kLeftButton && isInside && Click) Click();
+  };
+  MouseMove = [this](const MouseEvent&) { SetHot(true); };
+  Redraw();
+}
+
+void CloseImage::DrawImage(HDC context) const {
+  // The paper goes on behind it.
+  for (int y = 0; y < size_; ++y) {
+    ModTheme::SolidFill(context, 0, y, size_, 1, PaperAt(0, 2));
+  }
+  const UniqueIcon icon(
+      static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), isHot_ ? L"CLOSEHOT" : L"CLOSE",
+                                    IMAGE_ICON, size_, size_, LR_DEFAULTCOLOR)));
+  if (icon) DrawIconEx(context, 0, 0, icon.Get(), size_, size_, 0, nullptr, DI_NORMAL);
+}
+
+void CloseImage::SetHot(bool isHot) {
+  if (isHot) {
+    TRACKMOUSEEVENT track = {};
+    track.cbSize = sizeof(track);
+    track.dwFlags = TME_LEAVE;
+    track.hwndTrack = hwnd();
+    TrackMouseEvent(&track);
+  }
+  if (std::exchange(isHot_, isHot) != isHot) Redraw();
+}
+
+LRESULT CloseImage::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_SETCURSOR:
+      SetCursor(LoadCursorW(nullptr, IDC_HAND));
+      return TRUE;
+    case WM_MOUSELEAVE:
+      SetHot(false);
+      return 0;
+    default:
+      return PictureBox::HandleMessage(message, wParam, lParam);
+  }
+}
+
+frmNotes::frmNotes(unsigned number, Pause pause)
+    : className_(L"frmNotes" + std::to_wstring(number)), pause_(std::move(pause)) {}
+
+frmNotes::~frmNotes() {
+  Closed = nullptr;
+  Unload();
+  UnregisterClassW(className_.c_str(), GetModuleHandleW(nullptr));
+}
+
+void frmNotes::Prepare(const std::wstring& text, const std::wstring& time,
+                       std::span<const StandingNote> standing) {
+  text_ = DrawableNoteText(NoteTextWithBreaks(text));
+  FormTime_ = time;
+  Load({.caption = L"frmNotes",
+        .border = FormBorder::kNone,
+        .widthTwips = kNoteWidth,
+        .heightTwips = kNoteLeastHeight,
+        .backColor = kPaperTop,
+        .extendedStyle = WS_EX_TOPMOST,
+        .className = className_});
+  const int height = HeightNeeded();
+  const NotePlace place =
+      PlaceOfNote(standing, kNoteWidth, height, ScreenWidth() * TwipsPerPixelX(),
+                  ScreenHeight() * TwipsPerPixelY());
+  Form::Move(static_cast<int>(std::lround(place.left)), static_cast<int>(std::lround(place.top)),
+             kNoteWidth, height);
+  PullInside();
+  picCerrar_.CreateAt(hwnd(), ScaleWidth() - kImageSize - kImageMargin, kImageMargin, kImageSize);
+  picCerrar_.Click = [this] { Form_DblClick({}); };
+}
+
+void frmNotes::Form_Load() {
+  Opacity(0);
+  savedClassStyle_ = GetClassLongPtrW(hwnd(), GCL_STYLE);
+  SetClassLongPtrW(hwnd(), GCL_STYLE, static_cast<LONG_PTR>(savedClassStyle_ | CS_DROPSHADOW));
+  Paint = [this](HDC context) { Draw(context); };
+}
+
+bool frmNotes::Form_Unload() {
+  // Deliberately no plain restore: all bits but the shadow's are set. The class is this note's own
+  // and ends with it.
+  SetClassLongPtrW(hwnd(), GCL_STYLE, static_cast<LONG_PTR>(savedClassStyle_ | 0xFFFD'FFFF));
+  const auto closed = Closed;
+  if (closed) closed();
+  return true;
+}
+
+// As high as its lines need, in twips, but never higher than the screen.
+int frmNotes::HeightNeeded() {
+  const auto textHeight =
+      static_cast<int>(std::ceil(ModTheme::MeasureText(Dc(), text_, kTextFont).height));
+  const int pixels = std::min(kTextY + 1 + textHeight + kLowerMargin, ScreenHeight());
+  return std::max(pixels * TwipsPerPixelY(), kNoteLeastHeight);
+}
+
+void frmNotes::Draw(HDC context) {
+  const int width = ScaleWidth();
+  const int height = ScaleHeight();
+  ModTheme::SolidFill(context, 0, 0, width, height, kEdge);
+  for (int y = 1; y < height - 1; ++y) {
+    ModTheme::SolidFill(context, 1, y, width - 2, 1, PaperAt(y, height));
+  }
+  ModTheme::SolidFill(context, 2 * kTimeX, kHairlineY, width - 4 * kTimeX, 1, kHairline);
+  ModTheme::Text(context, FormTime_, kTimeX, kTimeY, {.text = ModTheme::kIndigoText}, kTimeFont);
+  ModTheme::Text(context, text_, kTextX, kTextY, {.text = ModTheme::kBlackText}, kTextFont);
+  // Over a text that is too long for its line.
+  ModTheme::SolidFill(context, width - 1, 0, 1, height, kEdge);
+}
+
+void frmNotes::ShowNote() {
+  Redraw();
+  ShowWithoutFocus();
+  for (const BYTE opacity : kFadeIn) {
+    Opacity(opacity);
+    pause_(kFadeMilliseconds);
+  }
+  Opacity(kOpacity);
+  Refresh();
+}
+
+void frmNotes::Close() {
+  if (!IsLoaded() || std::exchange(isClosing_, true)) return;
+  for (const BYTE opacity : kFadeOut) {
+    Opacity(opacity);
+    pause_(kFadeMilliseconds);
+  }
+  Unload();
+}
+
+void frmNotes::Form_MouseDown(const MouseEvent& event) {
+  if (event.button == kLeftButton) BeginDrag();
+}
+
+void frmNotes::Form_MouseMove(const MouseEvent&) { PullInside(); }
+
+void frmNotes::Form_DblClick(const MouseEvent&) { Close(); }
+
+}  // namespace tellurvane

@@ -1,0 +1,75 @@
+// A reminder note: a small borderless window that fades in, waits to be read, and fades out.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <span>
+#include <string>
+
+#include "notes/NotePlacement.h"
+#include "ui/Form.h"
+#include "ui/PictureBox.h"
+
+namespace tellurvane {
+
+// Blocks for so many milliseconds.
+using Pause = std::function<void(unsigned milliseconds)>;
+
+// The close image: it lights up under the pointer.
+class CloseImage final : public PictureBox {
+ public:
+  // A click on it.
+  std::function<void()> Click;
+
+  // A square of so many pixels: 16 or 24.
+  void CreateAt(HWND parent, int x, int y, int size);
+
+ private:
+  LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+  void DrawImage(HDC context) const;
+  void SetHot(bool isHot);
+
+  int size_ = 0;
+  bool isHot_ = false;
+};
+
+class frmNotes final : public Form {
+ public:
+  // The number tells the windows' classes apart; no two notes of a process share one.
+  frmNotes(unsigned number, Pause pause);
+  ~frmNotes() override;
+
+  // Raised once the note is gone.
+  std::function<void()> Closed;
+
+  // Makes the note, invisible, below those that stand already. `text` is as the task list stores
+  // it; `time` is shown above.
+  void Prepare(const std::wstring& text, const std::wstring& time,
+               std::span<const StandingNote> standing);
+  // Shows and fades it in, which takes a quarter of a second. Whoever has the keyboard keeps it.
+  void ShowNote();
+  // Fades out and unloads.
+  void Close();
+
+ private:
+  void Form_Load() override;
+  bool Form_Unload() override;
+  void Form_MouseDown(const MouseEvent& event) override;
+  void Form_MouseMove(const MouseEvent& event) override;
+  void Form_DblClick(const MouseEvent& event) override;
+  void Form_Escape() override { Close(); }
+
+  int HeightNeeded();
+  void Draw(HDC context);
+
+  std::wstring className_;
+  Pause pause_;
+  std::wstring text_;
+  std::wstring FormTime_;
+  ULONG_PTR savedClassStyle_ = 0;
+  bool isClosing_ = false;
+  CloseImage picCerrar_;
+};
+
+}  // namespace tellurvane

@@ -1,0 +1,48 @@
+// The small dialog in which the text of a reminder note is written.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "ui/Form.h"
+#include "ui/PictureBox.h"
+#include "ui/clsControl.h"
+
+namespace tellurvane {
+
+class frmNotesEdit final : public Form {
+ public:
+  // `source` is the note as the task list stores it; `write` takes the new one, and is called only
+  // when the user confirms a text that is not empty.
+  frmNotesEdit(std::wstring source, std::function<void(const std::wstring&)> write);
+
+  // Returns when the dialog is closed. The owner is disabled meanwhile.
+  void Open(HWND owner);
+
+ private:
+  void Form_Load() override;
+  void Form_Resize() override;
+  void Form_Escape() override { cmdCancel_Click(); }
+
+  void AddControl(clsControl& control, PictureBox& box, ControlKind kind, const wchar_t* text);
+  bool picText_KeyDown(UINT key);
+  void ShowExtent();
+  void cmdOk_Click();
+  void cmdCancel_Click();
+
+  std::wstring source_;
+  std::function<void(const std::wstring&)> write_;
+  std::wstring opened_;  // the box's text before the user touched it
+  PictureBox picNote_;
+  PictureBox picText_;
+  PictureBox picCount_;
+  PictureBox picOK_;
+  PictureBox picCancel_;
+  clsControl note_;
+  clsControl text_;
+  clsControl count_;
+  clsControl ok_;
+  clsControl cancel_;
+};
+
+}  // namespace tellurvane

@@ -1,0 +1,122 @@
+// The schedule editor: makes, changes and removes tasks.
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "scheduler/ScheduleEditor.h"
+#include "ui/ClsDate.h"
+#include "ui/Form.h"
+#include "ui/PictureBox.h"
+#include "ui/clsControl.h"
+#include "ui/clsLictView.h"
+
+namespace tellurvane {
+
+// What the editor has others do. `browseForSource` and `ask` must be set; without one of the others
+// the "..." button does nothing for its kind of task. Each answers nothing when the user changed
+// his mind.
+struct EditorServices {
+  std::function<std::optional<std::wstring>(bool wantExecutables)> browseForSource;
+  std::function<std::optional<std::wstring>(HWND owner)> chooseStation;
+  // The note's text as the task list stores it.
+  std::function<std::optional<std::wstring>(HWND owner, const std::wstring& text)> editNote;
+  // A message box; flags and answer as of the system's.
+  std::function<int(HWND owner, const std::wstring& text, UINT flags)> ask;
+  // A stored note as it reads on the screen, and back.
+  std::function<std::wstring(const std::wstring&)> noteForScreen;
+  std::function<std::wstring(const std::wstring&)> noteForList;
+};
+
+class FrmSet final : public Form {
+ public:
+  // The list outlives the window.
+  FrmSet(TaskList& tasks, TaskSurroundings surroundings, std::function<void()> saveList,
+         EditorServices services);
+
+  // Shows the editor on an element of the list, about to be edited, or on a new task, and returns
+  // when it is closed.
+  void Open(HWND owner, std::optional<size_t> element);
+
+ private:
+  // A control in a box of its own.
+  struct Field {
+    PictureBox box;
+    clsControl control;
+  };
+
+  void Form_Load() override;
+  void Form_Resize() override;
+  bool Form_Unload() override;
+  void Form_Enter() override;
+  void Form_Escape() override;
+
+  void Add(Field& field, ControlKind kind, const wchar_t* text);
+  void CreateList();
+  void CreateFields();
+  void CreateButtons();
+  void WireFields();
+
+  void lstJobs_ItemChanged(int row, UINT oldState, UINT newState);
+  void lstJobs_KeyDown(UINT key);
+  bool txtSrc_KeyDown(UINT key);
+  void cmdNew_Click();
+  void cmdEdit_Click();
+  void cmdDel_Click();
+  void cmdSaveJob_Click() { (void)SaveJob(); }
+  void cmdCancelJob_Click();
+  void cmdSave_Click();
+  void cmdCancel_Click();
+  void cmdFiles_Click();
+  void cboMediaType_Click();
+  void cboTimeType_Click();
+
+  // False when the task was refused.
+  bool SaveJob();
+  bool MayLoseTyping();
+  void BeginEditing();
+  void RefreshList();
+  void ShowState();
+  void ShowFields();
+  void ShowSource(const std::wstring& source);
+  void ShowMediaWords();
+  TaskFields ReadFields() const;
+  std::wstring Source() const;
+  int Ask(const std::wstring& text, UINT flags) { return services_.ask(hwnd(), text, flags); }
+  Field& Label(size_t row) { return labels_[row]; }
+
+  ScheduleEditor editor_;
+  EditorServices services_;
+  TaskFields shown_;             // what the fields showed before the user touched them
+  std::int32_t shownMedia_ = 0;  // the kind of task whose source is in the box
+  bool isFilling_ = false;       // what changes now was not changed by the user
+  bool mayClose_ = false;        // without a question
+
+  PictureBox picJobs_;
+  clsLictView lstJobs_;
+  std::array<Field, 5> labels_;
+  Field cmdNew_;
+  Field cmdEdit_;
+  Field cmdDel_;
+  Field txtName_;
+  Field cboMediaType_;
+  Field txtSrc_;
+  Field cmdFiles_;
+  PictureBox picDates_;
+  ClsDate dtpDate_;
+  ClsDate dtpTime_;
+  Field cboTimeType_;
+  Field txtInterval_;
+  Field lblInterval_;
+  Field chkEnabled_;
+  Field cmdSaveJob_;
+  Field cmdCancelJob_;
+  Field cmdSave_;
+  Field cmdCancel_;
+};
+
+}  // namespace tellurvane

@@ -1,0 +1,94 @@
+#include "scheduler/TaskValidation.h"
+
+#include <array>
+
+#include "base/Number.h"
+#include "base/Text.h"
+#include "scheduler/Schedule.h"
+
+namespace tellurvane {
+namespace {
+
+constexpr const wchar_t* kNoInterval = L"時間數值錯誤或不可為 0，請再次輸入一個您所要執行的時間。";
+constexpr const wchar_t* kSameName = L"排程專案名稱重複，請另外指定一個新的排程專案名稱";
+constexpr const wchar_t* kNoStream =
+    L"無效的網址，程式僅支援開頭為 http 與 mms 串流，請點選確定重新指定";
+constexpr const wchar_t* kNoFile = L"檔案不存在，請點選確定重新指定";
+constexpr const wchar_t* kNoText = L"您尚未輸入要提醒的文字，請點選確定重新指定";
+
+struct IntervalLimit {
+  double most;
+  const wchar_t* text;
+};
+constexpr std::array<IntervalLimit, 3> kLimits = {
+    {{60, L"60 分鐘"}, {24, L"24 小時"}, {7, L"7 天(每週)"}}};
+
+std::optional<TaskRefusal> RefusedInterval(const TaskFields& fields) {
+  const auto number = ParseNumber(fields.interval);
+  // Less than a half would be stored as 0.
+  if (!number || RoundHalfToEven(*number) <= 0) return TaskRefusal{kNoInterval, true};
+  // A task from a file may have a unit that nobody knows; it cannot be saved as it is.
+  if (fields.timeType < kMinutes || fields.timeType > kDays) return TaskRefusal{kNoInterval, false};
+  const IntervalLimit& limit = kLimits.at(static_cast<size_t>(fields.timeType));
+  if (*number <= limit.most) return std::nullopt;
+  return TaskRefusal{
+      std::wstring(L"時間數值超過 ") + limit.text + L"，請再次輸入一個您所要執行的時間。", true};
+}
+
+bool IsNameTaken(const TaskRecord& task, std::optional<size_t> edited, const TaskList& tasks,
+                 const TaskSurroundings& surroundings) {
+  for (size_t i = 0; i < tasks.size(); ++i) {
+    if (i != edited && surroundings.isSameName(tasks[i].Name, task.Name)) return true;
+  }
+  return false;
+}
+
+bool IsStream(const std::wstring& source) {
+  return EqualsIgnoringAsciiCase(source.substr(0, 4), L"HTTP") ||
+         EqualsIgnoringAsciiCase(source.substr(0, 3), L"MMS");
+}
+
+std::optional<TaskRefusal> RefusedSource(std::int32_t mediaType, const std::wstring& source,
+                                         const TaskSurroundings& surroundings) {
+  switch (mediaType) {
+    case kInternetRadio:
+      if (!IsStream(source)) return TaskRefusal{kNoStream};
+      break;
+    case kLocalMusic:
+      if (!surroundings.pathExists(source)) return TaskRefusal{kNoFile};
+      break;
+    case kReminderNote:
+      if (source.empty()) return TaskRefusal{kNoText};
+      break;
+    default:
+      break;
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::variant<TaskRecord, TaskRefusal> ValidateTask(const TaskFields& fields,
+                                                   std::optional<size_t> edited,
+                                                   const TaskList& tasks,
+                                                   const TaskSurroundings& surroundings) {
+  if (const auto refusal = RefusedInterval(fields)) return *refusal;
+  TaskRecord task = edited ? tasks.at(*edited) : TaskRecord();
+  task.IntervalUnit = fields.timeType;
+  task.Interval = static_cast<std::int32_t>(RoundHalfToEven(*ParseNumber(fields.interval)));
+  task.NextRun = fields.firstRun;
+  task.NextRun = CaughtUpNextRun(task, surroundings.clock(), CatchUp::kStrict);
+  task.Name = TrimBlanks(fields.name);
+  if (IsNameTaken(task, edited, tasks, surroundings)) return TaskRefusal{kSameName};
+  task.Enabled = fields.isEnabled;
+  task.Source = TrimBlanks(fields.source);
+  if (const auto refusal = RefusedSource(fields.mediaType, task.Source, surroundings)) {
+    return *refusal;
+  }
+  task.MediaType = fields.mediaType;
+  // Once more: a question that the user took his time to answer may have come in between.
+  task.NextRun = CaughtUpNextRun(task, surroundings.clock(), CatchUp::kStrict);
+  return task;
+}
+
+}  // namespace tellurvane

@@ -1,0 +1,52 @@
+// Whether what was typed into the schedule editor makes a task.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+
+#include "base/DateSerial.h"
+#include "scheduler/TaskRecord.h"
+
+namespace tellurvane {
+
+// The fields as they stand. Texts are the boxes' own; the numbers are the lists' indices.
+struct TaskFields {
+  std::wstring name;
+  std::int32_t mediaType = kInternetRadio;
+  std::wstring source;
+  DateSerial firstRun = 0;  // the chosen date with the chosen time of day
+  std::int32_t timeType = kMinutes;
+  std::wstring interval;
+  bool isEnabled = false;
+
+  bool operator==(const TaskFields&) const = default;
+};
+
+struct TaskRefusal {
+  std::wstring message;
+  bool emptiesInterval = false;
+
+  bool operator==(const TaskRefusal&) const = default;
+};
+
+// What has to be known besides. All must be set.
+struct TaskSurroundings {
+  Clock clock;
+  std::function<bool(const std::wstring& path)> pathExists;
+  // Whether two names are the same but for the case of their letters.
+  std::function<bool(std::wstring_view, std::wstring_view)> isSameName;
+};
+
+// The task that the fields stand for, or the first reason why they stand for none. `edited` is the
+// element of the list that the task replaces; its other members are kept. Removed elements of the
+// list still hold their names.
+std::variant<TaskRecord, TaskRefusal> ValidateTask(const TaskFields& fields,
+                                                   std::optional<size_t> edited,
+                                                   const TaskList& tasks,
+                                                   const TaskSurroundings& surroundings);
+
+}  // namespace tellurvane
