@@ -28,7 +28,11 @@ std::optional<std::wstring> BrowseForSource(HWND owner, bool wantExecutables,
   dialog.nMaxFile = static_cast<DWORD>(name.size());
   dialog.lpstrInitialDir = filesPath.c_str();
   dialog.Flags = kFlags;
-  if (!GetOpenFileNameW(&dialog)) return std::nullopt;
+  const bool isOwnerEnabled = IsWindowEnabled(owner) != FALSE;
+  const bool isChosen = GetOpenFileNameW(&dialog) != FALSE;
+  // Some systems' dialog enables its owner at the end, though another window holds it disabled.
+  EnableWindow(owner, isOwnerEnabled);
+  if (!isChosen) return std::nullopt;
   name.resize(std::min(name.find(std::wstring(2, L'\0')), name.size()));
   if (name.empty() || name.find(L'\0') != std::wstring::npos) return std::nullopt;
   filesPath = FolderOf(name);

@@ -11,7 +11,7 @@ constexpr int kHoursPerHalf = 12;
 
 std::wstring Padded(int number, int digits) {
   std::array<wchar_t, 16> text = {};
-  std::swprintf(text.data(), text.size(), L"%0*d", digits, number);
+  (void)std::swprintf(text.data(), text.size(), L"%0*d", digits, number);
   return text.data();
 }
 
@@ -43,7 +43,7 @@ class Parts {
       isBehindHours_ = false;
       return Padded(isMinute ? civil_.minute : civil_.month, 2);
     }
-    const std::wstring literal(rest.substr(0, 1));
+    std::wstring literal(rest.substr(0, 1));
     rest.remove_prefix(1);
     return literal;
   }
@@ -78,7 +78,7 @@ std::wstring FormatPercent(double quotient, int decimals) {
   const double scaled = quotient * 100 * scale;
   const double rounded = std::round(scaled + std::copysign(std::abs(scaled) * 1e-12, scaled));
   std::array<wchar_t, 400> text = {};
-  std::swprintf(text.data(), text.size(), L"%.*f %%", decimals, rounded / scale + 0.0);
+  (void)std::swprintf(text.data(), text.size(), L"%.*f %%", decimals, rounded / scale + 0.0);
   return text.data();
 }
 

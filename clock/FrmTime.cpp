@@ -28,22 +28,23 @@ struct LabelPlace {
   int width;
 };
 constexpr int kLabelHeight = 285;
+constexpr int kLowestLabel = 540;
 constexpr std::array<LabelPlace, 7> kLabels = {{{2'016, 132, 285},
                                                 {2'904, 132, 285},
                                                 {3'756, 132, 285},
-                                                {2'016, 540, 285},
-                                                {2'904, 540, 285},
-                                                {3'744, 540, 285},
-                                                {984, 540, 432}}};
+                                                {2'016, kLowestLabel, 285},
+                                                {2'904, kLowestLabel, 285},
+                                                {3'744, kLowestLabel, 285},
+                                                {984, kLowestLabel, 432}}};
 constexpr std::array<const wchar_t*, 7> kTexts = {L"年", L"月", L"日", L"時", L"分", L"秒", L""};
 constexpr size_t kHalfOfDay = 6;
 constexpr int kWidth = 4'170;
-constexpr int kHeight = 1'095;
 
 // Pixels.
 constexpr int kScreenMargin = 8;
 constexpr int kDiscRadius = kFaceRadius + 2;
 constexpr int kGapBehindFace = 2;
+constexpr int kLowerMargin = 5;
 
 constexpr Color kNight = Rgb(0x1E, 0x0A, 0x3C);
 constexpr Color kWheat = Rgb(0xF5, 0xDE, 0xB3);
@@ -84,6 +85,12 @@ void DrawMarks(HDC context, int centre) {
   }
 }
 
+// In pixels: the face keeps its size whatever the screen's density, the labels follow it.
+int HeightNeeded() {
+  return std::max(2 * FaceCentre(TwipsPerPixelY()) + 1,
+                  PixelsFromTwipsY(kLowestLabel + kLabelHeight) + kLowerMargin);
+}
+
 }  // namespace
 
 FrmTime::FrmTime(ClockSurroundings surroundings) : surroundings_(std::move(surroundings)) {}
@@ -95,7 +102,6 @@ void FrmTime::ShowClock() {
     Load({.caption = L"FrmTime",
           .border = FormBorder::kNone,
           .widthTwips = kWidth,
-          .heightTwips = kHeight,
           .backColor = kNight});
   } else {
     DrawTime();
@@ -108,6 +114,7 @@ void FrmTime::HideClock() {
 }
 
 void FrmTime::Form_Load() {
+  ResizeInside(PixelsFromTwipsX(kWidth), HeightNeeded());
   RECT work = {};
   SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
   const int left = static_cast<int>(work.right) - PixelsFromTwipsX(kWidth) - kScreenMargin;

@@ -12,6 +12,8 @@
 #include "mainwin/StatusLine.h"
 #include "notes/NoteText.h"
 #include "notes/frmNotesEdit.h"
+#include "radio/HttpGetText.h"
+#include "radio/frmRadioList.h"
 #include "ui/MessageLoop.h"
 #include "ui/ModTheme.h"
 #include "ui/Twips.h"
@@ -111,7 +113,19 @@ EditorServices FrmMain::ForTheEditor() {
           [this](bool wantExecutables) {
             return BrowseForSource(hwnd(), wantExecutables, general_.settings.FilesPath);
           },
-      .chooseStation = {},
+      .chooseStation =
+          [this](HWND owner) {
+            frmRadioList directory(
+                {.readSetting =
+                     [this](const std::wstring& key) { return general_.settingsFile.Read(key); },
+                 .writeSetting =
+                     [this](const std::wstring& key, const std::wstring& value) {
+                       (void)general_.settingsFile.Write(key, value);
+                     },
+                 .fetch = HttpGetText,
+                 .hinetUrl = general_.settings.HinetUrl});
+            return directory.Open(owner);
+          },
       .editNote =
           [](HWND owner, const std::wstring& text) {
             std::optional<std::wstring> edited;

@@ -34,9 +34,10 @@ std::wstring MediaTimeText(double seconds) {
   const long long minutes = whole / 60 % 60;
   std::array<wchar_t, 32> text = {};
   if (hours > 0) {
-    std::swprintf(text.data(), text.size(), L"%lld:%02lld:%02lld", hours, minutes, whole % 60);
+    (void)std::swprintf(text.data(), text.size(), L"%lld:%02lld:%02lld", hours, minutes,
+                        whole % 60);
   } else {
-    std::swprintf(text.data(), text.size(), L"%02lld:%02lld", minutes, whole % 60);
+    (void)std::swprintf(text.data(), text.size(), L"%02lld:%02lld", minutes, whole % 60);
   }
   return text.data();
 }

@@ -40,7 +40,7 @@ class frmNotes final : public Form {
   frmNotes(unsigned number, Pause pause);
   ~frmNotes() override;
 
-  // Raised once the note is gone.
+  // Raised as the note goes; its window still stands.
   std::function<void()> Closed;
 
   // Makes the note, invisible, below those that stand already. `text` is as the task list stores

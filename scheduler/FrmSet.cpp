@@ -123,7 +123,8 @@ void FrmSet::CreateList() {
   };
   lstJobs_.KeyDown = [this](UINT key, int) { lstJobs_KeyDown(key); };
   lstJobs_.Create(picJobs_);
-  lstJobs_.ColumnAdd(L"專案名稱", Px(kListWidth));
+  // Room for the scroll bar, or a long list would get one below too.
+  lstJobs_.ColumnAdd(L"專案名稱", Px(kListWidth) - GetSystemMetrics(SM_CXVSCROLL));
   lstJobs_.LockColumn(true);
   Add(cmdNew_, ControlKind::kPushButton, L"新增");
   Add(cmdEdit_, ControlKind::kPushButton, L"編輯");
@@ -394,8 +395,8 @@ void FrmSet::cboMediaType_Click() {
 
 void FrmSet::cboTimeType_Click() {
   const int unit = cboTimeType_.control.ListIndex();
-  if (unit < 0) return;
-  lblInterval_.control.text(kIntervalWords.at(static_cast<size_t>(unit)));
+  // A unit from a file that the list does not offer has no word.
+  lblInterval_.control.text(unit < 0 ? L"" : kIntervalWords.at(static_cast<size_t>(unit)));
 }
 
 void FrmSet::ShowMediaWords() {

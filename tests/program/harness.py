@@ -8,10 +8,15 @@ import subprocess
 import time
 from pathlib import Path
 
+from PIL import ImageGrab
+
 BINARIES = Path(os.environ["TELLURVANE_BINARIES"])
 LOCALE = os.environ["LC_ALL"].partition(".")[0]
 DEADLINE = 60  # seconds for anything to happen; long, because the machine may be busy
 MARK = b"\xff\xfe"
+ROW_HEIGHT = 86  # pixels, of the task list
+MENU_CLASS = "#32768"
+TRAY_PLACE = (800, 600)
 
 SETTINGS = {
     "SavedVolume": "50", "TimeForm": "0", "SongLoop": "0", "StartPlay": "0",
@@ -43,8 +48,25 @@ def click(x, y):
     run("xdotool", "mousemove", int(x), int(y), "click", "1")
 
 
+def click_at(rect, x=0.5, y=0.5, button=1, times=1):
+    """Clicks in a rectangle of the screen, at so much of its width and height."""
+    left, top, right, bottom = rect
+    run("xdotool", "mousemove", int(left + (right - left) * x), int(top + (bottom - top) * y),
+        "click", "--repeat", times, "--delay", 40, button)
+
+
+def press_key(*names):
+    """Keys for whatever window has the keyboard."""
+    run("xdotool", "key", "--delay", 40, *names)
+
+
 def screenshot(path):
     run("import", "-window", "root", path)
+
+
+def picture(rect):
+    """What a rectangle of the screen shows."""
+    return ImageGrab.grab(bbox=tuple(rect))
 
 
 class Folder:
@@ -150,6 +172,49 @@ class Program:
         width = (right - left) / 5
         return {"rect": [int(left + width * (number - 1)), top, int(left + width * number), bottom]}
 
+    def main_window(self):
+        """The main window, where it is visible."""
+        return next((window for window in self.windows()
+                     if any(child["class"] == "ToolbarWindow32" for child in window["children"])),
+                    None)
+
+    def parts(self):
+        """The rectangles of what the main window consists of, by their names."""
+        children = until(self.main_window, "the main window")["children"]
+
+        def rects(window_class):
+            return [child["rect"] for child in children
+                    if child["class"] == window_class and child["visible"]]
+
+        boxes = rects("TellurvanePictureBox")
+        header, = rects("SysHeader32")
+        # The two sliders lie side by side between the toolbar and the list, the strip lowest.
+        toolbar, = rects("ToolbarWindow32")
+        volume, position = sorted(box for box in boxes
+                                  if toolbar[3] <= box[1] and box[3] <= header[1])
+        return {"list": rects("SysListView32")[0], "header": header, "toolbar": toolbar,
+                "volume": volume, "position": position, "strip": max(boxes, key=lambda box: box[1])}
+
+    def row(self, index):
+        """The rectangle of a row of the task list, counted from 0, while it is not scrolled."""
+        left, _, right, bottom = self.parts()["header"]
+        return [left, bottom + index * ROW_HEIGHT, right, bottom + (index + 1) * ROW_HEIGHT]
+
+    def position_is_enabled(self):
+        """Whether the position slider may be used."""
+        rect = self.parts()["position"]
+        return next(child["enabled"] for child in self.main_window()["children"]
+                    if child["rect"] == rect)
+
+    def menu(self):
+        """Waits for a menu, and returns its rectangle."""
+        window = until(lambda: next((window for window in self.windows()
+                                     if window["class"] == MENU_CLASS), None), "a menu")
+        return window["rect"]
+
+    def has_menu(self):
+        return any(window["class"] == MENU_CLASS for window in self.windows())
+
     def exit(self):
         """Leaves by the exit command, as a user does, and returns the exit code."""
         self.show_again()
@@ -189,6 +254,18 @@ class Program:
             "Absolute upper-left X", "Absolute upper-left Y", "Width"))
         click(left + width - 11, top - 11)
 
+    def put_away(self):
+        """Closes the main window by its close box, which only hides it."""
+        def is_away():
+            self.click_close_box()
+            try:
+                until(lambda: not self.on_screen(), "the window put away", 5)
+            except AssertionError:
+                return False
+            return True
+
+        until(is_away, "the window put away")
+
     def press(self, key):
         run("xdotool", "windowactivate", "--sync", self.on_screen()[0], "key", key)
 
@@ -211,8 +288,18 @@ def tray_icon():
 
 
 def click_tray_icon(button=1):
+    move_tray_aside()
     x, y = until(tray_icon, "the tray icon")
     run("xdotool", "mousemove", x, y, "click", button)
+
+
+def move_tray_aside():
+    """Puts the window of the tray where no window of the program covers it."""
+    x, y = until(tray_icon, "the tray icon")
+    if x < TRAY_PLACE[0] or y < TRAY_PLACE[1]:
+        window = run("xdotool", "search", "--onlyvisible", "--name", "^Wine System Tray$").split()
+        run("xdotool", "windowmove", "--sync", window[0], *TRAY_PLACE)
+        until(lambda: (tray_icon() or (0, 0)) >= TRAY_PLACE, "the tray aside")
 
 
 def end_all_in(folder):

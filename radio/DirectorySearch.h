@@ -1,0 +1,41 @@
+// Which page answers a search of the radio directories, and the stations on it.
+#pragma once
+
+#include <array>
+#include <functional>
+#include <string>
+
+#include "radio/StationParsers.h"
+
+namespace tellurvane {
+
+// In the order of the dialog's list.
+enum class DirectorySource { kShoutcast, kIcecast, kLiveDoor, kHinet };
+enum class SearchMode { kGenre, kKeyword };
+
+struct Genre {
+  const wchar_t* label;
+  const wchar_t* key;
+};
+extern const std::array<Genre, 28> kGenres;
+inline constexpr std::array<const wchar_t*, 4> kDirectoryNames = {L"SHOUTcast", L"Icecast",
+                                                                  L"日本 LiveDoor", L"國內電台"};
+
+// The other two have one list and no search.
+constexpr bool CanSearch(DirectorySource source) {
+  return source == DirectorySource::kShoutcast || source == DirectorySource::kIcecast;
+}
+
+struct DirectoryQuery {
+  DirectorySource source = DirectorySource::kShoutcast;
+  SearchMode mode = SearchMode::kGenre;
+  std::wstring term;  // a genre's key or a keyword; goes into the address as it stands
+};
+
+std::wstring AddressOf(const DirectoryQuery& query);
+
+// Throws what `fetch` throws. The search is not whole where the page was cut off.
+StationSearch SearchDirectory(const DirectoryQuery& query, const std::wstring& hinetUrl,
+                              const std::function<std::wstring(const std::wstring& url)>& fetch);
+
+}  // namespace tellurvane

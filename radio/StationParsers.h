@@ -1,0 +1,36 @@
+// From a directory's page to its stations. None fails on any page; each takes time in proportion to
+// the page's length.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "radio/StationRow.h"
+
+namespace tellurvane {
+
+// At most so many stations are taken from SHOUTcast's answer, however many it holds.
+inline constexpr size_t kMostShoutcastRows = 200;
+
+// A line break before every id, and no quote before a colon.
+std::wstring PreparedShoutcast(std::wstring_view page);
+// Of a prepared page. A field that cannot be cut keeps the text of the station before.
+StationRows GetShoutcast(std::wstring_view page);
+
+// Of a page as it came. A field that is missing, or too long, keeps the text of the station before.
+StationRows GetIcecast(std::wstring_view page);
+
+// The page without the marks of popular stations.
+std::wstring PreparedLiveDoor(std::wstring_view page);
+// Of a prepared page; the same holds for missing fields.
+StationRows GetLiveDoor(std::wstring_view page);
+
+struct StationSearch {
+  StationRows rows;
+  // False where the page ends in the middle of a station: those before it are there.
+  bool isWhole = true;
+};
+// `urlPrefix` is what a station's id is appended to.
+StationSearch GetHinet(std::wstring_view page, std::wstring_view urlPrefix);
+
+}  // namespace tellurvane

@@ -1,0 +1,49 @@
+#include "radio/StationRowPainter.h"
+
+#include "ui/MemoryContext.h"
+#include "ui/ModTheme.h"
+
+namespace tellurvane {
+namespace {
+
+constexpr Color kGround = 0xEBEBEB;
+constexpr Color kBand = 0xF7F7F7;
+constexpr Color kOddBand = 0xF3F3F3;
+constexpr Color kSelection = 0xE0D080;
+constexpr ModTheme::TextFont kFont = {.size = 16};
+constexpr int kMargin = 6;
+constexpr int kTextY = 2;
+
+// Clipped to its column: a long name does not run into the type.
+void Write(HDC context, const std::wstring& text, int x, int right, ModTheme::Argb color) {
+  const int saved = SaveDC(context);
+  IntersectClipRect(context, x, 0, right, kStationRowHeight);
+  // The routine doubles the column that it is given.
+  ModTheme::Text(context, text, x / 2, kTextY,
+                 {.text = color, .glow = 0x00FFFFFF, .shadow = ModTheme::kWhiteShadow}, kFont);
+  RestoreDC(context, saved);
+}
+
+}  // namespace
+
+void PaintStationRow(HDC target, const RECT& row, const StationRow& station, int nameWidth,
+                     const StationRowLook& look) {
+  const auto width = static_cast<int>(row.right - row.left);
+  const auto height = static_cast<int>(row.bottom - row.top);
+  const auto picture = MemoryContext::Create(width, height);
+  if (!picture) return;
+  const HDC context = picture->Dc();
+  ModTheme::SolidFill(context, 0, 0, width, height, kGround);
+  if (look.isSelected) {
+    ModTheme::SimpleHighlight(context, 0, 0, width, height, kWhite, kSelection);
+  } else {
+    ModTheme::SolidFill(context, 0, 1, width, height - 2, look.isOdd ? kOddBand : kBand);
+  }
+  Write(context, station.name, kMargin, nameWidth - kMargin, ModTheme::kBlueText);
+  Write(context, L"[ " + station.type + L" ] " + station.bitRate, nameWidth + kMargin,
+        width - kMargin, ModTheme::kBlackText);
+  BitBlt(target, static_cast<int>(row.left), static_cast<int>(row.top), width, height, context, 0,
+         0, SRCCOPY);
+}
+
+}  // namespace tellurvane

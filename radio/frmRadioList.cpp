@@ -1,0 +1,314 @@
+#include "radio/frmRadioList.h"
+
+#include <algorithm>
+#include <array>
+#include <cwchar>
+#include <utility>
+
+#include "base/Number.h"
+#include "radio/HttpGetText.h"
+#include "radio/StationRowPainter.h"
+#include "ui/MessageLoop.h"
+#include "ui/Twips.h"
+
+namespace tellurvane {
+namespace {
+
+// Twips.
+constexpr int kWidth = 9'900;
+constexpr int kHeight = 7'200;
+constexpr int kMargin = 180;
+constexpr int kGap = 150;
+constexpr int kRowHeight = 390;
+constexpr int kEditHeight = 330;
+constexpr int kSourceWidth = 2'100;
+constexpr int kOptionWidth = 1'650;
+constexpr int kGenreWidth = 3'600;
+constexpr int kButtonWidth = 1'350;
+constexpr int kButtonHeight = 405;
+constexpr int kTypeColumn = 1'500;
+constexpr int kBitRateColumn = 1'950;
+
+constexpr Color kGround = Rgb(0xF4, 0xF1, 0xFA);
+constexpr Color kInk = Rgb(0x4B, 0x00, 0x82);
+
+int Px(int twips) { return PixelsFromTwipsX(twips); }
+
+std::wstring CauseOf(const FetchError& error) {
+  std::array<wchar_t, 40> text = {};
+  (void)std::swprintf(text.data(), text.size(), L"（錯誤 0x%08X）",
+                      static_cast<unsigned>(error.Code()));
+  return text.data();
+}
+
+// The wait cursor for as long as the object lives.
+class WaitCursor {
+ public:
+  WaitCursor() : before_(SetCursor(LoadCursorW(nullptr, IDC_WAIT))) {}
+  WaitCursor(const WaitCursor&) = delete;
+  WaitCursor& operator=(const WaitCursor&) = delete;
+  ~WaitCursor() { SetCursor(before_); }
+
+ private:
+  HCURSOR before_;
+};
+
+}  // namespace
+
+frmRadioList::frmRadioList(RadioServices services) : services_(std::move(services)) {}
+
+std::optional<std::wstring> frmRadioList::Open(HWND owner) {
+  Load({.caption = L"Radio List",
+        .border = FormBorder::kFixedDialog,
+        .widthTwips = kWidth,
+        .heightTwips = kHeight,
+        .backColor = kGround,
+        .owner = owner,
+        .icon = LoadIconW(GetModuleHandleW(nullptr), L"AAA")});
+  Form_Resize();
+  Center();
+  ShowModal();
+  return std::exchange(chosen_, std::nullopt);
+}
+
+void frmRadioList::Form_Load() {
+  CreateSearch();
+  CreateList();
+  Add(picStatus_, ControlKind::kLabel, L"");
+  picStatus_.control.ForeColor(kInk);
+  Add(picOK_, ControlKind::kPushButton, L"新 增");
+  Add(picCancel_, ControlKind::kPushButton, L"關 閉");
+  picOK_.control.Click = [this] { cmdOk_Click(); };
+  picCancel_.control.Click = [this] { cmdCancel_Click(); };
+  ReadSettings();
+  ShowMode();
+  EnableSearchControls();
+}
+
+void frmRadioList::Add(Field& field, ControlKind kind, const wchar_t* text) {
+  field.box.Create({.parent = hwnd(), .backColor = kGround});
+  field.control.TargetPictureBox(field.box);
+  field.control.Create(kind);
+  field.control.text(text);
+}
+
+void frmRadioList::CreateSearch() {
+  Add(picRadioType_, ControlKind::kDropDownList, L"");
+  for (const wchar_t* const name : kDirectoryNames) picRadioType_.control.AddItem(name);
+  picRadioType_.control.ListIndex(0);
+  Add(picSearch1_, ControlKind::kOptionButton, L"依類型搜尋");
+  Add(picGenre_, ControlKind::kDropDownList, L"");
+  for (const Genre& genre : kGenres) picGenre_.control.AddItem(genre.label);
+  Add(picSearchKeyword_, ControlKind::kOptionButton, L"依關鍵字搜尋");
+  Add(picEdit_, ControlKind::kEditBox, L"");
+  picEdit_.control.BorderStyle(1);
+  Add(picSearch_, ControlKind::kPushButton, L"搜 尋");
+  picRadioType_.control.Click = [this] { cmbRadioType_Click(); };
+  picSearch1_.control.Click = [this] { SearchType_Click(SearchMode::kGenre); };
+  picSearchKeyword_.control.Click = [this] { SearchType_Click(SearchMode::kKeyword); };
+  picSearch_.control.Click = [this] { cmdSearch_Click(); };
+}
+
+void frmRadioList::CreateList() {
+  PicListView_.Create({.parent = hwnd()});
+  list_.OnData = [this](int row, int column, LVITEMW& cell) { ListView_OnData(row, column, cell); };
+  list_.CustomDraw = [this](NMLVCUSTOMDRAW& draw, LRESULT& result) {
+    ListView_CustomDraw(draw, result);
+  };
+  list_.DblClick = [this](bool isLeft, int row, int) {
+    if (isLeft && row >= 0) ListView_DblClick();
+  };
+  list_.Create(PicListView_);
+  list_.RowHeight(kStationRowHeight);
+  list_.ColumnAdd(L"電台名稱", Px(kWidth - kTypeColumn - kBitRateColumn));
+  list_.ColumnAdd(L"類型", Px(kTypeColumn), ColumnAlignment::kCenter);
+  list_.ColumnAdd(L"壓縮頻率", Px(kBitRateColumn), ColumnAlignment::kRight);
+  list_.AutoDraw(true);
+}
+
+void frmRadioList::ReadSettings() {
+  const auto genre = ParseInteger(services_.readSetting(L"Genre")).value_or(0);
+  picGenre_.control.ListIndex(genre);
+  picEdit_.control.text(services_.readSetting(L"SearchName"));
+  const auto type = ParseInteger(services_.readSetting(L"SearchType")).value_or(0);
+  mode_ = type == 1 ? SearchMode::kKeyword : SearchMode::kGenre;
+}
+
+void frmRadioList::Form_Resize() {
+  const int margin = Px(kMargin);
+  const int gap = Px(kGap);
+  const int rowHeight = Px(kRowHeight);
+  const int editHeight = Px(kEditHeight);
+  const int buttonHeight = Px(kButtonHeight);
+  const int right = ScaleWidth() - margin;
+  const auto put = [](Field& field, int x, int y, int width, int height) {
+    field.box.Move(x, y, std::max(width, 0), std::max(height, 0));
+  };
+  const int second = margin + rowHeight + gap;
+  const int optionX = margin + Px(kSourceWidth) + 2 * gap;
+  const int fieldX = optionX + Px(kOptionWidth) + gap;
+  const int buttonX = right - Px(kButtonWidth);
+  put(picRadioType_, margin, margin, Px(kSourceWidth), rowHeight);
+  put(picSearch1_, optionX, margin, Px(kOptionWidth), rowHeight);
+  put(picGenre_, fieldX, margin, std::min(Px(kGenreWidth), buttonX - gap - fieldX), rowHeight);
+  put(picSearchKeyword_, optionX, second, Px(kOptionWidth), rowHeight);
+  put(picEdit_, fieldX, second + (rowHeight - editHeight) / 2,
+      std::min(Px(kGenreWidth), buttonX - gap - fieldX), editHeight);
+  put(picSearch_, buttonX, second, Px(kButtonWidth), buttonHeight);
+
+  const int lower = ScaleHeight() - margin - buttonHeight;
+  const int listY = second + rowHeight + gap;
+  PicListView_.Move(margin, listY, right - margin, std::max(lower - gap - listY, 0));
+  put(picStatus_, margin, lower + Px(75), buttonX - Px(kButtonWidth) - 2 * gap - margin,
+      buttonHeight - Px(75));
+  put(picOK_, buttonX - gap - Px(kButtonWidth), lower, Px(kButtonWidth), buttonHeight);
+  put(picCancel_, buttonX, lower, Px(kButtonWidth), buttonHeight);
+  // The scroll bar included, so that no other one is needed.
+  const int scrollBar = GetSystemMetrics(SM_CXVSCROLL);
+  list_.ColumnWidth(
+      0, std::max(right - margin - scrollBar - Px(kTypeColumn) - Px(kBitRateColumn) - 4, 0));
+}
+
+bool frmRadioList::Form_Unload() {
+  services_.writeSetting(L"Genre", std::to_wstring(picGenre_.control.ListIndex()));
+  services_.writeSetting(L"SearchName", picEdit_.control.text());
+  return true;
+}
+
+void frmRadioList::Form_Enter() {
+  if (GetFocus() == list_.hwnd()) {
+    cmdOk_Click();
+  } else {
+    cmdSearch_Click();
+  }
+}
+
+DirectorySource frmRadioList::Source() const {
+  return static_cast<DirectorySource>(std::clamp(picRadioType_.control.ListIndex(), 0, 3));
+}
+
+DirectoryQuery frmRadioList::Query() const {
+  DirectoryQuery query{.source = Source(), .mode = mode_, .term = {}};
+  if (mode_ == SearchMode::kKeyword) {
+    query.term = picEdit_.control.text();
+  } else if (const int genre = picGenre_.control.ListIndex(); genre >= 0) {
+    query.term = kGenres.at(static_cast<size_t>(genre)).key;
+  }
+  return query;
+}
+
+void frmRadioList::cmbRadioType_Click() { EnableSearchControls(); }
+
+void frmRadioList::EnableSearchControls() {
+  const bool canSearch = CanSearch(Source());
+  picSearch1_.box.Enabled(canSearch);
+  picSearchKeyword_.box.Enabled(canSearch);
+  picGenre_.box.Enabled(canSearch && mode_ == SearchMode::kGenre);
+  picEdit_.box.Enabled(canSearch && mode_ == SearchMode::kKeyword);
+}
+
+void frmRadioList::SearchType_Click(SearchMode mode) {
+  mode_ = mode;
+  services_.writeSetting(L"SearchType", mode == SearchMode::kKeyword ? L"1" : L"0");
+  ShowMode();
+  EnableSearchControls();
+}
+
+// Each option stands in a box of its own: the platform sees no pair.
+void frmRadioList::ShowMode() {
+  picSearch1_.control.Checked(mode_ == SearchMode::kGenre);
+  picSearchKeyword_.control.Checked(mode_ == SearchMode::kKeyword);
+}
+
+void frmRadioList::cmdSearch_Click() {
+  if (std::exchange(isSearching_, true)) return;
+  const DirectoryQuery query = Query();
+  rows_.clear();
+  list_.ListCount(0);
+  LockControls(true);
+  Say(L"搜尋中…");
+  // Once, so that the emptied list and the locked controls show while the page loads.
+  ProcessPendingMessages();
+  if (IsLoaded()) Search(query);
+  if (IsLoaded()) LockControls(false);
+  isSearching_ = false;
+}
+
+void frmRadioList::Search(const DirectoryQuery& query) {
+  const WaitCursor wait;
+  UpdateWindow(hwnd());
+  try {
+    Show(SearchDirectory(query, services_.hinetUrl, services_.fetch));
+  } catch (const FetchError& error) {
+    Say(L"無法連線到電台目錄，請稍後再試一次。" + CauseOf(error));
+  }
+}
+
+void frmRadioList::LockControls(bool locked) {
+  PicListView_.Enabled(!locked);
+  picSearch_.box.Enabled(!locked);
+  picRadioType_.box.Enabled(!locked);
+  picOK_.box.Enabled(!locked);
+  if (locked) {
+    for (Field* const field : {&picSearch1_, &picSearchKeyword_, &picGenre_, &picEdit_}) {
+      field->box.Enabled(false);
+    }
+  } else {
+    EnableSearchControls();
+  }
+}
+
+void frmRadioList::Show(StationSearch search) {
+  rows_ = std::move(search.rows);
+  list_.ListCount(static_cast<int>(rows_.size()));
+  list_.RedrawVisibleItems();
+  std::wstring text = rows_.empty() ? std::wstring(L"沒有找到電台")
+                                    : L"找到 " + std::to_wstring(rows_.size()) + L" 個電台";
+  if (!search.isWhole) text += L"，電台目錄的資料不完整";
+  Say(text);
+}
+
+void frmRadioList::Say(const std::wstring& text) {
+  picStatus_.control.text(text);
+  UpdateWindow(picStatus_.control.hwnd());
+}
+
+void frmRadioList::cmdOk_Click() {
+  const int row = list_.Selected();
+  if (row >= 0 && static_cast<size_t>(row) < rows_.size()) {
+    const std::wstring& url = rows_[static_cast<size_t>(row)].url;
+    if (!url.empty()) chosen_ = url;
+  }
+  cmdCancel_Click();
+}
+
+void frmRadioList::cmdCancel_Click() {
+  Hide();
+  Unload();
+}
+
+void frmRadioList::ListView_OnData(int row, int column, LVITEMW& cell) {
+  const auto index = static_cast<size_t>(row);
+  if ((cell.mask & LVIF_TEXT) == 0 || index >= rows_.size()) return;
+  const StationRow& station = rows_[index];
+  const std::array<const std::wstring*, 3> texts = {&station.name, &station.type, &station.bitRate};
+  if (column >= 0 && static_cast<size_t>(column) < texts.size()) {
+    list_.GiveText(cell, *texts[static_cast<size_t>(column)]);
+  }
+}
+
+void frmRadioList::ListView_CustomDraw(NMLVCUSTOMDRAW& draw, LRESULT& result) {
+  if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) {
+    result = CDRF_NOTIFYITEMDRAW;
+    return;
+  }
+  const auto row = static_cast<size_t>(draw.nmcd.dwItemSpec);
+  if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT || row >= rows_.size()) return;
+  RECT bounds = {LVIR_BOUNDS, 0, 0, 0};
+  SendMessageW(list_.hwnd(), LVM_GETITEMRECT, row, reinterpret_cast<LPARAM>(&bounds));
+  PaintStationRow(draw.nmcd.hdc, bounds, rows_[row], list_.ColumnWidth(0),
+                  {.isSelected = list_.Selected() == static_cast<int>(row), .isOdd = row % 2 == 1});
+  result = CDRF_SKIPDEFAULT;
+}
+
+}  // namespace tellurvane

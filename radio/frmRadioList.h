@@ -1,0 +1,90 @@
+// The radio directory: searches four directories for a station whose stream a task is to play.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "radio/DirectorySearch.h"
+#include "ui/Form.h"
+#include "ui/PictureBox.h"
+#include "ui/clsControl.h"
+#include "ui/clsLictView.h"
+
+namespace tellurvane {
+
+// All must be set.
+struct RadioServices {
+  // A setting by its key; empty when there is none.
+  std::function<std::wstring(const std::wstring& key)> readSetting;
+  std::function<void(const std::wstring& key, const std::wstring& value)> writeSetting;
+  // A page's text; throws FetchError.
+  std::function<std::wstring(const std::wstring& url)> fetch;
+  std::wstring hinetUrl;
+};
+
+class frmRadioList final : public Form {
+ public:
+  explicit frmRadioList(RadioServices services);
+
+  // Returns the chosen station's stream address when the dialog is closed; nothing when none was
+  // chosen.
+  std::optional<std::wstring> Open(HWND owner);
+
+ private:
+  struct Field {
+    PictureBox box;
+    clsControl control;
+  };
+
+  void Form_Load() override;
+  void Form_Resize() override;
+  bool Form_Unload() override;
+  void Form_Enter() override;
+  void Form_Escape() override { cmdCancel_Click(); }
+
+  void Add(Field& field, ControlKind kind, const wchar_t* text);
+  void CreateSearch();
+  void CreateList();
+  void ReadSettings();
+
+  void cmbRadioType_Click();
+  void SearchType_Click(SearchMode mode);
+  void cmdSearch_Click();
+  void cmdOk_Click();
+  void cmdCancel_Click();
+  void ListView_DblClick() { cmdOk_Click(); }
+  void ListView_OnData(int row, int column, LVITEMW& cell);
+  void ListView_CustomDraw(NMLVCUSTOMDRAW& draw, LRESULT& result);
+
+  DirectorySource Source() const;
+  DirectoryQuery Query() const;
+  void Search(const DirectoryQuery& query);
+  void LockControls(bool locked);
+  void EnableSearchControls();
+  void ShowMode();
+  void Show(StationSearch search);
+  void Say(const std::wstring& text);
+
+  RadioServices services_;
+  StationRows rows_;
+  SearchMode mode_ = SearchMode::kGenre;
+  bool isSearching_ = false;
+  std::optional<std::wstring> chosen_;
+
+  Field picRadioType_;
+  Field picSearch1_;  // the option to search by genre
+  Field picGenre_;
+  Field picSearchKeyword_;
+  Field picEdit_;
+  Field picSearch_;
+  PictureBox PicListView_;
+  clsLictView list_;
+  Field picStatus_;
+  Field picOK_;
+  Field picCancel_;
+};
+
+}  // namespace tellurvane

@@ -1,0 +1,361 @@
+#include "notes/frmNotes.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "tests/notes/GdiPlusSession.h"
+#include "tests/ui/FormProbe.h"
+#include "tests/ui/UiTestSupport.h"
+#include "ui/Twips.h"
+
+namespace tellurvane {
+namespace {
+
+using testing::Each;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+const std::wstring kFullLine(21, L'國');
+
+std::wstring Lines(int count, const std::wstring& line) {
+  std::wstring text = line;
+  for (int i = 1; i < count; ++i) text += L"\\r\\n" + line;
+  return text;
+}
+
+class frmNotesTest : public testing::Test {
+ protected:
+  void TearDown() override { note.reset(); }
+
+  frmNotes& Prepare(const std::wstring& text, const std::vector<StandingNote>& standing = {}) {
+    static unsigned made = 0;
+    note = std::make_unique<frmNotes>(++made, log.Pause());
+    note->Prepare(text, L"2026/11/21 上午 09:05:07", standing);
+    log.window = note->hwnd();
+    return *note;
+  }
+  frmNotes& Show(const std::wstring& text = L"喝水") {
+    Prepare(text).ShowNote();
+    Pump();
+    log.Forget();
+    return *note;
+  }
+  HWND CloseImageWindow() const { return InsideOf(note->hwnd(), L"TellurvanePictureBox").at(0); }
+
+  GdiPlusSession gdiPlus;
+  FadeLog log;
+  std::unique_ptr<frmNotes> note;
+};
+
+TEST_F(frmNotesTest, IsAsWideAsStatedAndNeverLowerThanStated) {
+  for (const wchar_t* const text : {L"", L"喝水", L"a\\r\\nb"}) {
+    Prepare(text);
+    EXPECT_EQ(note->Width(), 5'400);
+    EXPECT_EQ(note->Height(), 1'800);
+  }
+}
+
+TEST_F(frmNotesTest, GrowsWithItsLines) {
+  int before = 1'800;
+  for (int lines = 5; lines <= 12; ++lines) {
+    const int height = Prepare(Lines(lines, kFullLine)).Height();
+    EXPECT_GT(height, before) << lines << " lines";
+    EXPECT_EQ(note->Width(), 5'400);
+    before = height;
+  }
+  EXPECT_EQ(Prepare(Lines(9, L"a")).Height(), Prepare(Lines(8, L"a") + L"\\r\\n").Height())
+      << "an empty last line is a line";
+}
+
+TEST_F(frmNotesTest, ATextWithoutEndIsNoHigherThanTheScreen) {
+  EXPECT_EQ(Prepare(Lines(200, L"a")).Height() / TwipsPerPixelY(), GetSystemMetrics(SM_CYSCREEN));
+}
+
+// The rows, top to bottom, that hold the text's own colour below the time.
+struct Band {
+  int top;
+  int bottom;
+};
+
+bool IsInk(Color color) {
+  return (color & 0xFF) < 0x30 && ((color >> 8) & 0xFF) < 0x30 && ((color >> 16) & 0xFF) < 0x30;
+}
+
+std::vector<Band> BandsOfInk(const frmNotes& note, int* right = nullptr) {
+  std::vector<Band> bands;
+  bool wasInk = false;
+  for (int y = 21; y < note.ScaleHeight() - 1; ++y) {
+    bool isInk = false;
+    for (int x = 1; x < note.ScaleWidth() - 1; ++x) {
+      if (!IsInk(PixelOf(note.Dc(), x, y))) continue;
+      isInk = true;
+      if (right != nullptr) *right = std::max(*right, x);
+    }
+    if (isInk && !wasInk) bands.push_back({y, y});
+    if (isInk) bands.back().bottom = y;
+    wasInk = isInk;
+  }
+  return bands;
+}
+
+TEST_F(frmNotesTest, EightLinesOfTwentyOneCharactersFit) {
+  int right = 0;
+  Show(Lines(8, kFullLine));
+  const std::vector<Band> bands = BandsOfInk(*note, &right);
+  EXPECT_GE(bands.size(), 8U);
+  EXPECT_LT(bands.back().bottom, note->ScaleHeight() - 4);
+  EXPECT_GT(right, 320) << "the last character is there";
+  EXPECT_LT(right, note->ScaleWidth() - 4) << "and whole";
+}
+
+TEST_F(frmNotesTest, AStoredBreakBeginsALineAndNothingElseDoes) {
+  struct Row {
+    const wchar_t* text;
+    size_t lines;
+  };
+  for (const Row& row : {Row{L"一", 1}, Row{L"一一一一", 1}, Row{L"一\\r\\n一", 2},
+                         Row{L"一\\r\\n\\r\\n一", 2}, Row{L"一\\r\\n一\\r\\n一", 3}}) {
+    Show(row.text);
+    EXPECT_EQ(BandsOfInk(*note).size(), row.lines) << row.lines << " lines";
+  }
+  Show(L"一\\r\\n一");
+  const std::vector<Band> adjacent = BandsOfInk(*note);
+  Show(L"一\\r\\n\\r\\n一");
+  const std::vector<Band> apart = BandsOfInk(*note);
+  EXPECT_GE(apart[1].top - apart[0].top, 2 * (adjacent[1].top - adjacent[0].top) - 1)
+      << "an empty line between";
+}
+
+TEST_F(frmNotesTest, ALongLineIsCutAtTheEdgeAndTheEdgeStays) {
+  Show(std::wstring(60, L'國'));
+  EXPECT_EQ(note->Width(), 5'400);
+  const Color edge = PixelOf(note->Dc(), 0, 60);
+  for (int y = 0; y < note->ScaleHeight(); ++y) {
+    ASSERT_EQ(PixelOf(note->Dc(), note->ScaleWidth() - 1, y), edge) << y;
+  }
+}
+
+TEST_F(frmNotesTest, ShowsTheTimeAboveTheText) {
+  Show(L" ");
+  int ink = 0;
+  for (int y = 1; y < 20; ++y) {
+    for (int x = 1; x < 330; ++x) ink += PixelOf(note->Dc(), x, y) == Rgb(0x4B, 0x00, 0x82);
+  }
+  EXPECT_GT(ink, 50);
+  EXPECT_THAT(BandsOfInk(*note), IsEmpty());
+}
+
+TEST_F(frmNotesTest, IsMadeInvisibleAndBelowTheOthers) {
+  Prepare(L"a");
+  const LONG_PTR style = GetWindowLongPtrW(note->hwnd(), GWL_EXSTYLE);
+  EXPECT_TRUE(style & WS_EX_LAYERED);
+  EXPECT_TRUE(style & WS_EX_TOOLWINDOW);
+  EXPECT_FALSE(style & WS_EX_APPWINDOW);
+  EXPECT_EQ(OpacityOf(note->hwnd()), 0);
+  EXPECT_FALSE(note->Visible());
+  EXPECT_EQ(WindowText(note->hwnd()), L"frmNotes");
+
+  const int first = note->Top();
+  Prepare(L"a", {{1'000, 1'800}});
+  EXPECT_EQ(note->Top() - first, 900);
+  Prepare(L"a", {{1'000, 1'800}, {1'900, 1'800}});
+  EXPECT_EQ(note->Top() - first, 1'800);
+}
+
+TEST_F(frmNotesTest, StandsWhereTheRuleSaysAndWhollyOnTheScreen) {
+  const int screenWidth = GetSystemMetrics(SM_CXSCREEN);
+  const int screenHeight = GetSystemMetrics(SM_CYSCREEN);
+  Prepare(L"a");
+  const RECT place = OnScreen(note->hwnd());
+  const int width = 5'400 / TwipsPerPixelX();
+  const auto stated = static_cast<LONG>(0.87 * (screenWidth - width / 2.0));
+  EXPECT_NEAR(place.left, std::min<LONG>(stated, screenWidth - width), 1);
+  EXPECT_NEAR(place.top, 0.2 * screenHeight, 1);
+  EXPECT_LE(place.right, screenWidth);
+}
+
+TEST_F(frmNotesTest, FadesInInSevenStepsAndStaysTranslucent) {
+  Prepare(L"a");
+  note->ShowNote();
+  EXPECT_THAT(log.opacities, ElementsAre(0, 40, 80, 120, 160, 200, 240));
+  EXPECT_THAT(log.milliseconds, ElementsAre(30, 30, 30, 30, 30, 30, 30));
+  EXPECT_EQ(OpacityOf(note->hwnd()), 230);
+  EXPECT_TRUE(note->Visible());
+}
+
+TEST_F(frmNotesTest, FadesOutInSixStepsAndIsGone) {
+  Show();
+  bool isTold = false;
+  note->Closed = [&] { isTold = true; };
+  note->Close();
+  EXPECT_THAT(log.opacities, ElementsAre(200, 160, 120, 80, 40, 0));
+  EXPECT_THAT(log.milliseconds, ElementsAre(30, 30, 30, 30, 30, 30));
+  EXPECT_TRUE(isTold);
+  EXPECT_FALSE(note->IsLoaded());
+  note->Close();
+  EXPECT_EQ(log.milliseconds.size(), 6U) << "once is enough";
+}
+
+TEST_F(frmNotesTest, ASecondCloseWhileItFadesStartsNoSecondFade) {
+  static unsigned made = 1'000;
+  int pauses = 0;
+  note = std::make_unique<frmNotes>(++made, [&](unsigned) {
+    ++pauses;
+    SendMouse(note->hwnd(), WM_LBUTTONDBLCLK, 100, 60);
+  });
+  note->Prepare(L"a", L"b", {});
+  note->Close();
+  EXPECT_EQ(pauses, 6);
+  EXPECT_FALSE(note->IsLoaded());
+}
+
+TEST_F(frmNotesTest, ADoubleClickAnywhereOnItClosesIt) {
+  struct Place {
+    int x;
+    int y;
+  };
+  for (const Place& place : {Place{5, 5}, Place{180, 60}, Place{359, 119}}) {
+    Show();
+    SendMouse(note->hwnd(), WM_LBUTTONDBLCLK, place.x, place.y, MK_LBUTTON);
+    EXPECT_FALSE(note->IsLoaded()) << place.x << ", " << place.y;
+    EXPECT_EQ(log.opacities.size(), 6U);
+  }
+}
+
+TEST_F(frmNotesTest, AClickOnTheCloseImageClosesIt) {
+  Show();
+  SendMouse(CloseImageWindow(), WM_LBUTTONDOWN, 8, 8, MK_LBUTTON);
+  ASSERT_TRUE(note->IsLoaded());
+  SendMouse(CloseImageWindow(), WM_LBUTTONUP, 8, 8);
+  EXPECT_FALSE(note->IsLoaded());
+  EXPECT_EQ(log.opacities.size(), 6U);
+}
+
+TEST_F(frmNotesTest, LettingTheButtonGoBesideTheCloseImageClosesNothing) {
+  Show();
+  SendMouse(CloseImageWindow(), WM_LBUTTONDOWN, 8, 8, MK_LBUTTON);
+  SendMouse(CloseImageWindow(), WM_LBUTTONUP, -3, 8);
+  SendMouse(CloseImageWindow(), WM_RBUTTONUP, 8, 8);
+  EXPECT_TRUE(note->IsLoaded());
+}
+
+TEST_F(frmNotesTest, TheCloseImageStandsAtTheTopRightAndLightsUpUnderThePointer) {
+  Show();
+  const RECT image = OnScreen(CloseImageWindow());
+  const RECT whole = OnScreen(note->hwnd());
+  EXPECT_LE(whole.right - image.right, 8);
+  EXPECT_LE(image.top - whole.top, 8);
+  const auto middle = [&] {
+    std::vector<Color> pixels;
+    for (int y = 0; y < 16; ++y) {
+      for (int x = 0; x < 16; ++x) {
+        pixels.push_back(PixelOf(ObjectOf(CloseImageWindow()).Dc(), x, y));
+      }
+    }
+    return pixels;
+  };
+  const std::vector<Color> atRest = middle();
+  EXPECT_GT(std::ranges::count_if(atRest, [&](Color color) { return color != atRest[0]; }), 20);
+  SendMouse(CloseImageWindow(), WM_MOUSEMOVE, 8, 8);
+  EXPECT_NE(middle(), atRest);
+  SendMessageW(CloseImageWindow(), WM_MOUSELEAVE, 0, 0);
+  EXPECT_EQ(middle(), atRest);
+}
+
+TEST_F(frmNotesTest, EscClosesAFocusedNote) {
+  Show();
+  SetFocus(note->hwnd());
+  PostMessageW(note->hwnd(), WM_KEYDOWN, VK_ESCAPE, 1);
+  EXPECT_TRUE(PumpUntil([&] { return !note->IsLoaded(); }));
+}
+
+TEST_F(frmNotesTest, TheShadowIsThereWhileItIsOpenAndTheOddStyleAtItsEnd) {
+  Prepare(L"a");
+  WNDCLASSEXW registered = {};
+  registered.cbSize = sizeof(registered);
+  const ULONG_PTR open = GetClassLongPtrW(note->hwnd(), GCL_STYLE);
+  EXPECT_TRUE(open & CS_DROPSHADOW);
+  const ULONG_PTR saved = open & ~static_cast<ULONG_PTR>(CS_DROPSHADOW);
+  EXPECT_EQ(saved, static_cast<ULONG_PTR>(CS_DBLCLKS));
+  ULONG_PTR atTheEnd = 0;
+  note->Closed = [&] { atTheEnd = GetClassLongPtrW(note->hwnd(), GCL_STYLE); };
+  note->Close();
+  EXPECT_EQ(static_cast<DWORD>(atTheEnd), static_cast<DWORD>(saved | 0xFFFD'FFFF));
+  EXPECT_FALSE(atTheEnd & CS_DROPSHADOW);
+}
+
+TEST_F(frmNotesTest, TheStyleOfOneNoteIsNoMatterOfAnother) {
+  Show();
+  frmNotes other(999'999, log.Pause());
+  other.Prepare(L"b", L"c", {});
+  note->Close();
+  EXPECT_EQ(GetClassLongPtrW(other.hwnd(), GCL_STYLE),
+            static_cast<ULONG_PTR>(CS_DBLCLKS | CS_DROPSHADOW));
+}
+
+TEST_F(frmNotesTest, TheKeyboardStaysWhereItIs) {
+  TestForm form;
+  const HWND edit = CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 0, 0, 50,
+                                    20, form.hwnd(), nullptr, nullptr, nullptr);
+  SetForegroundWindow(form.hwnd());
+  SetFocus(edit);
+  Pump();
+  ASSERT_EQ(GetFocus(), edit);
+  Show();
+  EXPECT_EQ(GetFocus(), edit);
+  EXPECT_EQ(GetActiveWindow(), form.hwnd());
+  EXPECT_EQ(GetForegroundWindow(), form.hwnd());
+  note->Close();
+  Pump();
+  EXPECT_EQ(GetFocus(), edit);
+}
+
+TEST_F(frmNotesTest, ALeftPressHandsTheWindowToTheSystemsMove) {
+  Show();
+  CaughtMessage caught(note->hwnd(), WM_NCLBUTTONDOWN);
+  SetCapture(note->hwnd());
+  SendMouse(note->hwnd(), WM_LBUTTONDOWN, 100, 60, MK_LBUTTON);
+  EXPECT_THAT(caught.Taken(), ElementsAre(WPARAM{HTCAPTION}));
+  EXPECT_EQ(GetCapture(), nullptr);
+  SendMouse(note->hwnd(), WM_RBUTTONDOWN, 100, 60, MK_RBUTTON);
+  SendMouse(note->hwnd(), WM_MBUTTONDOWN, 100, 60, MK_MBUTTON);
+  EXPECT_THAT(caught.Taken(), IsEmpty());
+}
+
+TEST_F(frmNotesTest, IsPulledBackWhenTheMouseMovesOverIt) {
+  Show();
+  const int right = GetSystemMetrics(SM_CXSCREEN) - note->Width() / TwipsPerPixelX();
+  const int bottom = GetSystemMetrics(SM_CYSCREEN) - note->Height() / TwipsPerPixelY();
+  struct Row {
+    int x;
+    int y;
+    LONG left;
+    LONG top;
+  };
+  for (const Row& row : {Row{-30, 50, 0, 50}, Row{50, -30, 50, 0}, Row{right + 30, 50, right, 50},
+                         Row{50, bottom + 30, 50, bottom}, Row{-1, bottom + 1, 0, bottom},
+                         Row{right, bottom, right, bottom}, Row{70, 80, 70, 80}}) {
+    SetWindowPos(note->hwnd(), nullptr, row.x, row.y, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    SendMouse(note->hwnd(), WM_MOUSEMOVE, 100, 60);
+    const RECT place = OnScreen(note->hwnd());
+    EXPECT_EQ(place.left, row.left) << row.x << ", " << row.y;
+    EXPECT_EQ(place.top, row.top) << row.x << ", " << row.y;
+  }
+}
+
+TEST_F(frmNotesTest, LeavesNothingBehind) {
+  EXPECT_EQ(LeakedBy([this] {
+              Show(L"一\\r\\n二");
+              SendMouse(CloseImageWindow(), WM_MOUSEMOVE, 8, 8);
+              note->Close();
+            }),
+            ResourceCounts());
+}
+
+}  // namespace
+}  // namespace tellurvane

@@ -1,0 +1,441 @@
+"""The program with a control in place of the media player's that plays what the test tells it."""
+
+import re
+import time
+from datetime import timedelta
+
+import pytest
+
+from harness import SETTINGS, click_at, picture, press_key, run, until, windows_path
+from joblist import APPLICATION, MUSIC, RADIO, Task, list_bytes, now, read_tasks
+from player import E_FAIL, E_NOTIMPL, NOTHING, StandIn, register, registered
+
+STREAM = "http://radio.example/台 北?x=1&y=2"
+
+
+@pytest.fixture(scope="module", autouse=True)
+def in_place_of_the_real_control():
+    real = registered()
+    register(StandIn.LIBRARY)
+    yield
+    register(r"C:\windows\system32\wmp.dll" if real == StandIn.LIBRARY else real)
+
+
+@pytest.fixture
+def player(folder):
+    return StandIn(folder.path)
+
+
+class Desk:
+    """The running program with a list of three: a stream, a piece of music, an application."""
+
+    def __init__(self, folder, start, player, **options):
+        self.folder, self.player = folder, player
+        self.music = folder.path / "曲 子.wav"
+        self.music.write_bytes(b"any")
+        self.url = windows_path(self.music)
+        folder.list.write_bytes(list_bytes(
+            Task("電台", STREAM, media_type=RADIO), Task("音樂", self.url, media_type=MUSIC),
+            Task("程式", "no such program", media_type=APPLICATION)))
+        self.program = start(environment=player.environment, **options).started()
+        self.parts = self.program.parts()
+        self.rows = [self.program.row(index) for index in range(3)]
+        self.program.click({"rect": self.rows[0]})  # has the window and the pointer ready
+
+    def press(self, button):
+        click_at(self.parts["toolbar"], (button - 0.5) / 5)
+
+    def last_run(self, row):
+        return read_tasks(self.folder.list.read_bytes())[row].last_run
+
+    def run(self, row):
+        """Runs a row's task and waits until the run is recorded."""
+        stamp = self.folder.list.stat().st_mtime_ns
+        begun = now()
+        # The third row is only half inside; it scrolls in when it is chosen.
+        click_at(self.rows[row], y=0.2)
+        press_key("Return")
+        until(lambda: self.folder.list.stat().st_mtime_ns != stamp, "the record of the run")
+        assert begun <= self.last_run(row) <= now() + timedelta(seconds=1)
+
+    def strip(self):
+        return picture(self.parts["strip"])
+
+    def look_of(self, text):
+        """What the strip shows for a text: in state 1 it shows the control's status and no more."""
+        before = self.player.facts
+        self.player.facts = {"playState": 1, "status": text, "currentPosition": 65, "duration": 205}
+        look = self.shows()
+        self.player.facts = before
+        self.player.plays()
+        return look
+
+    def shows(self, **facts):
+        """What the strip shows for what the control plays."""
+        self.player.plays(**facts)
+        self.player.after_ticks(1)
+        # What was asked for is drawn at once, but stands on the screen a little later.
+        looks = [self.strip()]
+        until(lambda: looks.append(self.strip()) or looks[-4:] == looks[-1:] * 4, "a picture")
+        return looks[-1]
+
+
+@pytest.fixture
+def desk(folder, start, player):
+    return Desk(folder, start, player)
+
+
+def date_text(moment):
+    half = "上午" if moment.hour < 12 else "下午"
+    return (f"{moment.year:04} 年 {moment.month:02} 月 {moment.day:02} 日 - {half} "
+            f"{moment.hour % 12 or 12:02} 時 {moment.minute:02} 分 {moment.second:02} 秒")
+
+
+class Dates:
+    """Tells the strip that shows date and time by all of its text that stands for an hour."""
+
+    def __init__(self, desk):
+        moment = now().replace(minute=11, second=11)
+        first = desk.look_of(date_text(moment))
+        second = desk.look_of(date_text(moment.replace(minute=44, second=44)))
+        width = next(x for x in range(first.width) if first.crop((x, 0, x + 1, first.height))
+                     != second.crop((x, 0, x + 1, second.height)))
+        assert width > first.width // 3, "the part before the minutes"
+        self.area = (0, 0, width, first.height)
+        self.look = first.crop(self.area)
+
+    def are(self, look):
+        return look.crop(self.area) == self.look
+
+
+def away_from_the_next_hour():
+    """Waits where the hour is about to change: a look would be of the old one."""
+    until(lambda: (now() + timedelta(seconds=90)).hour == now().hour, "the next hour", 120)
+
+
+def test_the_strip_shows_for_each_state_what_is_agreed(desk):
+    away_from_the_next_hour()
+    desk.run(1)
+    status = desk.look_of("甲乙丙")
+    playing = desk.look_of("01:05 / 03:25 * 甲乙丙")
+    dates = Dates(desk)
+    assert len({look.tobytes() for look in (status, playing, dates.look)}) == 3
+    expected = {1: status, 3: playing, 6: status, 9: status}
+    shown = {state: desk.shows(playState=state) for state in range(14)}
+    # Each is another one than the one before, the time of day by its seconds.
+    assert all(shown[state] != shown[state - 1] for state in range(1, 14))
+    for state, look in shown.items():
+        if state in expected:
+            assert look == expected[state], f"state {state}"
+        else:
+            assert dates.are(look), f"state {state}"
+    assert not any(dates.are(shown[state]) for state in expected)
+
+
+def test_while_paused_the_strip_shows_the_time_of_day(desk):
+    desk.run(1)
+    before = now()
+    look = desk.shows(playState=2)
+    seconds = int((now() - before).total_seconds()) + 1
+    texts = [date_text(before + timedelta(seconds=second)) for second in range(seconds + 1)]
+    assert [text for text in texts if desk.look_of(text) == look], texts
+
+
+def test_a_stream_shows_no_length_and_never_ends(desk):
+    desk.run(0)
+    playing = desk.look_of("01:05 * 甲乙丙")
+    assert desk.shows(playState=3, currentPosition=0, duration=0) == playing
+    assert not desk.program.position_is_enabled()
+    assert desk.player.calls()[-2:] == [f"put_URL {STREAM}", "play"], "it goes on"
+    assert desk.shows(playState=6) == desk.look_of("甲乙丙")
+    # Music after it has its length again.
+    desk.player.plays(playState=3, currentPosition=65, duration=205)
+    desk.run(1)
+    with_length = desk.look_of("01:05 / 03:25 * 甲乙丙")
+    assert with_length != playing
+    assert desk.shows(playState=3) == with_length
+
+
+def test_what_the_control_keeps_to_itself_is_told_all_the_same(desk):
+    desk.run(1)
+    told = desk.look_of("01:05 / 1:03:25 * 正在播放")
+    desk.player.facts |= {f"fail.{member}": E_NOTIMPL for member in (
+        "playState", "status", "currentPositionString", "durationString")}
+    assert desk.shows(playState=3, duration=3805) == told
+    assert "event 5101 3" in desk.player.all_calls()
+    # The state comes by event only, also the next one.
+    until(lambda: desk.shows(playState=1) != told, "another state")
+    desk.player.refuses(None, None)
+    assert desk.strip() == desk.look_of("已停止")
+
+
+def test_nothing_is_called_from_inside_an_event(desk):
+    desk.player.plays(playState=9)
+    desk.run(1)
+    for state in (3, 8, 1):
+        desk.shows(playState=state)
+    calls = desk.player.all_calls()
+    assert [call for call in calls if call.startswith("event ")]
+    assert [call for call in calls if call.startswith("(in event)")] == []
+
+
+def test_the_control_is_made_once_and_each_start_stops_first(desk):
+    assert desk.player.calls() == [], "nothing was to be played yet"
+    desk.run(1)
+    made = desk.player.calls()
+    assert made[0] == "CreateInstance"
+    assert made.index("put_autoStart 0") < made.index(f"put_URL {desk.url}")
+    assert made.index("put_volume 50") < made.index(f"put_URL {desk.url}")
+    assert made[-2:] == [f"put_URL {desk.url}", "play"]
+    desk.run(0)
+    desk.run(2)
+    assert desk.player.calls()[len(made):] == [
+        "close", "stop", f"put_URL {STREAM}", "play", "close", "stop"]
+
+
+def test_the_stop_button_closes_and_stops(desk):
+    desk.run(1)
+    assert desk.program.position_is_enabled()
+    made = desk.player.calls()
+    desk.press(3)
+    until(lambda: desk.player.calls()[len(made):] == ["close", "stop"], "the end of the music")
+    until(lambda: not desk.program.position_is_enabled(), "the slider out of use")
+    desk.press(3)
+    desk.press(2)
+    until(lambda: len(desk.player.calls()) >= len(made) + 6, "music again")
+    assert desk.player.calls()[len(made) + 2:] == ["close", "stop", f"put_URL {desk.url}", "play"]
+
+
+def test_leaving_stops_first_and_lets_go_of_the_control(desk):
+    desk.run(1)
+    made = desk.player.calls()
+    assert desk.program.exit() == 0
+    assert desk.player.calls()[len(made):] == ["close", "stop", "Unadvise 7", "the end"]
+
+
+def test_music_that_has_ended_stops(desk):
+    desk.run(1)
+    made = desk.player.calls()
+    # A fraction that is left does not keep the end away.
+    desk.player.plays(currentPosition=204.6, duration=205.4)
+    until(lambda: desk.player.calls()[len(made):] == ["close", "stop"], "the end of the music")
+    until(lambda: not desk.program.position_is_enabled(), "the slider out of use")
+    away_from_the_next_hour()
+    # Closed, it is asked no more; the strip has the time of day again.
+    look = desk.strip()
+    until(lambda: desk.strip() != look, "another second")
+
+
+def test_music_that_never_opens_has_ended(desk):
+    desk.player.plays(currentPosition=0, duration=0)
+    desk.run(1)
+    until(lambda: desk.player.calls()[-3:] == ["play", "close", "stop"], "the end of the music")
+
+
+def test_continuous_play_begins_again_with_the_address(folder, start, player):
+    folder.write_settings(SETTINGS | {"SongLoop": "1"})
+    desk = Desk(folder, start, player)
+    desk.run(1)
+    made = desk.player.calls()
+    stamp = desk.folder.list.stat().st_mtime_ns
+    desk.player.plays(currentPosition=205)
+    until(lambda: len(desk.player.calls()) >= len(made) + 4, "music again")
+    desk.player.plays(currentPosition=1)
+    desk.player.after_ticks(3)
+    again = desk.player.calls()[len(made):]
+    round_trip = ["close", "stop", f"put_URL {desk.url}", "play"]
+    assert again == round_trip * (len(again) // 4)
+    assert desk.folder.list.stat().st_mtime_ns != stamp, "each run is recorded"
+    assert desk.program.position_is_enabled()
+
+
+def test_clicks_and_keys_during_a_start_run_nothing_twice(desk):
+    desk.player.plays(currentPosition=0, duration=0)
+    desk.program.click({"rect": desk.rows[1]})
+    stamp = desk.folder.list.stat().st_mtime_ns
+    click_at(desk.rows[1], times=2)
+    until(lambda: f"put_URL {desk.url}" in desk.player.calls(), "the start")
+    # It waits for the length now.
+    click_at(desk.rows[1], times=2)
+    desk.press(2)
+    desk.press(3)
+    press_key("Return")
+    assert desk.folder.list.stat().st_mtime_ns == stamp, "it waits no more: too late for this test"
+    desk.player.plays(currentPosition=1, duration=205)
+    until(lambda: desk.folder.list.stat().st_mtime_ns != stamp, "the record of the run")
+    desk.player.after_ticks(2)
+    assert desk.player.calls()[-2:] == [f"put_URL {desk.url}", "play"], "nor stopped"
+    assert desk.player.calls().count(f"put_URL {desk.url}") == 1
+
+
+def saved_volume(folder):
+    """None at the moment in which the system writes the file anew."""
+    match = re.search(r"SavedVolume=(\d+)", folder.settings_text())
+    return match and int(match[1])
+
+
+def volumes(player):
+    return [int(call.split()[1]) for call in player.calls() if call.startswith("put_volume ")]
+
+
+@pytest.mark.parametrize("saved, given", [("0", 0), ("37", 37), ("100", 100), ("150", 100)])
+def test_the_control_gets_the_saved_volume_before_it_plays(folder, start, player, saved, given):
+    folder.write_settings(SETTINGS | {"SavedVolume": saved})
+    desk = Desk(folder, start, player)
+    desk.run(0)
+    calls = desk.player.calls()
+    assert volumes(desk.player)[0] == given
+    assert calls.index(f"put_volume {given}") < calls.index("play")
+    assert saved_volume(folder) == int(saved), "what was only read is not written"
+
+
+def test_the_volume_slider_tells_the_control_and_the_file(desk):
+    desk.run(0)
+    width = desk.parts["volume"][2] - desk.parts["volume"][0]
+    before = picture(desk.parts["volume"])
+    for share in (0.25, 0.8):
+        click_at(desk.parts["volume"], share)
+        # The column that the pointer stands on is counted, and halves go to the even number.
+        wanted = round(int(width * share) * 100 / width)
+        until(lambda: volumes(desk.player)[-1] == wanted, f"volume {wanted}", 10)
+        until(lambda: saved_volume(desk.folder) == wanted, f"volume {wanted} in the file", 10)
+        assert picture(desk.parts["volume"]) != before
+    for key, wanted in (("Right", 82), ("Left", 80), ("Home", 0), ("Up", 2), ("Down", 0),
+                        ("End", 100), ("Right", 100)):
+        press_key(key)
+        until(lambda: saved_volume(desk.folder) == wanted, f"{wanted} after {key}", 10)
+        assert volumes(desk.player)[-1] == wanted
+    left, top, right, bottom = desk.parts["volume"]
+    middle = (top + bottom) // 2
+    run("xdotool", "mousemove", left + 60, middle, "mousedown", 1, "mousemove", left + 40, middle,
+        "mousemove", left + 14, middle, "mouseup", 1)
+    until(lambda: saved_volume(desk.folder) == 20, "the volume where it was dragged to", 10)
+    assert volumes(desk.player)[-1] == 20
+
+
+def seeks(player):
+    return [float(call.split()[1]) for call in player.calls()
+            if call.startswith("put_currentPosition ")]
+
+
+def test_the_position_slider_seeks_and_follows(desk):
+    click_at(desk.parts["position"], 0.9)
+    desk.run(1)
+    assert seeks(desk.player) == [], "out of use before something plays"
+    left, _, right, _ = desk.parts["position"]
+    width = right - left
+    before = picture(desk.parts["position"])
+    click_at(desk.parts["position"], 0.5)
+    until(lambda: seeks(desk.player), "the seek")
+    assert seeks(desk.player) == [pytest.approx(int(width * 0.5) * 205 / width, abs=0.001)]
+    # It goes where the music goes, not where it was put.
+    desk.player.plays(currentPosition=200)
+    until(lambda: picture(desk.parts["position"]) != before, "the slider in motion")
+    desk.player.after_ticks(1)
+    press_key("Left")
+    until(lambda: len(seeks(desk.player)) == 2, "the seek by key")
+    assert seeks(desk.player)[1] == 198
+    press_key("Home")
+    until(lambda: len(seeks(desk.player)) == 3, "the seek to the start")
+    assert seeks(desk.player)[2] == 0
+    desk.press(3)
+    until(lambda: not desk.program.position_is_enabled(), "the slider out of use")
+
+
+STREAMING = ["put_volume", "playState", "status"]
+FOLLOWING = ["put_URL", "play", "stop", "close", "currentPosition", "put_currentPosition",
+             "currentPositionString", "currentMedia", "duration", "durationString"]
+
+
+def called(player, member):
+    """How often a member was called."""
+    return [call.split()[0] for call in player.all_calls()].count(member)
+
+
+@pytest.mark.parametrize("result, members", [
+    (E_NOTIMPL, STREAMING + FOLLOWING), (E_FAIL, STREAMING + FOLLOWING),
+    (NOTHING, ["status", "currentMedia", "currentPositionString", "durationString"])],
+    ids=["not implemented", "failed", "nothing given"])
+def test_no_refusal_ends_the_program_or_hides_the_run(desk, result, members):
+    desk.run(1)
+    for member in members:
+        desk.player.refuses(member, result)
+        before = called(desk.player, member)
+        desk.run(0 if member in STREAMING else 1)
+        click_at(desk.parts["volume"], 0.3)
+        click_at(desk.parts["position"], 0.3)
+        if member in ("stop", "close"):
+            desk.press(3)
+        until(lambda: called(desk.player, member) > before, f"a call of {member}", 10)
+        assert desk.program.code() is None, member
+    desk.player.refuses(None, None)
+    desk.run(1)
+    assert desk.player.calls()[-2:] == [f"put_URL {desk.url}", "play"]
+    assert desk.program.exit() == 0
+
+
+@pytest.mark.parametrize("member, result", [
+    ("put_autoStart", E_FAIL), ("put_enableErrorDialogs", E_NOTIMPL), ("put_volume", E_FAIL),
+    ("ConnectionPointContainer", E_FAIL), ("FindConnectionPoint", E_FAIL),
+    ("FindConnectionPoint", NOTHING), ("Advise", E_FAIL)])
+def test_a_control_that_refuses_at_first_plays_all_the_same(folder, start, player, member, result):
+    player.refuses(member, result)
+    desk = Desk(folder, start, player)
+    desk.run(1)
+    assert [call for call in desk.player.calls() if call.startswith(member)]
+    assert desk.player.calls()[-2:] == [f"put_URL {desk.url}", "play"]
+    assert desk.shows() == desk.look_of("01:05 / 03:25 * 甲乙丙")
+    assert desk.program.exit() == 0
+
+
+def stands_still(desk):
+    """Whether the strip shows the same for longer than the time of day ever does."""
+    begun, look = time.monotonic(), desk.strip()
+    while time.monotonic() < begun + 2.2:
+        if desk.strip() != look:
+            return False
+        time.sleep(0.05)
+    return True
+
+
+def runs_without_a_control(desk):
+    """Runs all tasks, and returns what the strip shows in place of the time of day."""
+    assert not stands_still(desk)
+    desk.run(0)
+    until(lambda: stands_still(desk), "the words that there is no player", 10)
+    words = desk.strip()
+    desk.run(1)
+    desk.run(2)
+    assert desk.program.code() is None
+    assert "play" not in desk.player.calls()
+    return words
+
+
+@pytest.mark.parametrize("member, result", [
+    ("CreateInstance", E_FAIL), ("controls", E_FAIL), ("controls", NOTHING), ("settings", E_FAIL)])
+def test_a_control_that_cannot_be_made_is_none(folder, start, player, member, result):
+    player.refuses(member, result)
+    desk = Desk(folder, start, player)
+    runs_without_a_control(desk)
+    assert member in player.calls()
+    assert desk.program.exit() == 0
+
+
+def test_without_a_control_the_strip_says_so_and_all_else_goes_on(folder, start, player):
+    register(r"C:\windows\system32\no such player.dll")
+    try:
+        desk = Desk(folder, start, player)
+        words = runs_without_a_control(desk)
+        # In time they make room again.
+        until(lambda: desk.strip() != words, "the time of day", 30)
+        assert not stands_still(desk)
+        click_at(desk.parts["volume"], 0.3)
+        until(lambda: saved_volume(folder) not in (None, 50), "the volume in the file")
+        desk.press(3)
+        assert desk.program.exit() == 0
+    finally:
+        register(StandIn.LIBRARY)
+    assert player.all_calls() == []
+    desk = Desk(folder, start, player)
+    desk.run(1)
+    assert desk.look_of("找不到媒體播放程式") == words

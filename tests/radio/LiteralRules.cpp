@@ -1,0 +1,302 @@
+#include "tests/radio/LiteralRules.h"
+
+#include <array>
+#include <optional>
+#include <string_view>
+
+#include "radio/DirectoryHosts.h"
+#include "radio/Entities.h"
+
+// Positions count from 1 throughout.
+namespace tellurvane::literal {
+namespace {
+
+int Length(const std::wstring& text) { return static_cast<int>(text.size()); }
+
+// Empty outside the text.
+std::wstring Mid(const std::wstring& text, int start, int count) {
+  if (start > Length(text) || count <= 0) return L"";
+  return text.substr(static_cast<size_t>(start - 1), static_cast<size_t>(count));
+}
+
+std::wstring Lower(std::wstring text) {
+  for (wchar_t& unit : text) {
+    if (unit >= L'A' && unit <= L'Z') unit = static_cast<wchar_t>(unit + 32);
+  }
+  return text;
+}
+
+std::wstring Upper(std::wstring text) {
+  for (wchar_t& unit : text) {
+    if (unit >= L'a' && unit <= L'z') unit = static_cast<wchar_t>(unit - 32);
+  }
+  return text;
+}
+
+std::wstring Trim(std::wstring text) {
+  while (!text.empty() && text.front() == L' ') text.erase(0, 1);
+  while (!text.empty() && text.back() == L' ') text.pop_back();
+  return text;
+}
+
+// 0 when there is none at or after the place.
+int InStr(int start, const std::wstring& text, const std::wstring& part) {
+  for (int at = start < 1 ? 1 : start; at + Length(part) - 1 <= Length(text); ++at) {
+    if (text[static_cast<size_t>(at - 1)] != part[0]) continue;
+    if (Mid(text, at, Length(part)) == part) return at;
+  }
+  return 0;
+}
+
+std::wstring ReplaceOnce(const std::wstring& text, const std::wstring& from,
+                         const std::wstring& to) {
+  if (text.find(from) == std::wstring::npos) return text;
+  std::wstring result;
+  int at = 1;
+  while (at <= Length(text)) {
+    if (Mid(text, at, Length(from)) == from) {
+      result += to;
+      at += Length(from);
+    } else {
+      result += Mid(text, at, 1);
+      ++at;
+    }
+  }
+  return result;
+}
+
+bool IsDigit(const std::wstring& text) {
+  return text.size() == 1 && text[0] >= L'0' && text[0] <= L'9';
+}
+
+// Nothing where the conversion of the digits fails.
+std::optional<int> Value(const std::wstring& digits) {
+  long long value = 0;
+  if (digits.empty()) return std::nullopt;
+  for (const wchar_t digit : digits) {
+    if (!IsDigit(std::wstring(1, digit))) return std::nullopt;
+    value = value * 10 + (digit - L'0');
+    if (value > 2'147'483'647) return std::nullopt;
+  }
+  if (value > 255) return std::nullopt;
+  return static_cast<int>(value);
+}
+
+void DecodeReferences(std::wstring& text) {
+  const int n = Length(text);
+  for (int i = 1; i <= n; ++i) {
+    if (Length(text) - i < 3 || Mid(text, i, 2) != L"&#") continue;
+    int j = i + 2;
+    while (IsDigit(Mid(text, j, 1))) ++j;
+    if (j > i + 2) --j;
+    if (Mid(text, j + 1, 1) != L";") continue;
+    const auto value = Value(Mid(text, i + 2, j - i - 1));
+    if (!value) continue;
+    text = Mid(text, 1, i - 1) + FromWindows1252(*value) + Mid(text, j + 2, Length(text));
+  }
+}
+
+// From start up to start + window; 0 when it is not there.
+int FindWithin(const std::wstring& text, int start, int window, const std::wstring& mark) {
+  for (int at = start; at <= start + window; ++at) {
+    if (Mid(text, at, Length(mark)) == mark) return at;
+  }
+  return 0;
+}
+
+bool IsAt(const std::wstring& text, int at, const std::wstring& marker) {
+  // Most places differ in the first character already.
+  if (at > Length(text) || Lower(Mid(text, at, 1)) != Mid(marker, 1, 1)) return false;
+  return Lower(Mid(text, at, Length(marker))) == marker;
+}
+
+int InStrAnyCase(int start, const std::wstring& text, const std::wstring& part) {
+  for (int at = start < 1 ? 1 : start; at + Length(part) - 1 <= Length(text); ++at) {
+    if (IsAt(text, at, part)) return at;
+  }
+  return 0;
+}
+
+// A negative length leaves the field as it was.
+void Cut(std::wstring& field, const std::wstring& text, int start, int end) {
+  if (end - start < 0) return;
+  field = Mid(text, start, end - start);
+}
+
+}  // namespace
+
+std::wstring ReplaceHTML(std::wstring text) {
+  DecodeReferences(text);
+  text = ReplaceOnce(text, L"<b>", L"");
+  text = ReplaceOnce(text, L"</b>", L"");
+  for (const Entity& entity : kEntities) {
+    text = ReplaceOnce(text, std::wstring(entity.name),
+                       std::wstring(1, FromWindows1252(entity.value)));
+  }
+  return text;
+}
+
+StationRows GetShoutcast(const std::wstring& text) {
+  StationRows rows;
+  std::wstring id;
+  std::wstring type;
+  std::wstring name;
+  std::wstring listeners;
+  std::wstring bitRate;
+  int count = 0;
+  int resume = 0;
+  while (count != 200) {
+    const int start = InStrAnyCase(resume + 1, text, L"id:");
+    if (start == 0) break;
+    int a = InStr(start, text, L"\"") + 1;
+    int b = InStr(a, text, L"\"");
+    Cut(id, text, a, b);
+    a = InStr(b, text, L"mt:") + 4;
+    b = InStr(a, text, L"\"");
+    Cut(type, text, a, b);
+    a = InStr(b, text, L"name:") + 6;
+    b = InStr(a, text, L"\"");
+    Cut(name, text, a, b);
+    a = InStr(a, text, L"lc:") + 3;
+    b = InStr(a, text, L",");
+    Cut(listeners, text, a, b);
+    a = InStr(a, text, L"br:") + 3;
+    b = InStr(a, text, L",");
+    Cut(bitRate, text, a, b);
+    resume = b;
+    ++count;
+    rows.push_back({name, type, bitRate + L" kbps",
+                    std::wstring(kShoutcastTuneIn) + L"/sbin/tunein-station.pls?id=" + id,
+                    L"收聽人數：" + listeners, L""});
+  }
+  return rows;
+}
+
+StationRows GetIcecast(const std::wstring& page) {
+  const std::wstring text = ReplaceHTML(page);
+  const int n = Length(text);
+  StationRows rows;
+  std::wstring name;
+  std::wstring listeners;
+  std::wstring url;
+  std::wstring bitRate;
+  std::wstring format;
+  for (int i = 1; i <= n; ++i) {
+    if (IsAt(text, i, L"listeners\">[")) {
+      const int start = i + 12;
+      if (const int e = FindWithin(text, start, 500, L" ")) listeners = Mid(text, start, e - start);
+    }
+    if (IsAt(text, i, L"-description\">")) {
+      const int start = i + 14;
+      if (const int e = FindWithin(text, start, 100, L"<")) name = Mid(text, start, e - start);
+    }
+    if (IsAt(text, i, L"/listen/")) {
+      const int start = i;
+      if (const int at = FindWithin(text, start, 100, L".m3u")) {
+        url = kIcecastDirectory + Trim(Mid(text, start, at + 4 - start));
+      }
+    }
+    if (IsAt(text, i, L"format\" title=\"")) {
+      const int start = i + 15;
+      if (const int e = FindWithin(text, start, 20, L"\"")) {
+        bitRate = Mid(text, start, e - start);
+        if (bitRate.empty() || bitRate == L"0 kbps") bitRate = L"未知";
+      }
+    }
+    if (IsAt(text, i, L"streams\">")) {
+      const int start = i + 9;
+      if (const int e = FindWithin(text, start, 20, L"<")) {
+        format = Lower(Mid(text, start, e - start));
+        const std::wstring type = format == L"ogg vorbis" ? L"OGG"
+                                  : format == L"aac+"     ? L"AAC+"
+                                                          : L"MP3";
+        rows.push_back({name, type, bitRate, url, L"收聽人數：" + listeners, L""});
+      }
+    }
+  }
+  return rows;
+}
+
+StationRows GetLiveDoor(const std::wstring& page) {
+  std::wstring text = ReplaceOnce(page, L"</a></li><li class=\"user\"><strong>DJ", L" DJ");
+  text = ReplaceOnce(text, L"</strong>", L"");
+  const int n = Length(text);
+  StationRows rows;
+  std::wstring url;
+  std::wstring name;
+  std::wstring bitRate;
+  std::wstring channel;
+  std::wstring type;
+  std::wstring listeners;
+  for (int i = 1; i <= n; ++i) {
+    if (IsAt(text, i, L"button\"><a href=\"")) {
+      const int start = i + 17;
+      if (const int e = FindWithin(text, start, 500, L"\"")) url = Mid(text, start, e - start);
+    }
+    if (IsAt(text, i, L"細\">")) {
+      const int start = i + 3;
+      if (const int e = FindWithin(text, start, 100, L"<")) name = Mid(text, start, e - start);
+    }
+    if (IsAt(text, i, L"tool/kbps_")) {
+      const int start = i + 10;
+      if (const int e = FindWithin(text, start, 100, L".gif"))
+        bitRate = Mid(text, start, e - start);
+    }
+    if (IsAt(text, i, L"tool/ch_")) {
+      const int start = i + 8;
+      if (const int e = FindWithin(text, start, 100, L".gif"))
+        channel = Mid(text, start, e - start);
+    }
+    if (IsAt(text, i, L"tool/type_")) {
+      const int start = i + 10;
+      if (const int e = FindWithin(text, start, 100, L".gif")) {
+        type = Upper(Mid(text, start, e - start));
+      }
+    }
+    if (IsAt(text, i, L"listener\"><span>")) {
+      const int start = i + 16;
+      if (const int e = FindWithin(text, start, 100, L"<")) {
+        listeners = Upper(Mid(text, start, e - start));
+        rows.push_back({name, type,
+                        bitRate + L" kbps " + (channel == L"stereo" ? L"雙聲道" : L"單聲道"), url,
+                        L"收聽人數：" + listeners, L""});
+      }
+    }
+  }
+  return rows;
+}
+
+StationSearch GetHinet(const std::wstring& text, const std::wstring& urlPrefix) {
+  constexpr std::array<const wchar_t*, 13> kExcluded = {L"警廣", L"全國", L"Br",   L"ne",   L"大愛",
+                                                        L"古都", L"真心", L"臺北", L"台灣", L"正義",
+                                                        L"快樂", L"非凡", L"新客"};
+  StationSearch stations;
+  int resume = 0;
+  for (;;) {
+    const int item = InStrAnyCase(resume + 1, text, L"item id");
+    if (item == 0) return stations;
+    stations.isWhole = false;
+    const int quote = InStr(item, text, L"\"");
+    if (quote == 0) return stations;
+    const int a = quote + 1;
+    const int b = InStr(a, text, L"\"");
+    if (b == 0) return stations;
+    const std::wstring id = Mid(text, a, b - a);
+    const int marker = InStr(b, text, L"myTitle=");
+    if (marker == 0) return stations;
+    const int t = marker + 9;
+    const int e = InStr(t, text, L"\"");
+    if (e == 0) return stations;
+    const std::wstring title = Mid(text, t, e - t);
+    stations.isWhole = true;
+    resume = e;
+    bool isExcluded = false;
+    for (const wchar_t* const prefix : kExcluded) {
+      if (Mid(title, 1, 2) == prefix) isExcluded = true;
+    }
+    if (isExcluded) continue;
+    stations.rows.push_back({title, L"WMA", L"48 kbps", urlPrefix + id, L"收聽人數：未知", L""});
+  }
+}
+
+}  // namespace tellurvane::literal

@@ -1,0 +1,106 @@
+#include "radio/ReplaceHTML.h"
+
+#include <gmock/gmock.h>
+
+#include <array>
+#include <random>
+
+#include "radio/Entities.h"
+#include "tests/radio/LiteralRules.h"
+#include "tests/radio/RandomPages.h"
+
+namespace tellurvane {
+namespace {
+
+TEST(ReplaceHTML, DecodesAsTheListHasIt) {
+  const struct {
+    const wchar_t* text;
+    const wchar_t* decoded;
+  } cases[] = {
+      {L"", L""},
+      {L"plain", L"plain"},
+      {L"A&#66;C", L"ABC"},
+      {L"&#9;", L"\t"},
+      {L"x&#9;", L"x\t"},
+      {L"&#9", L"&#9"},
+      {L"&#;", L"&#;"},
+      {L"&#;;", L"&#;;"},
+      {L"&#x41;", L"&#x41;"},
+      {L"&#00000000065;", L"A"},
+      {L"&#256;", L"&#256;"},
+      {L"&#99999999999999999999;", L"&#99999999999999999999;"},
+      {L"&#128;", L"\u20AC"},
+      {L"&#255;", L"\u00FF"},
+      {L"&#39;", L"'"},
+      {L"&#039;", L"'"},
+      {L"&amp;lt;b&amp;gt;", L"<b>"},
+      {L"&amp;#65;", L"&#65;"},
+      {L"&amp;quot;", L"&quot;"},
+      {L"&amp;amp;lt;", L"&amp;lt;"},
+      {L"&amp;nbsp;", L" "},
+      {L"&hellip;", L"\u2026;"},
+      {L"&hellipsis", L"\u2026sis"},
+      {L"a&nbsp;b", L"a b"},
+      {L"<b>x</b><B>", L"x<B>"},
+      {L"<<b>b>", L"<b>"},  // what a removal makes is not looked at again
+      {L"<</b>b>", L"<b>"},
+      {L"</<b>b>", L""},  // but the second tag's turn comes later
+      {L"&l<b>t;", L"<"},
+      {L"&&num;039;", L"'"},
+      {L"&lt&semi;", L"<"},
+      {L"&excl&semi;", L"&excl;"},  // its turn was before
+      {L"&#38;lt;", L"<"},
+      {L"&&#108;t;", L"<"},
+      {L"&lt&#59;", L"<"},
+      {L"&rsquor;&lsquo;", L"\u2018\u2018"},
+      {L"&AMP;&Lt;", L"&AMP;&Lt;"},
+      {L"&unknown;&", L"&unknown;&"},
+  };
+  for (const auto& [text, decoded] : cases) {
+    EXPECT_EQ(ReplaceHTML(text), decoded) << testing::PrintToString(std::wstring(text));
+    EXPECT_EQ(literal::ReplaceHTML(text), decoded) << testing::PrintToString(std::wstring(text));
+  }
+}
+
+TEST(ReplaceHTML, KnowsEveryNameOfTheList) {
+  EXPECT_EQ(kEntities.size(), 162U);
+  for (const Entity& entity : kEntities) {
+    EXPECT_EQ(ReplaceHTML(L"a" + std::wstring(entity.name) + L"z"),
+              std::wstring(L"a") + FromWindows1252(entity.value) + L"z")
+        << testing::PrintToString(std::wstring(entity.name));
+  }
+}
+
+TEST(FromWindows1252, GivesTheWesternCharacters) {
+  EXPECT_EQ(FromWindows1252(65), L'A');
+  EXPECT_EQ(FromWindows1252(128), L'\u20AC');
+  EXPECT_EQ(FromWindows1252(159), L'\u0178');
+  EXPECT_EQ(FromWindows1252(160), L'\u00A0');
+  EXPECT_EQ(FromWindows1252(233), L'\u00E9');
+}
+
+// Texts of the pieces that entities are made of, so that they meet and complete each other.
+std::wstring RandomText(std::mt19937& random) {
+  static constexpr std::array<std::wstring_view, 34> kPieces = {
+      L"&",     L"#",     L";",      L"amp;",    L"&amp;", L"&num;", L"&semi;", L"&#3", L"8;",
+      L"&#59;", L"lt;",   L"&lt",    L"039;",    L"&#039", L"<b>",   L"</b>",   L"<",   L"b>",
+      L"/",     L" ",     L"hellip", L"&hellip", L"nbsp",  L"&#",    L"0",      L"65;", L"quot;",
+      L"excl",  L"&quot", L"x",      L"&apos;",  L"&gt;",  L"é",     L"&#108;"};
+  std::uniform_int_distribution<size_t> piece(0, kPieces.size() - 1);
+  std::wstring text;
+  for (size_t i = std::uniform_int_distribution<size_t>(0, 12)(random); i > 0; --i) {
+    text += kPieces[piece(random)];
+  }
+  return text;
+}
+
+TEST(ReplaceHTML, GivesWhatTheLiteralReplacementsGive) {
+  std::mt19937 random(20'110'214);
+  for (int i = RandomPages(5'000); i > 0; --i) {
+    const std::wstring text = RandomText(random);
+    ASSERT_EQ(ReplaceHTML(text), literal::ReplaceHTML(text)) << testing::PrintToString(text);
+  }
+}
+
+}  // namespace
+}  // namespace tellurvane
