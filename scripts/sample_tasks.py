@@ -30,9 +30,10 @@ def main():
     def after(seconds):
         return now + datetime.timedelta(seconds=seconds)
 
-    # Sources without a folder: the program works in its own.
+    chime = "Z:" + str(folder / "chime.wav").replace("/", "\\")
+    # A command without a folder: the program works in its own.
     task_list.write(folder / "JobList.dbs", [
-        (MINUTES, 1, True, MUSIC, "範例：每分鐘鐘聲", "chime.wav", after(20)),
+        (MINUTES, 1, True, MUSIC, "範例：每分鐘鐘聲", chime, after(20)),
         (HOURS, 12, True, APPLICATION, "範例：開啟記事本", "notepad.exe Setting.ini", after(40)),
         (MINUTES, 30, True, NOTE, "範例：休息一下", r"起來走一走\r\n順便喝杯水", after(60)),
         (HOURS, 1, False, RADIO, "範例：網路電台", "http://radio.example.org:8000/live",
