@@ -14,6 +14,21 @@ constexpr size_t kLongestPath = 32'768;
 constexpr DWORD kFlags = OFN_HIDEREADONLY | OFN_PATHMUSTEXIST | OFN_EXPLORER | OFN_LONGNAMES;
 static_assert(kFlags == 0x280804);
 
+// The dialog walks through folders with the process's own current one; relative sources need it
+// where it was.
+class KeptDirectory {
+ public:
+  KeptDirectory() : path_(GetCurrentDirectoryW(0, nullptr), L'\0') {
+    path_.resize(GetCurrentDirectoryW(static_cast<DWORD>(path_.size()), path_.data()));
+  }
+  KeptDirectory(const KeptDirectory&) = delete;
+  KeptDirectory& operator=(const KeptDirectory&) = delete;
+  ~KeptDirectory() { SetCurrentDirectoryW(path_.c_str()); }
+
+ private:
+  std::wstring path_;
+};
+
 }  // namespace
 
 std::optional<std::wstring> BrowseForSource(HWND owner, bool wantExecutables,
@@ -28,6 +43,7 @@ std::optional<std::wstring> BrowseForSource(HWND owner, bool wantExecutables,
   dialog.nMaxFile = static_cast<DWORD>(name.size());
   dialog.lpstrInitialDir = filesPath.c_str();
   dialog.Flags = kFlags;
+  const KeptDirectory keptDirectory;
   const bool isOwnerEnabled = IsWindowEnabled(owner) != FALSE;
   const bool isChosen = GetOpenFileNameW(&dialog) != FALSE;
   // Some systems' dialog enables its owner at the end, though another window holds it disabled.

@@ -192,6 +192,7 @@ void FrmTime::CreateDigits() {
 // Right before the label.
 void FrmTime::AddDigits(DigitBox& digits, int cells, int labelX, int y) {
   const int width = cells * kDigitWidth;
+  digits.shown = {};  // a clock that was closed and is loaded again begins with empty boxes
   digits.box.Create({.parent = hwnd(),
                      .x = labelX - width,
                      .y = y,
@@ -225,17 +226,19 @@ void FrmTime::Timer1_Timer() {
 
 void FrmTime::DrawTime() {
   // Each from a reading of its own.
-  DrawTwoDigits(C_ch_, Time().hour);
-  DrawTwoDigits(C_cm_, Time().minute);
-  DrawTwoDigits(C_cs_, Time().second);
-  DrawFace(Time());
+  const int hour = Time().hour;
+  const int minute = Time().minute;
+  const int second = Time().second;
+  DrawTwoDigits(C_ch_, hour);
+  DrawTwoDigits(C_cm_, minute);
+  DrawTwoDigits(C_cs_, second);
+  DrawFace(HandsAt(centre_, hour, minute, second));
 }
 
-void FrmTime::DrawFace(const CivilDateTime& time) {
+void FrmTime::DrawFace(const FaceHands& hands) {
   if (!face_ || Dc() == nullptr) return;
   const int side = 2 * centre_;
   BitBlt(Dc(), 0, 0, side, side, face_->Dc(), 0, 0, SRCCOPY);
-  const FaceHands hands = HandsAt(centre_, time.hour, time.minute, time.second);
   DrawLine(Dc(), centre_, centre_, hands.hour, kHourHand);
   DrawLine(Dc(), centre_, centre_, hands.minute, kMinuteHand);
   DrawLine(Dc(), centre_, centre_, hands.second, kSecondHand);

@@ -56,7 +56,7 @@ class FrmTime final : public Form {
   void PrepareFace();
   void Timer1_Timer();
   void DrawTime();
-  void DrawFace(const CivilDateTime& time);
+  void DrawFace(const FaceHands& hands);
   void DrawDate();
   void DrawTwoDigits(DigitBox& target, int value);
   void DrawDigitOnce(DigitBox& target, int digit, int position);

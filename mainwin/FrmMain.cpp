@@ -5,19 +5,12 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/Autostart.h"
-#include "app/OpenFileDialog.h"
 #include "base/LocaleDates.h"
 #include "cmd/ModCMD.h"
 #include "mainwin/StatusLine.h"
-#include "notes/NoteText.h"
-#include "notes/frmNotesEdit.h"
-#include "radio/HttpGetText.h"
-#include "radio/frmRadioList.h"
 #include "ui/MessageLoop.h"
 #include "ui/ModTheme.h"
 #include "ui/Twips.h"
-#include "ui/clsPopupMenu.h"
 
 namespace tellurvane {
 namespace {
@@ -51,20 +44,6 @@ enum ToolbarButton { kNewButton = 1, kPlayButton, kStopButton, kOptionsButton, k
 
 // Deliberately blocking: nothing else happens while a note or the clock fades.
 void Wait(unsigned milliseconds) { Sleep(milliseconds); }
-
-bool IsSameIgnoringCase(std::wstring_view left, std::wstring_view right) {
-  return CompareStringOrdinal(left.data(), static_cast<int>(left.size()), right.data(),
-                              static_cast<int>(right.size()), TRUE) == CSTR_EQUAL;
-}
-
-// A menu that is built, shown and thrown away. At the mouse, unless a place is named.
-UINT Choose(HWND owner, const std::vector<MenuEntry>& entries, std::optional<UINT> defaultItem,
-            std::optional<POINT> place = {}) {
-  clsPopupMenu menu;
-  for (const MenuEntry& entry : entries) menu.AddMenuItem(entry.text, entry.flags, entry.id);
-  if (defaultItem) menu.SetMenuDefItem(*defaultItem);
-  return place ? menu.TrackMenu(owner, *place) : menu.TrackMenu(owner);
-}
 
 void PrintPercent(clsProgress& slider, int decimals) {
   slider.PrintText(FormatPercent(slider.Value() / slider.Max(), decimals), kPercentGrey);
@@ -107,38 +86,6 @@ ClockSurroundings FrmMain::AroundTheClock() {
       .openTrayMenu = [this] { IconMenuClick(); }};
 }
 
-EditorServices FrmMain::ForTheEditor() {
-  return {
-      .browseForSource =
-          [this](bool wantExecutables) {
-            return BrowseForSource(hwnd(), wantExecutables, general_.settings.FilesPath);
-          },
-      .chooseStation =
-          [this](HWND owner) {
-            frmRadioList directory(
-                {.readSetting =
-                     [this](const std::wstring& key) { return general_.settingsFile.Read(key); },
-                 .writeSetting =
-                     [this](const std::wstring& key, const std::wstring& value) {
-                       (void)general_.settingsFile.Write(key, value);
-                     },
-                 .fetch = HttpGetText,
-                 .hinetUrl = general_.settings.HinetUrl});
-            return directory.Open(owner);
-          },
-      .editNote =
-          [](HWND owner, const std::wstring& text) {
-            std::optional<std::wstring> edited;
-            frmNotesEdit editor(text, [&](const std::wstring& stored) { edited = stored; });
-            editor.Open(owner);
-            return edited;
-          },
-      .ask = [](HWND owner, const std::wstring& text,
-                UINT flags) { return MessageBoxW(owner, text.c_str(), kApplicationTitle, flags); },
-      .noteForScreen = NoteTextWithBreaks,
-      .noteForList = StoredNoteText};
-}
-
 void FrmMain::Create() {
   InitCommonControls();
   taskbarOwner_.Load({.caption = kApplicationTitle, .border = FormBorder::kNone});
@@ -152,6 +99,7 @@ void FrmMain::Create() {
 }
 
 void FrmMain::Form_Load() {
+  tmrJob_.Interval(kDesignedTaskMilliseconds);
   const DateFormat format = UserDateFormat();
   dayHalves_ = {format.amDesignator, format.pmDesignator};
   CreateTrayIcon();
@@ -258,7 +206,9 @@ void FrmMain::ReloadTaskList() {
 
 // A window that is gone has no timer: a tick that ends the program still tries to go on. While the
 // editor is open no task falls due, though music that ends may run one again.
-void FrmMain::SetEnabled(bool enable) { tmrJob_.Enabled(enable && IsLoaded() && !isEditorOpen_); }
+void FrmMain::SetEnabled(bool enable) {
+  tmrJob_.Enabled(enable && IsLoaded() && editor_ == nullptr);
+}
 
 void FrmMain::Form_Resize() {
   if (!Visible() || IsIconic(hwnd())) return;
@@ -282,6 +232,8 @@ void FrmMain::Form_Resize() {
 
 bool FrmMain::Form_Unload() {
   if (!quitFlag_) {
+    // The editor is not minimised from under the user's hands.
+    if (editor_ != nullptr) return false;
     ShowWindow(hwnd(), SW_MINIMIZE);
     FormMin();
     return false;
@@ -318,8 +270,9 @@ void FrmMain::Form_Enter() {
 LRESULT FrmMain::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_CONTEXTMENU:
-      // From the keyboard; the mouse is the list's.
-      if (lParam == -1) ListView_Click(rows_.MenuPlace());
+      // From the keyboard; the mouse is the list's, and the system's on the caption.
+      if (lParam != -1) return Form::HandleMessage(message, wParam, lParam);
+      ListView_Click(rows_.MenuPlace());
       return 0;
     case WM_ENDSESSION:
       // Windows is about to end the process, without another word.
@@ -391,41 +344,6 @@ void FrmMain::ToolBar_ButtonClick(int id) {
   }
 }
 
-void FrmMain::ListView_Click(std::optional<POINT> place) {
-  const std::optional<size_t> row = rows_.SelectedRow();
-  if (!row || *row >= general_.tasks.size()) {
-    if (Choose(hwnd(), NoTaskMenu(), {}, place) == kNewTask) OpenEditor({});
-    return;
-  }
-  const TaskRecord& task = general_.tasks[*row];
-  switch (Choose(hwnd(), TaskMenu(task.Name, task.Enabled), {}, place)) {
-    case kRunTask:
-      runner_.RunNow(row);
-      break;
-    case kEditTask:
-      OpenEditor(row);
-      break;
-    case kSwitchTask:
-      runner_.SwitchEnabled(row);
-      break;
-    default:
-      break;
-  }
-}
-
-void FrmMain::OpenEditor(std::optional<size_t> row) {
-  if (std::exchange(isEditorOpen_, true)) return;
-  runner_.SetTaskTimer(false);
-  (void)general_.taskListFile.Save(general_.tasks);
-  FrmSet editor(
-      general_.tasks, {.clock = Now, .pathExists = PathExists, .isSameName = IsSameIgnoringCase},
-      [this] { (void)general_.taskListFile.Save(general_.tasks); }, ForTheEditor());
-  editor.Open(hwnd(), row);
-  isEditorOpen_ = false;
-  // The program may have ended meanwhile.
-  if (IsLoaded()) ReloadTaskList();
-}
-
 void FrmMain::SliderH_PostRender() { PrintPercent(SliderH_, 2); }
 
 void FrmMain::SliderVolH_PostRender() { PrintPercent(SliderVolH_, 0); }
@@ -442,66 +360,6 @@ void FrmMain::picStatusBar_Paint(HDC context) {
   const int y = (picStatusBar_.ScaleHeight() - kStatusTextSize) / 2 - 3;
   ModTheme::Text(context, statusText_, kStatusTextX, y, {.text = ModTheme::kBlueText},
                  {.size = kStatusTextSize, .style = ModTheme::kBold});
-}
-
-void FrmMain::OptionsMenuClick() {
-  switch (Choose(hwnd(), OptionsMenu(general_.settings), 0)) {
-    case kSwitchSongLoop:
-      SwitchSongLoop();
-      break;
-    case kSwitchStartPlay:
-      SwitchStartPlay();
-      break;
-    case kSwitchClock:
-      SwitchClock();
-      break;
-    default:
-      break;
-  }
-}
-
-void FrmMain::IconMenuClick() {
-  switch (Choose(hwnd(), TrayMenu(general_.settings), 0)) {
-    case kShowMainWindow:
-      // Deliberately without the rest of the way back: the tray icon stays, and no taskbar button.
-      Open();
-      break;
-    case kSwitchClockFromTray:
-      SwitchClock();
-      break;
-    case kLeave:
-      Leave();
-      break;
-    default:
-      break;
-  }
-}
-
-void FrmMain::SwitchSongLoop() {
-  general_.settings.SongLoop = Switched(general_.settings.SongLoop);
-  (void)general_.settingsFile.Write(L"SongLoop", general_.settings.SongLoop);
-}
-
-void FrmMain::SwitchStartPlay() {
-  general_.settings.StartPlay = Switched(general_.settings.StartPlay);
-  // Without the right to write there the setting still flips.
-  (void)(IsOn(general_.settings.StartPlay) ? WriteRunValue(ExecutablePath()) : DeleteRunValue());
-  (void)general_.settingsFile.Write(L"StartPlay", general_.settings.StartPlay);
-}
-
-void FrmMain::SwitchClock() {
-  general_.settings.TimeForm = Switched(general_.settings.TimeForm);
-  if (IsOn(general_.settings.TimeForm)) {
-    clock_.ShowClock();
-  } else {
-    clock_.HideClock();
-  }
-  (void)general_.settingsFile.Write(L"TimeForm", general_.settings.TimeForm);
-}
-
-void FrmMain::Leave() {
-  quitFlag_ = true;
-  Unload();
 }
 
 }  // namespace tellurvane

@@ -102,12 +102,13 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   PlaybackActions PlayerActions();
   ClockSurroundings AroundTheClock();
   EditorServices ForTheEditor();
+  void TakeOverEditedList(bool isSaved);
 
   ModGeneral& general_;
   MediaPlayer& player_;
   std::function<void()> releaseProcess_;
   bool quitFlag_ = false;
-  bool isEditorOpen_ = false;
+  FrmSet* editor_ = nullptr;  // while it is open
   std::wstring statusText_;
   DayHalves dayHalves_;
 

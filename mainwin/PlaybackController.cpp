@@ -39,7 +39,9 @@ void PlaybackController::TimerVis_Tick() {
     view_.PositionValue(position);
     return;
   }
-  if (actions_.songLoop()) {
+  // What never opened is not played again: it would end at once, again and again, and each start
+  // sets the task timer back before it can tick.
+  if (actions_.songLoop() && RoundHalfToEven(duration) > 0) {
     actions_.runSelectedTask();
   } else {
     StopPlayback();

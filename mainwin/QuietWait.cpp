@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "ui/Timer.h"
+
 namespace tellurvane {
 namespace {
 
@@ -24,8 +26,22 @@ bool IsKeptOut(const MSG& message) {
   const bool isInput = (id >= WM_KEYFIRST && id <= WM_KEYLAST) ||
                        (id >= WM_MOUSEFIRST && id <= WM_MOUSELAST) ||
                        (id >= WM_NCMOUSEMOVE && id <= WM_NCXBUTTONDBLCLK);
-  // Our timers have no window. They tick again: a tick that is thrown away is only late.
-  return isInput || (id == WM_TIMER && (message.hwnd == nullptr || IsOurs(message.hwnd)));
+  // Our timers tick again: a tick that is thrown away is only late.
+  return isInput || Timer::IsTick(message) || (id == WM_TIMER && IsOurs(message.hwnd));
+}
+
+// Whoever waits for a release that is thrown away must not wait on.
+void LetGo(const MSG& message) {
+  switch (message.message) {
+    case WM_LBUTTONUP:
+    case WM_RBUTTONUP:
+    case WM_MBUTTONUP:
+    case WM_NCLBUTTONUP:
+      ReleaseCapture();
+      break;
+    default:
+      break;
+  }
 }
 
 // False when the program is to end.
@@ -36,7 +52,10 @@ bool HandleWhatMay() {
       PostQuitMessage(static_cast<int>(message.wParam));
       return false;
     }
-    if (IsKeptOut(message)) continue;
+    if (IsKeptOut(message)) {
+      LetGo(message);
+      continue;
+    }
     TranslateMessage(&message);
     DispatchMessageW(&message);
   }

@@ -99,14 +99,14 @@ ComPtr<IWMPMedia> WindowsMediaPlayer::CurrentMedia() {
 
 void WindowsMediaPlayer::Url(const std::wstring& url) {
   if (!Make()) return;
-  isOpen_ = true;
   isStarted_ = false;
   const Bstr text(url);
-  player_->put_URL(text.Get());
+  // A refused address leaves the one before in the control: it must not play.
+  isOpen_ = SUCCEEDED(player_->put_URL(text.Get()));
 }
 
 void WindowsMediaPlayer::Play() {
-  if (Make()) isStarted_ = SUCCEEDED(controls_->play());
+  if (Make() && isOpen_) isStarted_ = SUCCEEDED(controls_->play());
 }
 
 void WindowsMediaPlayer::Stop() {
@@ -143,7 +143,7 @@ std::wstring WindowsMediaPlayer::Status() {
 
 double WindowsMediaPlayer::Position() {
   double seconds = 0;
-  if (!controls_ || FAILED(controls_->get_currentPosition(&seconds))) return 0;
+  if (!isOpen_ || FAILED(controls_->get_currentPosition(&seconds))) return 0;
   return Sane(seconds);
 }
 
@@ -154,7 +154,8 @@ void WindowsMediaPlayer::Position(double seconds) {
 double WindowsMediaPlayer::Duration() {
   const ComPtr<IWMPMedia> media = CurrentMedia();
   double seconds = 0;
-  if (!media || FAILED(media->get_duration(&seconds))) return 0;
+  // A control that does not know how to close still has the media before.
+  if (!isOpen_ || !media || FAILED(media->get_duration(&seconds))) return 0;
   return Sane(seconds);
 }
 

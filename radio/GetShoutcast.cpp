@@ -9,9 +9,9 @@ namespace {
 
 // Positions count from 1, as the rules of this page do: a marker that is not found is at 0, and the
 // places that are reckoned from it are small numbers.
-class Page {
+class Markers {
  public:
-  explicit Page(std::wstring_view text)
+  explicit Markers(std::wstring_view text)
       : text_(text),
         ids_(text, L"id:", true),
         quotes_(text, L"\""),
@@ -61,8 +61,8 @@ std::wstring PreparedShoutcast(std::wstring_view page) {
   return Replaced(Replaced(page, L"id\"", L"\r\nid"), L"\":", L":");
 }
 
-StationRows GetShoutcast(std::wstring_view text) {
-  Page page(text);
+StationRows GetShoutcast(std::wstring_view page) {
+  Markers markers(page);
   StationRows rows;
   std::wstring id;
   std::wstring type;
@@ -71,24 +71,24 @@ StationRows GetShoutcast(std::wstring_view text) {
   std::wstring bitRate;
   size_t resume = 0;
   while (rows.size() < kMostShoutcastRows) {
-    const size_t start = page.Id(resume + 1);
+    const size_t start = markers.Id(resume + 1);
     if (start == 0) break;
-    size_t a = page.Quote(start) + 1;
-    size_t b = page.Quote(a);
-    page.Cut(id, a, b);
-    a = page.Type(b) + 4;
-    b = page.Quote(a);
-    page.Cut(type, a, b);
-    a = page.Name(b) + 6;
-    b = page.Quote(a);
-    page.Cut(name, a, b);
+    size_t a = markers.Quote(start) + 1;
+    size_t b = markers.Quote(a);
+    markers.Cut(id, a, b);
+    a = markers.Type(b) + 4;
+    b = markers.Quote(a);
+    markers.Cut(type, a, b);
+    a = markers.Name(b) + 6;
+    b = markers.Quote(a);
+    markers.Cut(name, a, b);
     // From the name's beginning: the count may stand in the name's own text.
-    a = page.Listeners(a) + 3;
-    b = page.Comma(a);
-    page.Cut(listeners, a, b);
-    a = page.BitRate(a) + 3;
-    b = page.Comma(a);
-    page.Cut(bitRate, a, b);
+    a = markers.Listeners(a) + 3;
+    b = markers.Comma(a);
+    markers.Cut(listeners, a, b);
+    a = markers.BitRate(a) + 3;
+    b = markers.Comma(a);
+    markers.Cut(bitRate, a, b);
     resume = b;
     rows.push_back({name, type, bitRate + L" kbps",
                     std::wstring(kShoutcastTuneIn) + L"/sbin/tunein-station.pls?id=" + id,

@@ -1,7 +1,7 @@
 #include "radio/ReplaceHTML.h"
 
 #include <algorithm>
-#include <cstdint>
+#include <array>
 #include <optional>
 
 #include "radio/Entities.h"
@@ -45,22 +45,18 @@ constexpr auto kByName = [] {
 
 // Characters that entities, references and bold tags are made of. A run of them is decoded by
 // itself: nothing reaches beyond it.
+constexpr std::wstring_view kParts =
+    L"&#;</>0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+constexpr size_t kAsciiSize = 128;
 constexpr auto kIsPart = [] {
-  std::array<bool, 128> parts = {};
-  for (const char part : "&#;</>") {
-    if (part != '\0') parts[static_cast<size_t>(part)] = true;
-  }
-  for (char digit = '0'; digit <= '9'; ++digit) parts[static_cast<size_t>(digit)] = true;
-  for (char letter = 'a'; letter <= 'z'; ++letter) {
-    parts[static_cast<size_t>(letter)] = true;
-    parts[static_cast<size_t>(letter - 'a' + 'A')] = true;
-  }
+  std::array<bool, kAsciiSize> parts = {};
+  for (const wchar_t part : kParts) parts.at(static_cast<unsigned>(part)) = true;
   return parts;
 }();
 
 bool IsPart(wchar_t unit) {
-  const auto code = static_cast<std::uint32_t>(unit);
-  return code < kIsPart.size() && kIsPart[code];
+  const auto code = static_cast<unsigned>(unit);
+  return code < kAsciiSize && kIsPart[code];
 }
 
 bool IsDigit(wchar_t unit) { return unit >= L'0' && unit <= L'9'; }
@@ -136,10 +132,12 @@ void RemoveAll(std::wstring& text, std::wstring_view part) {
 std::optional<size_t> EntityAt(std::wstring_view text) {
   constexpr std::wstring_view kWithoutEnd = L"&hellip";
   const size_t end = text.substr(0, kLongestName).find(L';');
-  const std::wstring_view name =
-      text.starts_with(kWithoutEnd) ? kWithoutEnd : text.substr(0, end == text.npos ? 0 : end + 1);
-  const auto found = std::ranges::lower_bound(kByName, name, {}, &NamedPlace::name);
-  if (name.empty() || found == kByName.end() || found->name != name) return std::nullopt;
+  const std::wstring_view name = text.starts_with(kWithoutEnd)
+                                     ? kWithoutEnd
+                                     : text.substr(0, end == std::wstring_view::npos ? 0 : end + 1);
+  if (name.empty()) return std::nullopt;
+  const auto* const found = std::ranges::lower_bound(kByName, name, {}, &NamedPlace::name);
+  if (found == kByName.end() || found->name != name) return std::nullopt;
   return found->place;
 }
 
@@ -167,8 +165,8 @@ void DecodeRun(std::wstring& run) {
 
 // Whether a run that begins with a tag can be taken over as it stands.
 bool IsPlain(std::wstring_view run) {
-  return run.find(L'&') == run.npos && run.find(L"<b>") == run.npos &&
-         run.find(L"</b>") == run.npos;
+  return run.find(L'&') == std::wstring_view::npos && run.find(L"<b>") == std::wstring_view::npos &&
+         run.find(L"</b>") == std::wstring_view::npos;
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cwchar>
+#include <new>
 #include <utility>
 
 #include "base/Number.h"
@@ -169,10 +170,13 @@ void frmRadioList::Form_Resize() {
       0, std::max(right - margin - scrollBar - Px(kTypeColumn) - Px(kBitRateColumn) - 4, 0));
 }
 
-bool frmRadioList::Form_Unload() {
-  services_.writeSetting(L"Genre", std::to_wstring(picGenre_.control.ListIndex()));
-  services_.writeSetting(L"SearchName", picEdit_.control.text());
-  return true;
+LRESULT frmRadioList::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  // However the dialog ends: it also goes with the program.
+  if (message == WM_DESTROY) {
+    services_.writeSetting(L"Genre", std::to_wstring(picGenre_.control.ListIndex()));
+    services_.writeSetting(L"SearchName", picEdit_.control.text());
+  }
+  return Form::HandleMessage(message, wParam, lParam);
 }
 
 void frmRadioList::Form_Enter() {
@@ -238,9 +242,14 @@ void frmRadioList::Search(const DirectoryQuery& query) {
   const WaitCursor wait;
   UpdateWindow(hwnd());
   try {
-    Show(SearchDirectory(query, services_.hinetUrl, services_.fetch));
+    StationSearch search = SearchDirectory(query, services_.hinetUrl, services_.fetch);
+    // The fetch may have let a message through that closed the dialog.
+    if (IsLoaded()) Show(std::move(search));
   } catch (const FetchError& error) {
-    Say(L"無法連線到電台目錄，請稍後再試一次。" + CauseOf(error));
+    if (IsLoaded()) Say(L"無法連線到電台目錄，請稍後再試一次。" + CauseOf(error));
+  } catch (const std::bad_alloc&) {
+    // A page may be anything, and be too much.
+    if (IsLoaded()) Say(L"電台目錄的資料過大，無法讀取。");
   }
 }
 

@@ -41,7 +41,7 @@ class frmRadioList final : public Form {
 
   void Form_Load() override;
   void Form_Resize() override;
-  bool Form_Unload() override;
+  LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   void Form_Enter() override;
   void Form_Escape() override { cmdCancel_Click(); }
 

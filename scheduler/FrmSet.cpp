@@ -46,8 +46,11 @@ constexpr std::array<const wchar_t*, 3> kIntervalWords = {L"分鐘執行一次",
 
 int Px(int twips) { return PixelsFromTwipsX(twips); }
 
-void SetReadOnly(const clsControl& control, bool isReadOnly) {
+constexpr Color SystemColor(int index) { return 0x80000000U | static_cast<Color>(index); }
+
+void SetReadOnly(clsControl& control, bool isReadOnly) {
   SendMessageW(control.hwnd(), EM_SETREADONLY, isReadOnly, 0);
+  control.BackColor(SystemColor(isReadOnly ? COLOR_BTNFACE : COLOR_WINDOW));
 }
 
 // Day and time of day are chosen apart.
@@ -459,7 +462,7 @@ void FrmSet::ShowState() {
   cmdEdit_.box.Enabled(can.editTask);
   cmdDel_.box.Enabled(can.removeTask);
   // Locked texts can still be read and copied.
-  for (const Field* const text : {&txtName_, &txtSrc_, &txtInterval_}) {
+  for (Field* const text : {&txtName_, &txtSrc_, &txtInterval_}) {
     SetReadOnly(text->control, !can.fields);
   }
   for (Field* const field : {&cboMediaType_, &cmdFiles_, &cboTimeType_, &chkEnabled_}) {

@@ -93,7 +93,10 @@ class TaskRunner {
   // The rows that have a task.
   size_t RowCount() const;
   bool RunRow(size_t row, DateSerial now);
-  bool HasTask(std::optional<size_t> row) const { return row && *row < RowCount(); }
+  // A task that was removed keeps its row until the list is loaded again.
+  bool HasTask(std::optional<size_t> row) const {
+    return row && *row < RowCount() && !tasks_[*row].Deleted;
+  }
   void Start(const TaskRecord& task);
   void StartPlaying(const std::wstring& source);
   void EnableRows();

@@ -79,6 +79,7 @@ void Form::ShowWithoutFocus() {
 }
 
 void Form::Hide() {
+  isModal_ = false;
   ReleaseOwner();
   ShowWindow(hwnd(), SW_HIDE);
 }
@@ -87,8 +88,11 @@ void Form::ShowModal() {
   const HWND owner = GetWindow(hwnd(), GW_OWNER);
   modalOwner_ = owner != nullptr && IsWindowEnabled(owner) ? owner : nullptr;
   if (modalOwner_ != nullptr) EnableWindow(modalOwner_, FALSE);
+  isModal_ = true;
   Show();
-  RunMessageLoopWhile([this] { return hwnd() != nullptr && Visible(); });
+  // Not asked by visibility: a window also disappears, for a while, with its minimised owner.
+  RunMessageLoopWhile([this] { return hwnd() != nullptr && isModal_; });
+  isModal_ = false;
   ReleaseOwner();
 }
 

@@ -94,6 +94,7 @@ class Form : public DrawnWindow {
   void KeepFocus();
   void ReleaseOwner();
 
+  bool isModal_ = false;       // shown by ShowModal, neither hidden nor unloaded since
   HWND modalOwner_ = nullptr;  // disabled while the form is modal
   HWND focus_ = nullptr;       // where the keyboard was when the form lost it
 };

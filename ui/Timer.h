@@ -18,6 +18,9 @@ class Timer {
   // the timer.
   std::function<void()> Tick;
 
+  // Whether the message is a tick of some object of this class.
+  static bool IsTick(const MSG& message);
+
   unsigned Interval() const { return milliseconds_; }
   // Starts the interval anew when the timer runs.
   void Interval(unsigned milliseconds);

@@ -108,6 +108,12 @@ TEST_F(PlaybackTest, RunsTheSelectedTaskAgainWithContinuousPlay) {
   EXPECT_THAT(Taken(), ElementsAre(L"run selected"));
 }
 
+TEST_F(PlaybackTest, StopsWhatNeverOpenedThoughPlayIsContinuous) {
+  isSongLoop = true;
+  playback.TimerVis_Tick();
+  EXPECT_EQ(Taken().front(), L"close");
+}
+
 TEST_F(PlaybackTest, SeeksToTheVeryPosition) {
   playback.SliderH_PositionSetByMouse(3.75);
   EXPECT_THAT(Taken(), ElementsAre(L"position 3.750000"));

@@ -1,0 +1,84 @@
+// The main window and the schedule editor that it opens.
+#include <utility>
+
+#include "app/OpenFileDialog.h"
+#include "base/LocaleDates.h"
+#include "mainwin/FrmMain.h"
+#include "notes/NoteText.h"
+#include "notes/frmNotesEdit.h"
+#include "radio/HttpGetText.h"
+#include "radio/frmRadioList.h"
+
+namespace tellurvane {
+namespace {
+
+bool IsSameIgnoringCase(std::wstring_view left, std::wstring_view right) {
+  return CompareStringOrdinal(left.data(), static_cast<int>(left.size()), right.data(),
+                              static_cast<int>(right.size()), TRUE) == CSTR_EQUAL;
+}
+
+}  // namespace
+
+EditorServices FrmMain::ForTheEditor() {
+  return {
+      .browseForSource =
+          [this](bool wantExecutables) {
+            return BrowseForSource(hwnd(), wantExecutables, general_.settings.FilesPath);
+          },
+      .chooseStation =
+          [this](HWND owner) {
+            frmRadioList directory(
+                {.readSetting =
+                     [this](const std::wstring& key) { return general_.settingsFile.Read(key); },
+                 .writeSetting =
+                     [this](const std::wstring& key, const std::wstring& value) {
+                       (void)general_.settingsFile.Write(key, value);
+                     },
+                 .fetch = HttpGetText,
+                 .hinetUrl = general_.settings.HinetUrl});
+            return directory.Open(owner);
+          },
+      .editNote =
+          [](HWND owner, const std::wstring& text) {
+            std::optional<std::wstring> edited;
+            frmNotesEdit editor(text, [&](const std::wstring& stored) { edited = stored; });
+            editor.Open(owner);
+            return edited;
+          },
+      .ask = [](HWND owner, const std::wstring& text,
+                UINT flags) { return MessageBoxW(owner, text.c_str(), kApplicationTitle, flags); },
+      .noteForScreen = NoteTextWithBreaks,
+      .noteForList = StoredNoteText};
+}
+
+void FrmMain::OpenEditor(std::optional<size_t> row) {
+  if (editor_ != nullptr) return;
+  runner_.SetTaskTimer(false);
+  bool isSaved = general_.taskListFile.Save(general_.tasks);
+  FrmSet editor(
+      general_.tasks, {.clock = Now, .pathExists = PathExists, .isSameName = IsSameIgnoringCase},
+      [&] { isSaved = general_.taskListFile.Save(general_.tasks); }, ForTheEditor());
+  editor_ = &editor;
+  editor.Open(hwnd(), row);
+  editor_ = nullptr;
+  // The program may have ended meanwhile.
+  if (IsLoaded()) TakeOverEditedList(isSaved);
+}
+
+// What was edited is not lost when the file cannot be written, or not be read again.
+void FrmMain::TakeOverEditedList(bool isSaved) {
+  std::erase_if(general_.tasks, [](const TaskRecord& task) { return task.Deleted; });
+  const TaskList edited = general_.tasks;
+  if (isSaved || general_.taskListFile.Save(edited)) {
+    ReloadTaskList();
+    if (!general_.tasks.empty() || edited.empty()) return;
+  }
+  general_.tasks = edited;
+  rows_.Refill();
+  runner_.SetTaskTimer(rows_.RowCount() > 0);
+  if (general_.taskListFile.Save(edited)) return;
+  MessageBoxW(hwnd(), L"排程清單無法寫入磁碟，變更只保留到程式結束為止。", kApplicationTitle,
+              MB_OK | MB_ICONWARNING);
+}
+
+}  // namespace tellurvane

@@ -1,0 +1,297 @@
+#include "tests/scheduler/EditorRig.h"
+
+#include <commctrl.h>
+#include <richedit.h>
+
+#include <utility>
+
+#include "base/Text.h"
+#include "tests/ui/FormProbe.h"
+
+namespace tellurvane {
+namespace {
+
+constexpr UINT kActMessage = WM_APP + 1;
+
+// Owns the editor, and acts when its message arrives: by then the modal loop runs.
+class ActingForm : public TestForm {
+ public:
+  std::function<void()> act;
+
+ protected:
+  LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
+    if (message != kActMessage) return TestForm::HandleMessage(message, wParam, lParam);
+    std::exchange(act, nullptr)();
+    return 0;
+  }
+};
+
+HWND OwnedBy(HWND owner) {
+  struct Search {
+    HWND owner;
+    HWND found;
+  } search = {owner, nullptr};
+  EnumThreadWindows(
+      GetCurrentThreadId(),
+      [](HWND candidate, LPARAM parameter) -> BOOL {
+        auto& wanted = *reinterpret_cast<Search*>(parameter);
+        if (GetWindow(candidate, GW_OWNER) != wanted.owner || !IsWindowVisible(candidate)) {
+          return TRUE;
+        }
+        wanted.found = candidate;
+        return FALSE;
+      },
+      reinterpret_cast<LPARAM>(&search));
+  return search.found;
+}
+
+// What the list stands in is of the same class.
+std::vector<HWND> LabelsOf(HWND window) {
+  auto labels = InsideOf(window, L"Static");
+  std::erase_if(labels, [](HWND label) { return GetWindow(label, GW_CHILD) != nullptr; });
+  return labels;
+}
+
+std::wstring Replaced(std::wstring text, const std::wstring& from, const std::wstring& to) {
+  for (size_t at = text.find(from); at != std::wstring::npos; at = text.find(from, at)) {
+    text.replace(at, from.size(), to);
+    at += to.size();
+  }
+  return text;
+}
+
+}  // namespace
+
+TaskRecord EditorTest::Task(const std::wstring& name, std::int32_t mediaType,
+                            const std::wstring& source) {
+  TaskRecord task;
+  task.Name = name;
+  task.MediaType = mediaType;
+  task.Source = source;
+  task.Enabled = true;
+  task.Interval = 5;
+  task.NextRun = At(2011, 2, 14, 13);
+  return task;
+}
+
+EditorServices EditorTest::Services() {
+  return {
+      .browseForSource =
+          [this](bool wantExecutables) {
+            called.emplace_back(wantExecutables ? "programs" : "music");
+            if (whileBrowsing) whileBrowsing();
+            return offered;
+          },
+      .chooseStation =
+          [this](HWND) {
+            called.emplace_back("stations");
+            return offered;
+          },
+      .editNote =
+          [this](HWND, const std::wstring&) {
+            called.emplace_back("note");
+            return offered;
+          },
+      .ask =
+          [this](HWND asking, const std::wstring& text, UINT flags) {
+            EXPECT_EQ(asking, window);
+            asked.push_back({text, flags});
+            return answer;
+          },
+      .noteForScreen = [](const std::wstring& text) { return Replaced(text, L"\\r\\n", L"\r\n"); },
+      .noteForList = [](const std::wstring& text) { return Replaced(text, L"\r\n", L"\\r\\n"); }};
+}
+
+void EditorTest::Play(std::optional<size_t> element, const std::function<void()>& user) {
+  auto form = std::make_unique<ActingForm>();
+  form->act = [&] {
+    FindControls();
+    Pump();
+    if (!HasFatalFailure()) user();
+    if (IsOpen()) Click(cmdCancel);
+    // A broken editor would be waited for in vain.
+    if (IsOpen()) DestroyWindow(window);
+  };
+  const HWND owning = form->hwnd();
+  PostMessageW(owning, kActMessage, 0, 0);
+  owner = std::move(form);
+  FrmSet editor(
+      tasks,
+      {.clock = [this] { return now; },
+       .pathExists = [this](const std::wstring&) { return doPathsExist; },
+       .isSameName = EqualsIgnoringAsciiCase},
+      [this] { ++saves; }, Services());
+  editor.Open(owning, element);
+  EXPECT_TRUE(IsWindowEnabled(owning)) << "the owner can be used again";
+  owner.reset();
+}
+
+void EditorTest::Browse(size_t row, const std::function<void()>& user) {
+  Play(row, [&] {
+    Click(cmdCancelJob);
+    user();
+  });
+}
+
+void EditorTest::FindControls() {
+  window = OwnedBy(owner->hwnd());
+  ASSERT_NE(window, nullptr) << "the editor is not open";
+  const auto pair = [this](const wchar_t* windowClass, HWND& first, HWND& second) {
+    const auto found = InsideOf(window, windowClass);
+    ASSERT_EQ(found.size(), 2U) << "two of a kind";
+    first = found[0];
+    second = found[1];
+  };
+  list = InsideOf(window, WC_LISTVIEWW).at(0);
+  txtSrc = InsideOf(window, L"RichEdit20W").at(0);
+  pair(L"Edit", txtName, txtInterval);
+  pair(L"ComboBox", cboMediaType, cboTimeType);
+  pair(DATETIMEPICK_CLASSW, dtpDate, dtpTime);
+  const auto labels = LabelsOf(window);
+  ASSERT_EQ(labels.size(), 6U);
+  lblSource = labels[2];
+  lblInterval = labels[5];
+  const auto buttons = InsideOf(window, L"Button");
+  HWND* const places[] = {&cmdNew,     &cmdEdit,      &cmdDel,  &cmdFiles, &chkEnabled,
+                          &cmdSaveJob, &cmdCancelJob, &cmdSave, &cmdCancel};
+  ASSERT_EQ(buttons.size(), std::size(places));
+  for (size_t i = 0; i < buttons.size(); ++i) *places[i] = buttons[i];
+}
+
+std::vector<EditorTest::Named> EditorTest::Controls() const {
+  return {{list, "list"},          {cmdNew, "new"},          {cmdEdit, "edit"},
+          {cmdDel, "remove"},      {txtName, "name"},        {cboMediaType, "media"},
+          {txtSrc, "source"},      {cmdFiles, "..."},        {dtpDate, "date"},
+          {dtpTime, "time"},       {cboTimeType, "unit"},    {txtInterval, "interval"},
+          {chkEnabled, "enabled"}, {cmdSaveJob, "saveTask"}, {cmdCancelJob, "cancelTask"},
+          {cmdSave, "close"},      {cmdCancel, "cancel"}};
+}
+
+std::string EditorTest::Usable() const {
+  std::string names;
+  for (const Named& each : Controls()) {
+    bool isUsable = true;
+    for (HWND up = each.control; up != window; up = GetParent(up)) {
+      isUsable = isUsable && IsWindowEnabled(up) && IsWindowVisible(up);
+    }
+    if (isUsable) (names += names.empty() ? "" : " ") += each.name;
+  }
+  return names;
+}
+
+std::string EditorTest::Writable() const {
+  std::string names;
+  for (const Named& each : Controls()) {
+    bool isReadOnly = (GetWindowLongPtrW(each.control, GWL_STYLE) & ES_READONLY) != 0;
+    if (each.control == txtSrc) {
+      isReadOnly = (SendMessageW(txtSrc, EM_GETOPTIONS, 0, 0) & ECO_READONLY) != 0;
+    } else if (each.control != txtName && each.control != txtInterval) {
+      continue;
+    }
+    if (!isReadOnly) (names += names.empty() ? "" : " ") += each.name;
+  }
+  return names;
+}
+
+std::string EditorTest::Focused() const {
+  const HWND focus = GetFocus();
+  for (const Named& each : Controls()) {
+    if (focus == each.control) return each.name;
+  }
+  return focus == nullptr ? "nothing" : "something else";
+}
+
+void EditorTest::Click(HWND button) const {
+  ASSERT_TRUE(IsWindowEnabled(button));
+  SetFocus(button);
+  SendMessageW(button, BM_CLICK, 0, 0);
+  Pump();
+}
+
+void EditorTest::Press(UINT key) const {
+  const HWND focus = GetFocus();
+  PostMessageW(focus, WM_KEYDOWN, key, 1);
+  PostMessageW(focus, WM_KEYUP, key, static_cast<LPARAM>(0xC000'0001U));
+  Pump();
+}
+
+void EditorTest::Choose(HWND comboBox, int entry) const {
+  ASSERT_TRUE(IsWindowEnabled(comboBox));
+  SetFocus(comboBox);
+  Press(VK_HOME);
+  for (int i = 0; i < entry; ++i) Press(VK_DOWN);
+  ASSERT_EQ(Entry(comboBox), entry);
+}
+
+void EditorTest::Pick(DateSerial moment) const {
+  const CivilDateTime civil = CivilFromSerial(moment);
+  SYSTEMTIME time = {};
+  time.wYear = static_cast<WORD>(civil.year);
+  time.wMonth = static_cast<WORD>(civil.month);
+  time.wDay = static_cast<WORD>(civil.day);
+  time.wHour = static_cast<WORD>(civil.hour);
+  time.wMinute = static_cast<WORD>(civil.minute);
+  time.wSecond = static_cast<WORD>(civil.second);
+  for (const HWND picker : {dtpDate, dtpTime}) {
+    SendMessageW(picker, DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&time));
+  }
+}
+
+DateSerial EditorTest::Picked() const {
+  SYSTEMTIME date = {};
+  SYSTEMTIME time = {};
+  SendMessageW(dtpDate, DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&date));
+  SendMessageW(dtpTime, DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&time));
+  return At(date.wYear, date.wMonth, date.wDay, time.wHour, time.wMinute, time.wSecond);
+}
+
+void EditorTest::SelectRow(int row) const {
+  LVITEMW item = {};
+  item.stateMask = item.state = LVIS_SELECTED | LVIS_FOCUSED;
+  SendMessageW(list, LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+  Pump();
+}
+
+int EditorTest::SelectedRow() const {
+  return static_cast<int>(
+      SendMessageW(list, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
+}
+
+std::vector<std::wstring> EditorTest::Rows() const {
+  std::vector<std::wstring> rows;
+  const auto count = static_cast<int>(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
+  for (int row = 0; row < count; ++row) {
+    wchar_t text[256] = {};
+    LVITEMW item = {};
+    item.pszText = text;
+    item.cchTextMax = static_cast<int>(std::size(text));
+    SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+    rows.emplace_back(item.pszText);
+  }
+  return rows;
+}
+
+std::vector<std::wstring> EditorTest::Entries(HWND comboBox) const {
+  std::vector<std::wstring> entries;
+  const auto count = static_cast<int>(SendMessageW(comboBox, CB_GETCOUNT, 0, 0));
+  for (int i = 0; i < count; ++i) {
+    wchar_t text[64] = {};
+    SendMessageW(comboBox, CB_GETLBTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(text));
+    entries.emplace_back(text);
+  }
+  return entries;
+}
+
+std::vector<std::wstring> EditorTest::Captions(const std::vector<HWND>& controls) {
+  std::vector<std::wstring> captions;
+  for (const HWND control : controls) captions.push_back(WindowText(control));
+  return captions;
+}
+
+std::vector<std::wstring> EditorTest::ButtonCaptions() const {
+  return Captions(InsideOf(window, L"Button"));
+}
+
+std::vector<std::wstring> EditorTest::LabelCaptions() const { return Captions(LabelsOf(window)); }
+
+}  // namespace tellurvane

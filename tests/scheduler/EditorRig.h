@@ -1,0 +1,108 @@
+// The schedule editor's window in its modal loop, with stand-ins for all that it has others do.
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "scheduler/FrmSet.h"
+#include "tests/support/Moments.h"
+#include "tests/ui/UiTestSupport.h"
+
+namespace tellurvane {
+
+class EditorTest : public testing::Test {
+ protected:
+  // A box that the editor showed.
+  struct Question {
+    std::wstring text;
+    UINT flags = 0;
+    bool operator==(const Question&) const = default;
+  };
+
+  static TaskRecord Task(const std::wstring& name, std::int32_t mediaType = kReminderNote,
+                         const std::wstring& source = L"text");
+
+  // Opens the editor on an element, or on a new task, and has the user act. He presses "取消" at
+  // the end when the editor is still open.
+  void Play(std::optional<size_t> element, const std::function<void()>& user);
+  // The same, but beginning in the browsing state with a row selected.
+  void Browse(size_t row, const std::function<void()>& user);
+
+  bool IsOpen() const { return IsWindow(window) != FALSE; }
+  // The names of the controls that can be used, in the order of the screen.
+  std::string Usable() const;
+  // Those of the text boxes that can be typed into.
+  std::string Writable() const;
+  // The name of what has the keyboard.
+  std::string Focused() const;
+
+  // Presses a button, which has to be usable.
+  void Click(HWND button) const;
+  void ClickCloseBox() const { SendMessageW(window, WM_CLOSE, 0, 0); }
+  // A key goes the way of all messages, to whatever has the keyboard.
+  void Press(UINT key) const;
+  void Type(HWND box, const std::wstring& text) const { SetWindowTextW(box, text.c_str()); }
+  // Chooses an entry of a drop-down list by its keys.
+  void Choose(HWND comboBox, int entry) const;
+  void Pick(DateSerial moment) const;
+  DateSerial Picked() const;
+  void SelectRow(int row) const;
+  // The row that the list shows as selected.
+  int SelectedRow() const;
+  std::vector<std::wstring> Rows() const;
+  std::vector<std::wstring> Entries(HWND comboBox) const;
+  int Entry(HWND comboBox) const {
+    return static_cast<int>(SendMessageW(comboBox, CB_GETCURSEL, 0, 0));
+  }
+  std::vector<std::wstring> ButtonCaptions() const;
+  std::vector<std::wstring> LabelCaptions() const;
+
+  TaskList tasks;
+  DateSerial now = At(2011, 2, 14, 12);
+  int saves = 0;
+  bool doPathsExist = true;
+  std::vector<Question> asked;
+  int answer = IDOK;
+  std::vector<std::string> called;  // the services behind "..."
+  std::optional<std::wstring> offered;
+  std::function<void()> whileBrowsing;  // while the open-file dialog would stand
+
+  std::unique_ptr<TestForm> owner;
+  HWND window = nullptr;
+  HWND list = nullptr;
+  HWND cmdNew = nullptr;
+  HWND cmdEdit = nullptr;
+  HWND cmdDel = nullptr;
+  HWND txtName = nullptr;
+  HWND cboMediaType = nullptr;
+  HWND txtSrc = nullptr;
+  HWND cmdFiles = nullptr;
+  HWND dtpDate = nullptr;
+  HWND dtpTime = nullptr;
+  HWND cboTimeType = nullptr;
+  HWND txtInterval = nullptr;
+  HWND lblSource = nullptr;
+  HWND lblInterval = nullptr;
+  HWND chkEnabled = nullptr;
+  HWND cmdSaveJob = nullptr;
+  HWND cmdCancelJob = nullptr;
+  HWND cmdSave = nullptr;
+  HWND cmdCancel = nullptr;
+
+ private:
+  struct Named {
+    HWND control;
+    const char* name;
+  };
+  std::vector<Named> Controls() const;
+  static std::vector<std::wstring> Captions(const std::vector<HWND>& controls);
+  EditorServices Services();
+  void FindControls();
+};
+
+}  // namespace tellurvane

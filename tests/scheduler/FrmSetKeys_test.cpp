@@ -1,0 +1,157 @@
+// The schedule editor by keyboard alone.
+#include <gmock/gmock.h>
+
+#include "tests/scheduler/EditorRig.h"
+
+namespace tellurvane {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class FrmSetKeysTest : public EditorTest {
+ protected:
+  // Where the keyboard is after each Tab, until it is where it began.
+  std::string TabOrder() const {
+    const std::string first = Focused();
+    std::string order = first;
+    for (int i = 0; i < 30; ++i) {
+      Press(VK_TAB);
+      const std::string next = Focused();
+      if (next == first) return order;
+      order += " " + next;
+    }
+    return order + " and never back";
+  }
+};
+
+TEST_F(FrmSetKeysTest, TabGoesAsTheEyeReads) {
+  tasks = {Task(L"a")};
+  Play(0, [&] {
+    EXPECT_EQ(TabOrder(),
+              "name media source ... date time unit interval enabled saveTask cancelTask close "
+              "cancel");
+    Click(cmdCancelJob);
+    EXPECT_EQ(TabOrder(), "list new edit remove name source interval close cancel");
+  });
+}
+
+TEST_F(FrmSetKeysTest, BeginsInTheNameBoxWithTheNameSelected) {
+  tasks = {Task(L"abc")};
+  Play(0, [&] {
+    EXPECT_EQ(Focused(), "name");
+    EXPECT_EQ(SendMessageW(txtName, EM_GETSEL, 0, 0), MAKELRESULT(0, 3));
+  });
+}
+
+TEST_F(FrmSetKeysTest, EnterSavesWhereverTheKeyboardIs) {
+  for (HWND* const field : {&txtName, &cboMediaType, &txtSrc, &dtpDate, &dtpTime, &cboTimeType,
+                            &txtInterval, &chkEnabled}) {
+    tasks = {Task(L"a", kApplication)};
+    saves = 0;
+    Play(0, [&] {
+      Type(txtName, L"b");
+      SetFocus(*field);
+      const std::string where = Focused();
+      Press(VK_RETURN);
+      EXPECT_EQ(saves, 1) << where;
+      EXPECT_EQ(Focused(), "list") << where;
+    });
+    EXPECT_EQ(tasks[0].Name, L"b");
+  }
+}
+
+TEST_F(FrmSetKeysTest, EnterBreaksTheLineOfANote) {
+  tasks = {Task(L"a")};
+  Play(0, [&] {
+    SetFocus(txtSrc);
+    SendMessageW(txtSrc, EM_SETSEL, 2, 2);
+    Press(VK_RETURN);
+    EXPECT_EQ(saves, 0);
+    EXPECT_EQ(WindowText(txtSrc), L"te\r\nxt");
+    SetFocus(txtName);
+    Press(VK_RETURN);
+  });
+  EXPECT_EQ(saves, 1);
+  EXPECT_EQ(tasks[0].Source, L"te\\r\\nxt");
+}
+
+TEST_F(FrmSetKeysTest, EnterEditsTheSelectedTask) {
+  tasks = {Task(L"a")};
+  Browse(0, [&] {
+    EXPECT_EQ(Focused(), "list");
+    Press(VK_RETURN);
+    EXPECT_EQ(Focused(), "name");
+    EXPECT_EQ(Writable(), "name source interval");
+  });
+}
+
+TEST_F(FrmSetKeysTest, EscGivesTheEditingUpAndThenCloses) {
+  tasks = {Task(L"a")};
+  for (HWND* const field : {&txtName, &txtSrc, &cboTimeType, &dtpDate, &cmdFiles}) {
+    Play(0, [&] {
+      Type(txtName, L"b");
+      SetFocus(*field);
+      const std::string where = Focused();
+      Press(VK_ESCAPE);
+      ASSERT_TRUE(IsOpen()) << where;
+      EXPECT_EQ(Writable(), "") << where;
+      EXPECT_EQ(WindowText(txtName), L"a") << where;
+      Press(VK_ESCAPE);
+      EXPECT_FALSE(IsOpen()) << where;
+    });
+  }
+  EXPECT_THAT(asked, IsEmpty());
+  EXPECT_EQ(saves, 0);
+}
+
+TEST_F(FrmSetKeysTest, EscOnlyClosesAListThatIsDroppedDown) {
+  Play({}, [&] {
+    SetFocus(cboMediaType);
+    SendMessageW(cboMediaType, CB_SHOWDROPDOWN, TRUE, 0);
+    Press(VK_ESCAPE);
+    EXPECT_FALSE(SendMessageW(cboMediaType, CB_GETDROPPEDSTATE, 0, 0));
+    EXPECT_EQ(Writable(), "name source interval") << "the editing goes on";
+  });
+}
+
+TEST_F(FrmSetKeysTest, TheListHasKeysOfItsOwn) {
+  tasks = {Task(L"a"), Task(L"b")};
+  Browse(0, [&] {
+    Press(VK_DOWN);
+    EXPECT_EQ(WindowText(txtName), L"b");
+    Press(VK_F2);
+    EXPECT_EQ(Focused(), "name");
+    EXPECT_EQ(WindowText(txtName), L"b");
+    Press(VK_ESCAPE);
+    Press(VK_INSERT);
+    EXPECT_EQ(WindowText(txtName), L"新的排程專案");
+    Press(VK_ESCAPE);
+    answer = IDYES;
+    Press(VK_DELETE);
+    EXPECT_THAT(Rows(), ElementsAre(L"a"));
+    Press(VK_DELETE);
+    EXPECT_THAT(Rows(), IsEmpty());
+    // Nothing is selected any more.
+    Press(VK_DELETE);
+    Press(VK_F2);
+    Press(VK_RETURN);
+    EXPECT_EQ(Writable(), "");
+    EXPECT_EQ(asked.size(), 2U);
+    Press(VK_INSERT);
+    EXPECT_EQ(Focused(), "name");
+  });
+}
+
+TEST_F(FrmSetKeysTest, DeleteInATextBoxIsTheTexts) {
+  tasks = {Task(L"abc")};
+  Play(0, [&] {
+    SendMessageW(txtName, EM_SETSEL, 0, 0);
+    Press(VK_DELETE);
+    EXPECT_EQ(WindowText(txtName), L"bc");
+    EXPECT_THAT(asked, IsEmpty());
+  });
+}
+
+}  // namespace
+}  // namespace tellurvane

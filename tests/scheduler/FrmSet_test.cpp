@@ -1,0 +1,388 @@
+// What the editor shows, allows and does. Its keys are in FrmSetKeys_test.cpp, unusual tasks in
+// FrmSetContent_test.cpp.
+#include "scheduler/FrmSet.h"
+
+#include <gmock/gmock.h>
+
+#include "tests/scheduler/EditorRig.h"
+
+namespace tellurvane {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr const char* kWhileEditing =
+    "name media source ... date time unit interval enabled saveTask cancelTask close cancel";
+constexpr const char* kWhileBrowsing = "list new edit remove name source interval close cancel";
+constexpr UINT kMessage = MB_OK | MB_ICONINFORMATION;
+constexpr UINT kRemovalQuestion = MB_YESNO | MB_ICONQUESTION;
+
+class FrmSetTest : public EditorTest {};
+
+TEST_F(FrmSetTest, ShowsItsCaptionsAndEntriesInOrder) {
+  Play({}, [&] {
+    EXPECT_EQ(WindowText(window), L"新增 / 編輯排程專案");
+    EXPECT_THAT(ButtonCaptions(),
+                ElementsAre(L"新增", L"編輯", L"移除", L"...", L"儲存後立即啟動音樂排程",
+                            L"儲存專案", L"放棄編輯", L"關閉", L"取消"));
+    EXPECT_THAT(LabelCaptions(), ElementsAre(L"專案名稱", L"媒體類型", L"來源音樂", L"執行日期",
+                                             L"排程類型", L"分鐘執行一次"));
+    EXPECT_THAT(Entries(cboMediaType),
+                ElementsAre(L"網路電台", L"本地音樂", L"應用程式", L"記事提醒"));
+    EXPECT_THAT(Entries(cboTimeType),
+                ElementsAre(L"每幾分鐘執行一次", L"每幾小時執行一次", L"每幾天執行一次"));
+  });
+}
+
+TEST_F(FrmSetTest, AllowsInEachStateWhatMakesSense) {
+  tasks = {Task(L"a")};
+  Play({}, [&] {
+    EXPECT_EQ(Usable(), kWhileEditing) << "a new task";
+    EXPECT_EQ(Writable(), "name source interval");
+    EXPECT_EQ(SelectedRow(), -1);
+    Click(cmdCancelJob);
+    EXPECT_EQ(Usable(), "list new name source interval close cancel") << "nothing selected";
+    EXPECT_EQ(Writable(), "");
+    SelectRow(0);
+    EXPECT_EQ(Usable(), kWhileBrowsing);
+    EXPECT_EQ(Writable(), "");
+    Click(cmdEdit);
+    EXPECT_EQ(Usable(), kWhileEditing) << "an existing task";
+    EXPECT_EQ(Writable(), "name source interval");
+    Click(cmdSaveJob);
+    EXPECT_EQ(Usable(), kWhileBrowsing) << "saved";
+    Click(cmdNew);
+    EXPECT_EQ(Usable(), kWhileEditing);
+  });
+}
+
+TEST_F(FrmSetTest, OpensOnAnElementByEditingIt) {
+  tasks = {Task(L"a"), Task(L"gone"), Task(L"c", kApplication, L"notepad.exe")};
+  tasks[1].Deleted = true;
+  tasks[2].IntervalUnit = kHours;
+  tasks[2].Enabled = false;
+  Play(2, [&] {
+    EXPECT_THAT(Rows(), ElementsAre(L"a", L"c")) << "a removed task has no row";
+    EXPECT_EQ(SelectedRow(), 1);
+    EXPECT_EQ(WindowText(txtName), L"c");
+    EXPECT_EQ(Entry(cboMediaType), kApplication);
+    EXPECT_EQ(WindowText(txtSrc), L"notepad.exe");
+    EXPECT_EQ(Picked(), At(2011, 2, 14, 13));
+    EXPECT_EQ(Entry(cboTimeType), kHours);
+    EXPECT_EQ(WindowText(lblInterval), L"小時執行一次");
+    EXPECT_EQ(WindowText(txtInterval), L"5");
+    EXPECT_EQ(SendMessageW(chkEnabled, BM_GETCHECK, 0, 0), BST_UNCHECKED);
+    Type(txtName, L"d");
+    Click(cmdSaveJob);
+    EXPECT_THAT(Rows(), ElementsAre(L"a", L"d"));
+  });
+  EXPECT_EQ(tasks[0].Name, L"a");
+  EXPECT_EQ(tasks[1].Name, L"gone");
+  EXPECT_EQ(tasks[2].Name, L"d");
+}
+
+TEST_F(FrmSetTest, NamesANewTaskAndStartsItNow) {
+  now = At(2011, 2, 14, 12, 34, 56);
+  Play({}, [&] {
+    EXPECT_EQ(WindowText(txtName), L"新的排程專案");
+    EXPECT_EQ(WindowText(txtSrc), L"");
+    EXPECT_EQ(Picked(), now);
+    EXPECT_FALSE(IsWindowEnabled(owner->hwnd())) << "the owner waits";
+  });
+}
+
+TEST_F(FrmSetTest, ShowsNoPastMoment) {
+  tasks = {Task(L"a")};
+  tasks[0].NextRun = At(2011, 2, 14, 11, 58, 30);
+  Browse(0, [&] { EXPECT_EQ(Picked(), At(2011, 2, 14, 12, 3, 30)); });
+  EXPECT_EQ(tasks[0].NextRun, At(2011, 2, 14, 11, 58, 30)) << "looking changes nothing";
+}
+
+TEST_F(FrmSetTest, FollowsTheSelection) {
+  tasks = {Task(L"a"), Task(L"b", kLocalMusic, L"C:\\b.mp3")};
+  Browse(0, [&] {
+    SelectRow(1);
+    EXPECT_EQ(WindowText(txtName), L"b");
+    EXPECT_EQ(WindowText(txtSrc), L"C:\\b.mp3");
+    SelectRow(0);
+    EXPECT_EQ(WindowText(txtName), L"a");
+    EXPECT_EQ(Entry(cboMediaType), kReminderNote);
+  });
+}
+
+TEST_F(FrmSetTest, ChangesOnlyTheLabelWithTheTimeType) {
+  Play({}, [&] {
+    Type(txtInterval, L"1.5x");
+    const auto before = ButtonCaptions();
+    const wchar_t* const words[] = {L"分鐘執行一次", L"小時執行一次", L"天執行一次"};
+    for (const int unit : {1, 2, 0}) {
+      Choose(cboTimeType, unit);
+      EXPECT_EQ(WindowText(lblInterval), words[unit]);
+      EXPECT_EQ(WindowText(txtInterval), L"1.5x");
+      EXPECT_EQ(WindowText(txtName), L"新的排程專案");
+      EXPECT_EQ(Picked(), now);
+      EXPECT_EQ(ButtonCaptions(), before);
+    }
+  });
+}
+
+TEST_F(FrmSetTest, KeepsTheSourceWhenTheMediaTypeChanges) {
+  Play({}, [&] {
+    Type(txtSrc, L"a\\r\\nb");
+    Choose(cboMediaType, kReminderNote);
+    EXPECT_EQ(WindowText(txtSrc), L"a\r\nb") << "its line breaks can be read";
+    EXPECT_EQ(WindowText(lblSource), L"提醒文字");
+    Choose(cboMediaType, kApplication);
+    EXPECT_EQ(WindowText(txtSrc), L"a\\r\\nb");
+    EXPECT_EQ(WindowText(lblSource), L"執行程式");
+    Choose(cboMediaType, kReminderNote);
+    Click(cmdSaveJob);
+  });
+  ASSERT_EQ(tasks.size(), 1U);
+  EXPECT_EQ(tasks[0].Source, L"a\\r\\nb");
+}
+
+TEST_F(FrmSetTest, OpensWhatChoosesTheSourceOfEachKind) {
+  Play({}, [&] {
+    const char* const expected[] = {"stations", "music", "programs", "note"};
+    for (const int media : {3, 1, 0, 2}) {
+      Choose(cboMediaType, media);
+      called.clear();
+      offered = L"x\\r\\ny" + std::to_wstring(media);
+      Click(cmdFiles);
+      EXPECT_THAT(called, ElementsAre(expected[media]));
+      const std::wstring shown =
+          media == kReminderNote ? L"x\r\ny3" : L"x\\r\\ny" + std::to_wstring(media);
+      EXPECT_EQ(WindowText(txtSrc), shown);
+      offered.reset();
+      Click(cmdFiles);
+      EXPECT_EQ(WindowText(txtSrc), shown) << "the user changed his mind";
+    }
+    EXPECT_EQ(WindowText(txtName), L"新的排程專案");
+  });
+}
+
+// The dialog belongs to the main window, so nothing else would keep the user out.
+TEST_F(FrmSetTest, CannotBeUsedBehindTheOpenFileDialog) {
+  whileBrowsing = [&] { EXPECT_FALSE(IsWindowEnabled(window)); };
+  Play({}, [&] {
+    Choose(cboMediaType, kLocalMusic);
+    Click(cmdFiles);
+    EXPECT_EQ(called.size(), 1U);
+    EXPECT_TRUE(IsWindowEnabled(window));
+    EXPECT_FALSE(IsWindowEnabled(owner->hwnd()));
+    EXPECT_EQ(Focused(), "...");
+  });
+}
+
+TEST_F(FrmSetTest, SaysWhyATaskIsRefusedAndKeepsTheFields) {
+  tasks = {Task(L"taken")};
+  doPathsExist = false;
+  const struct {
+    int media;
+    const wchar_t* name;
+    const wchar_t* source;
+    int unit;
+    const wchar_t* interval;
+    const wchar_t* message;
+    bool emptiesInterval;
+  } rows[] = {
+      {3, L"n", L"t", 0, L"0", L"時間數值錯誤或不可為 0，請再次輸入一個您所要執行的時間。", true},
+      {3, L"n", L"t", 1, L"abc", L"時間數值錯誤或不可為 0，請再次輸入一個您所要執行的時間。", true},
+      {3, L"n", L"t", 0, L"61", L"時間數值超過 60 分鐘，請再次輸入一個您所要執行的時間。", true},
+      {3, L"n", L"t", 1, L"25", L"時間數值超過 24 小時，請再次輸入一個您所要執行的時間。", true},
+      {3, L"n", L"t", 2, L"8", L"時間數值超過 7 天(每週)，請再次輸入一個您所要執行的時間。", true},
+      {3, L"TAKEN", L"t", 0, L"1", L"排程專案名稱重複，請另外指定一個新的排程專案名稱", false},
+      {0, L"n", L"rtsp://a", 0, L"1",
+       L"無效的網址，程式僅支援開頭為 http 與 mms 串流，請點選確定重新指定", false},
+      {1, L"n", L"C:\\none", 0, L"1", L"檔案不存在，請點選確定重新指定", false},
+      {3, L"n", L" ", 0, L"1", L"您尚未輸入要提醒的文字，請點選確定重新指定", false},
+  };
+  Play({}, [&] {
+    for (const auto& row : rows) {
+      asked.clear();
+      Choose(cboMediaType, row.media);
+      Type(txtName, row.name);
+      Type(txtSrc, row.source);
+      Choose(cboTimeType, row.unit);
+      Type(txtInterval, row.interval);
+      Click(cmdSaveJob);
+      EXPECT_THAT(asked, ElementsAre(Question{row.message, kMessage}));
+      EXPECT_EQ(Usable(), kWhileEditing);
+      EXPECT_EQ(Entry(cboMediaType), row.media);
+      EXPECT_EQ(WindowText(txtName), row.name);
+      EXPECT_EQ(WindowText(txtSrc), row.source);
+      EXPECT_EQ(Entry(cboTimeType), row.unit);
+      EXPECT_EQ(WindowText(txtInterval), row.emptiesInterval ? L"" : row.interval);
+    }
+  });
+  EXPECT_EQ(tasks.size(), 1U);
+  EXPECT_EQ(saves, 0);
+}
+
+TEST_F(FrmSetTest, SavesANewTaskAtTheEndAndSelectsIt) {
+  tasks = {Task(L"a")};
+  Play({}, [&] {
+    Type(txtName, L" radio ");
+    Type(txtSrc, L" Http://host/a|b ");
+    Pick(At(2011, 2, 14, 9, 30, 15));
+    Choose(cboTimeType, kHours);
+    Type(txtInterval, L"24");
+    Click(chkEnabled);
+    Click(cmdSaveJob);
+    EXPECT_THAT(asked, IsEmpty());
+    EXPECT_THAT(Rows(), ElementsAre(L"a", L"radio"));
+    EXPECT_EQ(SelectedRow(), 1);
+    EXPECT_EQ(Focused(), "list");
+    EXPECT_EQ(WindowText(txtName), L"radio");
+    EXPECT_EQ(Picked(), At(2011, 2, 15, 9, 30, 15));
+  });
+  ASSERT_EQ(tasks.size(), 2U);
+  EXPECT_EQ(saves, 1);
+  const TaskRecord& task = tasks[1];
+  EXPECT_EQ(task.Name, L"radio");
+  EXPECT_EQ(task.Source, L"Http://host/a|b");
+  EXPECT_EQ(task.MediaType, kInternetRadio);
+  EXPECT_EQ(task.NextRun, At(2011, 2, 15, 9, 30, 15)) << "moved forward, not run at once";
+  EXPECT_EQ(task.IntervalUnit, kHours);
+  EXPECT_EQ(task.Interval, 24);
+  EXPECT_FALSE(task.Enabled);
+  EXPECT_EQ(task.Index, 1);
+}
+
+TEST_F(FrmSetTest, ShowsTheSelectedTaskAgainWhenTheEditingIsGivenUp) {
+  tasks = {Task(L"a"), Task(L"b")};
+  Play(1, [&] {
+    Type(txtName, L"x");
+    Type(txtSrc, L"y");
+    Type(txtInterval, L"9");
+    Pick(At(2012, 1, 1));
+    Choose(cboMediaType, kApplication);
+    Click(cmdCancelJob);
+    EXPECT_EQ(Usable(), kWhileBrowsing);
+    EXPECT_EQ(SelectedRow(), 1);
+    EXPECT_EQ(WindowText(txtName), L"b");
+    EXPECT_EQ(WindowText(txtSrc), L"text");
+    EXPECT_EQ(WindowText(txtInterval), L"5");
+    EXPECT_EQ(Picked(), At(2011, 2, 14, 13));
+    EXPECT_EQ(Entry(cboMediaType), kReminderNote);
+    Click(cmdNew);
+    Click(cmdCancelJob);
+    EXPECT_EQ(WindowText(txtName), L"b") << "a new one given up";
+  });
+  EXPECT_THAT(asked, IsEmpty());
+  EXPECT_EQ(saves, 0);
+  EXPECT_EQ(tasks.size(), 2U);
+}
+
+TEST_F(FrmSetTest, RemovesATaskOnlyAfterAYes) {
+  tasks = {Task(L"a"), Task(L"b"), Task(L"c")};
+  Browse(1, [&] {
+    answer = IDNO;
+    Click(cmdDel);
+    EXPECT_THAT(asked, ElementsAre(Question{L"您確定要移除【b】嗎？", kRemovalQuestion}));
+    EXPECT_THAT(Rows(), ElementsAre(L"a", L"b", L"c"));
+    EXPECT_EQ(saves, 0);
+    answer = IDYES;
+    Click(cmdDel);
+    EXPECT_THAT(Rows(), ElementsAre(L"a", L"c"));
+    EXPECT_EQ(saves, 1);
+    EXPECT_EQ(SelectedRow(), 1);
+    EXPECT_EQ(WindowText(txtName), L"c") << "the one that moved up";
+    Click(cmdDel);
+    EXPECT_EQ(asked.back().text, L"您確定要移除【c】嗎？");
+    EXPECT_THAT(Rows(), ElementsAre(L"a"));
+    Click(cmdDel);
+    EXPECT_THAT(Rows(), IsEmpty());
+    EXPECT_EQ(Usable(), "list new name source interval close cancel");
+    EXPECT_EQ(WindowText(txtName), L"");
+    // Its name is taken until the list is loaded again.
+    Click(cmdNew);
+    Type(txtName, L"B");
+    Type(txtSrc, L"http://a");
+    Click(cmdSaveJob);
+    EXPECT_EQ(asked.back().text, L"排程專案名稱重複，請另外指定一個新的排程專案名稱");
+  });
+  for (const TaskRecord& task : tasks) EXPECT_TRUE(task.Deleted);
+}
+
+TEST_F(FrmSetTest, AsksBeforeTheCloseBoxLosesWhatWasTyped) {
+  tasks = {Task(L"a")};
+  const Question question = {L"正在編輯的排程專案尚未儲存，您確定要關閉嗎？",
+                             MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2};
+  Play(0, [&] {
+    Type(txtName, L"b");
+    answer = IDNO;
+    ClickCloseBox();
+    EXPECT_TRUE(IsOpen());
+    EXPECT_THAT(asked, ElementsAre(question));
+    EXPECT_EQ(WindowText(txtName), L"b");
+    answer = IDYES;
+    ClickCloseBox();
+    EXPECT_FALSE(IsOpen());
+  });
+  const struct {
+    const char* what;
+    std::function<void()> change;
+    bool asks;
+  } rows[] = {
+      {"nothing", [] {}, false},
+      {"the source", [&] { Type(txtSrc, L"x"); }, true},
+      {"the kind", [&] { Choose(cboMediaType, kInternetRadio); }, true},
+      {"the moment", [&] { Pick(At(2012, 1, 1)); }, true},
+      {"the unit", [&] { Choose(cboTimeType, kDays); }, true},
+      {"the interval", [&] { Type(txtInterval, L""); }, true},
+      {"the mark", [&] { Click(chkEnabled); }, true},
+      {"given up", [&] { Type(txtSrc, L"x"), Click(cmdCancelJob); }, false},
+  };
+  for (const auto& row : rows) {
+    asked.clear();
+    Play(0, [&] {
+      row.change();
+      ClickCloseBox();
+      EXPECT_FALSE(IsOpen()) << row.what;
+    });
+    EXPECT_EQ(asked.size(), row.asks ? 1U : 0U) << row.what;
+  }
+  EXPECT_EQ(saves, 0);
+}
+
+TEST_F(FrmSetTest, CancelsWithoutAQuestion) {
+  tasks = {Task(L"a")};
+  Play(0, [&] {
+    Type(txtName, L"b");
+    Click(cmdCancel);
+    EXPECT_FALSE(IsOpen());
+  });
+  EXPECT_THAT(asked, IsEmpty());
+  EXPECT_EQ(tasks[0].Name, L"a");
+  EXPECT_EQ(saves, 0);
+}
+
+TEST_F(FrmSetTest, ClosesAfterSavingAndStaysWhenTheTaskIsRefused) {
+  tasks = {Task(L"a")};
+  Play(0, [&] {
+    Type(txtName, L"b");
+    Type(txtInterval, L"61");
+    Click(cmdSave);
+    EXPECT_TRUE(IsOpen());
+    EXPECT_EQ(asked.size(), 1U);
+    EXPECT_EQ(WindowText(txtInterval), L"");
+    Type(txtInterval, L"60");
+    Click(cmdSave);
+    EXPECT_FALSE(IsOpen());
+  });
+  EXPECT_EQ(asked.size(), 1U);
+  EXPECT_EQ(saves, 1);
+  EXPECT_EQ(tasks[0].Name, L"b");
+  EXPECT_EQ(tasks[0].Interval, 60);
+  Browse(0, [&] {
+    Click(cmdSave);
+    EXPECT_FALSE(IsOpen());
+  });
+  EXPECT_EQ(saves, 1) << "nothing was being edited";
+}
+
+}  // namespace
+}  // namespace tellurvane
