@@ -199,6 +199,12 @@ TaskListReading ReadTaskListText(std::wstring_view text, const DateReader& dates
   return reading;
 }
 
+std::wstring FieldText(std::wstring_view field) {
+  std::wstring text;
+  AppendFieldText(text, field);
+  return text;
+}
+
 std::string TaskListBytes(std::span<const TaskRecord> tasks, const DateWriter& writeDate) {
   std::string bytes;
   bytes.reserve(LikelySize(tasks));

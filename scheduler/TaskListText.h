@@ -48,6 +48,9 @@ struct TaskListReading {
 // run in the past is moved forward (strict).
 TaskListReading ReadTaskListText(std::wstring_view text, const DateReader& dates, DateSerial now);
 
+// A name or a source as it will be read back: trimmed, each TAB and CR LF inside a blank.
+std::wstring FieldText(std::wstring_view field);
+
 // The bytes of the whole file, the mark included. Deleted tasks are left out; names and sources
 // are trimmed, and a TAB or CR LF inside one, which would break the line, becomes a blank.
 std::string TaskListBytes(std::span<const TaskRecord> tasks, const DateWriter& writeDate);

@@ -5,6 +5,7 @@
 #include "base/Number.h"
 #include "base/Text.h"
 #include "scheduler/Schedule.h"
+#include "scheduler/TaskListText.h"
 
 namespace tellurvane {
 namespace {
@@ -78,10 +79,11 @@ std::variant<TaskRecord, TaskRefusal> ValidateTask(const TaskFields& fields,
   task.Interval = static_cast<std::int32_t>(RoundHalfToEven(*ParseNumber(fields.interval)));
   task.NextRun = fields.firstRun;
   task.NextRun = CaughtUpNextRun(task, surroundings.clock(), CatchUp::kStrict);
-  task.Name = TrimBlanks(fields.name);
+  // As the file will hold it: two names that read back alike are the same.
+  task.Name = FieldText(fields.name);
   if (IsNameTaken(task, edited, tasks, surroundings)) return TaskRefusal{kSameName};
   task.Enabled = fields.isEnabled;
-  task.Source = TrimBlanks(fields.source);
+  task.Source = FieldText(fields.source);
   if (const auto refusal = RefusedSource(fields.mediaType, task.Source, surroundings)) {
     return *refusal;
   }

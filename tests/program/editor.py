@@ -125,7 +125,8 @@ def open_editor_on(program, row):
     """Opens it on a task of the main window by the context menu."""
     rect = program.row(row)
     program.click({"rect": rect})
-    press_key("Home")  # a task that was run may have scrolled the list
+    # A task that was run may have scrolled the list. The key goes to the window that is active.
+    program.press("Home")
     click_at(rect, button=3)
     program.menu()
     press_key("Down", "Down", "Return")

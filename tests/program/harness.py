@@ -254,10 +254,11 @@ class Program:
             "Absolute upper-left X", "Absolute upper-left Y", "Width"))
         click(left + width - 11, top - 11)
 
-    def put_away(self):
-        """Closes the main window by its close box, which only hides it."""
+    def put_away(self, close=None):
+        """Closes the main window, by its close box unless told otherwise, which only hides it."""
         def is_away():
-            self.click_close_box()
+            if self.on_screen():
+                (close or self.click_close_box)()
             try:
                 until(lambda: not self.on_screen(), "the window put away", 5)
             except AssertionError:

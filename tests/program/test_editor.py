@@ -120,7 +120,6 @@ def test_tasks_of_every_kind_are_made_run_changed_removed_and_kept(folder, start
     assert editor.texts()["name"] == "memo"
     editor.close()
 
-    # What could fall due meanwhile keeps nothing open.
     assert program.exit() == 0
     kept = [facts(task) for task in saved(folder)]
     assert kept == [

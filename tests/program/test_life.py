@@ -71,11 +71,8 @@ def test_a_copy_that_was_killed_hinders_nobody(start):
 @pytest.mark.parametrize("close", ["click_close_box", "press_alt_f4"])
 def test_closing_the_window_only_puts_it_away(folder, start, close):
     program = start().started()
-    if close == "click_close_box":
-        program.click_close_box()
-    else:
-        program.press("alt+F4")
-    until(lambda: not program.on_screen(), "the window put away")
+    program.put_away(lambda: program.press("alt+F4") if close == "press_alt_f4"
+                     else program.click_close_box())
     assert program.code() is None
     # It still keeps its instance: another copy gives way at once.
     assert start().wait() == 0

@@ -167,6 +167,14 @@ TEST_F(ValidateTaskTest, KnowsNamesWithoutRegardToCase) {
   EXPECT_EQ(Message(), kSameName) << "another one's";
 }
 
+TEST_F(ValidateTaskTest, ComparesNamesAsTheFileWillHoldThem) {
+  AddTask(L"a b");
+  fields.name = L"a\tb";
+  EXPECT_EQ(Message(), kSameName);
+  fields.name = L" a\r\nc\t";
+  EXPECT_EQ(Accepted().Name, L"a c");
+}
+
 TEST_F(ValidateTaskTest, KeepsTheNamesOfRemovedTasksTaken) {
   AddTask(L"休息", true);
   EXPECT_EQ(Message(), kSameName);
