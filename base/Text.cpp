@@ -25,4 +25,17 @@ bool EqualsIgnoringAsciiCase(std::wstring_view left, std::wstring_view right) {
                     [&](wchar_t a, wchar_t b) { return lower(a) == lower(b); });
 }
 
+std::wstring Replaced(std::wstring_view text, std::wstring_view from, std::wstring_view to) {
+  std::wstring replaced;
+  replaced.reserve(text.size());
+  size_t at = 0;
+  for (;;) {
+    const size_t found = text.find(from, at);
+    replaced += text.substr(at, found - at);
+    if (found == std::wstring_view::npos) return replaced;
+    replaced += to;
+    at = found + from.size();
+  }
+}
+
 }  // namespace tellurvane

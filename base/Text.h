@@ -13,6 +13,9 @@ std::wstring_view TrimBlanks(std::wstring_view text);
 // too. Without a separator the whole rest is taken, and `rest` becomes empty.
 std::wstring_view TakeField(std::wstring_view& rest, wchar_t separator);
 
+// Every occurrence replaced, from left to right; what a replacement makes is not looked at again.
+std::wstring Replaced(std::wstring_view text, std::wstring_view from, std::wstring_view to);
+
 // Compares without regard to the case of ASCII letters.
 bool EqualsIgnoringAsciiCase(std::wstring_view left, std::wstring_view right);
 

@@ -2,24 +2,13 @@
 
 #include <algorithm>
 
+#include "base/Text.h"
+
 namespace tellurvane {
 namespace {
 
 constexpr std::wstring_view kStoredBreak = L"\\r\\n";
 constexpr std::wstring_view kBreak = L"\r\n";
-
-std::wstring Replaced(std::wstring_view text, std::wstring_view from, std::wstring_view to) {
-  std::wstring result;
-  result.reserve(text.size());
-  size_t at = 0;
-  for (;;) {
-    const size_t found = text.find(from, at);
-    result += text.substr(at, found - at);
-    if (found == std::wstring_view::npos) return result;
-    result += to;
-    at = found + from.size();
-  }
-}
 
 size_t CharactersOf(std::wstring_view line) {
   // The second half of a pair is no character of its own.

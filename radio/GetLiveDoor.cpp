@@ -1,5 +1,6 @@
 #include <utility>
 
+#include "base/Text.h"
 #include "radio/StationParsers.h"
 #include "radio/TextScan.h"
 

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "base/Text.h"
 #include "radio/DirectoryHosts.h"
 #include "radio/StationParsers.h"
 #include "radio/TextScan.h"

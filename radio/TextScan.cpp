@@ -27,19 +27,6 @@ bool IsMarkerAt(std::wstring_view text, size_t at, std::wstring_view marker) {
   return true;
 }
 
-std::wstring Replaced(std::wstring_view text, std::wstring_view from, std::wstring_view to) {
-  std::wstring replaced;
-  replaced.reserve(text.size());
-  size_t at = 0;
-  for (;;) {
-    const size_t found = text.find(from, at);
-    replaced += text.substr(at, found - at);
-    if (found == kNotFound) return replaced;
-    replaced += to;
-    at = found + from.size();
-  }
-}
-
 size_t Occurrences::From(size_t at) {
   const auto after = known_.upper_bound(at);
   if (after != known_.begin()) {

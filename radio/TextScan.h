@@ -19,9 +19,6 @@ std::wstring RaisedText(std::wstring_view text);
 // Whether the text at a place is the marker, which is written small, whatever its letters' case.
 bool IsMarkerAt(std::wstring_view text, size_t at, std::wstring_view marker);
 
-// Every occurrence replaced, from left to right; what a replacement makes is not looked at again.
-std::wstring Replaced(std::wstring_view text, std::wstring_view from, std::wstring_view to);
-
 // Answers where a marker begins at or after a place, in any order of places, and remembers what it
 // went over: all answers together cost one pass over the text.
 class Occurrences {

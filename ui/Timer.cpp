@@ -16,7 +16,8 @@ std::map<UINT_PTR, Timer*>& RunningTimers() {
 }  // namespace
 
 bool Timer::IsTick(const MSG& message) {
-  // By its number: the procedure that the message names is not on every system the one that was set.
+  // By its number: the procedure that the message names is not on every system the one that was
+  // set.
   return message.message == WM_TIMER && message.hwnd == nullptr &&
          RunningTimers().contains(message.wParam);
 }

@@ -52,14 +52,6 @@ std::vector<HWND> LabelsOf(HWND window) {
   return labels;
 }
 
-std::wstring Replaced(std::wstring text, const std::wstring& from, const std::wstring& to) {
-  for (size_t at = text.find(from); at != std::wstring::npos; at = text.find(from, at)) {
-    text.replace(at, from.size(), to);
-    at += to.size();
-  }
-  return text;
-}
-
 }  // namespace
 
 TaskRecord EditorTest::Task(const std::wstring& name, std::int32_t mediaType,
