@@ -1,7 +1,7 @@
 // Measures how long a program takes from its creation until its window is visible.
-//   start_bench ROUNDS CLASS PROGRAM [CLASS PROGRAM]...
+//   start_bench ROUNDS CAPTION PROGRAM [CAPTION PROGRAM]...
 // Starts each program in turn, ROUNDS times, and ends it once its window is there. Prints
-// "CLASS median minimum" lines, in nanoseconds.
+// "PROGRAM median minimum" lines, in nanoseconds.
 #include <windows.h>
 
 #include <algorithm>
@@ -23,16 +23,35 @@ constexpr double kMostSeconds = 30;
 constexpr DWORD kRestMilliseconds = 100;
 
 struct Program {
-  std::wstring windowClass;
+  std::wstring caption;
   std::wstring path;
   std::vector<double> nanoseconds = {};
 };
 
-bool IsShown(const std::wstring& windowClass, DWORD process) {
-  const HWND window = FindWindowW(windowClass.c_str(), nullptr);
-  DWORD owner = 0;
-  if (window != nullptr) GetWindowThreadProcessId(window, &owner);
-  return owner == process && IsWindowVisible(window);
+// A window that is being looked for: by its process and caption, since others may be there before
+// it that nobody sees, or that belong to it.
+struct Wanted {
+  DWORD process;
+  const std::wstring& caption;
+  bool isShown = false;
+};
+
+BOOL CALLBACK LookAt(HWND window, LPARAM wanted) {
+  Wanted& search = *reinterpret_cast<Wanted*>(wanted);
+  DWORD process = 0;
+  GetWindowThreadProcessId(window, &process);
+  if (process != search.process || !IsWindowVisible(window)) return TRUE;
+  std::wstring caption(search.caption.size() + 2, L'\0');
+  caption.resize(static_cast<size_t>(
+      GetWindowTextW(window, caption.data(), static_cast<int>(caption.size()))));
+  search.isShown = caption == search.caption;
+  return search.isShown ? FALSE : TRUE;
+}
+
+bool IsShown(const std::wstring& caption, DWORD process) {
+  Wanted wanted = {.process = process, .caption = caption};
+  EnumWindows(LookAt, reinterpret_cast<LPARAM>(&wanted));
+  return wanted.isShown;
 }
 
 // Nothing when no window comes. The program is ended the hard way: how it ends is not measured.
@@ -53,7 +72,7 @@ std::optional<double> NanosecondsToWindow(const Program& program) {
   bool shown = false;
   do {
     Sleep(1);
-    shown = IsShown(program.windowClass, created.dwProcessId);
+    shown = IsShown(program.caption, created.dwProcessId);
     taken = std::chrono::steady_clock::now() - start;
   } while (!shown && taken.count() < kMostSeconds * 1e9);
   TerminateProcess(process.Get(), 0);
@@ -80,8 +99,7 @@ int Main(int rounds, std::vector<Program> programs) {
   for (Program& program : programs) {
     std::vector<double>& values = program.nanoseconds;
     std::sort(values.begin(), values.end());
-    std::printf("%ls %.0f %.0f\n", program.windowClass.c_str(), values[values.size() / 2],
-                values.front());
+    std::printf("%ls %.0f %.0f\n", program.path.c_str(), values[values.size() / 2], values.front());
   }
   return 0;
 }
@@ -94,7 +112,7 @@ int wmain(int count, wchar_t** arguments) {
   for (int i = 2; i + 1 < count; i += 2) programs.push_back({arguments[i], arguments[i + 1]});
   const int rounds = count > 1 ? static_cast<int>(std::wcstol(arguments[1], nullptr, 10)) : 0;
   if (rounds < 1 || programs.empty()) {
-    std::fprintf(stderr, "usage: start_bench ROUNDS CLASS PROGRAM [CLASS PROGRAM]...\n");
+    std::fprintf(stderr, "usage: start_bench ROUNDS CAPTION PROGRAM [CAPTION PROGRAM]...\n");
     return 2;
   }
   return tellurvane::Main(rounds, std::move(programs));

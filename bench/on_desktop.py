@@ -6,8 +6,10 @@ in another and writes desktop.json there.
 """
 
 import datetime
+import itertools
 import json
 import os
+import re
 import shutil
 import subprocess
 import sys
@@ -24,6 +26,16 @@ SETTLE_SECONDS = 5
 MINUTES, NOTE = 0, 3
 
 
+def until(condition, what, deadline=60):
+    """Asks until the answer is true, and returns it."""
+    end = time.monotonic() + deadline
+    while not (answer := condition()):
+        if time.monotonic() > end:
+            raise RuntimeError(f"waited {deadline} s in vain: {what}")
+        time.sleep(0.05)
+    return answer
+
+
 def lines_of(*command, folder=None):
     """Runs a Windows program and gives the "name median minimum" lines that it prints."""
     printed = subprocess.run(
@@ -34,32 +46,45 @@ def lines_of(*command, folder=None):
             for name, median, minimum in rows}
 
 
-def make_program_folder(programs, folder):
+def make_program_folder(programs, folder, has_clock):
     """The program with a list of tasks that are not due while it is measured."""
     shutil.rmtree(folder, ignore_errors=True)
     folder.mkdir(parents=True)
     shutil.copyfile(programs / "Tellurvane.exe", folder / "Tellurvane.exe")
-    shutil.copyfile(ROOT / "resources" / "Setting.ini", folder / "Setting.ini")
+    settings = (ROOT / "resources" / "Setting.ini").read_bytes().decode("utf-16")
+    clock = f"TimeForm={int(has_clock)}"
+    folder.joinpath("Setting.ini").write_text(
+        re.sub("TimeForm=.", clock, settings), encoding="utf-16", newline="")
     due = datetime.datetime.now() + datetime.timedelta(days=30)
     task_list.write(folder / "JobList.dbs", [
         (MINUTES, 30, True, NOTE, f"休息一下 {i + 1}", r"起來走一走\r\n順便喝杯水", due)
         for i in range(TASKS)])
+    return folder / "Tellurvane.exe"
 
 
 class Program:
     """A running Windows program, as the system under Wine sees it."""
 
-    def __init__(self, path):
+    def __init__(self, folder, name, *arguments):
         self.process = subprocess.Popen(
-            ["wine", path.name], cwd=path.parent, stdin=subprocess.DEVNULL)
+            ["wine", name, *arguments], cwd=folder, stdin=subprocess.DEVNULL)
         self.proc = Path(f"/proc/{self.process.pid}")
-        subprocess.run(
-            ["timeout", "30", "xdotool", "search", "--sync", "--onlyvisible", "--name",
-             f"^{path.stem}$"], stdout=subprocess.DEVNULL, check=True)
+        self.window = until(self.windows, f"a window of {name}")[0]
         # The loader turns into the program; were it another process, nothing here would be right.
         command_line = self.proc.joinpath("cmdline").read_bytes().decode(errors="replace")
-        if path.name not in command_line:
-            raise RuntimeError(f"process {self.process.pid} is not {path.name}: {command_line}")
+        if name not in command_line:
+            raise RuntimeError(f"process {self.process.pid} is not {name}: {command_line}")
+
+    def windows(self):
+        return subprocess.run(
+            ["xdotool", "search", "--all", "--onlyvisible", "--pid", str(self.process.pid),
+             "--name", ""], stdout=subprocess.PIPE, check=False, text=True).stdout.split()
+
+    def put_away(self):
+        """Closes the main window, which only hides it."""
+        subprocess.run(["xdotool", "windowactivate", "--sync", self.window, "key", "alt+F4"],
+                       check=True)
+        until(lambda: not self.windows(), "the window put away")
 
     def processor_seconds(self):
         """What all threads have used, to the nanosecond; /proc/PID/stat counts in ticks of 10 ms."""
@@ -68,42 +93,68 @@ class Program:
         return sum(int(nanoseconds) for nanoseconds in used) / 1e9
 
     def memory(self):
-        """Bytes: resident, its proportional share of what is shared, and what is its own alone."""
+        """Bytes: resident, its proportional share of what is shared, and what it wrote itself."""
         sizes = {}
         for line in self.proc.joinpath("smaps_rollup").read_text().splitlines()[1:]:
             name, size = line.split()[:2]
             sizes[name.rstrip(":")] = int(size) * 1024
         return {"resident": sizes["Rss"], "proportional": sizes["Pss"],
-                "private": sizes["Private_Clean"] + sizes["Private_Dirty"]}
+                "own": sizes["Private_Dirty"]}
 
     def end(self):
         self.process.kill()
         self.process.wait()
 
 
-def idle(paths, seconds):
-    """Both programs at once: they rest, so neither is in the other's way."""
-    programs = [Program(path) for path in paths]
+def rest(programs, seconds):
+    """Several at once, by their names: they rest, so none is in another's way."""
+    time.sleep(SETTLE_SECONDS)
+    before = {name: program.processor_seconds() for name, program in programs.items()}
+    start = time.monotonic()
+    time.sleep(seconds)
+    elapsed = time.monotonic() - start
+    return {name: {"share": (program.processor_seconds() - before[name]) / elapsed,
+                   "memory": program.memory()}
+            for name, program in programs.items()}
+
+
+def idle(binaries, program, with_clock, seconds):
+    """The program with its window, in the tray and with its clock, each beside its like."""
+    running = {}
+
+    def start(name, path, *arguments):
+        running[name] = Program(path.parent, path.name, *arguments)
+
+    def start_wines(name):
+        running[f"Wine's {name}"] = Program(ROOT, f"C:\\windows\\system32\\{name}.exe")
+
+    def end():
+        while running:
+            running.popitem()[1].end()
+
     try:
-        time.sleep(SETTLE_SECONDS)
-        before = [program.processor_seconds() for program in programs]
-        start = time.monotonic()
-        time.sleep(seconds)
-        elapsed = time.monotonic() - start
-        used = [program.processor_seconds() - was for program, was in zip(programs, before)]
-        return {path.stem: {"share": share / elapsed, "memory": program.memory()}
-                for path, share, program in zip(paths, used, programs)}
+        start("empty window", binaries / "EmptyWindow.exe")
+        start("toolkit's form", binaries / "EmptyForm.exe", "text")
+        start_wines("notepad")
+        start("window", program)
+        figures = rest(running, seconds)
+        running["window"].put_away()
+        running["tray"] = running.pop("window")
+        figures |= rest({"tray": running["tray"]}, seconds)
+        end()
+        start_wines("clock")
+        start("window and clock", with_clock)
+        return figures | rest(running, seconds)
     finally:
-        for program in programs:
-            program.end()
+        end()
 
 
 def main():
     programs, folder = Path(sys.argv[1]).resolve(), Path(sys.argv[2]).resolve()
     idle_seconds, start_rounds = float(sys.argv[3]), sys.argv[4]
-    program_folder = folder / "program"
-    make_program_folder(programs, program_folder)
-    program, empty = program_folder / "Tellurvane.exe", programs / "EmptyWindow.exe"
+    program = make_program_folder(programs, folder / "program", False)
+    with_clock = make_program_folder(programs, folder / "clock", True)
+    empty = programs / "EmptyWindow.exe"
 
     print("bench: the list under Wine", flush=True)
     lists = folder / "list"
@@ -112,11 +163,14 @@ def main():
     print("bench: painting", flush=True)
     figures["paint"] = lines_of(programs / "paint_bench.exe")
     print(f"bench: {start_rounds} starts of each program", flush=True)
-    figures["start"] = lines_of(
-        programs / "start_bench.exe", start_rounds, "EmptyWindow", empty.relative_to(ROOT),
-        "TellurvaneForm", program.relative_to(ROOT), folder=ROOT)
-    print(f"bench: both programs at rest for {idle_seconds:g} seconds", flush=True)
-    figures["idle"] = idle([empty, program], idle_seconds)
+    starts = {"empty": empty, "program": program, "with_clock": with_clock}
+    paths = {name: str(path.relative_to(ROOT)) for name, path in starts.items()}
+    pairs = ((Path(path).stem, path) for path in paths.values())
+    figures_of = lines_of(programs / "start_bench.exe", start_rounds, *itertools.chain(*pairs),
+                          folder=ROOT)
+    figures["start"] = {name: figures_of[path] for name, path in paths.items()}
+    print(f"bench: the programs at rest, three times {idle_seconds:g} seconds", flush=True)
+    figures["idle"] = idle(programs, program, with_clock, idle_seconds)
     figures["size"] = os.path.getsize(programs / "Tellurvane.exe")
     (folder / "desktop.json").write_text(json.dumps(figures, indent=1))
 

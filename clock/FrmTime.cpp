@@ -152,16 +152,17 @@ void FrmTime::CreateLabels() {
                      .width = PixelsFromTwipsX(kLabels[i].width),
                      .height = PixelsFromTwipsY(kLabelHeight),
                      .backColor = kNight});
-    labels_[i].TargetPictureBox(picD_[i]);
-    labels_[i].Create(ControlKind::kLabel);
-    labels_[i].ForeColor(kWheat);
-    labels_[i].text(kTexts[i]);
+    clsControl& label = labels_[i].emplace();
+    label.TargetPictureBox(picD_[i]);
+    label.Create(ControlKind::kLabel);
+    label.ForeColor(kWheat);
+    label.text(kTexts[i]);
   }
   // The box of the day's half reaches into the face: there the face shows.
   PictureBox& host = picD_[kHalfOfDay];
   const int x = PixelsFromTwipsX(kLabels[kHalfOfDay].left);
   const int inset = std::max(centre_ + kDiscRadius + kGapBehindFace - x, 0);
-  MoveWindow(labels_[kHalfOfDay].hwnd(), inset, 0, host.ScaleWidth() - inset, host.ScaleHeight(),
+  MoveWindow(labels_[kHalfOfDay]->hwnd(), inset, 0, host.ScaleWidth() - inset, host.ScaleHeight(),
              TRUE);
   // The system owns the region from now on.
   SetWindowRgn(host.hwnd(), CreateRectRgn(inset, 0, host.ScaleWidth(), host.ScaleHeight()), TRUE);
@@ -255,7 +256,7 @@ void FrmTime::DrawDate() {
   }
   DrawTwoDigits(G_m_, now.month);
   DrawTwoDigits(G_d_, now.day);
-  labels_[kHalfOfDay].text(surroundings_.dayHalf(surroundings_.clock()));
+  labels_[kHalfOfDay]->text(surroundings_.dayHalf(surroundings_.clock()));
 }
 
 void FrmTime::DrawTwoDigits(DigitBox& target, int value) {

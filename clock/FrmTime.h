@@ -74,7 +74,8 @@ class FrmTime final : public Form {
   DigitBox C_cm_;
   DigitBox C_cs_;
   std::array<PictureBox, 7> picD_;
-  std::array<clsControl, 7> labels_;
+  // Made with the window: a program whose clock is off pays nothing for them.
+  std::array<std::optional<clsControl>, 7> labels_;
   Timer Timer1_;
 };
 

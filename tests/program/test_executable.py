@@ -14,7 +14,7 @@ EXECUTABLE = BINARIES / "Tellurvane.exe"
 # them loaded. Anything else has to wait until the search has been confined to that folder.
 SYSTEM_LIBRARIES = {
     "advapi32.dll", "comctl32.dll", "comdlg32.dll", "gdi32.dll", "kernel32.dll", "msvcrt.dll",
-    "ole32.dll", "oleaut32.dll", "shell32.dll", "shlwapi.dll", "user32.dll",
+    "ole32.dll", "oleaut32.dll", "shlwapi.dll", "user32.dll",
 }
 WRITE, EXECUTE = 0x80000000, 0x20000000
 HIGH_ENTROPY_VA, DYNAMIC_BASE, NX_COMPAT = 0x20, 0x40, 0x100
