@@ -286,4 +286,20 @@ void FrmTime::Form_MouseDown(const MouseEvent& event) {
 
 void FrmTime::Form_MouseMove(const MouseEvent&) { PullInside(); }
 
+// Whoever is typing keeps the keyboard while the clock is clicked or moved. Besides, X11 gives a
+// window that becomes active in the middle of a move a new frame, and the move is lost.
+LRESULT FrmTime::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_MOUSEACTIVATE:
+      return MA_NOACTIVATE;
+    case WM_WINDOWPOSCHANGING:
+      reinterpret_cast<WINDOWPOS*>(lParam)->flags |= SWP_NOACTIVATE;
+      return Form::HandleMessage(message, wParam, lParam);
+    case WM_NCLBUTTONDOWN:
+      return SendMessageW(hwnd(), WM_SYSCOMMAND, SC_MOVE | wParam, lParam);
+    default:
+      return Form::HandleMessage(message, wParam, lParam);
+  }
+}
+
 }  // namespace tellurvane

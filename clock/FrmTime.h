@@ -49,6 +49,7 @@ class FrmTime final : public Form {
   bool Form_Unload() override;
   void Form_MouseDown(const MouseEvent& event) override;
   void Form_MouseMove(const MouseEvent& event) override;
+  LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
   void CreateLabels();
   void CreateDigits();
