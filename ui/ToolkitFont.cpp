@@ -1,5 +1,7 @@
 #include "ui/ToolkitFont.h"
 
+#include <array>
+
 #include "ui/Handle.h"
 
 namespace tellurvane {
@@ -7,6 +9,27 @@ namespace {
 
 constexpr int kPoints = 9;
 constexpr int kPointsPerInch = 72;
+
+constexpr int kSampleSize = 32;
+using Sample = std::array<BYTE, kSampleSize * kSampleSize / 8>;
+
+// What a character looks like, in black and white.
+Sample Drawn(HFONT font, wchar_t character) {
+  Sample sample = {};
+  const UniqueBitmap picture(CreateBitmap(kSampleSize, kSampleSize, 1, 1, nullptr));
+  const UniqueMemoryDc context(CreateCompatibleDC(nullptr));
+  if (!picture || !context) return sample;
+  const SelectedObject selectedPicture(context.Get(), picture.Get());
+  const SelectedObject selectedFont(context.Get(), font);
+  PatBlt(context.Get(), 0, 0, kSampleSize, kSampleSize, WHITENESS);
+  TextOutW(context.Get(), 0, 0, &character, 1);
+  GetBitmapBits(picture.Get(), static_cast<LONG>(sample.size()), sample.data());
+  return sample;
+}
+
+// Seen, because the font may borrow its Chinese from another one: where it does not, every
+// character is the same box.
+bool HasChinese(HFONT font) { return Drawn(font, L'新') != Drawn(font, L'增'); }
 
 UniqueFont MakeFont() {
   const WindowDc screen(nullptr);
@@ -16,6 +39,10 @@ UniqueFont MakeFont() {
   font.lfCharSet = DEFAULT_CHARSET;
   font.lfQuality = CLEARTYPE_QUALITY;
   lstrcpynW(font.lfFaceName, L"Tahoma", LF_FACESIZE);
+  UniqueFont tahoma(CreateFontIndirectW(&font));
+  if (HasChinese(tahoma.Get())) return tahoma;
+  // The system takes another face for it when it has one with these characters.
+  font.lfCharSet = CHINESEBIG5_CHARSET;
   return UniqueFont(CreateFontIndirectW(&font));
 }
 

@@ -5,7 +5,8 @@
 
 namespace tellurvane {
 
-// One font for the whole process; nobody deletes it.
+// One font for the whole process; nobody deletes it. Where Tahoma has no Chinese and the system
+// lends it none, the system's own choice among the faces that have some.
 HFONT ToolkitFont();
 
 }  // namespace tellurvane

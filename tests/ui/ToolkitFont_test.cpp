@@ -1,0 +1,41 @@
+#include "ui/ToolkitFont.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "tests/ui/UiTestSupport.h"
+#include "ui/Handle.h"
+#include "ui/MemoryContext.h"
+
+namespace tellurvane {
+namespace {
+
+constexpr int kSize = 20;
+
+std::vector<Color> Drawn(wchar_t character) {
+  const auto picture = MemoryContext::Create(kSize, kSize);
+  const SelectedObject font(picture->Dc(), ToolkitFont());
+  PatBlt(picture->Dc(), 0, 0, kSize, kSize, WHITENESS);
+  TextOutW(picture->Dc(), 0, 0, &character, 1);
+  std::vector<Color> pixels;
+  for (int y = 0; y < kSize; ++y) {
+    for (int x = 0; x < kSize; ++x) pixels.push_back(PixelOf(picture->Dc(), x, y));
+  }
+  return pixels;
+}
+
+// Under any locale: boxes in their place would all look the same.
+TEST(ToolkitFontTest, ShowsTheChineseOfTheWindows) {
+  const std::wstring words = L"新增播放停止設離開年月日時分秒專案名稱";
+  std::set<std::vector<Color>> pictures;
+  for (const wchar_t character : words) pictures.insert(Drawn(character));
+  EXPECT_EQ(pictures.size(), words.size());
+}
+
+TEST(ToolkitFontTest, IsOneFontForAll) { EXPECT_EQ(ToolkitFont(), ToolkitFont()); }
+
+}  // namespace
+}  // namespace tellurvane
