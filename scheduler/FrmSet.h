@@ -43,6 +43,10 @@ class FrmSet final : public Form {
   void Open(HWND owner, std::optional<size_t> element);
 
  private:
+  static constexpr int kInsideWidth = 9'600;  // twips
+  static constexpr int kInsideHeight = 5'640;
+  static constexpr Color kGround = Rgb(0xF4, 0xF1, 0xFA);
+
   // A control in a box of its own.
   struct Field {
     PictureBox box;
@@ -60,6 +64,10 @@ class FrmSet final : public Form {
   void CreateFields();
   void CreateButtons();
   void WireFields();
+  void PlaceList(int lowerY);
+  void PlaceFields(int labelX, int right);
+  void PlaceDates(int x, int y, int width);
+  static void Place(Field& field, int x, int y, int width, int height);
 
   void lstJobs_ItemChanged(int row, UINT oldState, UINT newState);
   void lstJobs_KeyDown(UINT key);
@@ -87,7 +95,6 @@ class FrmSet final : public Form {
   TaskFields ReadFields() const;
   std::wstring Source() const;
   int Ask(const std::wstring& text, UINT flags) { return services_.ask(hwnd(), text, flags); }
-  Field& Label(size_t row) { return labels_[row]; }
 
   ScheduleEditor editor_;
   EditorServices services_;

@@ -1,0 +1,209 @@
+// What the schedule editor is made of, where it stands and what it is called.
+#include <richedit.h>
+
+#include <algorithm>
+
+#include "scheduler/FrmSet.h"
+#include "ui/Twips.h"
+
+namespace tellurvane {
+namespace {
+
+// Twips: the grid of the window.
+constexpr int kMargin = 180;
+constexpr int kListWidth = 2'850;
+constexpr int kLabelWidth = 1'080;
+constexpr int kRowHeight = 390;
+constexpr int kEditHeight = 330;  // of a single line, which stands at the upper edge of its box
+constexpr int kRowGap = 150;
+constexpr int kSourceHeight = 1'080;
+constexpr int kButtonHeight = 405;
+constexpr int kSmallButton = 900;
+constexpr int kButtonWidth = 1'350;
+constexpr int kDotsWidth = 480;
+constexpr int kDateWidth = 2'650;
+constexpr int kTimeTypeWidth = 2'400;
+constexpr int kIntervalWidth = 750;
+constexpr int kLabelDrop = 75;  // to the middle of a field's line
+
+constexpr Color kInk = Rgb(0x4B, 0x00, 0x82);
+constexpr int kLongestText = 1 << 20;  // UTF-16 units; a whole list file holds no more
+
+enum Row : size_t { kNameRow, kMediaRow, kSourceRow, kDateRow, kTimeRow, kRowCount };
+
+constexpr std::array<const wchar_t*, 4> kMediaTypes = {L"網路電台", L"本地音樂", L"應用程式",
+                                                       L"記事提醒"};
+constexpr std::array<const wchar_t*, 4> kSourceWords = {L"來源音樂", L"來源音樂", L"執行程式",
+                                                        L"提醒文字"};
+constexpr std::array<const wchar_t*, 3> kTimeTypes = {L"每幾分鐘執行一次", L"每幾小時執行一次",
+                                                      L"每幾天執行一次"};
+constexpr std::array<const wchar_t*, 3> kIntervalWords = {L"分鐘執行一次", L"小時執行一次",
+                                                          L"天執行一次"};
+
+int Px(int twips) { return PixelsFromTwipsX(twips); }
+
+}  // namespace
+
+void FrmSet::Add(Field& field, ControlKind kind, const wchar_t* text) {
+  field.box.Create({.parent = hwnd(), .backColor = kGround});
+  field.control.TargetPictureBox(field.box);
+  field.control.Create(kind);
+  field.control.text(text);
+}
+
+void FrmSet::CreateList() {
+  picJobs_.Create({.parent = hwnd()});
+  lstJobs_.OnData = [this](int row, int, LVITEMW& cell) {
+    const auto index = static_cast<size_t>(row);
+    if ((cell.mask & LVIF_TEXT) == 0 || index >= editor_.RowCount()) return;
+    lstJobs_.GiveText(cell, editor_.Task(index).Name);
+  };
+  lstJobs_.ItemChanged = [this](int row, UINT oldState, UINT newState) {
+    lstJobs_ItemChanged(row, oldState, newState);
+  };
+  lstJobs_.DblClick = [this](bool isLeft, int row, int) {
+    if (isLeft && row >= 0) cmdEdit_Click();
+  };
+  lstJobs_.KeyDown = [this](UINT key, int) { lstJobs_KeyDown(key); };
+  lstJobs_.Create(picJobs_);
+  // Room for the scroll bar, or a long list would get one below too.
+  lstJobs_.ColumnAdd(L"專案名稱", Px(kListWidth) - GetSystemMetrics(SM_CXVSCROLL));
+  lstJobs_.LockColumn(true);
+  Add(cmdNew_, ControlKind::kPushButton, L"新增");
+  Add(cmdEdit_, ControlKind::kPushButton, L"編輯");
+  Add(cmdDel_, ControlKind::kPushButton, L"移除");
+}
+
+void FrmSet::CreateFields() {
+  const auto addLabel = [this](Row row, const wchar_t* text) {
+    Add(labels_[row], ControlKind::kLabel, text);
+    labels_[row].control.ForeColor(kInk);
+  };
+  const auto addList = [this](Field& field, const auto& items) {
+    Add(field, ControlKind::kDropDownList, L"");
+    for (const wchar_t* const item : items) field.control.AddItem(item);
+  };
+  addLabel(kNameRow, L"專案名稱");
+  Add(txtName_, ControlKind::kEditBox, L"");
+  SendMessageW(txtName_.control.hwnd(), EM_SETLIMITTEXT, kLongestText, 0);
+  addLabel(kMediaRow, L"媒體類型");
+  addList(cboMediaType_, kMediaTypes);
+  addLabel(kSourceRow, kSourceWords[0]);
+  txtSrc_.control.Multilin(1);
+  Add(txtSrc_, ControlKind::kRichEditBox, L"");
+  SendMessageW(txtSrc_.control.hwnd(), EM_EXLIMITTEXT, 0, kLongestText);
+  Add(cmdFiles_, ControlKind::kPushButton, L"...");
+  addLabel(kDateRow, L"執行日期");
+  picDates_.Create({.parent = hwnd(),
+                    .width = Px(2 * kDateWidth + kRowGap),
+                    .height = Px(kRowHeight),
+                    .backColor = kGround});
+  dtpDate_.Create(picDates_.hwnd(), 0, 0, Px(kDateWidth), Px(kRowHeight), true);
+  dtpTime_.Create(picDates_.hwnd(), Px(kDateWidth + kRowGap), 0, Px(kDateWidth), Px(kRowHeight),
+                  false);
+  addLabel(kTimeRow, L"排程類型");
+  addList(cboTimeType_, kTimeTypes);
+  Add(txtInterval_, ControlKind::kEditBox, L"");
+  Add(lblInterval_, ControlKind::kLabel, kIntervalWords[0]);
+  lblInterval_.control.ForeColor(kInk);
+  Add(chkEnabled_, ControlKind::kCheckBox, L"儲存後立即啟動音樂排程");
+  for (Field* const box : {&txtName_, &txtSrc_, &txtInterval_}) box->control.BorderStyle(1);
+}
+
+void FrmSet::CreateButtons() {
+  Add(cmdSaveJob_, ControlKind::kPushButton, L"儲存專案");
+  Add(cmdCancelJob_, ControlKind::kPushButton, L"放棄編輯");
+  Add(cmdSave_, ControlKind::kPushButton, L"關閉");
+  Add(cmdCancel_, ControlKind::kPushButton, L"取消");
+}
+
+void FrmSet::WireFields() {
+  cmdNew_.control.Click = [this] { cmdNew_Click(); };
+  cmdEdit_.control.Click = [this] { cmdEdit_Click(); };
+  cmdDel_.control.Click = [this] { cmdDel_Click(); };
+  cmdFiles_.control.Click = [this] { cmdFiles_Click(); };
+  cmdSaveJob_.control.Click = [this] { cmdSaveJob_Click(); };
+  cmdCancelJob_.control.Click = [this] { cmdCancelJob_Click(); };
+  cmdSave_.control.Click = [this] { cmdSave_Click(); };
+  cmdCancel_.control.Click = [this] { cmdCancel_Click(); };
+  cboMediaType_.control.Click = [this] { cboMediaType_Click(); };
+  cboTimeType_.control.Click = [this] { cboTimeType_Click(); };
+  txtSrc_.control.KeyDown = [this](UINT key) { return txtSrc_KeyDown(key); };
+}
+void FrmSet::Form_Resize() {
+  const int margin = Px(kMargin);
+  const int lowerY = ScaleHeight() - margin - Px(kButtonHeight);
+  PlaceList(lowerY);
+  PlaceFields(2 * margin + Px(kListWidth), ScaleWidth() - margin);
+  const int right = ScaleWidth() - margin;
+  Place(cmdCancel_, right - Px(kButtonWidth), lowerY, Px(kButtonWidth), Px(kButtonHeight));
+  Place(cmdSave_, right - 2 * Px(kButtonWidth) - Px(kRowGap), lowerY, Px(kButtonWidth),
+        Px(kButtonHeight));
+}
+
+void FrmSet::PlaceList(int lowerY) {
+  const int margin = Px(kMargin);
+  picJobs_.Move(margin, margin, Px(kListWidth), std::max(lowerY - Px(kRowGap) - margin, 0));
+  int x = margin;
+  for (Field* const button : {&cmdNew_, &cmdEdit_, &cmdDel_}) {
+    Place(*button, x, lowerY, Px(kSmallButton), Px(kButtonHeight));
+    x += (Px(kListWidth) - Px(kSmallButton)) / 2;
+  }
+}
+
+void FrmSet::PlaceFields(int labelX, int right) {
+  const int gap = Px(kRowGap);
+  const int rowHeight = Px(kRowHeight);
+  const int labelDrop = Px(kLabelDrop);
+  std::array<int, kRowCount> tops = {};
+  int y = Px(kMargin);
+  for (size_t row = 0; row < kRowCount; ++row) {
+    tops[row] = y;
+    Place(labels_[row], labelX, y + labelDrop, Px(kLabelWidth), rowHeight - labelDrop);
+    y += (row == kSourceRow ? Px(kSourceHeight) : rowHeight) + gap;
+  }
+  const int x = labelX + Px(kLabelWidth);
+  const int editHeight = Px(kEditHeight);
+  const int editDrop = (rowHeight - editHeight) / 2;
+  Place(txtName_, x, tops[kNameRow] + editDrop, right - x, editHeight);
+  Place(cboMediaType_, x, tops[kMediaRow], Px(kTimeTypeWidth), rowHeight);
+  const int dotsX = right - Px(kDotsWidth);
+  Place(txtSrc_, x, tops[kSourceRow], dotsX - gap / 2 - x, Px(kSourceHeight));
+  Place(cmdFiles_, dotsX, tops[kSourceRow], Px(kDotsWidth), rowHeight);
+  PlaceDates(x, tops[kDateRow], right - x);
+  Place(cboTimeType_, x, tops[kTimeRow], Px(kTimeTypeWidth), rowHeight);
+  const int intervalX = x + Px(kTimeTypeWidth) + gap;
+  Place(txtInterval_, intervalX, tops[kTimeRow] + editDrop, Px(kIntervalWidth), editHeight);
+  const int wordX = intervalX + Px(kIntervalWidth) + gap / 2;
+  Place(lblInterval_, wordX, tops[kTimeRow] + labelDrop, right - wordX, rowHeight - labelDrop);
+  Place(chkEnabled_, x, y, right - x, rowHeight);
+  y += rowHeight + gap;
+  Place(cmdSaveJob_, x, y, Px(kButtonWidth), Px(kButtonHeight));
+  Place(cmdCancelJob_, x + Px(kButtonWidth) + gap, y, Px(kButtonWidth), Px(kButtonHeight));
+}
+
+void FrmSet::PlaceDates(int x, int y, int width) {
+  const int gap = Px(kRowGap);
+  const int height = Px(kRowHeight);
+  picDates_.Move(x, y, width, height);
+  const int dateWidth = (width - gap) * 11 / 20;
+  MoveWindow(dtpDate_.hwnd(), 0, 0, dateWidth, height, TRUE);
+  MoveWindow(dtpTime_.hwnd(), dateWidth + gap, 0, width - gap - dateWidth, height, TRUE);
+}
+
+void FrmSet::Place(Field& field, int x, int y, int width, int height) {
+  field.box.Move(x, y, std::max(width, 0), std::max(height, 0));
+}
+
+void FrmSet::cboTimeType_Click() {
+  const int unit = cboTimeType_.control.ListIndex();
+  // A unit from a file that the list does not offer has no word.
+  lblInterval_.control.text(unit < 0 ? L"" : kIntervalWords.at(static_cast<size_t>(unit)));
+}
+
+void FrmSet::ShowMediaWords() {
+  const auto media = static_cast<size_t>(std::clamp<std::int32_t>(shownMedia_, 0, 3));
+  labels_[kSourceRow].control.text(kSourceWords.at(media));
+}
+
+}  // namespace tellurvane
