@@ -26,8 +26,9 @@ std::string Json(std::wstring_view text) {
 
 // Asked by message: for a control of another process the plain call would give nothing.
 std::wstring TextOf(HWND window) {
-  std::wstring text(4'096, L'\0');
   DWORD_PTR length = 0;
+  SendMessageTimeoutW(window, WM_GETTEXTLENGTH, 0, 0, SMTO_ABORTIFHUNG, 2'000, &length);
+  std::wstring text(length + 1, L'\0');
   SendMessageTimeoutW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()),
                       SMTO_ABORTIFHUNG, 2'000, &length);
   text.resize(length);

@@ -60,6 +60,13 @@ def press_key(*names):
     run("xdotool", "key", "--delay", 40, *names)
 
 
+def paste(text):
+    """A text, by the clipboard, into whatever window has the keyboard."""
+    subprocess.run(["xclip", "-selection", "clipboard"], input=text.encode(), check=True,
+                   timeout=DEADLINE)
+    press_key("ctrl+v")
+
+
 def screenshot(path):
     run("import", "-window", "root", path)
 

@@ -22,14 +22,24 @@ def facts(task):
     return task.name, task.media_type, task.source, task.unit, task.interval, task.enabled
 
 
-def pick_second(editor, seconds):
-    """Types the seconds into the time picker."""
+def moment_in_this_hour(seconds):
+    """So many seconds ahead, once that is still in the hour of now."""
+    def ahead():
+        moment = now() + timedelta(seconds=seconds)
+        return moment if moment.hour == now().hour else None
+    return until(ahead, "the next hour", 2 * seconds)
+
+
+def pick(editor, moment):
+    """Types the minute and the second into the time picker; its hour is that of now."""
     editor.click("time")
     # The morning or afternoon stands before the hour, or behind the seconds.
-    press_key(*["Right"] * (4 if LOCALE == "zh_TW" else 3))
-    type_text(f"{seconds:02}")
+    press_key(*["Right"] * (3 if LOCALE == "zh_TW" else 2))
+    type_text(f"{moment.minute:02}")
+    press_key("Right")
+    type_text(f"{moment.second:02}")
     press_key("shift+Tab")
-    until(lambda: f":{seconds:02}" in editor.controls()["time"]["text"], "the seconds")
+    until(lambda: f"{moment:%M:%S}" in editor.controls()["time"]["text"], "the moment")
 
 
 def probe(folder):
@@ -39,58 +49,32 @@ def probe(folder):
     return f"{windows_path(executable)} {windows_path(report)}", report
 
 
-def test_tasks_of_every_kind_are_made_run_changed_removed_and_kept(folder, start):
+def silence(folder):
+    """A second of it, to be played."""
     sound = folder.path.parent / "a.wav"
     with wave.open(str(sound), "wb") as file:
         file.setparams((1, 2, 8_000, 0, "NONE", ""))
         file.writeframes(bytes(16_000))
-    command, report = probe(folder)
-    program = start().started()
-    assert saved(folder) == []
+    return windows_path(sound)
 
-    editor = open_editor(program)
-    editor.fill_in("radio", RADIO, "Http://127.0.0.1:9/a|b", DAYS, 7)
+
+def make(folder, editor, moment, *fields):
+    """Fills in a new task that falls due at a moment, and saves it."""
+    before = len(saved(folder))
+    editor.fill_in(*fields)
+    if fields[1] == NOTE:
+        editor.click("...")
+        until(lambda: len(editor.program.windows()) == 3, "the note's editor")
+        type_text("drink\nwater")
+        click_at(editor.program.child("確 定")["rect"])
+        until(lambda: editor.texts()["source"] == "drink\r\nwater", "the note in the source box")
+    pick(editor, moment)
     editor.click("save task")
-    until(lambda: len(saved(folder)) == 1, "the radio task")
+    until(lambda: len(saved(folder)) == before + 1, "the task")
 
-    editor.click("new")
-    editor.fill_in("note", NOTE, None, DAYS, 1)
-    editor.click("...")
-    until(lambda: len(program.windows()) == 3, "the note's editor")
-    type_text("drink\nwater")
-    click_at(program.child("確 定")["rect"])
-    until(lambda: editor.texts()["source"] == "drink\r\nwater", "the note in the source box")
-    editor.click("save task")
-    until(lambda: len(saved(folder)) == 2, "the note")
 
-    editor.click("new")
-    editor.fill_in("music", MUSIC, windows_path(sound), HOURS, 24)
-    editor.click("enabled")
-    editor.click("save task")
-    until(lambda: len(saved(folder)) == 3, "the music task")
-
-    # This one falls due soon after the editor is closed.
-    editor.click("new")
-    editor.fill_in("program", APPLICATION, command, MINUTES, 1)
-    moment = now() + timedelta(seconds=15)
-    pick_second(editor, moment.second)
-    editor.click("save task")
-    until(lambda: len(saved(folder)) == 4, "the application task")
-    editor.close()
-
-    until(report.exists, "the program that was due", 90)
-    until(lambda: saved(folder)[3].last_run != ZERO_DAY, "the record of the run")
-    task = saved(folder)[3]
-    assert task.last_run.second in {(moment.second + late) % 60 for late in range(3)}
-    assert task.next_run - task.last_run.replace(second=moment.second) in (
-        timedelta(minutes=1), timedelta(minutes=2))
-    assert [facts(task) for task in saved(folder)] == [
-        ("radio", RADIO, "Http://127.0.0.1:9/a|b", DAYS, 7, True),
-        ("note", NOTE, "drink\\r\\nwater", DAYS, 1, True),
-        ("music", MUSIC, windows_path(sound), HOURS, 24, False),
-        ("program", APPLICATION, command, MINUTES, 1, True)]
-
-    # Changed: first to a name that another task has.
+def change_the_note(folder, program):
+    """First to a name that another task has."""
     editor = open_editor_on(program, 1)
     until(lambda: editor.is_editing() and editor.texts()["name"] == "note", "the task's fields")
     editor.fill("name", "RADIO")
@@ -102,11 +86,14 @@ def test_tasks_of_every_kind_are_made_run_changed_removed_and_kept(folder, start
     assert editor.is_editing()
     assert editor.texts() == {"name": "RADIO", "source": "drink\r\nwater", "interval": "3"}
     editor.fill("name", "memo")
+    editor.click("enabled")
     press_key("Return")
     until(lambda: saved(folder)[1].name == "memo", "the new name")
     assert not editor.is_editing()
+    return editor
 
-    # Removed.
+
+def remove_the_radio(folder, editor):
     editor.select(0)
     until(lambda: editor.texts()["name"] == "radio", "the first task")
     editor.click("remove")
@@ -118,14 +105,47 @@ def test_tasks_of_every_kind_are_made_run_changed_removed_and_kept(folder, start
     editor.answer(YES)
     until(lambda: len(saved(folder)) == 3, "the removal")
     assert editor.texts()["name"] == "memo"
-    editor.close()
 
+
+def test_tasks_of_every_kind_are_made_run_changed_removed_and_kept(folder, start):
+    command, report = probe(folder)
+    kinds = [("radio", RADIO, "Http://127.0.0.1:9/a|b", DAYS, 7), ("note", NOTE, None, DAYS, 1),
+             ("music", MUSIC, silence(folder), HOURS, 24),
+             ("program", APPLICATION, command, MINUTES, 1)]
+    program = start().started()
+    assert saved(folder) == []
+
+    # All of them fall due soon after the editor is closed.
+    moment = moment_in_this_hour(75)
+    editor = open_editor(program)
+    for number, kind in enumerate(kinds):
+        if number > 0:
+            editor.click("new")
+        make(folder, editor, moment, *kind)
+    editor.close()
+    assert now() < moment, "the tasks were made too late for this test"
+    made = [(name, media, source or r"drink\r\nwater", unit, interval, True)
+            for name, media, source, unit, interval in kinds]
+    assert [facts(task) for task in saved(folder)] == made
+
+    until(report.exists, "the program that was due", 120)
+    until(lambda: all(task.last_run != ZERO_DAY for task in saved(folder)), "each run's record")
+    steps = [timedelta(days=7), timedelta(days=1), timedelta(hours=24), timedelta(minutes=1)]
+    for task, step in zip(saved(folder), steps):
+        assert task.next_run - moment in (step, 2 * step), task.name
+        assert timedelta() <= task.last_run - moment < timedelta(seconds=12), task.name
+    note = until(lambda: next((window for window in program.windows()
+                               if window["class"].startswith("frmNotes")), None), "the note")
+    click_at(note["rect"], times=2)
+    until(lambda: all(window["class"] != note["class"] for window in program.windows()),
+          "the end of the note")
+
+    editor = change_the_note(folder, program)
+    remove_the_radio(folder, editor)
+    editor.close()
     assert program.exit() == 0
-    kept = [facts(task) for task in saved(folder)]
-    assert kept == [
-        ("memo", NOTE, "drink\\r\\nwater", DAYS, 3, True),
-        ("music", MUSIC, windows_path(sound), HOURS, 24, False),
-        ("program", APPLICATION, command, MINUTES, 1, True)]
+    kept = [("memo", *made[1][1:4], 3, False), made[2], made[3]]
+    assert [facts(task) for task in saved(folder)] == kept
     start().started()
     assert [facts(task) for task in saved(folder)] == kept
     assert folder.backups() == []
