@@ -181,6 +181,29 @@ TEST_F(FrmMainTest, GivesThePlayerTheSavedVolume) {
   EXPECT_NE(SettingsText().find(L"SavedVolume=37\r\n"), std::wstring::npos);
 }
 
+TEST_F(FrmMainTest, WritesTheVolumeRoundedToTheEvenNumber) {
+  Open();
+  HWND slider = GetWindow(window->hwnd(), GW_CHILD);
+  while (InParent(slider).left != 5 || InParent(slider).top != 28) {
+    slider = GetWindow(slider, GW_HWNDNEXT);
+    ASSERT_NE(slider, nullptr);
+  }
+  // So wide that two pixels are one percent, and one a half.
+  MoveWindow(slider, 5, 28, 200, 19, TRUE);
+  const auto click = [&](int x) {
+    Taken();
+    SendMessageW(slider, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(x, 9));
+    SendMessageW(slider, WM_LBUTTONUP, 0, MAKELPARAM(x, 9));
+    Pump();
+  };
+  click(75);
+  EXPECT_THAT(Taken(), Contains(L"volume 38"));
+  EXPECT_NE(SettingsText().find(L"SavedVolume=38\r\n"), std::wstring::npos);
+  click(73);
+  EXPECT_THAT(Taken(), Contains(L"volume 36"));
+  EXPECT_NE(SettingsText().find(L"SavedVolume=36\r\n"), std::wstring::npos);
+}
+
 TEST_F(FrmMainTest, ShowsARowForEachTask) {
   Tasks({{kReminderNote, L"a"}, {kReminderNote, L"b"}, {kReminderNote, L"c"}});
   Open();

@@ -5,6 +5,7 @@ import re
 import pytest
 
 import menus
+from clock import clock, clock_menu, clock_shows, main_window
 from dragging import drag
 from harness import SETTINGS, click_at, click_tray_icon, picture, run, until
 from menus import CHECKED, Menu
@@ -31,38 +32,12 @@ def setting(folder):
     return re.search(r"TimeForm=(.*?)\r\n", folder.settings_text())[1]
 
 
-def named(program, text):
-    return next((window for window in program.windows() if window["text"] == text), None)
-
-
-def main_window(program):
-    return named(program, "Tellurvane")
-
-
-def clock(program):
-    return named(program, "FrmTime")
-
-
-def clock_shows(program):
-    return until(lambda: clock(program), "the clock")
-
-
 def clock_is_gone(program):
     until(lambda: not clock(program), "no clock")
 
 
 def options(program):
     click_at(program.toolbar_button(4)["rect"])
-    return Menu(program)
-
-
-def face(rect):
-    """The middle of the analog face."""
-    return [rect[0] + 30, rect[1] + 30, rect[0] + 42, rect[1] + 42]
-
-
-def clock_menu(program):
-    click_at(face(clock_shows(program)["rect"]), button=3)
     return Menu(program)
 
 
