@@ -186,7 +186,7 @@ void FrmSet::PlaceDates(int x, int y, int width) {
   const int gap = Px(kRowGap);
   const int height = Px(kRowHeight);
   picDates_.Move(x, y, width, height);
-  const int dateWidth = (width - gap) * 11 / 20;
+  const int dateWidth = (width - gap) * 2 / 3;
   MoveWindow(dtpDate_.hwnd(), 0, 0, dateWidth, height, TRUE);
   MoveWindow(dtpTime_.hwnd(), dateWidth + gap, 0, width - gap - dateWidth, height, TRUE);
 }

@@ -1,0 +1,98 @@
+#!/usr/bin/python3
+"""Draws the rooms and their arrows from the build's link graph into docs/architecture.md.
+
+    link_graph.py GRAPH.dot [--check]    --check writes nothing and says whether all is as built
+
+It also looks whether each room includes only what it is linked with: every header can be found from
+every room, so the compiler would not notice.
+"""
+
+import re
+import sys
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parent.parent
+DOCUMENT = ROOT / "docs" / "architecture.md"
+BEGIN, END = "<!-- arrows: written by scripts/architecture -->\n", "<!-- end of arrows -->\n"
+PROGRAM = "Tellurvane"
+
+
+def rooms():
+    """The folders that are a room by their CMakeLists.txt."""
+    return {path.parent.name for path in ROOT.glob("*/CMakeLists.txt")
+            if f"tellurvane_room({path.parent.name}" in path.read_text("utf-8")}
+
+
+def arrows(graph, nodes):
+    """Who is linked with whom, among these targets."""
+    found = {node: set() for node in nodes}
+    for source, target in re.findall(r"// (\S+) -> (\S+)$", graph, re.MULTILINE):
+        if source in nodes and target in nodes:
+            found[source].add(target)
+    return found
+
+
+def reachable(found, node):
+    """All that a target is linked with, directly or by way of others."""
+    seen, open_nodes = set(), [node]
+    while open_nodes:
+        for target in found[open_nodes.pop()] - seen:
+            seen.add(target)
+            open_nodes.append(target)
+    return seen
+
+
+def shortest(found):
+    """The arrows without those that follow from others."""
+    return {node: {target for target in targets
+                   if not any(target in reachable(found, other) for other in targets - {target})}
+            for node, targets in found.items()}
+
+
+def diagram(found):
+    """The picture, the highest rooms first."""
+    order = sorted(found, key=lambda node: (-len(reachable(found, node)), node))
+    lines = ["```mermaid", "graph TD"]
+    for node in order:
+        lines.append(f"  {node}([{node}.exe])" if node == PROGRAM else f"  {node}[{node}/]")
+    for node in order:
+        lines += [f"  {node} --> {target}" for target in order if target in shortest(found)[node]]
+    return "\n".join(lines + ["```", ""])
+
+
+def strange_includes(found, names):
+    """The includes of rooms that a room is not linked with."""
+    for room in sorted(names):
+        allowed = reachable(found, room) | {room}
+        for path in sorted((ROOT / room).glob("*")):
+            # The entry routine is the executable's, not the room's.
+            if path.suffix not in (".h", ".cpp") or (room, path.name) == ("app", "Main.cpp"):
+                continue
+            for folder in re.findall(r'^#include "(\w+)/', path.read_text("utf-8"), re.MULTILINE):
+                if folder not in allowed:
+                    yield (f"{path.relative_to(ROOT)} includes {folder}/, which {room} is not "
+                           "linked with")
+
+
+def main():
+    names = rooms()
+    found = arrows(Path(sys.argv[1]).read_text("utf-8"), names | {PROGRAM})
+    faults = [f"{node} can be reached from itself" for node in found
+              if node in reachable(found, node)]
+    faults += strange_includes(found, names)
+    text = DOCUMENT.read_text("utf-8")
+    before, _, rest = text.partition(BEGIN)
+    _, _, after = rest.partition(END)
+    drawn = before + BEGIN + diagram(found) + END + after
+    if "--check" not in sys.argv:
+        DOCUMENT.write_text(drawn, "utf-8")
+    elif drawn != text:
+        faults.append("the arrows in docs/architecture.md are not those of the build: "
+                      "run scripts/architecture")
+    for fault in faults:
+        print(fault, file=sys.stderr)
+    return 1 if faults else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

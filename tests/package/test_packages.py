@@ -1,0 +1,65 @@
+"""What the packages hold, and that making them again makes the same."""
+
+import base64
+import os
+import re
+import time
+import zipfile
+
+from packages import COMMITTED, GUIDE, PROGRAM_FILES, SOURCE, harness, make_packages
+
+PNG = b"\x89PNG\r\n\x1a\n"
+
+
+def members(archive):
+    """The bytes of each file in an archive, by its name in the one folder at the top."""
+    with zipfile.ZipFile(archive) as packed:
+        assert packed.testzip() is None
+        return {name.removeprefix("Tellurvane/"): packed.read(name) for name in packed.namelist()}
+
+
+def test_the_archive_holds_the_program_with_its_settings_guide_and_licence_notes(archive):
+    files = members(archive)
+    assert set(files) == PROGRAM_FILES
+    assert files["Tellurvane.exe"] == (harness.BINARIES / "Tellurvane.exe").read_bytes()
+    assert files["Setting.ini"] == (SOURCE / "resources/Setting.ini").read_bytes()
+    assert files["Setting.ini"].startswith(harness.MARK)
+
+
+def test_the_guide_is_one_file_with_its_pictures_inside(archive):
+    guide = members(archive)[GUIDE].decode("utf-8")
+    pictures = re.findall(r'<img src="data:image/png;base64,([^"]+)"', guide)
+    names = re.findall(r'<img src="(\S+)"', (SOURCE / "docs/guide/guide.html").read_text("utf-8"))
+    assert len(names) > 3
+    assert [base64.b64decode(picture) for picture in pictures] == [
+        (SOURCE / "docs/guide" / name).read_bytes() for name in names]
+    assert all(base64.b64decode(picture).startswith(PNG) for picture in pictures)
+    assert 'lang="zh-Hant-TW"' in guide
+    # Nothing that is fetched, and no link into nowhere.
+    assert not re.findall(r'(?:src|href)="(?!data:|#)[^"]*"', guide)
+    assert set(re.findall(r'href="#(\w+)"', guide)) <= set(re.findall(r'id="(\w+)"', guide))
+
+
+def test_the_licence_notes_name_every_library_inside_and_bring_the_terms(archive):
+    files = {name: data.decode("utf-8") for name, data in members(archive).items()
+             if name.startswith("licenses/")}
+    for library in ("libstdc++", "libgcc", "libssp", "mingw-w64", "winpthreads"):
+        assert library in files["licenses/README.txt"]
+    assert "GCC RUNTIME LIBRARY EXCEPTION" in files["licenses/gcc.txt"]
+    for terms in ("winpthreads", "License: expat", "License: BSD-3-clause-Lockless",
+                  "License: ZPL-2.1"):
+        assert terms in files["licenses/mingw-w64.txt"]
+
+
+def test_every_file_bears_the_time_of_the_commit(archive):
+    with zipfile.ZipFile(archive) as packed:
+        assert {entry.date_time for entry in packed.infolist()} == {time.gmtime(COMMITTED)[:6]}
+
+
+def test_packing_again_elsewhere_and_otherwise_gives_the_same_bytes(packages, tmp_path):
+    environment = os.environ | {"TZ": "Pacific/Auckland", "LC_ALL": "C"}
+    again = make_packages(tmp_path / "packed again", cwd=tmp_path, env=environment, umask=0o077)
+    files = sorted(path.name for path in packages.iterdir())
+    assert len(files) == 2
+    for name in files:
+        assert (again / name).read_bytes() == (packages / name).read_bytes(), name
