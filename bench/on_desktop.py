@@ -19,6 +19,7 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(ROOT / "scripts"))
 import task_list  # noqa: E402
+from process_memory import process_memory  # noqa: E402
 
 TASKS = 20
 # The first seconds of a process are its start, not its idling.
@@ -92,15 +93,6 @@ class Program:
                 for task in self.proc.joinpath("task").iterdir())
         return sum(int(nanoseconds) for nanoseconds in used) / 1e9
 
-    def memory(self):
-        """Bytes: resident, its proportional share of what is shared, and what it wrote itself."""
-        sizes = {}
-        for line in self.proc.joinpath("smaps_rollup").read_text().splitlines()[1:]:
-            name, size = line.split()[:2]
-            sizes[name.rstrip(":")] = int(size) * 1024
-        return {"resident": sizes["Rss"], "proportional": sizes["Pss"],
-                "own": sizes["Private_Dirty"]}
-
     def end(self):
         self.process.kill()
         self.process.wait()
@@ -114,7 +106,7 @@ def rest(programs, seconds):
     time.sleep(seconds)
     elapsed = time.monotonic() - start
     return {name: {"share": (program.processor_seconds() - before[name]) / elapsed,
-                   "memory": program.memory()}
+                   "memory": process_memory(program.proc)}
             for name, program in programs.items()}
 
 

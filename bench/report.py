@@ -30,6 +30,29 @@ def rules_rows(folder):
     yield "ten years beside one minute", old / young, "x", None
 
 
+def radio_rows(folder):
+    """From Google Benchmark, as above. A rule beside the scalar pass over the same page, a flood
+    beside the directory's own page of the same length."""
+    runs = json.loads((folder / "radio.json").read_text())["benchmarks"]
+    medians = {run["run_name"]: run["cpu_time"] for run in runs
+               if run.get("aggregate_name") == "median"}
+    sizes = {"64 KB": 65536, "1 MB": 1048576, "16 MB": 16777216}
+    for rule in ("decoding", "GetShoutcast", "GetIcecast", "GetLiveDoor", "GetHinet"):
+        bar = 1.5 if rule == "decoding" else 2
+        fast = {size: medians[f"{rule}/fast/{size}"] for size in sizes.values()}
+        for label, size in sizes.items():
+            scalar = medians[f"{rule}/scalar_pass/{size}"]
+            yield f"{rule}, {label}", fast[size] / scalar, "x scalar pass", bar
+        yield (f"{rule}, the literal rule", medians[f"{rule}/literal/65536"] / fast[65536],
+               "x the fast one", None)
+        growth = max(fast[1048576] / fast[65536], fast[16777216] / fast[1048576])
+        yield f"{rule}, a page 16 times as long", growth, "x the time", 17.6
+        floods = {name.removeprefix(f"{rule}/flood/"): time / fast[1048576]
+                  for name, time in medians.items() if name.startswith(f"{rule}/flood/")}
+        for name in sorted(floods, key=floods.get)[-2:]:
+            yield f"{rule}, flood of {name}", floods[name], "x own page", 4
+
+
 def wine_rows(figures):
     """The same under Wine: medians of elapsed time, the wait for the disk included."""
     def time(name):
@@ -93,7 +116,7 @@ def shown(value):
 def main():
     folder = Path(sys.argv[1])
     figures = json.loads((folder / "desktop.json").read_text())
-    rows = [("host: " + row[0], *row[1:]) for row in rules_rows(folder)]
+    rows = [("host: " + row[0], *row[1:]) for row in (*rules_rows(folder), *radio_rows(folder))]
     rows += [("Wine: " + row[0], *row[1:]) for row in (
         *wine_rows(figures), *paint_rows(figures), *program_rows(figures))]
 

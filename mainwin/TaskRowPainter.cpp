@@ -37,22 +37,8 @@ size_t IconOf(RowMark mark) { return kMediaTypes + static_cast<size_t>(mark) - 1
 }  // namespace
 
 std::wstring FittingText(HDC context, const std::wstring& text, int width, RowFont font) {
-  const ModTheme::TextFont face = FontOf(font);
-  const std::wstring ellipsis = font == RowFont::kRule ? L"" : L"…";
-  const auto fits = [&](const std::wstring& candidate) {
-    return ModTheme::MeasureText(context, candidate, face).width <= static_cast<float>(width);
-  };
-  if (fits(text)) return text;
-  // Found by halving: the longest beginning that fits together with its ellipsis.
-  size_t fitting = 0;
-  size_t tooLong = text.size();
-  while (fitting + 1 < tooLong) {
-    const size_t middle = (fitting + tooLong) / 2;
-    (fits(text.substr(0, middle) + ellipsis) ? fitting : tooLong) = middle;
-  }
-  // Not in the middle of a character outside the basic plane.
-  if (fitting > 0 && IS_HIGH_SURROGATE(text[fitting - 1])) --fitting;
-  return text.substr(0, fitting) + ellipsis;
+  return ModTheme::FittingText(context, text, width, FontOf(font),
+                               font == RowFont::kRule ? L"" : L"…");
 }
 
 void TaskRowPainter::Paint(HDC target, const RECT& row, const TaskRecord& task,

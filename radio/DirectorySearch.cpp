@@ -1,5 +1,7 @@
 #include "radio/DirectorySearch.h"
 
+#include <utility>
+
 #include "radio/DirectoryHosts.h"
 
 namespace tellurvane {
@@ -51,7 +53,7 @@ std::wstring AddressOf(const DirectoryQuery& query) {
 
 StationSearch SearchDirectory(const DirectoryQuery& query, const std::wstring& hinetUrl,
                               const std::function<std::wstring(const std::wstring& url)>& fetch) {
-  const std::wstring page = fetch(AddressOf(query));
+  std::wstring page = fetch(AddressOf(query));
   switch (query.source) {
     case DirectorySource::kShoutcast:
       return {GetShoutcast(PreparedShoutcast(page)), true};
@@ -60,7 +62,7 @@ StationSearch SearchDirectory(const DirectoryQuery& query, const std::wstring& h
     case DirectorySource::kLiveDoor:
       return {GetLiveDoor(PreparedLiveDoor(page)), true};
     case DirectorySource::kHinet:
-      return GetHinet(page, hinetUrl);
+      return GetHinet(std::move(page), hinetUrl);
   }
   return {};
 }

@@ -57,8 +57,20 @@ inline constexpr std::array<Entity, 162> kEntities = {{
     {L"&thorn;", 254},  {L"&yuml;", 255},
 }};
 
-// The character of a Windows-1252 value, 0 to 255. The five values without one are the control
-// characters of the same number, as the platform has it.
-wchar_t FromWindows1252(int value);
+// The values 128 to 159 of Windows-1252. The five without a character are the control characters of
+// the same number, as the platform has it.
+inline constexpr std::array<char16_t, 32> kWindows1252Upper = {
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+// The character of a Windows-1252 value, 0 to 255.
+constexpr wchar_t FromWindows1252(int value) {
+  constexpr int kFirstUpper = 128;
+  const bool isUpper =
+      value >= kFirstUpper && value < kFirstUpper + static_cast<int>(kWindows1252Upper.size());
+  return static_cast<wchar_t>(isUpper ? kWindows1252Upper[static_cast<size_t>(value - kFirstUpper)]
+                                      : static_cast<char16_t>(value));
+}
 
 }  // namespace tellurvane

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "radio/StationParsers.h"
 #include "radio/TextScan.h"
@@ -18,41 +19,41 @@ bool IsExcluded(std::wstring_view title) {
   return std::ranges::find(kExcluded, title.substr(0, 2)) != kExcluded.end();
 }
 
-size_t FindItem(std::wstring_view text, size_t from) {
-  for (size_t at = from; at < text.size(); ++at) {
-    if (Lowered(text[at]) == kItem.front() && IsMarkerAt(text, at, kItem)) return at;
-  }
-  return kNotFound;
-}
-
 }  // namespace
 
-StationSearch GetHinet(std::wstring_view page, std::wstring_view urlPrefix) {
-  StationSearch stations;
+StationSearch GetHinet(std::wstring page, std::wstring_view urlPrefix) {
+  const auto rowOf = [prefix = std::wstring(urlPrefix)](std::wstring_view text,
+                                                        const StationCuts& cuts) {
+    return StationRow{std::wstring(cuts.name.Of(text)),
+                      L"WMA",
+                      L"48 kbps",
+                      prefix + std::wstring(cuts.url.Of(text)),
+                      L"收聽人數：未知",
+                      L""};
+  };
+  StationSearch stations = {StationRows(std::move(page), rowOf), true};
+  const std::wstring_view text = stations.rows.Page();
   size_t resume = 0;
   for (;;) {
-    const size_t item = FindItem(page, resume);
+    const size_t item = FindMarkerAnyCase(text, resume, kItem);
     if (item == kNotFound) return stations;
     // What is not found ends the search: from its absence no place to go on could be reckoned that
     // does not lie before this one.
     stations.isWhole = false;
-    const size_t idQuote = page.find(L'"', item);
+    const size_t idQuote = text.find(L'"', item);
     if (idQuote == kNotFound) return stations;
-    const size_t idEnd = page.find(L'"', idQuote + 1);
+    const size_t idEnd = text.find(L'"', idQuote + 1);
     if (idEnd == kNotFound) return stations;
-    const size_t title = page.find(kTitle, idEnd);
+    const size_t title = FindMarker(text, idEnd, kTitle);
     if (title == kNotFound) return stations;
     const size_t titleBegin = title + kTitle.size() + 1;
-    const size_t titleEnd = page.find(L'"', titleBegin);
+    const size_t titleEnd = text.find(L'"', titleBegin);
     if (titleEnd == kNotFound) return stations;
     stations.isWhole = true;
     resume = titleEnd + 1;
-    const std::wstring text(page.substr(titleBegin, titleEnd - titleBegin));
-    if (IsExcluded(text)) continue;
-    stations.rows.push_back(
-        {text, L"WMA", L"48 kbps",
-         std::wstring(urlPrefix) += page.substr(idQuote + 1, idEnd - idQuote - 1),
-         L"收聽人數：未知", L""});
+    if (IsExcluded(text.substr(titleBegin, titleEnd - titleBegin))) continue;
+    stations.rows.Append(
+        {.name = {titleBegin, titleEnd - titleBegin}, .url = {idQuote + 1, idEnd - idQuote - 1}});
   }
 }
 

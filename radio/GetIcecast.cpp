@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "base/Text.h"
 #include "radio/DirectoryHosts.h"
 #include "radio/ReplaceHTML.h"
@@ -19,101 +21,115 @@ constexpr size_t kListenersWindow = 500;
 constexpr size_t kTextWindow = 100;
 constexpr size_t kShortWindow = 20;
 
-std::wstring TypeOf(std::wstring_view format) {
-  if (EqualsIgnoringAsciiCase(format, L"ogg vorbis")) return L"OGG";
-  return EqualsIgnoringAsciiCase(format, L"aac+") ? L"AAC+" : L"MP3";
-}
+// Each marker has one place that gives it away: the end of a tag after "s" or "n", the slash after
+// "listen", the quote after "format". No marker shares a character with another one, so they come
+// in the order of these places.
+constexpr auto kIsTelling = [](const wchar_t* at) {
+  const wchar_t before = RoughlyLowered(at[-2]);
+  return (Bit(at[0] == L'>') & Bit(at[-1] == L'"') & (Bit(before == L's') | Bit(before == L'n'))) |
+         (Bit(at[0] == L'/') & Bit(RoughlyLowered(at[-1]) == L'n')) |
+         (Bit(at[0] == L'"') & Bit(RoughlyLowered(at[-1]) == L't'));
+};
+constexpr size_t kBehind = 2;  // it looks at
 
 // Goes over the page once and keeps the latest of each field.
 class Scanner {
  public:
-  explicit Scanner(std::wstring_view text)
-      : text_(text),
-        blank_(text, L" "),
-        tag_(text, L"<"),
-        m3u_(text, kUrlEnd),
-        quote_(text, L"\"") {}
+  explicit Scanner(StationRows& rows)
+      : rows_(rows),
+        text_(rows.Page()),
+        blank_(text_, L" "),
+        tag_(text_, L"<"),
+        m3u_(text_, kUrlEnd),
+        quote_(text_, L"\"") {}
 
-  StationRows Scan() {
-    for (size_t at = 0; at < text_.size(); ++at) Look(at);
-    return std::move(rows_);
+  void Scan() {
+    ScanCandidates(text_, kBehind, kIsTelling, [this](size_t at) {
+      Look(at);
+      return false;
+    });
   }
 
  private:
-  // No two markers begin with the same letter.
   void Look(size_t at) {
     switch (text_[at]) {
-      case L'l':
-      case L'L':
-        if (IsMarkerAt(text_, at, kListeners)) TakeListeners(at + kListeners.size());
-        break;
-      case L'-':
-        if (IsMarkerAt(text_, at, kName)) TakeName(at + kName.size());
-        break;
       case L'/':
-        if (IsMarkerAt(text_, at, kUrl)) TakeUrl(at);
+        if (IsMarkerBefore(text_, at + 1, kUrl)) TakeUrl(at + 1 - kUrl.size());
         break;
-      case L'f':
-      case L'F':
-        if (IsMarkerAt(text_, at, kBitRate)) TakeBitRate(at + kBitRate.size());
-        break;
-      case L's':
-      case L'S':
-        if (IsMarkerAt(text_, at, kFormat)) TakeFormat(at + kFormat.size());
+      case L'"':
+        LookAtBitRate(at);
         break;
       default:
+        LookAtTag(at);
         break;
     }
   }
 
-  void TakeListeners(size_t start) {
-    const size_t end = blank_.Within(start, kListenersWindow);
-    if (end != kNotFound) listeners_ = text_.substr(start, end - start);
+  void LookAtBitRate(size_t at) {
+    constexpr size_t kLetters = 6;  // of "format"
+    if (at < kLetters || !IsMarkerAt(text_, at - kLetters, kBitRate)) return;
+    Take(cuts_.bitRate, quote_, at - kLetters + kBitRate.size(), kShortWindow);
   }
 
-  void TakeName(size_t start) {
-    const size_t end = tag_.Within(start, kTextWindow);
-    if (end != kNotFound) name_ = text_.substr(start, end - start);
+  void LookAtTag(size_t at) {
+    const size_t end = at + 1;
+    if (IsMarkerBefore(text_, end, kName)) {
+      Take(cuts_.name, tag_, end, kTextWindow);
+    } else if (IsMarkerBefore(text_, end, kFormat)) {
+      if (Take(cuts_.type, tag_, end, kShortWindow)) rows_.Append(cuts_);
+    } else if (end < text_.size() && IsMarkerBefore(text_, end + 1, kListeners)) {
+      Take(cuts_.listeners, blank_, end + 1, kListenersWindow);
+    }
   }
 
   void TakeUrl(size_t start) {
     const size_t end = m3u_.Within(start, kTextWindow);
-    if (end == kNotFound) return;
-    url_ = kIcecastDirectory;
-    url_ += TrimBlanks(text_.substr(start, end + kUrlEnd.size() - start));
+    if (end != kNotFound) cuts_.url = Cut(start, end + kUrlEnd.size() - start);
   }
 
-  void TakeBitRate(size_t start) {
-    const size_t end = quote_.Within(start, kShortWindow);
-    if (end == kNotFound) return;
-    bitRate_ = text_.substr(start, end - start);
-    if (bitRate_.empty() || bitRate_ == L"0 kbps") bitRate_ = L"未知";
+  static bool Take(Cut& field, NextOccurrence& mark, size_t start, size_t window) {
+    const size_t end = mark.Within(start, window);
+    if (end == kNotFound) return false;
+    field = Cut(start, end - start);
+    return true;
   }
 
-  void TakeFormat(size_t start) {
-    const size_t end = tag_.Within(start, kShortWindow);
-    if (end == kNotFound) return;
-    rows_.push_back({name_, TypeOf(text_.substr(start, end - start)), bitRate_, url_,
-                     L"收聽人數：" + listeners_, L""});
-  }
-
+  StationRows& rows_;
   std::wstring_view text_;
   NextOccurrence blank_;
   NextOccurrence tag_;
   NextOccurrence m3u_;
   NextOccurrence quote_;
-  std::wstring name_;
-  std::wstring listeners_;
-  std::wstring url_;
-  std::wstring bitRate_;
-  StationRows rows_;
+  StationCuts cuts_;
 };
+
+const wchar_t* TypeOf(std::wstring_view format) {
+  if (EqualsIgnoringAsciiCase(format, L"ogg vorbis")) return L"OGG";
+  return EqualsIgnoringAsciiCase(format, L"aac+") ? L"AAC+" : L"MP3";
+}
+
+std::wstring BitRateOf(std::wstring_view page, const Cut& cut) {
+  const std::wstring_view text = cut.Of(page);
+  const bool isUnknown = cut.IsMade() && (text.empty() || text == L"0 kbps");
+  return isUnknown ? L"未知" : std::wstring(text);
+}
+
+StationRow RowOf(std::wstring_view page, const StationCuts& cuts) {
+  return {
+      std::wstring(cuts.name.Of(page)),
+      TypeOf(cuts.type.Of(page)),
+      BitRateOf(page, cuts.bitRate),
+      cuts.url.IsMade() ? std::wstring(kIcecastDirectory) += TrimBlanks(cuts.url.Of(page)) : L"",
+      std::wstring(L"收聽人數：") += cuts.listeners.Of(page),
+      L""};
+}
 
 }  // namespace
 
 StationRows GetIcecast(std::wstring_view page) {
-  const std::wstring text = ReplaceHTML(page);
-  return Scanner(text).Scan();
+  StationRows rows(ReplaceHTML(page), RowOf);
+  Scanner(rows).Scan();
+  return rows;
 }
 
 }  // namespace tellurvane

@@ -1,6 +1,6 @@
 #include <utility>
 
-#include "base/Text.h"
+#include "base/LetterCase.h"
 #include "radio/StationParsers.h"
 #include "radio/TextScan.h"
 
@@ -18,85 +18,104 @@ constexpr std::wstring_view kImageEnd = L".gif";
 constexpr size_t kUrlWindow = 500;
 constexpr size_t kWindow = 100;
 
+// Each marker has one place that gives it away: the end of a tag after "n", "r" or "細", or the
+// slash after "tool". No marker shares a character with another one, so they come in the order of
+// these places.
+constexpr auto kIsTelling = [](const wchar_t* at) {
+  const wchar_t before = RoughlyLowered(at[-2]);
+  return (Bit(at[0] == L'>') & Bit(at[-1] == L'"') &
+          (Bit(before == L'n') | Bit(before == L'r') | Bit(before == RoughlyLowered(L'細')))) |
+         (Bit(at[0] == L'/') & Bit(RoughlyLowered(at[-1]) == L'l'));
+};
+constexpr size_t kBehind = 2;  // it looks at
+
 // Goes over the page once and keeps the latest of each field.
 class Scanner {
  public:
-  explicit Scanner(std::wstring_view text)
-      : text_(text), quote_(text, L"\""), tag_(text, L"<"), image_(text, kImageEnd) {}
+  explicit Scanner(StationRows& rows)
+      : rows_(rows),
+        text_(rows.Page()),
+        quote_(text_, L"\""),
+        tag_(text_, L"<"),
+        image_(text_, kImageEnd) {}
 
-  StationRows Scan() {
-    for (size_t at = 0; at < text_.size(); ++at) Look(at);
-    return std::move(rows_);
+  void Scan() {
+    ScanCandidates(text_, kBehind, kIsTelling, [this](size_t at) {
+      if (text_[at] == L'/') {
+        LookAtImages(at);
+      } else {
+        LookAtTag(at);
+      }
+      return false;
+    });
   }
 
  private:
-  void Look(size_t at) {
-    switch (text_[at]) {
-      case L'b':
-      case L'B':
-        if (IsMarkerAt(text_, at, kUrl)) Take(url_, quote_, at + kUrl.size(), kUrlWindow);
-        break;
-      case L'細':
-        if (IsMarkerAt(text_, at, kName)) Take(name_, tag_, at + kName.size(), kWindow);
-        break;
-      case L't':
-      case L'T':
-        LookAtImages(at);
-        break;
-      case L'l':
-      case L'L':
-        if (IsMarkerAt(text_, at, kListeners)) TakeListeners(at + kListeners.size());
-        break;
-      default:
-        break;
+  void LookAtTag(size_t at) {
+    constexpr size_t kToTag = 7;       // of the address's marker, to the end of its first tag
+    constexpr size_t kToCountTag = 9;  // of the listeners' marker
+    if (IsMarkerBefore(text_, at + 1, kName)) {
+      Take(cuts_.name, tag_, at + 1, kWindow);
+    } else if (at >= kToTag && IsMarkerAt(text_, at - kToTag, kUrl)) {
+      Take(cuts_.url, quote_, at - kToTag + kUrl.size(), kUrlWindow);
+    } else if (at >= kToCountTag && IsMarkerAt(text_, at - kToCountTag, kListeners)) {
+      if (Take(cuts_.listeners, tag_, at - kToCountTag + kListeners.size(), kWindow)) {
+        rows_.Append(cuts_);
+      }
     }
   }
 
   void LookAtImages(size_t at) {
-    if (IsMarkerAt(text_, at, kBitRate)) Take(bitRate_, image_, at + kBitRate.size(), kWindow);
-    if (IsMarkerAt(text_, at, kChannel)) Take(channel_, image_, at + kChannel.size(), kWindow);
-    if (!IsMarkerAt(text_, at, kType)) return;
-    std::wstring type;
-    if (Take(type, image_, at + kType.size(), kWindow)) type_ = RaisedText(type);
+    constexpr size_t kLetters = 4;  // of "tool"
+    if (at < kLetters) return;
+    const size_t begin = at - kLetters;
+    const std::pair<std::wstring_view, Cut*> markers[] = {
+        {kBitRate, &cuts_.bitRate}, {kChannel, &cuts_.channel}, {kType, &cuts_.type}};
+    for (const auto& [marker, field] : markers) {
+      if (IsMarkerAt(text_, begin, marker)) Take(*field, image_, begin + marker.size(), kWindow);
+    }
   }
 
-  bool Take(std::wstring& field, NextOccurrence& mark, size_t start, size_t window) const {
+  static bool Take(Cut& field, NextOccurrence& mark, size_t start, size_t window) {
     const size_t end = mark.Within(start, window);
     if (end == kNotFound) return false;
-    field = text_.substr(start, end - start);
+    field = Cut(start, end - start);
     return true;
   }
 
-  void TakeListeners(size_t start) {
-    std::wstring listeners;
-    if (!Take(listeners, tag_, start, kWindow)) return;
-    const std::wstring channel = channel_ == L"stereo" ? L"雙聲道" : L"單聲道";
-    rows_.push_back({name_, type_, bitRate_ + L" kbps " + channel, url_,
-                     L"收聽人數：" + RaisedText(listeners), L""});
-  }
-
+  StationRows& rows_;
   std::wstring_view text_;
   NextOccurrence quote_;
   NextOccurrence tag_;
   NextOccurrence image_;
-  std::wstring url_;
-  std::wstring name_;
-  std::wstring bitRate_;
-  std::wstring channel_;
-  std::wstring type_;
-  StationRows rows_;
+  StationCuts cuts_;
 };
+
+StationRow RowOf(std::wstring_view page, const StationCuts& cuts) {
+  const bool isStereo = cuts.channel.Of(page) == L"stereo";
+  return {std::wstring(cuts.name.Of(page)),
+          Capitals(cuts.type.Of(page)),
+          std::wstring(cuts.bitRate.Of(page)) += isStereo ? L" kbps 雙聲道" : L" kbps 單聲道",
+          std::wstring(cuts.url.Of(page)),
+          std::wstring(L"收聽人數：") += Capitals(cuts.listeners.Of(page)),
+          L""};
+}
 
 }  // namespace
 
 std::wstring PreparedLiveDoor(std::wstring_view page) {
-  return Replaced(page, L"<span class=\"many\">", L"");
+  constexpr std::wstring_view kMany = L"<span class=\"many\">";
+  return ReplacedMarker(page, {kMany, L"", kMany.find(L'y')});
 }
 
 StationRows GetLiveDoor(std::wstring_view page) {
-  const std::wstring text = Replaced(
-      Replaced(page, L"</a></li><li class=\"user\"><strong>DJ", L" DJ"), L"</strong>", L"");
-  return Scanner(text).Scan();
+  constexpr std::wstring_view kUser = L"</a></li><li class=\"user\"><strong>DJ";
+  constexpr std::wstring_view kEnd = L"</strong>";
+  StationRows rows(
+      ReplacedMarkers(page, {kUser, L" DJ", kUser.find(L'J')}, {kEnd, L"", kEnd.find(L'>')}),
+      RowOf);
+  Scanner(rows).Scan();
+  return rows;
 }
 
 }  // namespace tellurvane

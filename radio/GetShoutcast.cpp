@@ -1,6 +1,6 @@
 #include <algorithm>
+#include <utility>
 
-#include "base/Text.h"
 #include "radio/DirectoryHosts.h"
 #include "radio/StationParsers.h"
 #include "radio/TextScan.h"
@@ -13,8 +13,8 @@ namespace {
 class Markers {
  public:
   explicit Markers(std::wstring_view text)
-      : text_(text),
-        ids_(text, L"id:", true),
+      : size_(text.size()),
+        ids_(text, L"id:", FindMarkerAnyCase),
         quotes_(text, L"\""),
         types_(text, L"mt:"),
         names_(text, L"name:"),
@@ -31,13 +31,8 @@ class Markers {
   size_t Comma(size_t from) { return Position(commas_, from); }
 
   // A cut whose length comes out negative leaves the field as it is.
-  void Cut(std::wstring& field, size_t from, size_t end) const {
-    if (end < from) return;
-    if (from > text_.size()) {
-      field.clear();
-    } else {
-      field = text_.substr(from - 1, end - from);
-    }
+  void Take(Cut& field, size_t from, size_t end) const {
+    if (end >= from) field = from > size_ ? Cut(0, 0) : Cut(from - 1, end - from);
   }
 
  private:
@@ -46,7 +41,7 @@ class Markers {
     return found == kNotFound ? 0 : found + 1;
   }
 
-  std::wstring_view text_;
+  size_t size_;
   Occurrences ids_;
   Occurrences quotes_;
   Occurrences types_;
@@ -56,44 +51,49 @@ class Markers {
   Occurrences commas_;
 };
 
+StationRow RowOf(std::wstring_view page, const StationCuts& cuts) {
+  return {std::wstring(cuts.name.Of(page)),
+          std::wstring(cuts.type.Of(page)),
+          std::wstring(cuts.bitRate.Of(page)) += L" kbps",
+          (std::wstring(kShoutcastTuneIn) += L"/sbin/tunein-station.pls?id=") += cuts.url.Of(page),
+          std::wstring(L"收聽人數：") += cuts.listeners.Of(page),
+          L""};
+}
+
 }  // namespace
 
 std::wstring PreparedShoutcast(std::wstring_view page) {
-  return Replaced(Replaced(page, L"id\"", L"\r\nid"), L"\":", L":");
+  constexpr std::wstring_view kId = L"id\"";
+  constexpr std::wstring_view kColon = L"\":";
+  return ReplacedMarkers(page, {kId, L"\r\nid", kId.find(L'"')}, {kColon, L":", kColon.find(L':')});
 }
 
-StationRows GetShoutcast(std::wstring_view page) {
-  Markers markers(page);
-  StationRows rows;
-  std::wstring id;
-  std::wstring type;
-  std::wstring name;
-  std::wstring listeners;
-  std::wstring bitRate;
+StationRows GetShoutcast(std::wstring page) {
+  StationRows rows(std::move(page), RowOf);
+  Markers markers(rows.Page());
+  StationCuts cuts;
   size_t resume = 0;
   while (rows.size() < kMostShoutcastRows) {
     const size_t start = markers.Id(resume + 1);
     if (start == 0) break;
     size_t a = markers.Quote(start) + 1;
     size_t b = markers.Quote(a);
-    markers.Cut(id, a, b);
+    markers.Take(cuts.url, a, b);
     a = markers.Type(b) + 4;
     b = markers.Quote(a);
-    markers.Cut(type, a, b);
+    markers.Take(cuts.type, a, b);
     a = markers.Name(b) + 6;
     b = markers.Quote(a);
-    markers.Cut(name, a, b);
+    markers.Take(cuts.name, a, b);
     // From the name's beginning: the count may stand in the name's own text.
     a = markers.Listeners(a) + 3;
     b = markers.Comma(a);
-    markers.Cut(listeners, a, b);
+    markers.Take(cuts.listeners, a, b);
     a = markers.BitRate(a) + 3;
     b = markers.Comma(a);
-    markers.Cut(bitRate, a, b);
+    markers.Take(cuts.bitRate, a, b);
     resume = b;
-    rows.push_back({name, type, bitRate + L" kbps",
-                    std::wstring(kShoutcastTuneIn) + L"/sbin/tunein-station.pls?id=" + id,
-                    L"收聽人數：" + listeners, L""});
+    rows.Append(cuts);
   }
   return rows;
 }

@@ -1,11 +1,11 @@
 // From a directory's page to its stations. None fails on any page; each takes time in proportion to
-// the page's length.
+// the page's length. The rows keep the page.
 #pragma once
 
 #include <string>
 #include <string_view>
 
-#include "radio/StationRow.h"
+#include "radio/StationRows.h"
 
 namespace tellurvane {
 
@@ -15,7 +15,7 @@ inline constexpr size_t kMostShoutcastRows = 200;
 // A line break before every id, and no quote before a colon.
 std::wstring PreparedShoutcast(std::wstring_view page);
 // Of a prepared page. A field that cannot be cut keeps the text of the station before.
-StationRows GetShoutcast(std::wstring_view page);
+StationRows GetShoutcast(std::wstring page);
 
 // Of a page as it came. A field that is missing, or too long, keeps the text of the station before.
 StationRows GetIcecast(std::wstring_view page);
@@ -31,6 +31,6 @@ struct StationSearch {
   bool isWhole = true;
 };
 // `urlPrefix` is what a station's id is appended to.
-StationSearch GetHinet(std::wstring_view page, std::wstring_view urlPrefix);
+StationSearch GetHinet(std::wstring page, std::wstring_view urlPrefix);
 
 }  // namespace tellurvane

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 namespace tellurvane {
 
@@ -17,7 +16,5 @@ struct StationRow {
 
   bool operator==(const StationRow&) const = default;
 };
-
-using StationRows = std::vector<StationRow>;
 
 }  // namespace tellurvane

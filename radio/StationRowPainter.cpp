@@ -1,5 +1,8 @@
 #include "radio/StationRowPainter.h"
 
+#include <algorithm>
+#include <string>
+
 #include "ui/MemoryContext.h"
 #include "ui/ModTheme.h"
 
@@ -14,12 +17,14 @@ constexpr ModTheme::TextFont kFont = {.size = 16};
 constexpr int kMargin = 6;
 constexpr int kTextY = 2;
 
-// Clipped to its column: a long name does not run into the type.
-void Write(HDC context, const std::wstring& text, int x, int right, ModTheme::Argb color) {
+// In one line, and cut to its column: a long name does not run into the type.
+void Write(HDC context, std::wstring text, int x, int right, ModTheme::Argb color) {
+  const auto isBreak = [](wchar_t unit) { return unit < L' '; };
+  std::replace_if(text.begin(), text.end(), isBreak, L' ');
   const int saved = SaveDC(context);
   IntersectClipRect(context, x, 0, right, kStationRowHeight);
   // The routine doubles the column that it is given.
-  ModTheme::Text(context, text, x / 2, kTextY,
+  ModTheme::Text(context, ModTheme::FittingText(context, text, right - x, kFont), x / 2, kTextY,
                  {.text = color, .glow = 0x00FFFFFF, .shadow = ModTheme::kWhiteShadow}, kFont);
   RestoreDC(context, saved);
 }

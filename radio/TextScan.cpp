@@ -2,22 +2,9 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace tellurvane {
-
-std::wstring LoweredText(std::wstring_view text) {
-  std::wstring lowered(text);
-  std::ranges::transform(lowered, lowered.begin(), Lowered);
-  return lowered;
-}
-
-std::wstring RaisedText(std::wstring_view text) {
-  std::wstring raised(text);
-  std::ranges::transform(raised, raised.begin(), [](wchar_t unit) {
-    return unit >= L'a' && unit <= L'z' ? static_cast<wchar_t>(unit - L'a' + L'A') : unit;
-  });
-  return raised;
-}
 
 bool IsMarkerAt(std::wstring_view text, size_t at, std::wstring_view marker) {
   if (text.size() - at < marker.size()) return false;
@@ -27,20 +14,169 @@ bool IsMarkerAt(std::wstring_view text, size_t at, std::wstring_view marker) {
   return true;
 }
 
+bool IsMarkerBefore(std::wstring_view text, size_t end, std::wstring_view marker) {
+  return end >= marker.size() && IsMarkerAt(text, end - marker.size(), marker);
+}
+
+namespace {
+
+// Finds the places of two of a marker's characters that follow each other.
+class Tell {
+ public:
+  Tell(std::wstring_view marker, size_t tell) : last_(marker[tell]), before_(marker[tell - 1]) {}
+
+  unsigned operator()(const wchar_t* at) const {
+    return Bit(at[0] == last_) & Bit(at[-1] == before_);
+  }
+
+ private:
+  wchar_t last_;
+  wchar_t before_;
+};
+
+// The same in any case, and a few other characters too.
+class RoughTell {
+ public:
+  RoughTell(std::wstring_view marker, size_t tell)
+      : last_(RoughlyLowered(marker[tell])), before_(RoughlyLowered(marker[tell - 1])) {}
+
+  unsigned operator()(const wchar_t* at) const {
+    return Bit(RoughlyLowered(at[0]) == last_) & Bit(RoughlyLowered(at[-1]) == before_);
+  }
+
+ private:
+  wchar_t last_;
+  wchar_t before_;
+};
+
+bool IsExactlyAt(std::wstring_view text, size_t at, std::wstring_view marker) {
+  if (text.size() - at < marker.size()) return false;
+  for (size_t i = 0; i < marker.size(); ++i) {
+    if (text[at + i] != marker[i]) return false;
+  }
+  return true;
+}
+
+// A text of which the front is copied already.
+class Replacing {
+ public:
+  explicit Replacing(std::wstring_view text) : text_(text) {
+    replaced_.reserve(text.size() + kRoom);
+  }
+
+  // Whether the marker is there.
+  bool Try(size_t tell, const MarkerReplacement& marker) {
+    const size_t begin = tell - marker.tell;
+    if (tell < done_ + marker.tell || !IsExactlyAt(text_, begin, marker.marker)) return false;
+    Append(text_.data() + done_, begin - done_, text_.size() - done_);
+    Append(marker.replacement.data(), marker.replacement.size(), marker.replacement.size());
+    done_ = begin + marker.marker.size();
+    return true;
+  }
+
+  std::wstring Finish() {
+    Append(text_.data() + done_, text_.size() - done_, text_.size() - done_);
+    replaced_.resize(size_);
+    return std::move(replaced_);
+  }
+
+ private:
+  // So many characters are copied at once where there are enough to read: that is quicker than to
+  // copy as many as are wanted.
+  static constexpr size_t kShort = 8;
+  // Room is made a piece at a time, while it is in the cache.
+  static constexpr size_t kRoom = 4096;
+
+  void Append(const wchar_t* from, size_t size, size_t readable) {
+    for (;;) {
+      const size_t piece = std::min(size, kRoom - kShort);
+      if (replaced_.size() - size_ < piece + kShort) replaced_.resize(size_ + kRoom);
+      wchar_t* const to = replaced_.data() + size_;
+      size_ += piece;
+      if (size <= kShort && readable >= kShort) {
+        std::char_traits<wchar_t>::copy(to, from, kShort);
+      } else {
+        std::char_traits<wchar_t>::copy(to, from, piece);
+      }
+      if (piece == size) return;
+      from += piece;
+      size -= piece;
+      readable -= piece;
+    }
+  }
+
+  std::wstring_view text_;
+  std::wstring replaced_;
+  size_t size_ = 0;  // of what is replaced so far
+  size_t done_ = 0;
+};
+
+// By the marker's last two characters, which are rarer than its first one.
+template <typename TellOf, typename IsThere>
+size_t Find(std::wstring_view text, size_t from, std::wstring_view marker, IsThere isThere) {
+  if (text.size() < marker.size() || from > text.size() - marker.size()) return kNotFound;
+  const size_t tail = marker.size() - 1;
+  const size_t end = ScanCandidates(text, from + tail, TellOf(marker, tail),
+                                    [&](size_t at) { return isThere(at - tail); });
+  return end == kNotFound ? kNotFound : end - tail;
+}
+
+}  // namespace
+
+size_t FindMarker(std::wstring_view text, size_t from, std::wstring_view marker) {
+  if (marker.size() == 1) return text.find(marker.front(), from);
+  return Find<Tell>(text, from, marker, [&](size_t at) { return IsExactlyAt(text, at, marker); });
+}
+
+size_t FindMarkerAnyCase(std::wstring_view text, size_t from, std::wstring_view marker) {
+  return Find<RoughTell>(text, from, marker,
+                         [&](size_t at) { return IsMarkerAt(text, at, marker); });
+}
+
+std::wstring ReplacedMarkers(std::wstring_view text, const MarkerReplacement& first,
+                             const MarkerReplacement& second) {
+  Replacing work(text);
+  const auto isCandidate = [one = Tell(first.marker, first.tell),
+                            two = Tell(second.marker, second.tell)](const wchar_t* at) {
+    return one(at) | two(at);
+  };
+  ScanCandidates(text, 1, isCandidate, [&](size_t at) {
+    if (!work.Try(at, first)) work.Try(at, second);
+    return false;
+  });
+  return work.Finish();
+}
+
+std::wstring ReplacedMarker(std::wstring_view text, const MarkerReplacement& marker) {
+  Replacing work(text);
+  ScanCandidates(text, 1, Tell(marker.marker, marker.tell), [&](size_t at) {
+    work.Try(at, marker);
+    return false;
+  });
+  return work.Finish();
+}
+
 size_t Occurrences::From(size_t at) {
-  const auto after = known_.upper_bound(at);
+  // Most places lie behind all that is known.
+  const auto after = known_.empty() || known_.back().from <= at
+                         ? known_.end()
+                         : std::ranges::upper_bound(known_, at, {}, &Known::from);
   if (after != known_.begin()) {
-    const auto& [from, answer] = *std::prev(after);
-    if (at <= answer) return answer;
+    const Known& before = *std::prev(after);
+    if (at <= before.answer) return before.answer;
+  }
+  if (after == known_.end()) {
+    const size_t found = Search(at, kNotFound);
+    known_.push_back({at, found});
+    return found;
   }
   // Only up to what is known already.
-  const size_t before = after == known_.end() ? kNotFound : after->first;
-  size_t found = Search(at, before);
-  if (found == kNotFound && after != known_.end()) {
-    found = after->second;
-    known_.erase(after);
+  const size_t found = Search(at, after->from);
+  if (found == kNotFound) {
+    after->from = at;
+    return after->answer;
   }
-  known_.emplace(at, found);
+  known_.insert(after, {at, found});
   return found;
 }
 
@@ -50,15 +186,7 @@ size_t Occurrences::Search(size_t from, size_t before) const {
   const size_t reach = before == kNotFound || text_.size() - before < marker_.size() - 1
                            ? text_.size()
                            : before + marker_.size() - 1;
-  const std::wstring_view part = text_.substr(from, reach - from);
-  if (!ignoresCase_) {
-    const size_t found = part.find(marker_);
-    return found == kNotFound ? kNotFound : from + found;
-  }
-  for (size_t at = 0; at + marker_.size() <= part.size(); ++at) {
-    if (IsMarkerAt(part, at, marker_)) return from + at;
-  }
-  return kNotFound;
+  return find_(text_.substr(0, reach), from, marker_);
 }
 
 }  // namespace tellurvane

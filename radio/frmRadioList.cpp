@@ -176,6 +176,11 @@ LRESULT frmRadioList::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) 
     services_.writeSetting(L"Genre", std::to_wstring(picGenre_.control.ListIndex()));
     services_.writeSetting(L"SearchName", picEdit_.control.text());
   }
+  // A fetch that lets messages through must not lose the cursor to the next move of the mouse.
+  if (message == WM_SETCURSOR && isSearching_) {
+    SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+    return TRUE;
+  }
   return Form::HandleMessage(message, wParam, lParam);
 }
 
@@ -226,21 +231,37 @@ void frmRadioList::ShowMode() {
 
 void frmRadioList::cmdSearch_Click() {
   if (std::exchange(isSearching_, true)) return;
+  const WaitCursor wait;
   const DirectoryQuery query = Query();
+  const HWND focus = GetFocus();
+  // From a control that is disabled the keyboard would go nowhere, and Esc be lost.
+  if (IsChild(hwnd(), focus)) ::SetFocus(hwnd());
   rows_.clear();
   list_.ListCount(0);
   LockControls(true);
+  UpdateWindow(list_.hwnd());
+  list_.Block(true);
   Say(L"搜尋中…");
   // Once, so that the emptied list and the locked controls show while the page loads.
   ProcessPendingMessages();
   if (IsLoaded()) Search(query);
-  if (IsLoaded()) LockControls(false);
+  // And once more while the controls are locked: clicks made meanwhile were made in vain.
+  ProcessPendingMessages();
+  if (IsLoaded()) {
+    list_.Block(false);
+    LockControls(false);
+    GiveBackFocus(focus);
+  }
   isSearching_ = false;
 }
 
+// Unless the user has taken it elsewhere.
+void frmRadioList::GiveBackFocus(HWND focus) {
+  const bool isOurs = GetActiveWindow() == hwnd() && !IsChild(hwnd(), GetFocus());
+  if (isOurs && IsChild(hwnd(), focus)) ::SetFocus(focus);
+}
+
 void frmRadioList::Search(const DirectoryQuery& query) {
-  const WaitCursor wait;
-  UpdateWindow(hwnd());
   try {
     StationSearch search = SearchDirectory(query, services_.hinetUrl, services_.fetch);
     // The fetch may have let a message through that closed the dialog.
@@ -270,22 +291,16 @@ void frmRadioList::LockControls(bool locked) {
 void frmRadioList::Show(StationSearch search) {
   rows_ = std::move(search.rows);
   list_.ListCount(static_cast<int>(rows_.size()));
-  list_.RedrawVisibleItems();
   std::wstring text = rows_.empty() ? std::wstring(L"沒有找到電台")
                                     : L"找到 " + std::to_wstring(rows_.size()) + L" 個電台";
   if (!search.isWhole) text += L"，電台目錄的資料不完整";
   Say(text);
 }
 
-void frmRadioList::Say(const std::wstring& text) {
-  picStatus_.control.text(text);
-  UpdateWindow(picStatus_.control.hwnd());
-}
-
 void frmRadioList::cmdOk_Click() {
   const int row = list_.Selected();
   if (row >= 0 && static_cast<size_t>(row) < rows_.size()) {
-    const std::wstring& url = rows_[static_cast<size_t>(row)].url;
+    const std::wstring url = rows_[static_cast<size_t>(row)].url;
     if (!url.empty()) chosen_ = url;
   }
   cmdCancel_Click();
@@ -300,7 +315,10 @@ void frmRadioList::ListView_OnData(int row, int column, LVITEMW& cell) {
   const auto index = static_cast<size_t>(row);
   if ((cell.mask & LVIF_TEXT) == 0 || index >= rows_.size()) return;
   const StationRow& station = rows_[index];
-  const std::array<const std::wstring*, 3> texts = {&station.name, &station.type, &station.bitRate};
+  // More than there are columns: the others are not shown.
+  const std::array<const std::wstring*, 6> texts = {&station.name,      &station.type,
+                                                    &station.bitRate,   &station.url,
+                                                    &station.listeners, &station.reserved};
   if (column >= 0 && static_cast<size_t>(column) < texts.size()) {
     list_.GiveText(cell, *texts[static_cast<size_t>(column)]);
   }
@@ -315,6 +333,10 @@ void frmRadioList::ListView_CustomDraw(NMLVCUSTOMDRAW& draw, LRESULT& result) {
   if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT || row >= rows_.size()) return;
   RECT bounds = {LVIR_BOUNDS, 0, 0, 0};
   SendMessageW(list_.hwnd(), LVM_GETITEMRECT, row, reinterpret_cast<LPARAM>(&bounds));
+  // To the edge, also where the columns leave room for a scroll bar that is not there.
+  RECT client = {};
+  GetClientRect(list_.hwnd(), &client);
+  bounds.right = std::max(bounds.right, client.right);
   PaintStationRow(draw.nmcd.hdc, bounds, rows_[row], list_.ColumnWidth(0),
                   {.isSelected = list_.Selected() == static_cast<int>(row), .isOdd = row % 2 == 1});
   result = CDRF_SKIPDEFAULT;

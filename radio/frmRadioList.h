@@ -63,10 +63,11 @@ class frmRadioList final : public Form {
   DirectoryQuery Query() const;
   void Search(const DirectoryQuery& query);
   void LockControls(bool locked);
+  void GiveBackFocus(HWND focus);
   void EnableSearchControls();
   void ShowMode();
   void Show(StationSearch search);
-  void Say(const std::wstring& text);
+  void Say(const std::wstring& text) { picStatus_.control.text(text); }
 
   RadioServices services_;
   StationRows rows_;

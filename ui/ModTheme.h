@@ -50,6 +50,10 @@ struct TextSize {
 };
 TextSize MeasureText(HDC target, const std::wstring& text, const TextFont& font);
 
+// The text, or its longest beginning that the width in pixels holds together with the ellipsis.
+std::wstring FittingText(HDC target, const std::wstring& text, int width, const TextFont& font,
+                         const std::wstring& ellipsis = L"…");
+
 // The face that is used for the one asked for: itself where it is installed, else "Microsoft
 // JhengHei", "Noto Sans CJK TC", "Tahoma", or the generic sans serif. Looked up once.
 const std::wstring& AvailableFace(const std::wstring& face);

@@ -5,6 +5,7 @@
 
 #include <gdiplus.h>
 
+#include <algorithm>
 #include <array>
 #include <map>
 
@@ -101,6 +102,26 @@ TextSize MeasureText(HDC target, const std::wstring& text, const TextFont& font)
   graphics.SetTextRenderingHint(Gdiplus::TextRenderingHintAntiAlias);
   const Gdiplus::RectF box = Measure(graphics, WithoutReturns(text), DrawingFont(font));
   return {box.Width, box.Height};
+}
+
+std::wstring FittingText(HDC target, const std::wstring& text, int width, const TextFont& font,
+                         const std::wstring& ellipsis) {
+  const auto fits = [&](const std::wstring& candidate) {
+    return MeasureText(target, candidate, font).width <= static_cast<float>(width);
+  };
+  // Measuring megabytes of a page's text would take minutes, and no line holds so many.
+  constexpr size_t kMostCharacters = 1'000;
+  if (text.size() <= kMostCharacters && fits(text)) return text;
+  // Found by halving.
+  size_t fitting = 0;
+  size_t tooLong = std::min(text.size(), kMostCharacters);
+  while (fitting + 1 < tooLong) {
+    const size_t middle = (fitting + tooLong) / 2;
+    (fits(text.substr(0, middle) + ellipsis) ? fitting : tooLong) = middle;
+  }
+  // Not in the middle of a character outside the basic plane.
+  if (fitting > 0 && IS_HIGH_SURROGATE(text[fitting - 1])) --fitting;
+  return text.substr(0, fitting) + ellipsis;
 }
 
 }  // namespace tellurvane::ModTheme

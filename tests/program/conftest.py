@@ -7,6 +7,7 @@ from pathlib import Path
 import pytest
 
 import harness
+from directories import Directories, Proxy
 
 
 @pytest.fixture(scope="session")
@@ -42,6 +43,22 @@ def start(folder):
         if program.code() is None:
             program.kill()
     assert not surprises, f"ended by itself with code {surprises}"
+
+
+@pytest.fixture(scope="module")
+def directory_server():
+    """The radio directories, to which everything that the program asks for goes."""
+    made = Directories()
+    with Proxy(f"127.0.0.1:{made.port}"):
+        yield made
+    made.close()
+
+
+@pytest.fixture
+def directories(directory_server):
+    """The same without the pages and the requests of the test before."""
+    directory_server.forget()
+    return directory_server
 
 
 @pytest.hookimpl(hookwrapper=True)

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string_view>
 
+#include "base/LetterCase.h"
 #include "radio/DirectoryHosts.h"
 #include "radio/Entities.h"
 
@@ -11,36 +12,37 @@
 namespace tellurvane::literal {
 namespace {
 
-int Length(const std::wstring& text) { return static_cast<int>(text.size()); }
+int Length(std::wstring_view text) { return static_cast<int>(text.size()); }
 
 // Empty outside the text.
-std::wstring Mid(const std::wstring& text, int start, int count) {
-  if (start > Length(text) || count <= 0) return L"";
+std::wstring_view Mid(std::wstring_view text, int start, int count) {
+  if (start > Length(text) || count <= 0) return {};
   return text.substr(static_cast<size_t>(start - 1), static_cast<size_t>(count));
 }
 
-std::wstring Lower(std::wstring text) {
+std::wstring Lower(std::wstring_view part) {
+  std::wstring text(part);
   for (wchar_t& unit : text) {
     if (unit >= L'A' && unit <= L'Z') unit = static_cast<wchar_t>(unit + 32);
   }
   return text;
 }
 
-std::wstring Upper(std::wstring text) {
-  for (wchar_t& unit : text) {
-    if (unit >= L'a' && unit <= L'z') unit = static_cast<wchar_t>(unit - 32);
-  }
+std::wstring Upper(std::wstring_view part) {
+  std::wstring text(part);
+  for (wchar_t& unit : text) unit = Capital(unit);
   return text;
 }
 
-std::wstring Trim(std::wstring text) {
+std::wstring Trim(std::wstring_view part) {
+  std::wstring text(part);
   while (!text.empty() && text.front() == L' ') text.erase(0, 1);
   while (!text.empty() && text.back() == L' ') text.pop_back();
   return text;
 }
 
 // 0 when there is none at or after the place.
-int InStr(int start, const std::wstring& text, const std::wstring& part) {
+int InStr(int start, std::wstring_view text, std::wstring_view part) {
   for (int at = start < 1 ? 1 : start; at + Length(part) - 1 <= Length(text); ++at) {
     if (text[static_cast<size_t>(at - 1)] != part[0]) continue;
     if (Mid(text, at, Length(part)) == part) return at;
@@ -65,16 +67,16 @@ std::wstring ReplaceOnce(const std::wstring& text, const std::wstring& from,
   return result;
 }
 
-bool IsDigit(const std::wstring& text) {
+bool IsDigit(std::wstring_view text) {
   return text.size() == 1 && text[0] >= L'0' && text[0] <= L'9';
 }
 
 // Nothing where the conversion of the digits fails.
-std::optional<int> Value(const std::wstring& digits) {
+std::optional<int> Value(std::wstring_view digits) {
   long long value = 0;
   if (digits.empty()) return std::nullopt;
   for (const wchar_t digit : digits) {
-    if (!IsDigit(std::wstring(1, digit))) return std::nullopt;
+    if (!IsDigit(std::wstring_view(&digit, 1))) return std::nullopt;
     value = value * 10 + (digit - L'0');
     if (value > 2'147'483'647) return std::nullopt;
   }
@@ -92,25 +94,28 @@ void DecodeReferences(std::wstring& text) {
     if (Mid(text, j + 1, 1) != L";") continue;
     const auto value = Value(Mid(text, i + 2, j - i - 1));
     if (!value) continue;
-    text = Mid(text, 1, i - 1) + FromWindows1252(*value) + Mid(text, j + 2, Length(text));
+    std::wstring rebuilt(Mid(text, 1, i - 1));
+    rebuilt += FromWindows1252(*value);
+    rebuilt += Mid(text, j + 2, Length(text));
+    text = rebuilt;
   }
 }
 
 // From start up to start + window; 0 when it is not there.
-int FindWithin(const std::wstring& text, int start, int window, const std::wstring& mark) {
+int FindWithin(std::wstring_view text, int start, int window, std::wstring_view mark) {
   for (int at = start; at <= start + window; ++at) {
     if (Mid(text, at, Length(mark)) == mark) return at;
   }
   return 0;
 }
 
-bool IsAt(const std::wstring& text, int at, const std::wstring& marker) {
+bool IsAt(std::wstring_view text, int at, std::wstring_view marker) {
   // Most places differ in the first character already.
   if (at > Length(text) || Lower(Mid(text, at, 1)) != Mid(marker, 1, 1)) return false;
   return Lower(Mid(text, at, Length(marker))) == marker;
 }
 
-int InStrAnyCase(int start, const std::wstring& text, const std::wstring& part) {
+int InStrAnyCase(int start, std::wstring_view text, std::wstring_view part) {
   for (int at = start < 1 ? 1 : start; at + Length(part) - 1 <= Length(text); ++at) {
     if (IsAt(text, at, part)) return at;
   }
@@ -136,8 +141,8 @@ std::wstring ReplaceHTML(std::wstring text) {
   return text;
 }
 
-StationRows GetShoutcast(const std::wstring& text) {
-  StationRows rows;
+std::vector<StationRow> GetShoutcast(const std::wstring& text) {
+  std::vector<StationRow> rows;
   std::wstring id;
   std::wstring type;
   std::wstring name;
@@ -172,10 +177,10 @@ StationRows GetShoutcast(const std::wstring& text) {
   return rows;
 }
 
-StationRows GetIcecast(const std::wstring& page) {
+std::vector<StationRow> GetIcecast(const std::wstring& page) {
   const std::wstring text = ReplaceHTML(page);
   const int n = Length(text);
-  StationRows rows;
+  std::vector<StationRow> rows;
   std::wstring name;
   std::wstring listeners;
   std::wstring url;
@@ -217,11 +222,11 @@ StationRows GetIcecast(const std::wstring& page) {
   return rows;
 }
 
-StationRows GetLiveDoor(const std::wstring& page) {
+std::vector<StationRow> GetLiveDoor(const std::wstring& page) {
   std::wstring text = ReplaceOnce(page, L"</a></li><li class=\"user\"><strong>DJ", L" DJ");
   text = ReplaceOnce(text, L"</strong>", L"");
   const int n = Length(text);
-  StationRows rows;
+  std::vector<StationRow> rows;
   std::wstring url;
   std::wstring name;
   std::wstring bitRate;
@@ -266,11 +271,11 @@ StationRows GetLiveDoor(const std::wstring& page) {
   return rows;
 }
 
-StationSearch GetHinet(const std::wstring& text, const std::wstring& urlPrefix) {
+HinetSearch GetHinet(const std::wstring& text, const std::wstring& urlPrefix) {
   constexpr std::array<const wchar_t*, 13> kExcluded = {L"警廣", L"全國", L"Br",   L"ne",   L"大愛",
                                                         L"古都", L"真心", L"臺北", L"台灣", L"正義",
                                                         L"快樂", L"非凡", L"新客"};
-  StationSearch stations;
+  HinetSearch stations;
   int resume = 0;
   for (;;) {
     const int item = InStrAnyCase(resume + 1, text, L"item id");
@@ -281,13 +286,13 @@ StationSearch GetHinet(const std::wstring& text, const std::wstring& urlPrefix) 
     const int a = quote + 1;
     const int b = InStr(a, text, L"\"");
     if (b == 0) return stations;
-    const std::wstring id = Mid(text, a, b - a);
+    const std::wstring_view id = Mid(text, a, b - a);
     const int marker = InStr(b, text, L"myTitle=");
     if (marker == 0) return stations;
     const int t = marker + 9;
     const int e = InStr(t, text, L"\"");
     if (e == 0) return stations;
-    const std::wstring title = Mid(text, t, e - t);
+    const std::wstring_view title = Mid(text, t, e - t);
     stations.isWhole = true;
     resume = e;
     bool isExcluded = false;
@@ -295,7 +300,8 @@ StationSearch GetHinet(const std::wstring& text, const std::wstring& urlPrefix) 
       if (Mid(title, 1, 2) == prefix) isExcluded = true;
     }
     if (isExcluded) continue;
-    stations.rows.push_back({title, L"WMA", L"48 kbps", urlPrefix + id, L"收聽人數：未知", L""});
+    stations.rows.push_back({std::wstring(title), L"WMA", L"48 kbps", urlPrefix + std::wstring(id),
+                             L"收聽人數：未知", L""});
   }
 }
 

@@ -3,15 +3,21 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
-#include "radio/StationParsers.h"
+#include "radio/StationRow.h"
 
 namespace tellurvane::literal {
 
+struct HinetSearch {
+  std::vector<StationRow> rows;
+  bool isWhole = true;
+};
+
 std::wstring ReplaceHTML(std::wstring text);
-StationRows GetShoutcast(const std::wstring& text);
-StationRows GetIcecast(const std::wstring& page);
-StationRows GetLiveDoor(const std::wstring& page);
-StationSearch GetHinet(const std::wstring& text, const std::wstring& urlPrefix);
+std::vector<StationRow> GetShoutcast(const std::wstring& text);
+std::vector<StationRow> GetIcecast(const std::wstring& page);
+std::vector<StationRow> GetLiveDoor(const std::wstring& page);
+HinetSearch GetHinet(const std::wstring& text, const std::wstring& urlPrefix);
 
 }  // namespace tellurvane::literal

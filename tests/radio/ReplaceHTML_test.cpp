@@ -2,12 +2,8 @@
 
 #include <gmock/gmock.h>
 
-#include <array>
-#include <random>
-
 #include "radio/Entities.h"
 #include "tests/radio/LiteralRules.h"
-#include "tests/radio/RandomPages.h"
 
 namespace tellurvane {
 namespace {
@@ -77,29 +73,6 @@ TEST(FromWindows1252, GivesTheWesternCharacters) {
   EXPECT_EQ(FromWindows1252(159), L'\u0178');
   EXPECT_EQ(FromWindows1252(160), L'\u00A0');
   EXPECT_EQ(FromWindows1252(233), L'\u00E9');
-}
-
-// Texts of the pieces that entities are made of, so that they meet and complete each other.
-std::wstring RandomText(std::mt19937& random) {
-  static constexpr std::array<std::wstring_view, 34> kPieces = {
-      L"&",     L"#",     L";",      L"amp;",    L"&amp;", L"&num;", L"&semi;", L"&#3", L"8;",
-      L"&#59;", L"lt;",   L"&lt",    L"039;",    L"&#039", L"<b>",   L"</b>",   L"<",   L"b>",
-      L"/",     L" ",     L"hellip", L"&hellip", L"nbsp",  L"&#",    L"0",      L"65;", L"quot;",
-      L"excl",  L"&quot", L"x",      L"&apos;",  L"&gt;",  L"é",     L"&#108;"};
-  std::uniform_int_distribution<size_t> piece(0, kPieces.size() - 1);
-  std::wstring text;
-  for (size_t i = std::uniform_int_distribution<size_t>(0, 12)(random); i > 0; --i) {
-    text += kPieces[piece(random)];
-  }
-  return text;
-}
-
-TEST(ReplaceHTML, GivesWhatTheLiteralReplacementsGive) {
-  std::mt19937 random(20'110'214);
-  for (int i = RandomPages(5'000); i > 0; --i) {
-    const std::wstring text = RandomText(random);
-    ASSERT_EQ(ReplaceHTML(text), literal::ReplaceHTML(text)) << testing::PrintToString(text);
-  }
 }
 
 }  // namespace

@@ -1,0 +1,185 @@
+"""Directories that misbehave: each search ends in rows or in a message, and the next one works."""
+
+import gzip
+import threading
+
+import pytest
+
+from directories import NO_HOST, Answer, Proxy
+from harness import click_at, press_key, until
+from radio import HINET, ICECAST, NOTHING, SHOUTCAST, UNREACHABLE, RadioDesk, found
+from radio_pages import (hinet_page, hinet_rows, icecast_page, icecast_rows, shoutcast_page,
+                         shoutcast_rows)
+
+PAGE = shoutcast_page(3)
+ROWS = shoutcast_rows(3)
+ADDRESS = "http://www.shoutcast.com/embed_module"
+MOVED = "http://www.shoutcast.com/moved"
+HTML = "text/html"
+USABLE = {"source", "by genre", "by keyword", "genre", "search", "list", "add", "close"}
+INCOMPLETE = "，電台目錄的資料不完整"
+
+# What is answered, and the rows that come of it.
+ANSWERS = {
+    "an error page with stations": (Answer(PAGE, "404 Not Found"), ROWS),
+    "an error page without": (Answer("gone", "404 Not Found"), []),
+    "a broken server with stations": (Answer(PAGE, "500 Internal Server Error"), ROWS),
+    "a broken server": (Answer("sorry", "500 Internal Server Error"), []),
+    "a proxy that finds no host": (Answer("no such host", "502 Bad Gateway"), []),
+    "an empty page": (Answer(""), []),
+    "a compressed page": (Answer(gzip.compress(PAGE.encode("utf-8")),
+                                 headers=["Content-Encoding: gzip"]), ROWS),
+    "no charset": (Answer(PAGE, kind=HTML), ROWS),
+    "neither charset nor kind": (Answer(PAGE, kind=None), ROWS),
+    "a charset that nobody knows": (Answer(PAGE, kind=f"{HTML}; charset=none-such"), ROWS),
+    "a page elsewhere": (Answer("moved", "302 Found", headers=[f"Location: {MOVED}"]), ROWS),
+}
+
+
+@pytest.fixture
+def desk(start, directories):
+    return RadioDesk(start().started(), directories)
+
+
+def choose_hinet(desk):
+    desk.dialog.choose("source", HINET)
+    until(lambda: "genre" not in desk.dialog.usable(), "no search")
+
+
+def test_whatever_is_answered_ends_in_rows_or_says_that_there_are_none(desk, directories):
+    dialog = desk.dialog
+    directories.serves(MOVED, PAGE)
+    for what, (answer, rows) in ANSWERS.items():
+        directories.serves(ADDRESS, answer)
+        assert len(desk.search()) == (2 if "elsewhere" in what else 1), what
+        assert dialog.status() == (found(len(rows)) if rows else NOTHING), what
+        assert dialog.rows() == rows, what
+        assert dialog.usable() == USABLE, what
+
+
+def test_a_wrong_charset_garbles_names_at_the_most(desk, directories):
+    dialog = desk.dialog
+    page = shoutcast_page(3).replace(" – é", "").encode("big5")
+    for charset in ("utf-8", "big5"):
+        directories.serves(ADDRESS, Answer(page, kind=f"{HTML}; charset={charset}"))
+        desk.search()
+        assert dialog.status() == found(3), charset
+        # All but the name.
+        assert [row[1:] for row in dialog.rows()] == [row[1:] for row in ROWS], charset
+        assert [f"Station {number}" in row[0] for number, row in enumerate(dialog.rows())] == [
+            True] * 3, charset
+
+
+def test_half_a_page_gives_the_stations_that_are_whole(desk, directories):
+    dialog = desk.dialog
+    page = hinet_page().encode("utf-8")
+    cut = page.index("我的大愛".encode("utf-8")) + 3
+    directories.serves("http://hichannel.hinet.net/", Answer(page[:cut], length=len(page)))
+    choose_hinet(desk)
+    desk.search()
+    assert dialog.status() == found(2) + INCOMPLETE
+    assert dialog.rows() == hinet_rows("mms://host/RA")[:2]
+    page = icecast_page().encode("utf-8")
+    cut = page.index(b"/listen/7/") + 4
+    directories.serves("http://dir.xiph.org/", Answer(page[:cut], length=len(page)))
+    dialog.choose("source", ICECAST)
+    desk.search()
+    assert (dialog.status(), dialog.rows()) == (found(7), icecast_rows()[:7])
+    directories.serves(ADDRESS, Answer(PAGE[:len(PAGE) // 2], length=len(PAGE.encode("utf-8"))))
+    dialog.choose("source", SHOUTCAST)
+    desk.search()
+    assert dialog.rows()[0] == ROWS[0]
+    assert dialog.usable() == USABLE
+
+
+def test_a_page_that_may_be_kept_is_asked_for_each_time(desk, directories):
+    headers = ["Cache-Control: public, max-age=86400", 'ETag: "1"',
+               "Expires: Fri, 31 Dec 2049 23:59:59 GMT",
+               "Last-Modified: Mon, 14 Feb 2011 12:00:00 GMT"]
+    for count in (3, 5, 4):
+        directories.serves(ADDRESS, Answer(shoutcast_page(count), headers=headers))
+        request, = desk.search()
+        assert b"\r\nIf-" not in request
+        assert desk.dialog.rows() == shoutcast_rows(count)
+
+
+def test_a_refused_connection_is_reported_and_forgotten(desk, directories):
+    dialog = desk.dialog
+    directories.serves(ADDRESS, PAGE)
+    desk.search()
+    directories.close()
+    try:
+        dialog.click("search")
+        until(lambda: (dialog.status() or "").startswith(UNREACHABLE), "the message")
+        assert dialog.status().startswith(f"{UNREACHABLE}（錯誤 0x800C")
+        until(dialog.is_idle, "the end of the search")
+        assert (dialog.usable(), dialog.rows()) == (USABLE, [])
+    finally:
+        directories.open()
+    desk.search()
+    assert (dialog.status(), dialog.rows()) == (found(3), ROWS)
+
+
+def test_a_host_that_is_not_found_is_reported(start, directories):
+    with Proxy(f"{NO_HOST}:80"):
+        desk = RadioDesk(start().started(), directories)
+        dialog = desk.dialog
+        dialog.click("search")
+        until(lambda: (dialog.status() or "").startswith(UNREACHABLE), "the message")
+        until(dialog.is_idle, "the end of the search")
+        assert (dialog.usable(), dialog.rows()) == (USABLE, [])
+        dialog.click("close")
+        dialog.is_gone()
+    assert directories.requests == []
+    assert desk.program.code() is None
+
+
+def test_ten_seconds_of_silence_are_waited_for_and_clicks_meanwhile_are_in_vain(desk, directories):
+    dialog = desk.dialog
+    silence = threading.Event()
+    directories.serves(ADDRESS, Answer(PAGE, silence=lambda: silence.wait(10)))
+    dialog.click("search")
+    until(lambda: directories.requests, "the request")
+    click_at(dialog.rects["search"], times=3)
+    dialog.click("add")
+    until(dialog.is_idle, "the end of the search")
+    assert (dialog.status(), dialog.rows()) == (found(3), ROWS)
+    assert dialog.usable() == USABLE
+    assert len(directories.requests) == 1
+
+
+def test_the_dialog_can_be_left_during_the_silence(desk, directories):
+    spoken = threading.Event()
+    directories.serves(ADDRESS, Answer(PAGE, silence=lambda: spoken.wait(30)))
+    for leave in (lambda: press_key("Escape"), lambda: desk.dialog.click("close")):
+        asked = len(directories.requests)
+        desk.dialog.click("search")
+        until(lambda: len(directories.requests) > asked, "the request")
+        leave()
+        spoken.set()
+        desk.dialog.is_gone()
+        spoken.clear()
+        desk.open()
+    assert desk.dialog.status() == ""
+    assert desk.source() == ""
+    spoken.set()
+    desk.search()
+    assert desk.dialog.rows() == ROWS
+
+
+def test_ten_megabytes_are_read(desk, directories):
+    dialog = desk.dialog
+    filler = "<p>no station</p>" * (10_000_000 // 17)
+    directories.serves(ADDRESS, PAGE + filler)
+    desk.search()
+    assert (dialog.status(), dialog.rows()) == (found(3), ROWS)
+    count = 10_000_000 // 30
+    items = "".join(f'<item id="{number}" myTitle="t" />\r\n' for number in range(count))
+    directories.serves("http://hichannel.hinet.net/", items)
+    choose_hinet(desk)
+    desk.search()
+    assert dialog.status() == found(count)
+    dialog.click("list")
+    press_key("End", "Return")
+    dialog.is_gone()
+    assert desk.source() == f"mms://host/RA{count - 1}"

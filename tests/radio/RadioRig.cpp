@@ -1,0 +1,158 @@
+#include "tests/radio/RadioRig.h"
+
+#include <commctrl.h>
+
+#include "tests/ui/FormProbe.h"
+#include "ui/Timer.h"
+
+namespace tellurvane {
+
+RadioServices RadioTest::Services() {
+  return {.readSetting =
+              [this](const std::wstring& key) {
+                const auto found = settings.find(key);
+                return found == settings.end() ? std::wstring() : found->second;
+              },
+          .writeSetting =
+              [this](const std::wstring& key, const std::wstring& value) {
+                written.emplace_back(key, value);
+                settings[key] = value;
+              },
+          .fetch =
+              [this](const std::wstring& url) {
+                fetched.push_back(url);
+                return fetch ? fetch(url) : std::wstring();
+              },
+          .hinetUrl = hinetUrl};
+}
+
+std::optional<std::wstring> RadioTest::Play(const std::function<void()>& user) {
+  frmRadioList made(Services());
+  dialog = &made;
+  Timer acting;
+  acting.Interval(10);
+  acting.Tick = [&] {
+    if (!made.Visible()) return;
+    acting.Enabled(false);
+    FindControls();
+    if (!HasFatalFailure()) user();
+    if (IsOpen()) PostMessageW(window, WM_CLOSE, 0, 0);
+  };
+  acting.Enabled(true);
+  const auto chosen = made.Open(owner.hwnd());
+  EXPECT_FALSE(made.IsLoaded());
+  EXPECT_TRUE(owner.Enabled()) << "the owner can be used again";
+  dialog = nullptr;
+  return chosen;
+}
+
+void RadioTest::FindControls() {
+  window = dialog->hwnd();
+  const auto buttons = InsideOf(window, L"Button");
+  HWND* const places[] = {&optGenre, &optKeyword, &cmdSearch, &cmdOk, &cmdCancel};
+  ASSERT_EQ(buttons.size(), std::size(places));
+  for (size_t i = 0; i < buttons.size(); ++i) *places[i] = buttons[i];
+  const auto comboBoxes = InsideOf(window, L"ComboBox");
+  ASSERT_EQ(comboBoxes.size(), 2U);
+  cboSource = comboBoxes[0];
+  cboGenre = comboBoxes[1];
+  txtKeyword = InsideOf(window, L"Edit").at(0);
+  list = InsideOf(window, WC_LISTVIEWW).at(0);
+  // What the list stands in is of the same class.
+  auto labels = InsideOf(window, L"Static");
+  std::erase_if(labels, [](HWND label) { return GetWindow(label, GW_CHILD) != nullptr; });
+  ASSERT_EQ(labels.size(), 1U);
+  lblStatus = labels[0];
+}
+
+std::vector<RadioTest::Named> RadioTest::Controls() const {
+  return {{cboSource, "source"},  {optGenre, "byGenre"},   {cboGenre, "genre"},
+          {optKeyword, "byWord"}, {txtKeyword, "keyword"}, {cmdSearch, "search"},
+          {list, "list"},         {cmdOk, "add"},          {cmdCancel, "close"}};
+}
+
+std::string RadioTest::Usable() const {
+  std::string names;
+  for (const Named& each : Controls()) {
+    bool isUsable = true;
+    for (HWND up = each.control; up != window; up = GetParent(up)) {
+      isUsable = isUsable && IsWindowEnabled(up);
+    }
+    if (isUsable) (names += names.empty() ? "" : " ") += each.name;
+  }
+  return names;
+}
+
+std::string RadioTest::Focused() const {
+  const HWND focus = GetFocus();
+  for (const Named& each : Controls()) {
+    if (focus == each.control) return each.name;
+  }
+  return focus == nullptr ? "nothing" : "something else";
+}
+
+void RadioTest::Click(HWND button) const {
+  ASSERT_TRUE(IsWindowEnabled(button));
+  SetFocus(button);
+  SendMessageW(button, BM_CLICK, 0, 0);
+  Pump();
+}
+
+void RadioTest::Press(UINT key) const {
+  // Where nothing has the keyboard the system sends the key to the window itself.
+  const HWND focus = GetFocus();
+  const HWND target = focus == nullptr ? window : focus;
+  PostMessageW(target, WM_KEYDOWN, key, 1);
+  PostMessageW(target, WM_KEYUP, key, static_cast<LPARAM>(0xC000'0001U));
+  Pump();
+}
+
+void RadioTest::Choose(HWND comboBox, int entry) const {
+  ASSERT_TRUE(IsWindowEnabled(comboBox));
+  SetFocus(comboBox);
+  Press(VK_HOME);
+  for (int i = 0; i < entry; ++i) Press(VK_DOWN);
+  ASSERT_EQ(Entry(comboBox), entry);
+}
+
+void RadioTest::SelectRow(int row) const {
+  LVITEMW item = {};
+  item.stateMask = item.state = LVIS_SELECTED | LVIS_FOCUSED;
+  SendMessageW(list, LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+  Pump();
+}
+
+int RadioTest::RowCount() const {
+  return static_cast<int>(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
+}
+
+std::wstring RadioTest::Cell(int row, int column) const {
+  wchar_t text[256] = {};
+  LVITEMW item = {};
+  item.iSubItem = column;
+  item.pszText = text;
+  item.cchTextMax = static_cast<int>(std::size(text));
+  SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+  return text;
+}
+
+RadioTest::Texts RadioTest::Entries(HWND comboBox) {
+  Texts entries;
+  const auto count = static_cast<int>(SendMessageW(comboBox, CB_GETCOUNT, 0, 0));
+  for (int i = 0; i < count; ++i) {
+    wchar_t text[64] = {};
+    SendMessageW(comboBox, CB_GETLBTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(text));
+    entries.emplace_back(text);
+  }
+  return entries;
+}
+
+std::wstring RadioTest::HinetPage(const Texts& titles) {
+  std::wstring page;
+  for (size_t i = 0; i < titles.size(); ++i) {
+    page += L"<item id=\"" + std::to_wstring(i) + L"\" myTitle=\"" + titles[i] + L"\"/>";
+  }
+  return page;
+}
+
+}  // namespace tellurvane

@@ -1,0 +1,67 @@
+#include "tests/radio/RuleDifference.h"
+
+#include "base/Text.h"
+#include "radio/ReplaceHTML.h"
+#include "radio/StationParsers.h"
+#include "tests/radio/LiteralRules.h"
+
+namespace tellurvane {
+namespace {
+
+std::string Difference(const std::vector<StationRow>& fast, const std::vector<StationRow>& slow) {
+  if (fast.size() != slow.size()) {
+    return std::to_string(fast.size()) + " rows instead of " + std::to_string(slow.size());
+  }
+  for (size_t i = 0; i < fast.size(); ++i) {
+    if (fast[i] != slow[i]) return "row " + std::to_string(i) + " is another one";
+  }
+  return {};
+}
+
+}  // namespace
+
+std::string DecodingDifference(const std::wstring& page) {
+  return ReplaceHTML(page) == literal::ReplaceHTML(page) ? "" : "decoded otherwise";
+}
+
+std::string ShoutcastDifference(const std::wstring& page) {
+  const std::wstring prepared = Replaced(Replaced(page, L"id\"", L"\r\nid"), L"\":", L":");
+  if (PreparedShoutcast(page) != prepared) return "prepared otherwise";
+  return Difference(Listed(GetShoutcast(page)), literal::GetShoutcast(page));
+}
+
+std::string IcecastDifference(const std::wstring& page) {
+  return Difference(Listed(GetIcecast(page)), literal::GetIcecast(page));
+}
+
+std::string LiveDoorDifference(const std::wstring& page) {
+  const std::wstring prepared = Replaced(page, L"<span class=\"many\">", L"");
+  if (PreparedLiveDoor(page) != prepared) return "prepared otherwise";
+  return Difference(Listed(GetLiveDoor(page)), literal::GetLiveDoor(page));
+}
+
+std::string HinetDifference(const std::wstring& page) {
+  const StationSearch fast = GetHinet(page, L"p");
+  const literal::HinetSearch slow = literal::GetHinet(page, L"p");
+  if (fast.isWhole != slow.isWhole) return "the end is told otherwise";
+  return Difference(Listed(fast.rows), slow.rows);
+}
+
+std::wstring PageOfSeed(std::string_view bytes) {
+  std::wstring page;
+  for (const char byte : bytes) {
+    page += byte == 0x01   ? L'細'
+            : byte == 0x02 ? L'大'
+            : byte == 0x03 ? L'愛'
+                           : static_cast<wchar_t>(static_cast<unsigned char>(byte));
+  }
+  return page;
+}
+
+std::vector<StationRow> Listed(const StationRows& rows) {
+  std::vector<StationRow> listed;
+  for (size_t i = 0; i < rows.size(); ++i) listed.push_back(rows[i]);
+  return listed;
+}
+
+}  // namespace tellurvane
