@@ -5,6 +5,11 @@
 namespace tellurvane {
 namespace {
 
+struct EndOfReading {
+  FileOperations& files;
+  ~EndOfReading() { files.CloseReading(); }
+};
+
 // How many seconds' names are tried for a backup before it counts as failed.
 constexpr int kBackupNames = 60;
 
@@ -56,16 +61,10 @@ bool TaskListFile::Save(std::span<const TaskRecord> tasks) {
 }
 
 TaskListReading TaskListFile::Read() {
-  switch (files_.OpenForReading(path_)) {
-    case OpenOutcome::kMissing:
-      return {};
-    case OpenOutcome::kRefused:
-      return {.tasks = {}, .hasLoss = true};
-    case OpenOutcome::kOpened:
-      break;
-  }
+  const OpenOutcome opened = files_.OpenForReading(path_);
+  if (opened == OpenOutcome::kMissing) return {};
+  if (opened == OpenOutcome::kRefused) return {.tasks = {}, .hasLoss = true};
   const auto bytes = ReadBytes();
-  files_.CloseReading();
   if (!bytes) return {.tasks = {}, .hasLoss = true};
   if (bytes->empty()) return {};
   const auto decoded = DecodeTaskListBytes(*bytes, dialect_.decodeAnsi);
@@ -76,6 +75,8 @@ TaskListReading TaskListFile::Read() {
 }
 
 std::optional<std::string> TaskListFile::ReadBytes() {
+  // Also when memory runs out: a file that stays open could never be replaced again.
+  const EndOfReading end{files_};
   const auto size = files_.SizeOfReading();
   if (!size || *size >= kTaskListSizeLimit) return std::nullopt;
   std::string bytes(static_cast<size_t>(*size), '\0');

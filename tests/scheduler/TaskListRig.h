@@ -36,7 +36,6 @@ struct TaskListRig {
   bool isAnsiLossy = false;
   TaskListFile file{files, kListPath, Dialect(), [this] { return now; }};
 
- private:
   TaskListDialect Dialect();
 };
 
