@@ -105,6 +105,8 @@ void FrmTime::ShowClock() {
           .backColor = kNight});
   } else {
     DrawTime();
+    // Deliberate: only what opens the clock renews its date, never the timer.
+    if (!Visible()) DrawDate();
   }
   ShowWithoutFocus();
 }
@@ -152,7 +154,8 @@ void FrmTime::CreateLabels() {
                      .width = PixelsFromTwipsX(kLabels[i].width),
                      .height = PixelsFromTwipsY(kLabelHeight),
                      .backColor = kNight});
-    clsControl& label = labels_[i].emplace();
+    labels_[i].emplace();
+    clsControl& label = *labels_[i];
     label.TargetPictureBox(picD_[i]);
     label.Create(ControlKind::kLabel);
     label.ForeColor(kWheat);

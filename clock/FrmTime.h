@@ -32,9 +32,11 @@ struct ClockSurroundings {
 class FrmTime final : public Form {
  public:
   explicit FrmTime(ClockSurroundings surroundings);
+  FrmTime(const FrmTime&) = delete;
+  FrmTime& operator=(const FrmTime&) = delete;
   ~FrmTime() override;
 
-  // Shows the clock, loading it if it is not. Hidden it stays loaded, with the date that it had.
+  // Shows the clock, loading it if it is not, with the date of now. Hidden it stays loaded.
   void ShowClock();
   void HideClock();
 

@@ -102,7 +102,7 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   PlaybackActions PlayerActions();
   ClockSurroundings AroundTheClock();
   EditorServices ForTheEditor();
-  void TakeOverEditedList(bool isSaved);
+  bool TakeOverEditedList(bool isSaved);
 
   ModGeneral& general_;
   MediaPlayer& player_;

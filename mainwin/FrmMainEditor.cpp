@@ -8,6 +8,7 @@
 #include "notes/frmNotesEdit.h"
 #include "radio/HttpGetText.h"
 #include "radio/frmRadioList.h"
+#include "scheduler/Schedule.h"
 
 namespace tellurvane {
 namespace {
@@ -55,30 +56,42 @@ void FrmMain::OpenEditor(std::optional<size_t> row) {
   if (editor_ != nullptr) return;
   runner_.SetTaskTimer(false);
   bool isSaved = general_.taskListFile.Save(general_.tasks);
-  FrmSet editor(
-      general_.tasks, {.clock = Now, .pathExists = PathExists, .isSameName = IsSameIgnoringCase},
-      [&] { isSaved = general_.taskListFile.Save(general_.tasks); }, ForTheEditor());
+  bool isEdited = false;
+  const auto save = [&] {
+    isEdited = true;
+    isSaved = general_.taskListFile.Save(general_.tasks);
+  };
+  FrmSet editor(general_.tasks,
+                {.clock = Now, .pathExists = PathExists, .isSameName = IsSameIgnoringCase}, save,
+                ForTheEditor());
   editor_ = &editor;
   editor.Open(hwnd(), row);
   editor_ = nullptr;
   // The program may have ended meanwhile.
-  if (IsLoaded()) TakeOverEditedList(isSaved);
+  if (!IsLoaded()) return;
+  const bool isKept = TakeOverEditedList(isSaved);
+  // The one message of this window: what the user has just made would be lost without a word.
+  if (isKept || !isEdited) return;
+  MessageBoxW(hwnd(), L"排程清單無法寫入磁碟，變更只保留到程式結束為止。", kApplicationTitle,
+              MB_OK | MB_ICONWARNING);
 }
 
-// What was edited is not lost when the file cannot be written, or not be read again.
-void FrmMain::TakeOverEditedList(bool isSaved) {
+// What was edited is not lost when the file cannot be written, or not be read again; what fell due
+// meanwhile is skipped all the same. False when it is in memory alone.
+bool FrmMain::TakeOverEditedList(bool isSaved) {
   std::erase_if(general_.tasks, [](const TaskRecord& task) { return task.Deleted; });
   const TaskList edited = general_.tasks;
   if (isSaved || general_.taskListFile.Save(edited)) {
     ReloadTaskList();
-    if (!general_.tasks.empty() || edited.empty()) return;
+    if (!general_.tasks.empty() || edited.empty()) return true;
   }
   general_.tasks = edited;
+  for (TaskRecord& task : general_.tasks) {
+    task.NextRun = CaughtUpNextRun(task, Now(), CatchUp::kStrict);
+  }
   rows_.Refill();
   runner_.SetTaskTimer(rows_.RowCount() > 0);
-  if (general_.taskListFile.Save(edited)) return;
-  MessageBoxW(hwnd(), L"排程清單無法寫入磁碟，變更只保留到程式結束為止。", kApplicationTitle,
-              MB_OK | MB_ICONWARNING);
+  return general_.taskListFile.Save(general_.tasks);
 }
 
 }  // namespace tellurvane

@@ -108,15 +108,18 @@ TEST_F(FrmTimeTest, OverMidnightAndNoonTheDateAndTheHalfOfTheDayStay) {
   EXPECT_TRUE(PumpUntil([this] { return TimeShown() == "00:00:00"; }));
   EXPECT_EQ(DateShown(), "2026-11-30");
   EXPECT_EQ(HalfShown(), L"下午");
-  // Hidden and shown it is the same clock; only one that is loaded anew begins again.
-  clock->HideClock();
+  // Asked to show itself while it is shown, it changes nothing.
   ShowAt(At(2026, 12, 1, 0, 0, 1));
-  EXPECT_EQ(TimeShown(), "00:00:01");
   EXPECT_EQ(DateShown(), "2026-11-30");
-  EXPECT_EQ(HalfShown(), L"下午");
-  ShowAnewAt(At(2026, 12, 1, 0, 0, 2));
+  // Opened again it tells the date of then.
+  clock->HideClock();
+  ShowAt(At(2026, 12, 1, 0, 0, 2));
+  EXPECT_EQ(TimeShown(), "00:00:02");
   EXPECT_EQ(DateShown(), "2026-12-01");
   EXPECT_EQ(HalfShown(), L"上午");
+  ShowAnewAt(At(2026, 12, 1, 12, 0, 2));
+  EXPECT_EQ(DateShown(), "2026-12-01");
+  EXPECT_EQ(HalfShown(), L"下午");
 }
 
 TEST_F(FrmTimeTest, OnlyTheDigitsThatChangeAreDrawn) {
