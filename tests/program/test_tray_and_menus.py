@@ -6,6 +6,7 @@ import subprocess
 import pytest
 
 import menus
+from editor import Editor
 from harness import (LOCALE, SETTINGS, click_at, click_tray_icon, press_key, run, tray_icon, until,
                      windows_path)
 from joblist import APPLICATION, Task, list_bytes, read_tasks
@@ -213,7 +214,22 @@ def test_without_a_selected_row_there_is_one_entry(open_program):
     program = open_program()
     menu = list_menu(program)
     assert menu.entries == [(1, 0, "建立新的排程任務")]
-    menu.dismiss()
+    menu.choose(1)
+    opens_on_a_new_task(program)
+
+
+def opens_on_a_new_task(program):
+    editor = Editor(program)
+    until(editor.is_editing, "the new task's fields")
+    assert (editor.texts()["name"], editor.texts()["source"]) == ("新的排程專案", "")
+    editor.close("cancel")
+
+
+def test_the_new_button_opens_on_a_new_task_whatever_is_selected(open_program):
+    program = open_program()
+    click_at(program.row(0))
+    program.click(program.toolbar_button(1))
+    opens_on_a_new_task(program)
 
 
 def test_a_selected_task_has_three_entries_and_a_separator(open_program):

@@ -75,6 +75,20 @@ TEST(TaskRunnerTickTest, AllThatIsDueRunsInListOrder) {
   EXPECT_EQ(rig.tasks[1].LastRun, 0);
 }
 
+TEST(TaskRunnerTickTest, OfSeveralThatPlayTheLastOneIsHeardAndEachIsRecorded) {
+  RunnerRig rig;
+  rig.Add(kLocalMusic, L"first");
+  rig.Add(kInternetRadio, L"second");
+  rig.Add(kLocalMusic, L"last");
+  rig.runner.Tick();
+  std::vector<std::string> sources;
+  for (const std::string& call : rig.calls) {
+    if (call.starts_with("url")) sources.push_back(call);
+  }
+  EXPECT_EQ(sources, (Calls{"url first", "url second", "url last"}));
+  for (const TaskRecord& task : rig.tasks) EXPECT_EQ(task.LastRun, rig.now);
+}
+
 TEST(TaskRunnerTickTest, ATaskThatFallsDueWhileAnotherRunsIsRunToo) {
   RunnerRig rig;
   rig.Add(kApplication, L"slow");
