@@ -1,4 +1,4 @@
-// How many kernel handles this process holds. The obvious call, GetProcessHandleCount, always
+// How many kernel handles a process holds. The obvious call, GetProcessHandleCount, always
 // answers 0 under Wine; the table of all handles of the system does not lie.
 #pragma once
 
@@ -10,7 +10,8 @@
 
 namespace tellurvane {
 
-inline std::ptrdiff_t KernelHandleCount() {
+// This process unless told otherwise; -1 when the table cannot be had.
+inline std::ptrdiff_t KernelHandleCount(DWORD process = GetCurrentProcessId()) {
   // The platform's headers do not show these two.
   struct Entry {
     void* object;
@@ -40,9 +41,8 @@ inline std::ptrdiff_t KernelHandleCount() {
     buffer.resize(buffer.size() * 2);
   }
   const auto* const table = reinterpret_cast<const Table*>(buffer.data());
-  const ULONG_PTR self = GetCurrentProcessId();
   return std::count_if(table->entries, table->entries + table->count,
-                       [self](const Entry& entry) { return entry.process == self; });
+                       [process](const Entry& entry) { return entry.process == process; });
 }
 
 }  // namespace tellurvane
