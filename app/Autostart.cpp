@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <algorithm>
+
 #include "app/ModGeneral.h"
 #include "ui/Handle.h"
 
@@ -52,7 +54,7 @@ std::wstring ExecutablePath() {
   const std::wstring module = ModulePath();
   const std::wstring folder = ApplicationFolder();
   std::wstring name = module.substr(module.find_last_of(L'\\') + 1);
-  name = name.substr(0, name.find_last_of(L'.'));
+  name.resize(std::min(name.find_last_of(L'.'), name.size()));
   // Deliberately put together anew: the extension is always written as ".exe", and a program in a
   // drive's root gets a doubled separator, which the system takes for one.
   return folder + L"\\" + name + L".exe";

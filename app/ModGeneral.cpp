@@ -81,6 +81,8 @@ void ReleaseInstance() noexcept {
 
 bool StartGdiplus() {
   // A library that is not there would end the first delayed call with an exception of the system.
+  // Never given back: it is needed as long as the process lasts.
+  // cppcheck-suppress leakReturnValNotUsed
   if (LoadLibraryW(L"gdiplus.dll") == nullptr) return false;
   const Gdiplus::GdiplusStartupInput input;
   return Gdiplus::GdiplusStartup(&gdiplusToken, &input, nullptr) == Gdiplus::Ok;

@@ -8,10 +8,10 @@ namespace {
 constexpr std::int64_t kDaysFromCivilEpoch = 25'569;  // 30 December 1899 to 1 January 1970
 
 // Days since 1 January 1970 in the Gregorian calendar, reckoned in 400-year eras of years that
-// begin in March, so that the leap day is the last of its year.
+// begin in March, so that the leap day is the last of its year. Of the years 100 to 9999.
 std::int64_t DaysFromCivil(int year, int month, int day) {
   const std::int64_t shifted = month <= 2 ? year - 1 : year;
-  const std::int64_t era = (shifted >= 0 ? shifted : shifted - 399) / 400;
+  const std::int64_t era = shifted / 400;
   const std::int64_t yearOfEra = shifted - era * 400;
   const std::int64_t dayOfYear = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5 + day - 1;
   const std::int64_t dayOfEra = yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear;
@@ -20,7 +20,7 @@ std::int64_t DaysFromCivil(int year, int month, int day) {
 
 void CivilFromDays(std::int64_t days, CivilDateTime& civil) {
   const std::int64_t shifted = days + 719'468;
-  const std::int64_t era = (shifted >= 0 ? shifted : shifted - 146'096) / 146'097;
+  const std::int64_t era = shifted / 146'097;
   const std::int64_t dayOfEra = shifted - era * 146'097;
   const std::int64_t yearOfEra =
       (dayOfEra - dayOfEra / 1'460 + dayOfEra / 36'524 - dayOfEra / 146'096) / 365;

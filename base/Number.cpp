@@ -13,8 +13,8 @@ namespace {
 // Longer texts are no number that anybody writes; the bound keeps the copy below on the stack.
 constexpr size_t kLongestNumber = 64;
 
+// Of one digit or more.
 std::optional<std::int32_t> ParseRadix(std::wstring_view digits, int radix) {
-  if (digits.empty()) return std::nullopt;
   std::uint64_t value = 0;
   for (const wchar_t unit : digits) {
     int digit = 0;
@@ -69,7 +69,7 @@ std::optional<double> ParseNumber(std::wstring_view text) {
   double value = 0;
   const char* const end = ascii + trimmed.size();
   const auto [stopped, error] = std::from_chars(ascii, end, value);
-  if (error != std::errc{} || stopped != end || !std::isfinite(value)) return std::nullopt;
+  if (error != std::errc{} || stopped != end) return std::nullopt;
   return value;
 }
 

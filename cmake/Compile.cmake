@@ -29,3 +29,11 @@ if(TELLURVANE_SANITIZE)
     add_compile_options(-fsanitize=fuzzer-no-link)
   endif()
 endif()
+
+if(TELLURVANE_COVERAGE)
+  # By the source's own conditions: what the compiler adds for exceptions is not counted. What
+  # clang warns of is no matter here.
+  target_compile_options(tellurvane_compile INTERFACE
+    -fprofile-instr-generate -fcoverage-mapping -Wno-error)
+  target_link_options(tellurvane_compile INTERFACE -fprofile-instr-generate)
+endif()

@@ -15,7 +15,7 @@ class PlayerEvents final : public IDispatch {
   explicit PlayerEvents(std::shared_ptr<PlayerNews> news) : news_(std::move(news)) {}
   virtual ~PlayerEvents() = default;
 
-  STDMETHODIMP QueryInterface(REFIID id, void** object) override {
+  STDMETHODIMP QueryInterface(REFIID id, void** object) noexcept override {
     if (object == nullptr) return E_POINTER;
     *object = nullptr;
     if (!IsEqualIID(id, __uuidof(IUnknown)) && !IsEqualIID(id, __uuidof(IDispatch)) &&
@@ -26,22 +26,24 @@ class PlayerEvents final : public IDispatch {
     AddRef();
     return S_OK;
   }
-  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-  STDMETHODIMP_(ULONG) Release() override {
+  STDMETHODIMP_(ULONG) AddRef() noexcept override { return ++references_; }
+  STDMETHODIMP_(ULONG) Release() noexcept override {
     const ULONG left = --references_;
     if (left == 0) delete this;
     return left;
   }
 
-  STDMETHODIMP GetTypeInfoCount(UINT* count) override {
+  STDMETHODIMP GetTypeInfoCount(UINT* count) noexcept override {
     if (count == nullptr) return E_POINTER;
     *count = 0;
     return S_OK;
   }
-  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) noexcept override { return E_NOTIMPL; }
+  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) noexcept override {
+    return E_NOTIMPL;
+  }
   STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT*, EXCEPINFO*,
-                      UINT*) override {
+                      UINT*) noexcept override {
     if (id != kPlayStateChange || parameters == nullptr || parameters->cArgs != 1) return S_OK;
     // One control gives it signed, another unsigned.
     const VARIANT& state = parameters->rgvarg[0];

@@ -18,7 +18,8 @@ struct PlayerNews {
 };
 
 // A sink for the control's events. It only writes down: events come in the middle of the control's
-// own calls, and a call back into it from there would find it unprepared.
+// own calls, and a call back into it from there would find it unprepared. It calls nothing that
+// could throw.
 ComPtr<IDispatch> MakePlayerEvents(std::shared_ptr<PlayerNews> news);
 
 }  // namespace tellurvane

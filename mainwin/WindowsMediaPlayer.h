@@ -26,6 +26,8 @@ namespace tellurvane {
 class WindowsMediaPlayer final : public MediaPlayer {
  public:
   WindowsMediaPlayer();
+  WindowsMediaPlayer(const WindowsMediaPlayer&) = delete;
+  WindowsMediaPlayer& operator=(const WindowsMediaPlayer&) = delete;
   ~WindowsMediaPlayer() override;
 
   void Url(const std::wstring& url) override;

@@ -38,6 +38,8 @@ class frmNotes final : public Form {
  public:
   // The number tells the windows' classes apart; no two notes of a process share one.
   frmNotes(unsigned number, Pause pause);
+  frmNotes(const frmNotes&) = delete;
+  frmNotes& operator=(const frmNotes&) = delete;
   ~frmNotes() override;
 
   // Raised as the note goes; its window still stands.

@@ -36,6 +36,7 @@ const std::array<Genre, 28> kGenres = {{{L"Top 精選 (Top Streams)", L"top"},
                                         {L"遊戲音樂 (Game)", L"game"}}};
 
 std::wstring AddressOf(const DirectoryQuery& query) {
+  // untaken: there are four directories
   switch (query.source) {
     case DirectorySource::kShoutcast:
       return std::wstring(kShoutcastDirectory) + L"/embed_module?reqType=" +
@@ -48,7 +49,7 @@ std::wstring AddressOf(const DirectoryQuery& query) {
     case DirectorySource::kHinet:
       return std::wstring(kHinetDirectory) + L"/xml/radioList.jsp";
   }
-  return {};
+  return {};  // untaken: there are four directories
 }
 
 StationSearch SearchDirectory(const DirectoryQuery& query, const std::wstring& hinetUrl,
@@ -58,13 +59,13 @@ StationSearch SearchDirectory(const DirectoryQuery& query, const std::wstring& h
     case DirectorySource::kShoutcast:
       return {GetShoutcast(PreparedShoutcast(page)), true};
     case DirectorySource::kIcecast:
-      return {GetIcecast(page), true};
+      return {GetIcecast(std::move(page)), true};
     case DirectorySource::kLiveDoor:
-      return {GetLiveDoor(PreparedLiveDoor(page)), true};
+      return {GetLiveDoor(PreparedLiveDoor(std::move(page))), true};
     case DirectorySource::kHinet:
       return GetHinet(std::move(page), hinetUrl);
   }
-  return {};
+  return {};  // untaken: there are four directories
 }
 
 }  // namespace tellurvane

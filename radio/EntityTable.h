@@ -23,8 +23,16 @@ enum Step : std::uint8_t {
   kNamesAfterSemicolon,
 };
 
+// A name without its ampersand, a byte for each character and the last one lowest; 0 for none.
+using EntityKey = std::uint64_t;
+constexpr EntityKey KeyOf(std::wstring_view name) {
+  EntityKey key = 0;
+  for (const wchar_t unit : name.substr(1)) key = key << 8 | static_cast<unsigned char>(unit);
+  return key;
+}
+
 struct KnownEntity {
-  std::wstring_view name;
+  EntityKey key = 0;
   wchar_t character = 0;
   Step step = kFromText;
 };
@@ -33,8 +41,25 @@ struct KnownEntity {
 inline constexpr std::wstring_view kEntityWithoutEnd = L"&hellip";
 inline constexpr size_t kLongestEntity = 9;  // "&percent;"
 
-// By its whole name, ampersand and semicolon included; null where there is none of that name.
-const KnownEntity* EntityOf(std::wstring_view name);
+// A power of two, some times the number of names: most of them stand alone.
+inline constexpr size_t kEntitySlotBits = 9;
+inline constexpr size_t kEntitySlots = size_t{1} << kEntitySlotBits;
+// The highest bits of a product, on which all of the key's have a say.
+constexpr size_t EntitySlotOf(EntityKey key) {
+  constexpr EntityKey kMultiplier = 0x9E3779B97F4A7C15;
+  return static_cast<size_t>(key * kMultiplier >> (64 - kEntitySlotBits));
+}
+// Open addressing; a key of 0 is an empty slot.
+extern const std::array<KnownEntity, kEntitySlots> kEntitiesBySlot;
+
+// By its whole name, the semicolon included; null where there is none of that name.
+inline const KnownEntity* EntityOf(EntityKey key) {
+  for (size_t slot = EntitySlotOf(key);; slot = (slot + 1) % kEntitySlots) {
+    const KnownEntity& known = kEntitiesBySlot[slot];
+    if (known.key == 0) return nullptr;
+    if (known.key == key) return &known;
+  }
+}
 
 // What a character is to entities, references and bold tags.
 enum EntityKind : unsigned {
@@ -42,6 +67,7 @@ enum EntityKind : unsigned {
   kEntityPart = 1,    // one of them may hold it
   kEntityInside = 2,  // it stands between an ampersand and its semicolon
   kEntityEnd = 4,     // one of them may end with it
+  kEntityMiddle = 8,  // none ends with it or begins with it
 };
 inline constexpr auto kEntityKinds = [] {
   std::array<std::uint8_t, 128> kinds = {};
@@ -53,9 +79,11 @@ inline constexpr auto kEntityKinds = [] {
   };
   constexpr std::string_view kInside =
       "#0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
-  add(kInside, kEntityPart | kEntityInside);
-  add("&;</>", kEntityPart);
-  add(";>p", kEntityEnd);
+  add(kInside, kEntityPart | kEntityInside | kEntityMiddle);
+  add("/", kEntityPart | kEntityMiddle);
+  add("&;<>", kEntityPart);
+  add(";>", kEntityEnd);
+  kinds['p'] = kEntityPart | kEntityInside | kEntityEnd;
   return kinds;
 }();
 inline unsigned EntityKindOf(wchar_t unit) {

@@ -126,8 +126,8 @@ StationRow RowOf(std::wstring_view page, const StationCuts& cuts) {
 
 }  // namespace
 
-StationRows GetIcecast(std::wstring_view page) {
-  StationRows rows(ReplaceHTML(page), RowOf);
+StationRows GetIcecast(std::wstring page) {
+  StationRows rows(ReplaceHTML(std::move(page)), RowOf);
   Scanner(rows).Scan();
   return rows;
 }

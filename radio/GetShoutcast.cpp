@@ -13,8 +13,7 @@ namespace {
 class Markers {
  public:
   explicit Markers(std::wstring_view text)
-      : size_(text.size()),
-        ids_(text, L"id:", FindMarkerAnyCase),
+      : ids_(text, L"id:", FindMarkerAnyCase),
         quotes_(text, L"\""),
         types_(text, L"mt:"),
         names_(text, L"name:"),
@@ -32,7 +31,7 @@ class Markers {
 
   // A cut whose length comes out negative leaves the field as it is.
   void Take(Cut& field, size_t from, size_t end) const {
-    if (end >= from) field = from > size_ ? Cut(0, 0) : Cut(from - 1, end - from);
+    if (end >= from) field = Cut(from - 1, end - from);
   }
 
  private:
@@ -41,7 +40,6 @@ class Markers {
     return found == kNotFound ? 0 : found + 1;
   }
 
-  size_t size_;
   Occurrences ids_;
   Occurrences quotes_;
   Occurrences types_;

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 namespace tellurvane {
 
@@ -13,6 +12,6 @@ namespace tellurvane {
 // Windows-1252, whatever the system's code page is.
 //
 // Costs what the text's length and its entities cost.
-std::wstring ReplaceHTML(std::wstring_view text);
+std::wstring ReplaceHTML(std::wstring text);
 
 }  // namespace tellurvane

@@ -18,12 +18,12 @@ std::wstring PreparedShoutcast(std::wstring_view page);
 StationRows GetShoutcast(std::wstring page);
 
 // Of a page as it came. A field that is missing, or too long, keeps the text of the station before.
-StationRows GetIcecast(std::wstring_view page);
+StationRows GetIcecast(std::wstring page);
 
 // The page without the marks of popular stations.
-std::wstring PreparedLiveDoor(std::wstring_view page);
+std::wstring PreparedLiveDoor(std::wstring page);
 // Of a prepared page; the same holds for missing fields.
-StationRows GetLiveDoor(std::wstring_view page);
+StationRows GetLiveDoor(std::wstring page);
 
 struct StationSearch {
   StationRows rows;

@@ -1,6 +1,7 @@
 #include "radio/TextScan.h"
 
 #include <algorithm>
+#include <cassert>
 #include <iterator>
 #include <utility>
 
@@ -57,27 +58,33 @@ bool IsExactlyAt(std::wstring_view text, size_t at, std::wstring_view marker) {
   return true;
 }
 
-// A text of which the front is copied already.
-class Replacing {
+// Writes a text of any length.
+class NewText {
  public:
-  explicit Replacing(std::wstring_view text) : text_(text) {
-    replaced_.reserve(text.size() + kRoom);
-  }
+  explicit NewText(size_t expected) { text_.reserve(expected + kRoom); }
 
-  // Whether the marker is there.
-  bool Try(size_t tell, const MarkerReplacement& marker) {
-    const size_t begin = tell - marker.tell;
-    if (tell < done_ + marker.tell || !IsExactlyAt(text_, begin, marker.marker)) return false;
-    Append(text_.data() + done_, begin - done_, text_.size() - done_);
-    Append(marker.replacement.data(), marker.replacement.size(), marker.replacement.size());
-    done_ = begin + marker.marker.size();
-    return true;
+  // Of `from` so many characters can be read.
+  void Append(const wchar_t* from, size_t size, size_t readable) {
+    if (size <= kShort && readable >= kShort) {
+      std::char_traits<wchar_t>::copy(MakeRoom(kShort), from, kShort);
+      size_ += size;
+      return;
+    }
+    for (size_t piece = 0; size != 0; size -= piece, from += piece) {
+      piece = std::min(size, kRoom);
+      std::char_traits<wchar_t>::copy(MakeRoom(piece), from, piece);
+      size_ += piece;
+    }
+  }
+  void Append(std::wstring_view few) {
+    wchar_t* const to = MakeRoom(few.size());
+    for (size_t i = 0; i < few.size(); ++i) to[i] = few[i];
+    size_ += few.size();
   }
 
   std::wstring Finish() {
-    Append(text_.data() + done_, text_.size() - done_, text_.size() - done_);
-    replaced_.resize(size_);
-    return std::move(replaced_);
+    text_.resize(size_);
+    return std::move(text_);
   }
 
  private:
@@ -87,29 +94,83 @@ class Replacing {
   // Room is made a piece at a time, while it is in the cache.
   static constexpr size_t kRoom = 4096;
 
-  void Append(const wchar_t* from, size_t size, size_t readable) {
-    for (;;) {
-      const size_t piece = std::min(size, kRoom - kShort);
-      if (replaced_.size() - size_ < piece + kShort) replaced_.resize(size_ + kRoom);
-      wchar_t* const to = replaced_.data() + size_;
-      size_ += piece;
-      if (size <= kShort && readable >= kShort) {
-        std::char_traits<wchar_t>::copy(to, from, kShort);
-      } else {
-        std::char_traits<wchar_t>::copy(to, from, piece);
-      }
-      if (piece == size) return;
-      from += piece;
-      size -= piece;
-      readable -= piece;
-    }
+  wchar_t* MakeRoom(size_t size) {
+    if (text_.size() - size_ < size) text_.resize(size_ + kRoom);
+    return text_.data() + size_;
+  }
+
+  std::wstring text_;
+  size_t size_ = 0;  // of what is written so far
+};
+
+// Writes over the very text that is read, which is never behind.
+class SameText {
+ public:
+  explicit SameText(std::wstring& text) : text_(text), end_(text.data()) {}
+
+  void Append(const wchar_t* from, size_t size, size_t /*readable*/) {
+    if (from != end_) std::char_traits<wchar_t>::move(end_, from, size);
+    end_ += size;
+  }
+  void Append(std::wstring_view few) {
+    for (const wchar_t unit : few) *end_++ = unit;
+  }
+
+  std::wstring Finish() {
+    text_.resize(static_cast<size_t>(end_ - text_.data()));
+    return std::move(text_);
+  }
+
+ private:
+  std::wstring& text_;
+  wchar_t* end_;  // of what is written so far
+};
+
+// A text of which the front is written already.
+template <typename Writer>
+class Replacing {
+ public:
+  Replacing(std::wstring_view text, Writer writer) : text_(text), writer_(std::move(writer)) {}
+
+  // Whether the marker is there.
+  bool Try(size_t tell, const MarkerReplacement& marker) {
+    const size_t begin = tell - marker.tell;
+    if (tell < done_ + marker.tell || !IsExactlyAt(text_, begin, marker.marker)) return false;
+    if (begin != done_) WriteUpTo(begin);
+    writer_.Append(marker.replacement);
+    done_ = begin + marker.marker.size();
+    return true;
+  }
+
+  std::wstring Finish() {
+    WriteUpTo(text_.size());
+    return writer_.Finish();
+  }
+
+ private:
+  void WriteUpTo(size_t end) {
+    writer_.Append(text_.data() + done_, end - done_, text_.size() - done_);
   }
 
   std::wstring_view text_;
-  std::wstring replaced_;
-  size_t size_ = 0;  // of what is replaced so far
+  Writer writer_;
   size_t done_ = 0;
 };
+
+template <typename Writer>
+std::wstring Replaced(std::wstring_view text, Writer writer, const MarkerReplacement& first,
+                      const MarkerReplacement& second) {
+  Replacing<Writer> work(text, std::move(writer));
+  const auto isCandidate = [one = Tell(first.marker, first.tell),
+                            two = Tell(second.marker, second.tell)](const wchar_t* at) {
+    return one(at) | two(at);
+  };
+  ScanCandidates(text, 1, isCandidate, [&](size_t at) {
+    if (!work.Try(at, first)) work.Try(at, second);
+    return false;
+  });
+  return work.Finish();
+}
 
 // By the marker's last two characters, which are rarer than its first one.
 template <typename TellOf, typename IsThere>
@@ -135,20 +196,19 @@ size_t FindMarkerAnyCase(std::wstring_view text, size_t from, std::wstring_view 
 
 std::wstring ReplacedMarkers(std::wstring_view text, const MarkerReplacement& first,
                              const MarkerReplacement& second) {
-  Replacing work(text);
-  const auto isCandidate = [one = Tell(first.marker, first.tell),
-                            two = Tell(second.marker, second.tell)](const wchar_t* at) {
-    return one(at) | two(at);
-  };
-  ScanCandidates(text, 1, isCandidate, [&](size_t at) {
-    if (!work.Try(at, first)) work.Try(at, second);
-    return false;
-  });
-  return work.Finish();
+  return Replaced(text, NewText(text.size()), first, second);
 }
 
-std::wstring ReplacedMarker(std::wstring_view text, const MarkerReplacement& marker) {
-  Replacing work(text);
+std::wstring ShortenedMarkers(std::wstring text, const MarkerReplacement& first,
+                              const MarkerReplacement& second) {
+  assert(first.replacement.size() <= first.marker.size());
+  assert(second.replacement.size() <= second.marker.size());
+  return Replaced(text, SameText(text), first, second);
+}
+
+std::wstring ShortenedMarker(std::wstring text, const MarkerReplacement& marker) {
+  assert(marker.replacement.size() <= marker.marker.size());
+  Replacing<SameText> work(text, SameText(text));
   ScanCandidates(text, 1, Tell(marker.marker, marker.tell), [&](size_t at) {
     work.Try(at, marker);
     return false;

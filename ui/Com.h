@@ -36,7 +36,11 @@ class ComPtr {
     if (reference_ != nullptr) reference_->AddRef();
   }
   ComPtr(ComPtr&& other) noexcept : reference_(other.Detach()) {}
-  ComPtr& operator=(ComPtr other) noexcept {
+  ComPtr& operator=(const ComPtr& other) {
+    *this = ComPtr(other);
+    return *this;
+  }
+  ComPtr& operator=(ComPtr&& other) noexcept {
     std::swap(reference_, other.reference_);
     return *this;
   }

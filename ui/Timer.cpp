@@ -3,6 +3,7 @@
 #include <map>
 
 #include "ui/Boundary.h"
+#include "ui/Event.h"
 
 namespace tellurvane {
 namespace {
@@ -39,12 +40,9 @@ void Timer::Enabled(bool enabled) {
 }
 
 void CALLBACK Timer::Procedure(HWND /*window*/, UINT /*message*/, UINT_PTR id, DWORD /*time*/) {
-  const auto timer = RunningTimers().find(id);
-  if (timer == RunningTimers().end()) return;
-  // Copied: the handler may end the timer that holds it.
-  const auto tick = timer->second->Tick;
-  GuardBoundary([&] {
-    if (tick) tick();
+  GuardBoundary([id] {
+    const auto timer = RunningTimers().find(id);
+    if (timer != RunningTimers().end()) Raise(timer->second->Tick);
   });
 }
 

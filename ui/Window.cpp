@@ -46,8 +46,9 @@ int Window::ScaleHeight() const {
 
 void Window::CreateBound(const wchar_t* className, UINT classStyle, const WindowArgs& args) {
   RegisterOnce(className, classStyle, Procedure);
-  CreateWindowExW(args.extendedStyle, className, args.caption.c_str(), args.style, args.x, args.y,
-                  args.width, args.height, args.parent, nullptr, GetModuleHandleW(nullptr), this);
+  (void)CreateWindowExW(args.extendedStyle, className, args.caption.c_str(), args.style, args.x,
+                        args.y, args.width, args.height, args.parent, nullptr,
+                        GetModuleHandleW(nullptr), this);
   if (window_ == nullptr) throw FatalError(L"無法建立視窗，程式無法繼續執行。");
   if (args.icon != nullptr) {
     SendMessageW(window_, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(args.icon));

@@ -7,11 +7,13 @@
 namespace tellurvane {
 namespace {
 
+struct IntegerRow {
+  const wchar_t* text;
+  std::optional<std::int32_t> expected;
+};
+
 TEST(ParseIntegerTest, IsAsStrictAsThePlatform) {
-  const struct {
-    const wchar_t* text;
-    std::optional<std::int32_t> expected;
-  } rows[] = {
+  const IntegerRow rows[] = {
       {L"", std::nullopt},
       {L" ", std::nullopt},
       {L"abc", std::nullopt},
@@ -24,13 +26,6 @@ TEST(ParseIntegerTest, IsAsStrictAsThePlatform) {
       {L"3.5", 4},
       {L"-2.5", -2},
       {L"1e3", 1000},
-      {L"&H10", 16},
-      {L"&hff", 255},
-      {L"&O17", 15},
-      {L"&H", std::nullopt},
-      {L"&Hg", std::nullopt},
-      {L"&HFFFFFFFF", -1},
-      {L"&H100000000", std::nullopt},
       {L"1 2", std::nullopt},
       {L"12a", std::nullopt},
       {L"inf", std::nullopt},
@@ -42,9 +37,18 @@ TEST(ParseIntegerTest, IsAsStrictAsThePlatform) {
       {L"-2147483648", -2147483647 - 1},
       {L"-2147483649", std::nullopt},
   };
-  for (const auto& row : rows) {
-    EXPECT_EQ(ParseInteger(row.text), row.expected) << row.text;
-  }
+  for (const IntegerRow& row : rows) EXPECT_EQ(ParseInteger(row.text), row.expected) << row.text;
+}
+
+TEST(ParseIntegerTest, ReadsHexadecimalAndOctalNumbers) {
+  const IntegerRow rows[] = {
+      {L"&H10", 16},           {L"&hff", 255},          {L"&h1A", 26},
+      {L"&O17", 15},           {L"&o17", 15},           {L"&O18", std::nullopt},
+      {L"&O1a", std::nullopt}, {L"&X10", std::nullopt}, {L"&H-1", std::nullopt},
+      {L"&H1:", std::nullopt}, {L"&HG", std::nullopt},  {L"&H", std::nullopt},
+      {L"&Hg", std::nullopt},  {L"&HFFFFFFFF", -1},     {L"&H100000000", std::nullopt},
+  };
+  for (const IntegerRow& row : rows) EXPECT_EQ(ParseInteger(row.text), row.expected) << row.text;
 }
 
 TEST(AppendIntegerTest, WritesDecimalDigitsBehindTheText) {

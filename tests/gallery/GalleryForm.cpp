@@ -145,11 +145,16 @@ void GalleryForm::MakeControls() {
     }
     y += row.height + 6;
   }
+  MakeLists(y + 4);
+  MakeNote(y + 130);
+}
+
+void GalleryForm::MakeLists(int y) {
   int x = 10;
   for (const ControlKind kind :
        {ControlKind::kListBox, ControlKind::kMultiSelectListBox, ControlKind::kToggleSelectListBox,
         ControlKind::kSortedListBox, ControlKind::kSimpleComboBox}) {
-    Hosted& hosted = AddControl(kind, x, y + 4, 84, 116, L"");
+    Hosted& hosted = AddControl(kind, x, y, 84, 116, L"");
     for (const wchar_t* const item : {L"古典音樂", L"爵士音樂", L"搖滾音樂", L"世界音樂"}) {
       hosted.control.AddItem(item);
     }
@@ -157,12 +162,15 @@ void GalleryForm::MakeControls() {
     if (kind != ControlKind::kSimpleComboBox) hosted.control.BorderStyle(1);
     x += 91;
   }
+}
+
+void GalleryForm::MakeNote(int y) {
   Hosted& note = controls_.emplace_back();
   note.host.Create({.parent = hwnd(),
                     .x = Px(10),
-                    .y = Px(y + 130),
+                    .y = Px(y),
                     .width = Px(450),
-                    .height = Px(558 - y - 130),
+                    .height = Px(558 - y),
                     .backColor = kGround});
   note.control.TargetPictureBox(note.host);
   note.control.Multilin(1);

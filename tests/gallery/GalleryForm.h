@@ -31,6 +31,8 @@ class GalleryForm : public Form {
 
   void MakeToolbar();
   void MakeControls();
+  void MakeLists(int y);
+  void MakeNote(int y);
   Hosted& AddControl(ControlKind kind, int x, int y, int width, int height,
                      const std::wstring& text);
   void MakeSliders();

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/ui/DialogTestSupport.h"
 #include "tests/ui/FormProbe.h"
 #include "tests/ui/UiTestSupport.h"
 #include "ui/Handle.h"
@@ -105,21 +106,7 @@ TEST_F(frmNotesEditTest, HoldsTheHintTheTextAndTwoButtons) {
 
 TEST_F(frmNotesEditTest, NothingInItIsCutOffOrCoversAnother) {
   Edit(L"a", [](const OpenEditor& editor) {
-    const std::vector<HWND> boxes = InsideOf(editor.Window(), L"TellurvanePictureBox");
-    EXPECT_EQ(boxes.size(), 5U);
-    RECT inside = {};
-    GetClientRect(editor.Window(), &inside);
-    MapWindowPoints(editor.Window(), nullptr, reinterpret_cast<POINT*>(&inside), 2);
-    for (size_t i = 0; i < boxes.size(); ++i) {
-      const RECT place = OnScreen(boxes[i]);
-      RECT common = {};
-      IntersectRect(&common, &place, &inside);
-      EXPECT_TRUE(EqualRect(&common, &place)) << i;
-      for (size_t other = 0; other < i; ++other) {
-        const RECT otherPlace = OnScreen(boxes[other]);
-        EXPECT_FALSE(IntersectRect(&common, &place, &otherPlace)) << i << " and " << other;
-      }
-    }
+    ExpectBoxesApart(editor.Window(), 5);
     editor.Press(L"關 閉");
   });
 }

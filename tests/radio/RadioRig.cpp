@@ -65,7 +65,7 @@ void RadioTest::FindControls() {
   lblStatus = labels[0];
 }
 
-std::vector<RadioTest::Named> RadioTest::Controls() const {
+std::vector<NamedControl> RadioTest::Controls() const {
   return {{cboSource, "source"},  {optGenre, "byGenre"},   {cboGenre, "genre"},
           {optKeyword, "byWord"}, {txtKeyword, "keyword"}, {cmdSearch, "search"},
           {list, "list"},         {cmdOk, "add"},          {cmdCancel, "close"}};
@@ -73,7 +73,7 @@ std::vector<RadioTest::Named> RadioTest::Controls() const {
 
 std::string RadioTest::Usable() const {
   std::string names;
-  for (const Named& each : Controls()) {
+  for (const NamedControl& each : Controls()) {
     bool isUsable = true;
     for (HWND up = each.control; up != window; up = GetParent(up)) {
       isUsable = isUsable && IsWindowEnabled(up);
@@ -81,45 +81,6 @@ std::string RadioTest::Usable() const {
     if (isUsable) (names += names.empty() ? "" : " ") += each.name;
   }
   return names;
-}
-
-std::string RadioTest::Focused() const {
-  const HWND focus = GetFocus();
-  for (const Named& each : Controls()) {
-    if (focus == each.control) return each.name;
-  }
-  return focus == nullptr ? "nothing" : "something else";
-}
-
-void RadioTest::Click(HWND button) const {
-  ASSERT_TRUE(IsWindowEnabled(button));
-  SetFocus(button);
-  SendMessageW(button, BM_CLICK, 0, 0);
-  Pump();
-}
-
-void RadioTest::Press(UINT key) const {
-  // Where nothing has the keyboard the system sends the key to the window itself.
-  const HWND focus = GetFocus();
-  const HWND target = focus == nullptr ? window : focus;
-  PostMessageW(target, WM_KEYDOWN, key, 1);
-  PostMessageW(target, WM_KEYUP, key, static_cast<LPARAM>(0xC000'0001U));
-  Pump();
-}
-
-void RadioTest::Choose(HWND comboBox, int entry) const {
-  ASSERT_TRUE(IsWindowEnabled(comboBox));
-  SetFocus(comboBox);
-  Press(VK_HOME);
-  for (int i = 0; i < entry; ++i) Press(VK_DOWN);
-  ASSERT_EQ(Entry(comboBox), entry);
-}
-
-void RadioTest::SelectRow(int row) const {
-  LVITEMW item = {};
-  item.stateMask = item.state = LVIS_SELECTED | LVIS_FOCUSED;
-  SendMessageW(list, LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-  Pump();
 }
 
 int RadioTest::RowCount() const {

@@ -11,6 +11,7 @@
 
 #include "radio/frmRadioList.h"
 #include "tests/notes/GdiPlusSession.h"
+#include "tests/ui/DialogTestSupport.h"
 #include "tests/ui/UiTestSupport.h"
 
 namespace tellurvane {
@@ -28,22 +29,20 @@ class RadioTest : public testing::Test {
   // The names of the controls that can be used, in the order of the screen.
   std::string Usable() const;
   // The name of what has the keyboard.
-  std::string Focused() const;
+  std::string Focused() const { return FocusedAmong(Controls()); }
   // Presses a button or an option, which has to be usable.
-  void Click(HWND button) const;
+  static void Click(HWND button) { ClickButton(button); }
   // A key goes the way of all messages, to whatever has the keyboard.
-  void Press(UINT key) const;
+  void Press(UINT key) const { PressKey(window, key); }
   // Chooses an entry of a drop-down list by its keys.
-  void Choose(HWND comboBox, int entry) const;
+  static void Choose(HWND comboBox, int entry) { ChooseEntry(comboBox, entry); }
   void Type(const std::wstring& keyword) const { SetWindowTextW(txtKeyword, keyword.c_str()); }
   void Search() const { Click(cmdSearch); }
-  void SelectRow(int row) const;
+  void SelectRow(int row) const { SelectListRow(list, row); }
   int RowCount() const;
   std::wstring Cell(int row, int column) const;
   static Texts Entries(HWND comboBox);
-  static int Entry(HWND comboBox) {
-    return static_cast<int>(SendMessageW(comboBox, CB_GETCURSEL, 0, 0));
-  }
+  static int Entry(HWND comboBox) { return ChosenEntry(comboBox); }
 
   // Stations of HiNet, each by its title; the ids count from 0.
   static std::wstring HinetPage(const Texts& titles);
@@ -72,11 +71,7 @@ class RadioTest : public testing::Test {
   HWND cmdCancel = nullptr;
 
  private:
-  struct Named {
-    HWND control;
-    const char* name;
-  };
-  std::vector<Named> Controls() const;
+  std::vector<NamedControl> Controls() const;
   RadioServices Services();
   void FindControls();
 };

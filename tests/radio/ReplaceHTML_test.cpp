@@ -48,6 +48,14 @@ TEST(ReplaceHTML, DecodesAsTheListHasIt) {
       {L"&#38;lt;", L"<"},
       {L"&&#108;t;", L"<"},
       {L"&lt&#59;", L"<"},
+      {L"&per&#99;ent;", L"%"},
+      {L"&per&#0000000099;ent;", L"%"},
+      {L"&l&#256;t;", L"&l&#256;t;"},
+      {L"&lt&#133;lt;", L"&lt\u2026lt;"},  // low byte of an ampersand
+      {L"&m&#154;cr;", L"&m\u0161cr;"},    // low byte of an "a"
+      {L"&#&#57;;", L"&#9;"},              // its place was passed already
+      {L"&amp&amp;;", L"&amp&;"},
+      {L"&l<b>t;&#065;&amp;gt;&#65", L"<A>&#65"},
       {L"&rsquor;&lsquo;", L"\u2018\u2018"},
       {L"&AMP;&Lt;", L"&AMP;&Lt;"},
       {L"&unknown;&", L"&unknown;&"},

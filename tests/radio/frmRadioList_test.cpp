@@ -4,6 +4,7 @@
 #include <commctrl.h>
 
 #include "tests/radio/RadioRig.h"
+#include "tests/ui/DialogTestSupport.h"
 #include "tests/ui/FormProbe.h"
 
 namespace tellurvane {
@@ -70,23 +71,7 @@ TEST_F(frmRadioListTest, HoldsSourcesGenresButtonsAndColumns) {
 }
 
 TEST_F(frmRadioListTest, NothingInItIsCutOffOrCoversAnother) {
-  Play([this] {
-    const std::vector<HWND> boxes = InsideOf(window, L"TellurvanePictureBox");
-    EXPECT_EQ(boxes.size(), 10U);
-    RECT inside = {};
-    GetClientRect(window, &inside);
-    MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&inside), 2);
-    for (size_t i = 0; i < boxes.size(); ++i) {
-      const RECT place = OnScreen(boxes[i]);
-      RECT common = {};
-      IntersectRect(&common, &place, &inside);
-      EXPECT_TRUE(EqualRect(&common, &place)) << i;
-      for (size_t other = 0; other < i; ++other) {
-        const RECT otherPlace = OnScreen(boxes[other]);
-        EXPECT_FALSE(IntersectRect(&common, &place, &otherPlace)) << i << " and " << other;
-      }
-    }
-  });
+  Play([this] { ExpectBoxesApart(window, 10); });
 }
 
 TEST_F(frmRadioListTest, ColumnsFillTheListAndLeaveRoomForTheScrollBar) {

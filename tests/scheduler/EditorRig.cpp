@@ -150,7 +150,7 @@ void EditorTest::FindControls() {
   for (size_t i = 0; i < buttons.size(); ++i) *places[i] = buttons[i];
 }
 
-std::vector<EditorTest::Named> EditorTest::Controls() const {
+std::vector<NamedControl> EditorTest::Controls() const {
   return {{list, "list"},          {cmdNew, "new"},          {cmdEdit, "edit"},
           {cmdDel, "remove"},      {txtName, "name"},        {cboMediaType, "media"},
           {txtSrc, "source"},      {cmdFiles, "..."},        {dtpDate, "date"},
@@ -161,7 +161,7 @@ std::vector<EditorTest::Named> EditorTest::Controls() const {
 
 std::string EditorTest::Usable() const {
   std::string names;
-  for (const Named& each : Controls()) {
+  for (const NamedControl& each : Controls()) {
     bool isUsable = true;
     for (HWND up = each.control; up != window; up = GetParent(up)) {
       isUsable = isUsable && IsWindowEnabled(up) && IsWindowVisible(up);
@@ -173,7 +173,7 @@ std::string EditorTest::Usable() const {
 
 std::string EditorTest::Writable() const {
   std::string names;
-  for (const Named& each : Controls()) {
+  for (const NamedControl& each : Controls()) {
     bool isReadOnly = (GetWindowLongPtrW(each.control, GWL_STYLE) & ES_READONLY) != 0;
     if (each.control == txtSrc) {
       isReadOnly = (SendMessageW(txtSrc, EM_GETOPTIONS, 0, 0) & ECO_READONLY) != 0;
@@ -183,36 +183,6 @@ std::string EditorTest::Writable() const {
     if (!isReadOnly) (names += names.empty() ? "" : " ") += each.name;
   }
   return names;
-}
-
-std::string EditorTest::Focused() const {
-  const HWND focus = GetFocus();
-  for (const Named& each : Controls()) {
-    if (focus == each.control) return each.name;
-  }
-  return focus == nullptr ? "nothing" : "something else";
-}
-
-void EditorTest::Click(HWND button) const {
-  ASSERT_TRUE(IsWindowEnabled(button));
-  SetFocus(button);
-  SendMessageW(button, BM_CLICK, 0, 0);
-  Pump();
-}
-
-void EditorTest::Press(UINT key) const {
-  const HWND focus = GetFocus();
-  PostMessageW(focus, WM_KEYDOWN, key, 1);
-  PostMessageW(focus, WM_KEYUP, key, static_cast<LPARAM>(0xC000'0001U));
-  Pump();
-}
-
-void EditorTest::Choose(HWND comboBox, int entry) const {
-  ASSERT_TRUE(IsWindowEnabled(comboBox));
-  SetFocus(comboBox);
-  Press(VK_HOME);
-  for (int i = 0; i < entry; ++i) Press(VK_DOWN);
-  ASSERT_EQ(Entry(comboBox), entry);
 }
 
 void EditorTest::Pick(DateSerial moment) const {
@@ -235,13 +205,6 @@ DateSerial EditorTest::Picked() const {
   SendMessageW(dtpDate, DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&date));
   SendMessageW(dtpTime, DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&time));
   return At(date.wYear, date.wMonth, date.wDay, time.wHour, time.wMinute, time.wSecond);
-}
-
-void EditorTest::SelectRow(int row) const {
-  LVITEMW item = {};
-  item.stateMask = item.state = LVIS_SELECTED | LVIS_FOCUSED;
-  SendMessageW(list, LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-  Pump();
 }
 
 int EditorTest::SelectedRow() const {

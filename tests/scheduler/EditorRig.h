@@ -11,6 +11,7 @@
 
 #include "scheduler/FrmSet.h"
 #include "tests/support/Moments.h"
+#include "tests/ui/DialogTestSupport.h"
 #include "tests/ui/UiTestSupport.h"
 
 namespace tellurvane {
@@ -39,26 +40,24 @@ class EditorTest : public testing::Test {
   // Those of the text boxes that can be typed into.
   std::string Writable() const;
   // The name of what has the keyboard.
-  std::string Focused() const;
+  std::string Focused() const { return FocusedAmong(Controls()); }
 
   // Presses a button, which has to be usable.
-  void Click(HWND button) const;
+  static void Click(HWND button) { ClickButton(button); }
   void ClickCloseBox() const { SendMessageW(window, WM_CLOSE, 0, 0); }
   // A key goes the way of all messages, to whatever has the keyboard.
-  void Press(UINT key) const;
+  void Press(UINT key) const { PressKey(window, key); }
   void Type(HWND box, const std::wstring& text) const { SetWindowTextW(box, text.c_str()); }
   // Chooses an entry of a drop-down list by its keys.
-  void Choose(HWND comboBox, int entry) const;
+  static void Choose(HWND comboBox, int entry) { ChooseEntry(comboBox, entry); }
   void Pick(DateSerial moment) const;
   DateSerial Picked() const;
-  void SelectRow(int row) const;
+  void SelectRow(int row) const { SelectListRow(list, row); }
   // The row that the list shows as selected.
   int SelectedRow() const;
   std::vector<std::wstring> Rows() const;
   std::vector<std::wstring> Entries(HWND comboBox) const;
-  int Entry(HWND comboBox) const {
-    return static_cast<int>(SendMessageW(comboBox, CB_GETCURSEL, 0, 0));
-  }
+  static int Entry(HWND comboBox) { return ChosenEntry(comboBox); }
   std::vector<std::wstring> ButtonCaptions() const;
   std::vector<std::wstring> LabelCaptions() const;
 
@@ -95,11 +94,7 @@ class EditorTest : public testing::Test {
   HWND cmdCancel = nullptr;
 
  private:
-  struct Named {
-    HWND control;
-    const char* name;
-  };
-  std::vector<Named> Controls() const;
+  std::vector<NamedControl> Controls() const;
   static std::vector<std::wstring> Captions(const std::vector<HWND>& controls);
   EditorServices Services();
   void FindControls();

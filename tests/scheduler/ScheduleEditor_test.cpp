@@ -57,6 +57,8 @@ TEST_F(ScheduleEditorTest, AllowsInEachStateWhatMakesSense) {
   EXPECT_EQ(editor.Abilities(), kEditing);
   editor.Cancel();
   EXPECT_EQ(editor.Abilities(), kSelected);
+  editor.Select(std::nullopt);
+  EXPECT_EQ(editor.Abilities(), kNothingSelected);
   editor.New();
   EXPECT_EQ(editor.Abilities(), kEditing);
 }

@@ -161,6 +161,9 @@ TEST(TaskRunnerRunNowTest, DoesNothingWithoutARowThatHasATask) {
   RunnerRig rig;
   rig.runner.RunNow(std::nullopt);
   rig.runner.RunNow(0);
+  rig.Add(kApplication, L"tool").Deleted = true;
+  rig.runner.RunNow(0);
+  rig.runner.SwitchEnabled(0);
   EXPECT_TRUE(rig.calls.empty());
 }
 

@@ -304,44 +304,6 @@ TEST_F(ListEventTest, BlockedKeyIsStillTold) {
   EXPECT_THAT(Told(), ElementsAre("KeyDown 38 0", "KeyUp 38 0"));
 }
 
-TEST_F(ListEventTest, LockColumnRefusesToTrackTheHeader) {
-  const auto ask = [&](UINT code) {
-    HDITEMW item = {};
-    NMHEADERW track = {};
-    track.hdr.hwndFrom = list().HeaderhWnd();
-    track.hdr.code = code;
-    track.pitem = &item;
-    return SendMessageW(list().hwnd(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&track));
-  };
-  EXPECT_EQ(ask(HDN_BEGINTRACKW), 0);
-  EXPECT_FALSE(list().LockColumn());
-  list().LockColumn(true);
-  for (const UINT code : {HDN_BEGINTRACKW, HDN_BEGINTRACKA, HDN_DIVIDERDBLCLICKW}) {
-    EXPECT_EQ(ask(code), TRUE) << code;
-  }
-  list().LockColumn(false);
-  EXPECT_EQ(ask(HDN_BEGINTRACKW), 0);
-}
-
-TEST_F(ListEventTest, LockedColumnKeepsItsWidthUnderTheMouse) {
-  const auto drag = [&] {
-    const HWND header = list().HeaderhWnd();
-    RECT column = {};
-    SendMessageW(header, HDM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&column));
-    const int edge = static_cast<int>(column.right) - 1;
-    SendMouse(header, WM_LBUTTONDOWN, edge, 8, MK_LBUTTON);
-    SendMouse(header, WM_MOUSEMOVE, edge + 30, 8, MK_LBUTTON);
-    SendMouse(header, WM_LBUTTONUP, edge + 30, 8);
-    return list().ColumnWidth(0);
-  };
-  list().LockColumn(true);
-  EXPECT_EQ(drag(), 120);
-  list().ColumnWidth(0, 100);  // the owner may
-  EXPECT_EQ(list().ColumnWidth(0), 100);
-  list().LockColumn(false);
-  EXPECT_NE(drag(), 100);
-}
-
 TEST_F(ListEventTest, CheckBoxIsToggledByClickAndSpace) {
   std::vector<std::string> changes;
   list().CheckBoxes(true);
@@ -370,31 +332,33 @@ TEST_F(ListEventTest, CheckBoxIsToggledByClickAndSpace) {
 }
 
 TEST_F(ListEventTest, HandlersOfInputMayDestroyTheList) {
-  const auto again = [&] {
+  const auto end = [&](auto...) { made.reset(); };
+  const std::function<void()> inputs[] = {
+      [&] {
+        list().KeyDown = end;
+        SendMessageW(list().hwnd(), WM_KEYDOWN, VK_DOWN, 0);
+      },
+      [&] {
+        list().MouseDown = end;
+        ClickAt({60, 60});
+      },
+      [&] {
+        list().DblClick = end;
+        DoubleClickAt({60, 60});
+      },
+      [&] {
+        list().Click = end;
+        ClickAt({60, 60}, false);
+      },
+  };
+  for (const auto& input : inputs) {
     Make();
     list().RowHeight(30);
     list().ListCount(5);
     list().SetSelectList(2);
-  };
-  list().SetSelectList(2);
-  list().KeyDown = [&](UINT, int) { made.reset(); };
-  SendMessageW(list().hwnd(), WM_KEYDOWN, VK_DOWN, 0);
-  EXPECT_EQ(made, nullptr);
-
-  again();
-  list().MouseDown = [&](const MouseEvent&) { made.reset(); };
-  ClickAt({60, 60});
-  EXPECT_EQ(made, nullptr);
-
-  again();
-  list().DblClick = [&](bool, int, int) { made.reset(); };
-  DoubleClickAt({60, 60});
-  EXPECT_EQ(made, nullptr);
-
-  again();
-  list().Click = [&](bool, int, int) { made.reset(); };
-  ClickAt({60, 60}, false);
-  EXPECT_EQ(made, nullptr);
+    input();
+    EXPECT_EQ(made, nullptr);
+  }
 }
 
 TEST_F(ListEventTest, DoubleClickMayUnloadTheForm) {

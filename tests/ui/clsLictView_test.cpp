@@ -378,10 +378,7 @@ TEST(ListLeakTest, LeavesNothingBehind) {
   const size_t blocks = LiveSubclassBlocks();
   EXPECT_EQ(LeakedBy([&] {
               PictureBox host;
-              PictureBoxArgs args;
-              args.parent = form.hwnd();
-              args.width = args.height = 100;
-              host.Create(args);
+              host.Create({.parent = form.hwnd(), .width = 100, .height = 100});
               clsLictView list;
               list.Create(host);
               list.ColumnAdd(L"名稱", 80);

@@ -233,11 +233,7 @@ TEST(SliderLeakTest, LeavesNothingBehind) {
   const size_t blocks = LiveSubclassBlocks();
   EXPECT_EQ(LeakedBy([&] {
               PictureBox host;
-              PictureBoxArgs args;
-              args.parent = form.hwnd();
-              args.width = 70;
-              args.height = 18;
-              host.Create(args);
+              host.Create({.parent = form.hwnd(), .width = 70, .height = 18});
               clsProgress slider;
               slider.TargetPictureBox(host);
               slider.PostRender = [&](bool) { slider.PrintText(L"50 %", Rgb(151, 151, 151)); };

@@ -1,0 +1,65 @@
+#include "mainwin/PlayerEvents.h"
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+namespace tellurvane {
+namespace {
+
+constexpr DISPID kPlayStateChange = 5101;
+constexpr DISPID kOpenStateChange = 5001;
+
+class PlayerEventsTest : public testing::Test {
+ protected:
+  HRESULT Raise(DISPID event, DISPPARAMS* parameters) const {
+    return sink->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, parameters, nullptr,
+                        nullptr, nullptr);
+  }
+  HRESULT Raise(DISPID event, VARTYPE type, LONG value) const {
+    VARIANT state = {};
+    state.vt = type;
+    state.lVal = value;
+    DISPPARAMS parameters = {&state, nullptr, 1, 0};
+    return Raise(event, &parameters);
+  }
+
+  std::shared_ptr<PlayerNews> news = std::make_shared<PlayerNews>();
+  ComPtr<IDispatch> sink = MakePlayerEvents(news);
+};
+
+TEST_F(PlayerEventsTest, WritesDownThePlayStateOfEitherSign) {
+  EXPECT_EQ(Raise(kPlayStateChange, VT_UI4, kPlayingState), S_OK);
+  EXPECT_EQ(news->playState, kPlayingState);
+  EXPECT_EQ(Raise(kPlayStateChange, VT_I4, kStoppedState), S_OK);
+  EXPECT_EQ(news->playState, kStoppedState);
+}
+
+TEST_F(PlayerEventsTest, TakesWhateverElseIsRaisedAndWritesNothingDown) {
+  EXPECT_EQ(Raise(kOpenStateChange, VT_UI4, kPlayingState), S_OK);
+  EXPECT_EQ(Raise(kPlayStateChange, VT_EMPTY, kPlayingState), S_OK);
+  EXPECT_EQ(Raise(kPlayStateChange, VT_BSTR, kPlayingState), S_OK);
+  EXPECT_EQ(Raise(kPlayStateChange, nullptr), S_OK);
+  for (const UINT count : {0U, 2U}) {
+    VARIANT states[2] = {};
+    for (VARIANT& state : states) {
+      state.vt = VT_I4;
+      state.lVal = kPlayingState;
+    }
+    DISPPARAMS parameters = {states, nullptr, count, 0};
+    EXPECT_EQ(Raise(kPlayStateChange, &parameters), S_OK) << count;
+  }
+  EXPECT_EQ(news->playState, kUndefinedState);
+}
+
+TEST_F(PlayerEventsTest, OutlivesTheOneWhoAsked) {
+  const std::weak_ptr<PlayerNews> left = news;
+  news = nullptr;
+  EXPECT_EQ(Raise(kPlayStateChange, VT_I4, kPlayingState), S_OK);
+  EXPECT_EQ(left.lock()->playState, kPlayingState);
+  sink = ComPtr<IDispatch>();
+  EXPECT_TRUE(left.expired());
+}
+
+}  // namespace
+}  // namespace tellurvane
