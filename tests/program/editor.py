@@ -1,6 +1,6 @@
 """The schedule editor as a user has it before him."""
 
-from harness import click_at, press_key, run, until
+from harness import click_at, named_controls, press_key, run, until
 
 CAPTION = "新增 / 編輯排程專案"
 BOX_CLASS = "#32770"  # message boxes and the system's dialogs
@@ -39,16 +39,7 @@ class Editor:
 
     def controls(self):
         """What stands on it now, by the names above; none while it is closed."""
-        window = self.window()
-        if not window:
-            return None
-        found = {}
-        for window_class, names in NAMES.items():
-            same = [child for child in window["children"] if child["class"] == window_class]
-            if len(same) != len(names):
-                return None
-            found |= zip(names, same)
-        return found
+        return named_controls(self.window(), NAMES)
 
     def texts(self):
         controls = until(self.controls, "the editor")

@@ -76,6 +76,20 @@ def picture(rect):
     return ImageGrab.grab(bbox=tuple(rect))
 
 
+def named_controls(window, names):
+    """The controls on a window by the names that each class has for its own, in the order in which
+    they were made; none while the window is closed or not yet complete."""
+    if not window:
+        return None
+    named = {}
+    for window_class, own in names.items():
+        same = [child for child in window["children"] if child["class"] == window_class]
+        if len(same) != len(own):
+            return None
+        named |= zip(own, same)
+    return named
+
+
 class Folder:
     """A folder with the program and its files, as after an installation."""
 

@@ -3,7 +3,7 @@
 import json
 
 from editor import open_editor, type_text
-from harness import BINARIES, click_at, press_key, run, until
+from harness import BINARIES, click_at, named_controls, press_key, run, until
 from joblist import RADIO, read_tasks
 
 CAPTION = "Radio List"
@@ -43,14 +43,9 @@ class RadioDialog:
     def controls(self):
         """What stands on it now, by the names above; none while it is closed."""
         window = self.window()
-        if not window:
+        named = named_controls(window, NAMES)
+        if named is None:
             return None
-        named = {}
-        for window_class, names in NAMES.items():
-            same = [child for child in window["children"] if child["class"] == window_class]
-            if len(same) != len(names):
-                return None
-            named |= zip(names, same)
         # The list stands in a window of the same class, which is made before the label.
         named["status"] = [child for child in window["children"] if child["class"] == "Static"][-1]
         return named
