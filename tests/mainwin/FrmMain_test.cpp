@@ -15,8 +15,10 @@
 #include "tests/mainwin/FakePlayer.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Utf16.h"
+#include "tests/ui/FormProbe.h"
 #include "tests/ui/UiTestSupport.h"
 #include "ui/Twips.h"
+#include "ui/clsProgress.h"
 
 namespace tellurvane {
 namespace {
@@ -179,6 +181,52 @@ TEST_F(FrmMainTest, GivesThePlayerTheSavedVolume) {
   Open();
   EXPECT_THAT(Taken(), ElementsAre(L"volume 37"));
   EXPECT_NE(SettingsText().find(L"SavedVolume=37\r\n"), std::wstring::npos);
+}
+
+// What a box of the window shows.
+std::vector<Color> Shown(HWND box) {
+  const DrawnWindow& drawn = ObjectOf(box);
+  std::vector<Color> pixels;
+  for (int y = 0; y < drawn.ScaleHeight(); ++y) {
+    for (int x = 0; x < drawn.ScaleWidth(); ++x) pixels.push_back(PixelOf(drawn.Dc(), x, y));
+  }
+  return pixels;
+}
+
+// A slider alone, as large as the box, with a text of the test's.
+std::vector<Color> WithText(HWND box, double value, bool isEnabled, const std::wstring& text) {
+  const DrawnWindow& drawn = ObjectOf(box);
+  const TestForm form(400, 100);
+  PictureBox host;
+  host.Create({.parent = form.hwnd(),
+               .width = drawn.ScaleWidth(),
+               .height = drawn.ScaleHeight(),
+               .backColor = Rgb(0xF4, 0xF1, 0xFA)});
+  clsProgress slider;
+  slider.TargetPictureBox(host);
+  slider.PostRender = [&](bool) { slider.PrintText(text, 0x979797); };
+  slider.Create();
+  slider.Max(100);
+  slider.Value(value);
+  slider.Enabled(isEnabled);
+  Pump();
+  return Shown(host.hwnd());
+}
+
+TEST_F(FrmMainTest, ThePositionShowsTwoDecimalsAtTheStartAndTheVolumeNone) {
+  Open();
+  std::vector<HWND> sliders;
+  for (HWND child = GetWindow(window->hwnd(), GW_CHILD); child != nullptr;
+       child = GetWindow(child, GW_HWNDNEXT)) {
+    if (InParent(child).top == 28) sliders.push_back(child);
+  }
+  ASSERT_EQ(sliders.size(), 2U);
+  std::ranges::sort(sliders, {}, [](HWND slider) { return InParent(slider).left; });
+  EXPECT_EQ(Shown(sliders[0]), WithText(sliders[0], 37, true, L"37 %"));
+  EXPECT_EQ(Shown(sliders[1]), WithText(sliders[1], 0, false, L"0.00 %"));
+  // Neither would do for the other.
+  EXPECT_NE(Shown(sliders[0]), WithText(sliders[0], 37, true, L"37.00 %"));
+  EXPECT_NE(Shown(sliders[1]), WithText(sliders[1], 0, false, L"0 %"));
 }
 
 TEST_F(FrmMainTest, WritesTheVolumeRoundedToTheEvenNumber) {
