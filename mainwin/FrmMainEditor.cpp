@@ -81,7 +81,7 @@ void FrmMain::OpenEditor(std::optional<size_t> row) {
 bool FrmMain::TakeOverEditedList(bool isSaved) {
   std::erase_if(general_.tasks, [](const TaskRecord& task) { return task.Deleted; });
   const TaskList edited = general_.tasks;
-  if (isSaved || general_.taskListFile.Save(edited)) {
+  if (isSaved) {
     ReloadTaskList();
     if (!general_.tasks.empty() || edited.empty()) return true;
   }
