@@ -261,12 +261,15 @@ class Decoder {
       const EntityKey key = last_ & ((EntityKey{1} << 8 * (since + 1)) - 1);
       return EndName(static_cast<size_t>(since) + 2, key);
     }
-    // From the semicolon back to the ampersand.
+    // From the semicolon back to the ampersand. The key of what is too long is of no use.
+    EntityKey key = L';';
     const wchar_t* begin = end_ - 1;
-    while (begin > text_.data() && IsInside(begin[-1])) --begin;
+    for (unsigned shift = 8; begin > text_.data() && IsInside(begin[-1]); shift += 8) {
+      key |= static_cast<EntityKey>(*--begin) << shift % 64;
+    }
     if (begin == text_.data() || *--begin != L'&') return {};
     const auto length = static_cast<size_t>(end_ - begin);
-    return EndName(length, length <= kLongestEntity ? KeyOf(Last(length)) : EntityKey{0});
+    return EndName(length, length <= kLongestEntity ? key : EntityKey{0});
   }
 
   Successor EndName(size_t length, EntityKey key) {
