@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "app/ModGeneral.h"
+#include "ui/AnsiText.h"
 #include "ui/Handle.h"
 
 namespace tellurvane {
@@ -22,22 +23,13 @@ UniqueKey OpenRunKey() {
   return key;
 }
 
-std::string AnsiBytes(const std::wstring& text) {
-  const int units = static_cast<int>(text.size());
-  std::string bytes(static_cast<size_t>(WideCharToMultiByte(CP_ACP, 0, text.data(), units, nullptr,
-                                                            0, nullptr, nullptr)),
-                    '\0');
-  WideCharToMultiByte(CP_ACP, 0, text.data(), units, bytes.data(), static_cast<int>(bytes.size()),
-                      nullptr, nullptr);
-  return bytes;
-}
-
 }  // namespace
 
 bool WriteRunValue(const std::wstring& executable) {
   const UniqueKey key = OpenRunKey();
   if (!key) return false;
-  const std::string bytes = AnsiBytes(executable);
+  const std::string bytes = AnsiText(executable);
+  if (bytes.empty()) return false;
   return RegSetValueExA(key.Get(), kRunValue, 0, REG_SZ,
                         reinterpret_cast<const BYTE*>(bytes.data()),
                         static_cast<DWORD>(bytes.size())) == ERROR_SUCCESS;

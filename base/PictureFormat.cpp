@@ -78,6 +78,7 @@ std::wstring FormatPercent(double quotient, int decimals) {
   const double scaled = quotient * 100 * scale;
   const double rounded = std::round(scaled + std::copysign(std::abs(scaled) * 1e-12, scaled));
   std::array<wchar_t, 400> text = {};
+  // The 0 takes the sign off a negative zero.
   (void)std::swprintf(text.data(), text.size(), L"%.*f %%", decimals, rounded / scale + 0.0);
   return text.data();
 }

@@ -11,7 +11,7 @@
 #include <cstdio>
 #include <functional>
 #include <initializer_list>
-#include <string>
+#include <optional>
 #include <vector>
 
 #include "ui/Form.h"
@@ -114,51 +114,63 @@ class DrawnList {
   clsLictView list_;
 };
 
-void MeasureAll() {
-  Form form;
-  form.Load({.caption = L"PaintBench", .border = FormBorder::kNone});
-  form.ResizeInside(2 * kRowWidth, 300);
-  PictureBox plainHost;
-  plainHost.Create({.parent = form.hwnd(), .width = kSliderWidth, .height = kSliderHeight});
-  PictureBox sliderHost;
-  sliderHost.Create(
-      {.parent = form.hwnd(), .x = kRowWidth, .width = kSliderWidth, .height = kSliderHeight});
-  clsProgress slider;
-  slider.TargetPictureBox(sliderHost);
-  slider.Create();
-  slider.text(L"50 %");
-  slider.Value(0.5);
-  DrawnList few(form, 0, kFewRows);
-  DrawnList many(form, kRowWidth, kManyRows);
-  form.Show();
-  ProcessPendingMessages();
+// A window with all that is painted on the screen.
+struct Screen {
+  Screen() {
+    form.Load({.caption = L"PaintBench", .border = FormBorder::kNone});
+    form.ResizeInside(2 * kRowWidth, 300);
+    plainHost.Create({.parent = form.hwnd(), .width = kSliderWidth, .height = kSliderHeight});
+    sliderHost.Create(
+        {.parent = form.hwnd(), .x = kRowWidth, .width = kSliderWidth, .height = kSliderHeight});
+    slider.TargetPictureBox(sliderHost);
+    slider.Create();
+    slider.text(L"50 %");
+    slider.Value(0.5);
+    few.emplace(form, 0, kFewRows);
+    many.emplace(form, kRowWidth, kManyRows);
+    form.Show();
+    ProcessPendingMessages();
+  }
 
-  const auto canvas = MemoryContext::Create(kRowWidth, kRowHeight);
-  if (!canvas) return;
-  const HDC row = canvas->Dc();
-  const Color light = Rgb(216, 240, 248);
-  const Color base = Rgb(128, 208, 224);
-  std::vector<Measure> measures = {
+  Form form;
+  PictureBox plainHost;
+  PictureBox sliderHost;
+  clsProgress slider;
+  std::optional<DrawnList> few;
+  std::optional<DrawnList> many;
+};
+
+std::vector<Measure> Measures(Screen& screen, HDC row) {
+  constexpr Color kLight = Rgb(216, 240, 248);
+  constexpr Color kBase = Rgb(128, 208, 224);
+  return {
       // To the screen, as the slider goes: filled in memory and copied.
       {"slider_fill", 20,
        [&] {
-         Fill(plainHost.Dc(), kSliderWidth, kSliderHeight, base);
-         plainHost.Refresh();
+         Fill(screen.plainHost.Dc(), kSliderWidth, kSliderHeight, kBase);
+         screen.plainHost.Refresh();
        }},
-      {"slider", 20, [&] { slider.Refresh(); }},
-      {"row_fill", 50, [&] { Fill(row, kRowWidth, kRowHeight, base); }},
-      {"solid_fill", 50, [&] { ModTheme::SolidFill(row, 0, 0, kRowWidth, kRowHeight, base); }},
+      {"slider", 20, [&] { screen.slider.Refresh(); }},
+      {"row_fill", 50, [row] { Fill(row, kRowWidth, kRowHeight, kBase); }},
+      {"solid_fill", 50, [row] { ModTheme::SolidFill(row, 0, 0, kRowWidth, kRowHeight, kBase); }},
       {"simple_highlight", 20,
-       [&] { ModTheme::SimpleHighlight(row, 0, 0, kRowWidth, kRowHeight, light, base); }},
+       [row] { ModTheme::SimpleHighlight(row, 0, 0, kRowWidth, kRowHeight, kLight, kBase); }},
       {"rich_highlight", 20,
-       [&] { ModTheme::RichHighlight(row, 0, 0, kRowWidth, kRowHeight, light, base); }},
-      {"plain_text", 10, [&] { DrawPlainText(row); }},
-      {"themed_text", 10, [&] { ModTheme::Text(row, kText, 5, 10, {}, kFont); }},
-      {"repaint_few", 2, [&] { few.RepaintAll(); }},
-      {"repaint_many", 2, [&] { many.RepaintAll(); }},
-      {"scroll_few", 2, [&] { few.Scroll(); }},
-      {"scroll_many", 2, [&] { many.Scroll(); }},
+       [row] { ModTheme::RichHighlight(row, 0, 0, kRowWidth, kRowHeight, kLight, kBase); }},
+      {"plain_text", 10, [row] { DrawPlainText(row); }},
+      {"themed_text", 10, [row] { ModTheme::Text(row, kText, 5, 10, {}, kFont); }},
+      {"repaint_few", 2, [&] { screen.few->RepaintAll(); }},
+      {"repaint_many", 2, [&] { screen.many->RepaintAll(); }},
+      {"scroll_few", 2, [&] { screen.few->Scroll(); }},
+      {"scroll_many", 2, [&] { screen.many->Scroll(); }},
   };
+}
+
+void MeasureAll() {
+  Screen screen;
+  const auto canvas = MemoryContext::Create(kRowWidth, kRowHeight);
+  if (!canvas) return;
+  std::vector<Measure> measures = Measures(screen, canvas->Dc());
   // In turns, so that whatever else the machine does falls upon all alike. The first turn warms up.
   for (int i = 0; i <= kRepetitions; ++i) {
     for (Measure& measure : measures) {

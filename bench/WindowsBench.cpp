@@ -72,6 +72,13 @@ int Fail(const char* what) {
   return 1;
 }
 
+void PrintAll(const std::vector<Measure>& measures) {
+  for (const Measure& measure : measures) {
+    Print(measure.name, measure.nanoseconds);
+    Print(std::string(measure.name) + "_flush", measure.flushNanoseconds);
+  }
+}
+
 int Main(const std::wstring& folder) {
   const std::wstring path = folder + L"\\JobList.dbs";
   FlushTimed files;
@@ -107,10 +114,7 @@ int Main(const std::wstring& folder) {
     if (loaded.size() != full.size()) return Fail("not all tasks were loaded");
   }
   if (!file.Save(loaded)) return Fail("what was loaded is not written");
-  for (const Measure& measure : measures) {
-    Print(measure.name, measure.nanoseconds);
-    Print(std::string(measure.name) + "_flush", measure.flushNanoseconds);
-  }
+  PrintAll(measures);
   std::printf("tasks %zu %zu\n", full.size(), full.size());
   return 0;
 }

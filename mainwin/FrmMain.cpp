@@ -3,9 +3,9 @@
 #include <commctrl.h>
 
 #include <algorithm>
-#include <utility>
 
 #include "base/LocaleDates.h"
+#include "base/Pause.h"
 #include "cmd/ModCMD.h"
 #include "mainwin/StatusLine.h"
 #include "ui/MessageLoop.h"
@@ -36,14 +36,10 @@ constexpr unsigned kDesignedTaskMilliseconds = 2'000;
 constexpr unsigned kVisMilliseconds = 100;
 constexpr unsigned kSetMilliseconds = 1'000;
 
-constexpr Color kGround = Rgb(0xF4, 0xF1, 0xFA);
 constexpr Color kStatusGround = Rgb(0xFB, 0xFA, 0xFE);
 constexpr Color kPercentGrey = 0x979797;
 
 enum ToolbarButton { kNewButton = 1, kPlayButton, kStopButton, kOptionsButton, kLeaveButton };
-
-// Deliberately blocking: nothing else happens while a note or the clock fades.
-void Wait(unsigned milliseconds) { Sleep(milliseconds); }
 
 void PrintPercent(clsProgress& slider, int decimals) {
   slider.PrintText(FormatPercent(slider.Value() / slider.Max(), decimals), kPercentGrey);
@@ -56,7 +52,8 @@ FrmMain::FrmMain(ModGeneral& general, MediaPlayer& player)
       player_(player),
       rows_(general, Now),
       clock_(AroundTheClock()),
-      notes_(Wait),
+      // Deliberately blocking: nothing else happens while a note or the clock fades.
+      notes_(SleepFor),
       playback_(player, *this, general.radioFlag, PlayerActions()),
       runner_(general.tasks, rows_, *this, playback_, RunnerActions(), AppendLocaleDateText, Now) {}
 
@@ -81,7 +78,7 @@ PlaybackActions FrmMain::PlayerActions() {
 ClockSurroundings FrmMain::AroundTheClock() {
   return {
       .clock = Now,
-      .pause = Wait,
+      .pause = SleepFor,
       .dayHalf = [this](DateSerial moment) { return FormatMoment(L"AMPM", moment, dayHalves_); },
       .openTrayMenu = [this] { IconMenuClick(); }};
 }
@@ -93,9 +90,9 @@ void FrmMain::Create() {
         .border = FormBorder::kFixedSingle,
         .widthTwips = kWidth,
         .heightTwips = kHeight,
-        .backColor = kGround,
+        .backColor = ModTheme::kWindowGround,
         .owner = taskbarOwner_.hwnd(),
-        .icon = LoadIconW(GetModuleHandleW(nullptr), L"AAA")});
+        .icon = ExecutableIcon()});
 }
 
 void FrmMain::Form_Load() {
@@ -122,7 +119,7 @@ void FrmMain::Open() {
 }
 
 PictureBox& FrmMain::AddBox(PictureBox& box, HWND parent, bool isTabStop) {
-  box.Create({.parent = parent, .backColor = kGround, .isTabStop = isTabStop});
+  box.Create({.parent = parent, .backColor = ModTheme::kWindowGround, .isTabStop = isTabStop});
   return box;
 }
 

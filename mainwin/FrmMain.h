@@ -5,16 +5,13 @@
 #include <windows.h>
 
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "app/ModGeneral.h"
 #include "base/PictureFormat.h"
 #include "clock/FrmTime.h"
 #include "mainwin/MediaPlayer.h"
-#include "mainwin/Menus.h"
 #include "mainwin/PlaybackController.h"
 #include "mainwin/TaskRowsView.h"
 #include "notes/NoteStack.h"

@@ -1,5 +1,4 @@
 // The main window and the schedule editor that it opens.
-#include <utility>
 
 #include "app/OpenFileDialog.h"
 #include "base/LocaleDates.h"

@@ -1,6 +1,7 @@
 // The main window's menus and what they do.
 #include "app/Autostart.h"
 #include "mainwin/FrmMain.h"
+#include "mainwin/Menus.h"
 #include "ui/clsPopupMenu.h"
 
 namespace tellurvane {

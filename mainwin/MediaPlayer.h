@@ -9,11 +9,9 @@ namespace tellurvane {
 enum PlayState : int {
   kUndefinedState = 0,
   kStoppedState = 1,
-  kPausedState = 2,
   kPlayingState = 3,
   kBufferingState = 6,
   kTransitioningState = 9,
-  kReadyState = 10,
 };
 
 // Calls never fail towards the caller: what the player refuses does nothing, or answers 0 or an

@@ -1,5 +1,7 @@
 #include "mainwin/Menus.h"
 
+#include "base/Text.h"
+
 namespace tellurvane {
 namespace {
 
@@ -16,11 +18,7 @@ MenuEntry ClockSwitch(const Settings& settings, unsigned id) {
 }
 
 // The menu takes one ampersand for the mark of an access key, two for one that is meant.
-std::wstring Literal(const std::wstring& name) {
-  std::wstring text;
-  for (const wchar_t unit : name) text.append(unit == L'&' ? 2 : 1, unit);
-  return text;
-}
+std::wstring Literal(const std::wstring& name) { return Replaced(name, L"&", L"&&"); }
 
 }  // namespace
 

@@ -1,7 +1,6 @@
 // What stands in the program's menus.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
 

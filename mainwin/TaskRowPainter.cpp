@@ -1,8 +1,5 @@
 #include "mainwin/TaskRowPainter.h"
 
-#include <array>
-#include <utility>
-
 #include "ui/ModTheme.h"
 
 namespace tellurvane {

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "ui/Twips.h"
-
 namespace tellurvane {
 
 NoteStack::NoteStack(Pause pause) : pause_(std::move(pause)) {
@@ -24,9 +22,10 @@ void NoteStack::Show(const std::wstring& text, const std::wstring& time) {
   }
   auto note = std::make_unique<frmNotes>(++made_, pause_);
   frmNotes& shown = *note;
-  notes_.push_back(std::move(note));
   shown.Closed = [this] { afterwards_.Enabled(true); };
   shown.Prepare(text, time, standing);
+  // Only now: one that could not be made would stand here unseen, and keep its place.
+  notes_.push_back(std::move(note));
   shown.ShowNote();
 }
 

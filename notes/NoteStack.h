@@ -1,7 +1,6 @@
 // The notes that are open.
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>

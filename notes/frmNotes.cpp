@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "notes/NoteText.h"
+#include "ui/Event.h"
 #include "ui/Handle.h"
 #include "ui/ModTheme.h"
 #include "ui/Twips.h"
@@ -50,7 +51,7 @@ void CloseImage::CreateAt(HWND parent, int x, int y, int size) {
   Paint = [this](HDC context) { DrawImage(context); };
   MouseUp = [this](const MouseEvent& event) {
     const bool isInside = event.x >= 0 && event.y >= 0 && event.x < size_ && event.y < size_;
-    if (event.button == kLeftButton && isInside && Click) Click();
+    if (event.button == kLeftButton && isInside) Raise(Click);
   };
   MouseMove = [this](const MouseEvent&) { SetHot(true); };
   Redraw();
@@ -68,13 +69,7 @@ void CloseImage::DrawImage(HDC context) const {
 }
 
 void CloseImage::SetHot(bool isHot) {
-  if (isHot) {
-    TRACKMOUSEEVENT track = {};
-    track.cbSize = sizeof(track);
-    track.dwFlags = TME_LEAVE;
-    track.hwndTrack = hwnd();
-    TrackMouseEvent(&track);
-  }
+  if (isHot) TrackMouseLeave();
   if (std::exchange(isHot_, isHot) != isHot) Redraw();
 }
 
@@ -133,8 +128,7 @@ bool frmNotes::Form_Unload() {
   // Deliberately no plain restore: all bits but the shadow's are set. The class is this note's own
   // and ends with it.
   SetClassLongPtrW(hwnd(), GCL_STYLE, static_cast<LONG_PTR>(savedClassStyle_ | 0xFFFD'FFFF));
-  const auto closed = Closed;
-  if (closed) closed();
+  Raise(Closed);
   return true;
 }
 

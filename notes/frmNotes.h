@@ -7,14 +7,12 @@
 #include <span>
 #include <string>
 
+#include "base/Pause.h"
 #include "notes/NotePlacement.h"
 #include "ui/Form.h"
 #include "ui/PictureBox.h"
 
 namespace tellurvane {
-
-// Blocks for so many milliseconds.
-using Pause = std::function<void(unsigned milliseconds)>;
 
 // The close image: it lights up under the pointer.
 class CloseImage final : public PictureBox {

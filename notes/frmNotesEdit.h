@@ -4,9 +4,8 @@
 #include <functional>
 #include <string>
 
+#include "ui/BoxedControl.h"
 #include "ui/Form.h"
-#include "ui/PictureBox.h"
-#include "ui/clsControl.h"
 
 namespace tellurvane {
 
@@ -24,7 +23,6 @@ class frmNotesEdit final : public Form {
   void Form_Resize() override;
   void Form_Escape() override { cmdCancel_Click(); }
 
-  void AddControl(clsControl& control, PictureBox& box, ControlKind kind, const wchar_t* text);
   bool picText_KeyDown(UINT key);
   void ShowExtent();
   void cmdOk_Click();
@@ -33,16 +31,11 @@ class frmNotesEdit final : public Form {
   std::wstring source_;
   std::function<void(const std::wstring&)> write_;
   std::wstring opened_;  // the box's text before the user touched it
-  PictureBox picNote_;
-  PictureBox picText_;
-  PictureBox picCount_;
-  PictureBox picOK_;
-  PictureBox picCancel_;
-  clsControl note_;
-  clsControl text_;
-  clsControl count_;
-  clsControl ok_;
-  clsControl cancel_;
+  BoxedControl picNote_;
+  BoxedControl picText_;
+  BoxedControl picCount_;
+  BoxedControl picOK_;
+  BoxedControl picCancel_;
 };
 
 }  // namespace tellurvane

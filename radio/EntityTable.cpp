@@ -1,7 +1,6 @@
 #include "radio/EntityTable.h"
 
 #include <array>
-#include <cstdint>
 
 #include "radio/Entities.h"
 

@@ -4,6 +4,7 @@
 #include "radio/DirectoryHosts.h"
 #include "radio/ReplaceHTML.h"
 #include "radio/StationParsers.h"
+#include "radio/TakeCut.h"
 #include "radio/TextScan.h"
 
 namespace tellurvane {
@@ -68,30 +69,23 @@ class Scanner {
   void LookAtBitRate(size_t at) {
     constexpr size_t kLetters = 6;  // of "format"
     if (at < kLetters || !IsMarkerAt(text_, at - kLetters, kBitRate)) return;
-    Take(cuts_.bitRate, quote_, at - kLetters + kBitRate.size(), kShortWindow);
+    TakeCut(cuts_.bitRate, quote_, at - kLetters + kBitRate.size(), kShortWindow);
   }
 
   void LookAtTag(size_t at) {
     const size_t end = at + 1;
     if (IsMarkerBefore(text_, end, kName)) {
-      Take(cuts_.name, tag_, end, kTextWindow);
+      TakeCut(cuts_.name, tag_, end, kTextWindow);
     } else if (IsMarkerBefore(text_, end, kFormat)) {
-      if (Take(cuts_.type, tag_, end, kShortWindow)) rows_.Append(cuts_);
+      if (TakeCut(cuts_.type, tag_, end, kShortWindow)) rows_.Append(cuts_);
     } else if (end < text_.size() && IsMarkerBefore(text_, end + 1, kListeners)) {
-      Take(cuts_.listeners, blank_, end + 1, kListenersWindow);
+      TakeCut(cuts_.listeners, blank_, end + 1, kListenersWindow);
     }
   }
 
   void TakeUrl(size_t start) {
     const size_t end = m3u_.Within(start, kTextWindow);
     if (end != kNotFound) cuts_.url = Cut(start, end + kUrlEnd.size() - start);
-  }
-
-  static bool Take(Cut& field, NextOccurrence& mark, size_t start, size_t window) {
-    const size_t end = mark.Within(start, window);
-    if (end == kNotFound) return false;
-    field = Cut(start, end - start);
-    return true;
   }
 
   StationRows& rows_;

@@ -2,6 +2,7 @@
 
 #include "base/LetterCase.h"
 #include "radio/StationParsers.h"
+#include "radio/TakeCut.h"
 #include "radio/TextScan.h"
 
 namespace tellurvane {
@@ -55,11 +56,11 @@ class Scanner {
     constexpr size_t kToTag = 7;       // of the address's marker, to the end of its first tag
     constexpr size_t kToCountTag = 9;  // of the listeners' marker
     if (IsMarkerBefore(text_, at + 1, kName)) {
-      Take(cuts_.name, tag_, at + 1, kWindow);
+      TakeCut(cuts_.name, tag_, at + 1, kWindow);
     } else if (at >= kToTag && IsMarkerAt(text_, at - kToTag, kUrl)) {
-      Take(cuts_.url, quote_, at - kToTag + kUrl.size(), kUrlWindow);
+      TakeCut(cuts_.url, quote_, at - kToTag + kUrl.size(), kUrlWindow);
     } else if (at >= kToCountTag && IsMarkerAt(text_, at - kToCountTag, kListeners)) {
-      if (Take(cuts_.listeners, tag_, at - kToCountTag + kListeners.size(), kWindow)) {
+      if (TakeCut(cuts_.listeners, tag_, at - kToCountTag + kListeners.size(), kWindow)) {
         rows_.Append(cuts_);
       }
     }
@@ -72,15 +73,8 @@ class Scanner {
     const std::pair<std::wstring_view, Cut*> markers[] = {
         {kBitRate, &cuts_.bitRate}, {kChannel, &cuts_.channel}, {kType, &cuts_.type}};
     for (const auto& [marker, field] : markers) {
-      if (IsMarkerAt(text_, begin, marker)) Take(*field, image_, begin + marker.size(), kWindow);
+      if (IsMarkerAt(text_, begin, marker)) TakeCut(*field, image_, begin + marker.size(), kWindow);
     }
-  }
-
-  static bool Take(Cut& field, NextOccurrence& mark, size_t start, size_t window) {
-    const size_t end = mark.Within(start, window);
-    if (end == kNotFound) return false;
-    field = Cut(start, end - start);
-    return true;
   }
 
   StationRows& rows_;

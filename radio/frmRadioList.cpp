@@ -10,6 +10,7 @@
 #include "radio/HttpGetText.h"
 #include "radio/StationRowPainter.h"
 #include "ui/MessageLoop.h"
+#include "ui/ModTheme.h"
 #include "ui/Twips.h"
 
 namespace tellurvane {
@@ -29,9 +30,6 @@ constexpr int kButtonWidth = 1'350;
 constexpr int kButtonHeight = 405;
 constexpr int kTypeColumn = 1'500;
 constexpr int kBitRateColumn = 1'950;
-
-constexpr Color kGround = Rgb(0xF4, 0xF1, 0xFA);
-constexpr Color kInk = Rgb(0x4B, 0x00, 0x82);
 
 int Px(int twips) { return PixelsFromTwipsX(twips); }
 
@@ -59,13 +57,7 @@ class WaitCursor {
 frmRadioList::frmRadioList(RadioServices services) : services_(std::move(services)) {}
 
 std::optional<std::wstring> frmRadioList::Open(HWND owner) {
-  Load({.caption = L"Radio List",
-        .border = FormBorder::kFixedDialog,
-        .widthTwips = kWidth,
-        .heightTwips = kHeight,
-        .backColor = kGround,
-        .owner = owner,
-        .icon = LoadIconW(GetModuleHandleW(nullptr), L"AAA")});
+  Load(DialogArgs(L"Radio List", kWidth, kHeight, owner));
   Form_Resize();
   Center();
   ShowModal();
@@ -75,10 +67,10 @@ std::optional<std::wstring> frmRadioList::Open(HWND owner) {
 void frmRadioList::Form_Load() {
   CreateSearch();
   CreateList();
-  Add(picStatus_, ControlKind::kLabel, L"");
-  picStatus_.control.ForeColor(kInk);
-  Add(picOK_, ControlKind::kPushButton, L"新 增");
-  Add(picCancel_, ControlKind::kPushButton, L"關 閉");
+  picStatus_.Create(hwnd(), ControlKind::kLabel, L"");
+  picStatus_.control.ForeColor(ModTheme::kLabelInk);
+  picOK_.Create(hwnd(), ControlKind::kPushButton, L"新 增");
+  picCancel_.Create(hwnd(), ControlKind::kPushButton, L"關 閉");
   picOK_.control.Click = [this] { cmdOk_Click(); };
   picCancel_.control.Click = [this] { cmdCancel_Click(); };
   ReadSettings();
@@ -86,24 +78,17 @@ void frmRadioList::Form_Load() {
   EnableSearchControls();
 }
 
-void frmRadioList::Add(Field& field, ControlKind kind, const wchar_t* text) {
-  field.box.Create({.parent = hwnd(), .backColor = kGround});
-  field.control.TargetPictureBox(field.box);
-  field.control.Create(kind);
-  field.control.text(text);
-}
-
 void frmRadioList::CreateSearch() {
-  Add(picRadioType_, ControlKind::kDropDownList, L"");
+  picRadioType_.Create(hwnd(), ControlKind::kDropDownList, L"");
   for (const wchar_t* const name : kDirectoryNames) picRadioType_.control.AddItem(name);
   picRadioType_.control.ListIndex(0);
-  Add(picSearch1_, ControlKind::kOptionButton, L"依類型搜尋");
-  Add(picGenre_, ControlKind::kDropDownList, L"");
+  picSearch1_.Create(hwnd(), ControlKind::kOptionButton, L"依類型搜尋");
+  picGenre_.Create(hwnd(), ControlKind::kDropDownList, L"");
   for (const Genre& genre : kGenres) picGenre_.control.AddItem(genre.label);
-  Add(picSearchKeyword_, ControlKind::kOptionButton, L"依關鍵字搜尋");
-  Add(picEdit_, ControlKind::kEditBox, L"");
+  picSearchKeyword_.Create(hwnd(), ControlKind::kOptionButton, L"依關鍵字搜尋");
+  picEdit_.Create(hwnd(), ControlKind::kEditBox, L"");
   picEdit_.control.BorderStyle(1);
-  Add(picSearch_, ControlKind::kPushButton, L"搜 尋");
+  picSearch_.Create(hwnd(), ControlKind::kPushButton, L"搜 尋");
   picRadioType_.control.Click = [this] { cmbRadioType_Click(); };
   picSearch1_.control.Click = [this] { SearchType_Click(SearchMode::kGenre); };
   picSearchKeyword_.control.Click = [this] { SearchType_Click(SearchMode::kKeyword); };
@@ -142,7 +127,7 @@ void frmRadioList::Form_Resize() {
   const int editHeight = Px(kEditHeight);
   const int buttonHeight = Px(kButtonHeight);
   const int right = ScaleWidth() - margin;
-  const auto put = [](Field& field, int x, int y, int width, int height) {
+  const auto put = [](BoxedControl& field, int x, int y, int width, int height) {
     field.box.Move(x, y, std::max(width, 0), std::max(height, 0));
   };
   const int second = margin + rowHeight + gap;
@@ -280,7 +265,7 @@ void frmRadioList::LockControls(bool locked) {
   picRadioType_.box.Enabled(!locked);
   picOK_.box.Enabled(!locked);
   if (locked) {
-    for (Field* const field : {&picSearch1_, &picSearchKeyword_, &picGenre_, &picEdit_}) {
+    for (BoxedControl* const field : {&picSearch1_, &picSearchKeyword_, &picGenre_, &picEdit_}) {
       field->box.Enabled(false);
     }
   } else {

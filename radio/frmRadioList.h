@@ -8,9 +8,9 @@
 #include <string>
 
 #include "radio/DirectorySearch.h"
+#include "ui/BoxedControl.h"
 #include "ui/Form.h"
 #include "ui/PictureBox.h"
-#include "ui/clsControl.h"
 #include "ui/clsLictView.h"
 
 namespace tellurvane {
@@ -34,18 +34,12 @@ class frmRadioList final : public Form {
   std::optional<std::wstring> Open(HWND owner);
 
  private:
-  struct Field {
-    PictureBox box;
-    clsControl control;
-  };
-
   void Form_Load() override;
   void Form_Resize() override;
   LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   void Form_Enter() override;
   void Form_Escape() override { cmdCancel_Click(); }
 
-  void Add(Field& field, ControlKind kind, const wchar_t* text);
   void CreateSearch();
   void CreateList();
   void ReadSettings();
@@ -75,17 +69,17 @@ class frmRadioList final : public Form {
   bool isSearching_ = false;
   std::optional<std::wstring> chosen_;
 
-  Field picRadioType_;
-  Field picSearch1_;  // the option to search by genre
-  Field picGenre_;
-  Field picSearchKeyword_;
-  Field picEdit_;
-  Field picSearch_;
+  BoxedControl picRadioType_;
+  BoxedControl picSearch1_;  // the option to search by genre
+  BoxedControl picGenre_;
+  BoxedControl picSearchKeyword_;
+  BoxedControl picEdit_;
+  BoxedControl picSearch_;
   PictureBox PicListView_;
   clsLictView list_;
-  Field picStatus_;
-  Field picOK_;
-  Field picCancel_;
+  BoxedControl picStatus_;
+  BoxedControl picOK_;
+  BoxedControl picCancel_;
 };
 
 }  // namespace tellurvane

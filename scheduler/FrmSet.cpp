@@ -1,14 +1,11 @@
 #include "scheduler/FrmSet.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "ui/Twips.h"
 
 namespace tellurvane {
 namespace {
-
-constexpr Color SystemColor(int index) { return 0x80000000U | static_cast<Color>(index); }
 
 void SetReadOnly(clsControl& control, bool isReadOnly) {
   SendMessageW(control.hwnd(), EM_SETREADONLY, isReadOnly, 0);
@@ -33,13 +30,7 @@ FrmSet::FrmSet(TaskList& tasks, TaskSurroundings surroundings, std::function<voi
       services_(std::move(services)) {}
 
 void FrmSet::Open(HWND owner, std::optional<size_t> element) {
-  Load({.caption = L"新增 / 編輯排程專案",
-        .border = FormBorder::kFixedDialog,
-        .widthTwips = kInsideWidth,
-        .heightTwips = kInsideHeight,
-        .backColor = kGround,
-        .owner = owner,
-        .icon = LoadIconW(GetModuleHandleW(nullptr), L"AAA")});
+  Load(DialogArgs(L"新增 / 編輯排程專案", kInsideWidth, kInsideHeight, owner));
   ResizeInside(PixelsFromTwipsX(kInsideWidth), PixelsFromTwipsY(kInsideHeight));
   Form_Resize();
   Center();
@@ -269,10 +260,10 @@ void FrmSet::ShowState() {
   cmdEdit_.box.Enabled(can.editTask);
   cmdDel_.box.Enabled(can.removeTask);
   // Locked texts can still be read and copied.
-  for (Field* const text : {&txtName_, &txtSrc_, &txtInterval_}) {
+  for (BoxedControl* const text : {&txtName_, &txtSrc_, &txtInterval_}) {
     SetReadOnly(text->control, !can.fields);
   }
-  for (Field* const field : {&cboMediaType_, &cmdFiles_, &cboTimeType_, &chkEnabled_}) {
+  for (BoxedControl* const field : {&cboMediaType_, &cmdFiles_, &cboTimeType_, &chkEnabled_}) {
     field->box.Enabled(can.fields);
   }
   dtpDate_.Enabled(can.fields);

@@ -9,10 +9,10 @@
 #include <string>
 
 #include "scheduler/ScheduleEditor.h"
+#include "ui/BoxedControl.h"
 #include "ui/ClsDate.h"
 #include "ui/Form.h"
 #include "ui/PictureBox.h"
-#include "ui/clsControl.h"
 #include "ui/clsLictView.h"
 
 namespace tellurvane {
@@ -45,13 +45,6 @@ class FrmSet final : public Form {
  private:
   static constexpr int kInsideWidth = 9'600;  // twips
   static constexpr int kInsideHeight = 5'640;
-  static constexpr Color kGround = Rgb(0xF4, 0xF1, 0xFA);
-
-  // A control in a box of its own.
-  struct Field {
-    PictureBox box;
-    clsControl control;
-  };
 
   void Form_Load() override;
   void Form_Resize() override;
@@ -59,7 +52,6 @@ class FrmSet final : public Form {
   void Form_Enter() override;
   void Form_Escape() override;
 
-  void Add(Field& field, ControlKind kind, const wchar_t* text);
   void CreateList();
   void CreateFields();
   void CreateButtons();
@@ -67,7 +59,7 @@ class FrmSet final : public Form {
   void PlaceList(int lowerY);
   void PlaceFields(int labelX, int right);
   void PlaceDates(int x, int y, int width);
-  static void Place(Field& field, int x, int y, int width, int height);
+  static void Place(BoxedControl& field, int x, int y, int width, int height);
 
   void lstJobs_ItemChanged(int row, UINT oldState, UINT newState);
   void lstJobs_KeyDown(UINT key);
@@ -105,25 +97,25 @@ class FrmSet final : public Form {
 
   PictureBox picJobs_;
   clsLictView lstJobs_;
-  std::array<Field, 5> labels_;
-  Field cmdNew_;
-  Field cmdEdit_;
-  Field cmdDel_;
-  Field txtName_;
-  Field cboMediaType_;
-  Field txtSrc_;
-  Field cmdFiles_;
+  std::array<BoxedControl, 5> labels_;
+  BoxedControl cmdNew_;
+  BoxedControl cmdEdit_;
+  BoxedControl cmdDel_;
+  BoxedControl txtName_;
+  BoxedControl cboMediaType_;
+  BoxedControl txtSrc_;
+  BoxedControl cmdFiles_;
   PictureBox picDates_;
   ClsDate dtpDate_;
   ClsDate dtpTime_;
-  Field cboTimeType_;
-  Field txtInterval_;
-  Field lblInterval_;
-  Field chkEnabled_;
-  Field cmdSaveJob_;
-  Field cmdCancelJob_;
-  Field cmdSave_;
-  Field cmdCancel_;
+  BoxedControl cboTimeType_;
+  BoxedControl txtInterval_;
+  BoxedControl lblInterval_;
+  BoxedControl chkEnabled_;
+  BoxedControl cmdSaveJob_;
+  BoxedControl cmdCancelJob_;
+  BoxedControl cmdSave_;
+  BoxedControl cmdCancel_;
 };
 
 }  // namespace tellurvane

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "scheduler/FrmSet.h"
+#include "ui/ModTheme.h"
 #include "ui/Twips.h"
 
 namespace tellurvane {
@@ -26,7 +27,6 @@ constexpr int kTimeTypeWidth = 2'400;
 constexpr int kIntervalWidth = 750;
 constexpr int kLabelDrop = 75;  // to the middle of a field's line
 
-constexpr Color kInk = Rgb(0x4B, 0x00, 0x82);
 constexpr int kLongestText = 1 << 20;  // UTF-16 units; a whole list file holds no more
 
 enum Row : size_t { kNameRow, kMediaRow, kSourceRow, kDateRow, kTimeRow, kRowCount };
@@ -43,13 +43,6 @@ constexpr std::array<const wchar_t*, 3> kIntervalWords = {L"分鐘執行一次",
 int Px(int twips) { return PixelsFromTwipsX(twips); }
 
 }  // namespace
-
-void FrmSet::Add(Field& field, ControlKind kind, const wchar_t* text) {
-  field.box.Create({.parent = hwnd(), .backColor = kGround});
-  field.control.TargetPictureBox(field.box);
-  field.control.Create(kind);
-  field.control.text(text);
-}
 
 void FrmSet::CreateList() {
   picJobs_.Create({.parent = hwnd()});
@@ -69,52 +62,52 @@ void FrmSet::CreateList() {
   // Room for the scroll bar, or a long list would get one below too.
   lstJobs_.ColumnAdd(L"專案名稱", Px(kListWidth) - GetSystemMetrics(SM_CXVSCROLL));
   lstJobs_.LockColumn(true);
-  Add(cmdNew_, ControlKind::kPushButton, L"新增");
-  Add(cmdEdit_, ControlKind::kPushButton, L"編輯");
-  Add(cmdDel_, ControlKind::kPushButton, L"移除");
+  cmdNew_.Create(hwnd(), ControlKind::kPushButton, L"新增");
+  cmdEdit_.Create(hwnd(), ControlKind::kPushButton, L"編輯");
+  cmdDel_.Create(hwnd(), ControlKind::kPushButton, L"移除");
 }
 
 void FrmSet::CreateFields() {
   const auto addLabel = [this](Row row, const wchar_t* text) {
-    Add(labels_[row], ControlKind::kLabel, text);
-    labels_[row].control.ForeColor(kInk);
+    labels_[row].Create(hwnd(), ControlKind::kLabel, text);
+    labels_[row].control.ForeColor(ModTheme::kLabelInk);
   };
-  const auto addList = [this](Field& field, const auto& items) {
-    Add(field, ControlKind::kDropDownList, L"");
+  const auto addList = [this](BoxedControl& field, const auto& items) {
+    field.Create(hwnd(), ControlKind::kDropDownList, L"");
     for (const wchar_t* const item : items) field.control.AddItem(item);
   };
   addLabel(kNameRow, L"專案名稱");
-  Add(txtName_, ControlKind::kEditBox, L"");
+  txtName_.Create(hwnd(), ControlKind::kEditBox, L"");
   SendMessageW(txtName_.control.hwnd(), EM_SETLIMITTEXT, kLongestText, 0);
   addLabel(kMediaRow, L"媒體類型");
   addList(cboMediaType_, kMediaTypes);
   addLabel(kSourceRow, kSourceWords[0]);
   txtSrc_.control.Multilin(1);
-  Add(txtSrc_, ControlKind::kRichEditBox, L"");
+  txtSrc_.Create(hwnd(), ControlKind::kRichEditBox, L"");
   SendMessageW(txtSrc_.control.hwnd(), EM_EXLIMITTEXT, 0, kLongestText);
-  Add(cmdFiles_, ControlKind::kPushButton, L"...");
+  cmdFiles_.Create(hwnd(), ControlKind::kPushButton, L"...");
   addLabel(kDateRow, L"執行日期");
   picDates_.Create({.parent = hwnd(),
                     .width = Px(2 * kDateWidth + kRowGap),
                     .height = Px(kRowHeight),
-                    .backColor = kGround});
+                    .backColor = ModTheme::kWindowGround});
   dtpDate_.Create(picDates_.hwnd(), 0, 0, Px(kDateWidth), Px(kRowHeight), true);
   dtpTime_.Create(picDates_.hwnd(), Px(kDateWidth + kRowGap), 0, Px(kDateWidth), Px(kRowHeight),
                   false);
   addLabel(kTimeRow, L"排程類型");
   addList(cboTimeType_, kTimeTypes);
-  Add(txtInterval_, ControlKind::kEditBox, L"");
-  Add(lblInterval_, ControlKind::kLabel, kIntervalWords[0]);
-  lblInterval_.control.ForeColor(kInk);
-  Add(chkEnabled_, ControlKind::kCheckBox, L"儲存後立即啟動音樂排程");
-  for (Field* const box : {&txtName_, &txtSrc_, &txtInterval_}) box->control.BorderStyle(1);
+  txtInterval_.Create(hwnd(), ControlKind::kEditBox, L"");
+  lblInterval_.Create(hwnd(), ControlKind::kLabel, kIntervalWords[0]);
+  lblInterval_.control.ForeColor(ModTheme::kLabelInk);
+  chkEnabled_.Create(hwnd(), ControlKind::kCheckBox, L"儲存後立即啟動音樂排程");
+  for (BoxedControl* const box : {&txtName_, &txtSrc_, &txtInterval_}) box->control.BorderStyle(1);
 }
 
 void FrmSet::CreateButtons() {
-  Add(cmdSaveJob_, ControlKind::kPushButton, L"儲存專案");
-  Add(cmdCancelJob_, ControlKind::kPushButton, L"放棄編輯");
-  Add(cmdSave_, ControlKind::kPushButton, L"關閉");
-  Add(cmdCancel_, ControlKind::kPushButton, L"取消");
+  cmdSaveJob_.Create(hwnd(), ControlKind::kPushButton, L"儲存專案");
+  cmdCancelJob_.Create(hwnd(), ControlKind::kPushButton, L"放棄編輯");
+  cmdSave_.Create(hwnd(), ControlKind::kPushButton, L"關閉");
+  cmdCancel_.Create(hwnd(), ControlKind::kPushButton, L"取消");
 }
 
 void FrmSet::WireFields() {
@@ -130,6 +123,7 @@ void FrmSet::WireFields() {
   cboTimeType_.control.Click = [this] { cboTimeType_Click(); };
   txtSrc_.control.KeyDown = [this](UINT key) { return txtSrc_KeyDown(key); };
 }
+
 void FrmSet::Form_Resize() {
   const int margin = Px(kMargin);
   const int lowerY = ScaleHeight() - margin - Px(kButtonHeight);
@@ -145,7 +139,7 @@ void FrmSet::PlaceList(int lowerY) {
   const int margin = Px(kMargin);
   picJobs_.Move(margin, margin, Px(kListWidth), std::max(lowerY - Px(kRowGap) - margin, 0));
   int x = margin;
-  for (Field* const button : {&cmdNew_, &cmdEdit_, &cmdDel_}) {
+  for (BoxedControl* const button : {&cmdNew_, &cmdEdit_, &cmdDel_}) {
     Place(*button, x, lowerY, Px(kSmallButton), Px(kButtonHeight));
     x += (Px(kListWidth) - Px(kSmallButton)) / 2;
   }
@@ -191,7 +185,7 @@ void FrmSet::PlaceDates(int x, int y, int width) {
   MoveWindow(dtpTime_.hwnd(), dateWidth + gap, 0, width - gap - dateWidth, height, TRUE);
 }
 
-void FrmSet::Place(Field& field, int x, int y, int width, int height) {
+void FrmSet::Place(BoxedControl& field, int x, int y, int width, int height) {
   field.box.Move(x, y, std::max(width, 0), std::max(height, 0));
 }
 

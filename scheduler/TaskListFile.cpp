@@ -2,27 +2,26 @@
 
 #include <utility>
 
+#include "base/PictureFormat.h"
+
 namespace tellurvane {
 namespace {
 
-struct EndOfReading {
-  FileOperations& files;
-  ~EndOfReading() { files.CloseReading(); }
+class EndOfReading {
+ public:
+  explicit EndOfReading(FileOperations& files) : files_(files) {}
+  EndOfReading(const EndOfReading&) = delete;
+  EndOfReading& operator=(const EndOfReading&) = delete;
+  ~EndOfReading() { files_.CloseReading(); }
+
+ private:
+  FileOperations& files_;
 };
 
 // How many seconds' names are tried for a backup before it counts as failed.
 constexpr int kBackupNames = 60;
 
-std::wstring TwoDigits(int value) {
-  std::wstring text = std::to_wstring(value);
-  return text.size() < 2 ? L"0" + text : text;
-}
-
-std::wstring BackupStamp(DateSerial moment) {
-  const CivilDateTime at = CivilFromSerial(moment);
-  return std::to_wstring(at.year) + TwoDigits(at.month) + TwoDigits(at.day) + L"-" +
-         TwoDigits(at.hour) + TwoDigits(at.minute) + TwoDigits(at.second);
-}
+std::wstring BackupStamp(DateSerial moment) { return FormatMoment(L"yyyymmdd-hhmmss", moment, {}); }
 
 }  // namespace
 
@@ -76,7 +75,7 @@ TaskListReading TaskListFile::Read() {
 
 std::optional<std::string> TaskListFile::ReadBytes() {
   // Also when memory runs out: a file that stays open could never be replaced again.
-  const EndOfReading end{files_};
+  const EndOfReading end(files_);
   const auto size = files_.SizeOfReading();
   if (!size || *size >= kTaskListSizeLimit) return std::nullopt;
   std::string bytes(static_cast<size_t>(*size), '\0');

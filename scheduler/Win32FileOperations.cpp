@@ -12,9 +12,8 @@ constexpr unsigned kRetryMilliseconds = 20;
 
 UniqueKernelHandle OpenFile(const std::wstring& path, DWORD access, DWORD sharing,
                             DWORD disposition) {
-  const HANDLE file = CreateFileW(path.c_str(), access, sharing, nullptr, disposition,
-                                  FILE_ATTRIBUTE_NORMAL, nullptr);
-  return UniqueKernelHandle(file == INVALID_HANDLE_VALUE ? nullptr : file);
+  return OwnedFile(CreateFileW(path.c_str(), access, sharing, nullptr, disposition,
+                               FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
 bool IsHeldByOthers(DWORD error) {
@@ -49,8 +48,6 @@ DWORD Limited(size_t size) {
 }
 
 }  // namespace
-
-void SleepFor(unsigned milliseconds) { Sleep(milliseconds); }
 
 Win32FileOperations::Win32FileOperations(Pause pause) : pause_(std::move(pause)) {}
 

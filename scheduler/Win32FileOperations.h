@@ -1,21 +1,17 @@
 // FileOperations on the real file system.
 #pragma once
 
-#include <functional>
-
+#include "base/Pause.h"
 #include "scheduler/FileOperations.h"
 #include "scheduler/TaskListText.h"
 #include "ui/Handle.h"
 
 namespace tellurvane {
 
-// Waits so many milliseconds before an operation is tried again.
-using Pause = std::function<void(unsigned milliseconds)>;
-void SleepFor(unsigned milliseconds);
-
 class Win32FileOperations : public FileOperations {
  public:
-  // Only tests name another pause than the platform's own.
+  // The pause comes before an operation is tried again. Only tests name another one than the
+  // platform's own.
   explicit Win32FileOperations(Pause pause = SleepFor);
 
   OpenOutcome OpenForReading(const std::wstring& path) override;

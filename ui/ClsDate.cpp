@@ -7,6 +7,7 @@
 #include <string>
 
 #include "base/LocaleDates.h"
+#include "ui/ChildWindow.h"
 #include "ui/ToolkitFont.h"
 
 namespace tellurvane {
@@ -50,8 +51,13 @@ void ClsDate::Create(HWND parent, int left, int top, int width, int height, bool
   // A stop of the Tab key, so that the fields can be reached without a mouse.
   const DWORD style =
       WS_CHILD | WS_VISIBLE | WS_TABSTOP | (dateMode ? DTS_LONGDATEFORMAT : DTS_TIMEFORMAT);
-  picker_ = CreateWindowExW(0, DATETIMEPICK_CLASSW, nullptr, style, left, top, width, height,
-                            parent, nullptr, GetModuleHandleW(nullptr), nullptr);
+  picker_ = CreateChildWindow({.parent = parent,
+                               .className = DATETIMEPICK_CLASSW,
+                               .style = style,
+                               .x = left,
+                               .y = top,
+                               .width = width,
+                               .height = height});
   SendMessageW(picker_, WM_SETFONT, reinterpret_cast<WPARAM>(ToolkitFont()), TRUE);
 }
 

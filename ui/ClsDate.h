@@ -18,6 +18,7 @@ class ClsDate {
 
   // Once. Pixels in the parent's client area. In date mode the long date with a calendar, otherwise
   // the time with up and down buttons.
+  // Throws FatalError where the system refuses.
   void Create(HWND parent, int left, int top, int width, int height, bool dateMode);
 
   // As last set; false before that, though the picker takes input from the start.

@@ -13,9 +13,9 @@ constexpr LONGLONG kLargestFile = 16 << 20;
 // Empty where the file cannot be read. By the platform's own calls: the stream library would be
 // half of the program.
 std::string FileBytes(const std::wstring& path) {
-  const HANDLE opened = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-  const UniqueKernelHandle file(opened == INVALID_HANDLE_VALUE ? nullptr : opened);
+  const UniqueKernelHandle file =
+      OwnedFile(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                            FILE_ATTRIBUTE_NORMAL, nullptr));
   LARGE_INTEGER size = {};
   if (!file || !GetFileSizeEx(file.Get(), &size) || size.QuadPart > kLargestFile) return {};
   std::string bytes(static_cast<size_t>(size.QuadPart), '\0');

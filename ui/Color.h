@@ -16,6 +16,10 @@ constexpr Color Rgb(int red, int green, int blue) {
          (static_cast<Color>(blue) << 16);
 }
 
+// A reference to one of the system's colours, by its index; ModTheme::TranslateColor resolves it.
+inline constexpr Color kSystemColorBit = 0x80000000;
+constexpr Color SystemColor(int index) { return kSystemColorBit | static_cast<Color>(index); }
+
 // `over` laid on `under` with an opacity of 0 to 255, each channel rounded to the nearest and kept
 // within 0 to 255. An opacity beyond 255 goes on along the same line, as far as the channels go.
 constexpr Color Blend(Color over, Color under, int opacity) {

@@ -6,6 +6,7 @@
 #include <objbase.h>
 #include <oleauto.h>
 
+#include <new>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -70,8 +71,11 @@ class ComPtr {
 class Bstr {
  public:
   Bstr() = default;
+  // Throws std::bad_alloc: where there is no string, others would read an empty one.
   explicit Bstr(std::wstring_view text)
-      : text_(SysAllocStringLen(text.data(), static_cast<UINT>(text.size()))) {}
+      : text_(SysAllocStringLen(text.data(), static_cast<UINT>(text.size()))) {
+    if (text_ == nullptr) throw std::bad_alloc();
+  }
   Bstr(Bstr&& other) noexcept : text_(std::exchange(other.text_, nullptr)) {}
   Bstr& operator=(Bstr&& other) noexcept {
     std::swap(text_, other.text_);
@@ -98,10 +102,6 @@ class Bstr {
 class Variant {
  public:
   Variant() { VariantInit(&value_); }
-  explicit Variant(std::wstring_view text) : Variant() {
-    value_.vt = VT_BSTR;
-    value_.bstrVal = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
-  }
   explicit Variant(bool flag) : Variant() {
     value_.vt = VT_BOOL;
     value_.boolVal = flag ? VARIANT_TRUE : VARIANT_FALSE;

@@ -4,6 +4,8 @@
 
 #include <windowsx.h>
 
+#include "ui/Event.h"
+
 namespace tellurvane {
 namespace {
 
@@ -15,6 +17,12 @@ int ShiftOf(WPARAM keys) {
   return shift;
 }
 
+MouseEvent EventOf(int button, WPARAM keys, LPARAM position) {
+  return {button, ShiftOf(keys), GET_X_LPARAM(position), GET_Y_LPARAM(position)};
+}
+
+}  // namespace
+
 int ButtonsDown(WPARAM keys) {
   int buttons = kNoButton;
   if ((keys & MK_LBUTTON) != 0) buttons |= kLeftButton;
@@ -22,17 +30,6 @@ int ButtonsDown(WPARAM keys) {
   if ((keys & MK_MBUTTON) != 0) buttons |= kMiddleButton;
   return buttons;
 }
-
-MouseEvent EventOf(int button, WPARAM keys, LPARAM position) {
-  return {button, ShiftOf(keys), GET_X_LPARAM(position), GET_Y_LPARAM(position)};
-}
-
-void Raise(const DrawnWindow::MouseHandler& handler, const MouseEvent& event) {
-  // Copied: the handler may end the window that holds it.
-  if (const auto call = handler) call(event);
-}
-
-}  // namespace
 
 void DrawnWindow::BackColor(Color color) {
   backColor_ = color;
@@ -102,7 +99,7 @@ void DrawnWindow::OnDblClick(const MouseEvent& event) { Raise(DblClick, event); 
 
 void DrawnWindow::OnResize() {
   FitSurface();
-  if (const auto call = Resize) call();
+  Raise(Resize);
 }
 
 void DrawnWindow::FitSurface() {

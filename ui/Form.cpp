@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "ui/MessageLoop.h"
+#include "ui/ModTheme.h"
 #include "ui/ScreenPlace.h"
 #include "ui/Twips.h"
 
@@ -48,6 +49,18 @@ RECT WorkAreaOf(HWND window) {
 }
 
 }  // namespace
+
+FormArgs DialogArgs(const std::wstring& caption, int widthTwips, int heightTwips, HWND owner) {
+  return {.caption = caption,
+          .border = FormBorder::kFixedDialog,
+          .widthTwips = widthTwips,
+          .heightTwips = heightTwips,
+          .backColor = ModTheme::kWindowGround,
+          .owner = owner,
+          .icon = ExecutableIcon()};
+}
+
+HICON ExecutableIcon() { return LoadIconW(GetModuleHandleW(nullptr), L"AAA"); }
 
 Form::~Form() { RemoveKeyboardForm(hwnd()); }
 

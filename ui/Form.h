@@ -27,6 +27,12 @@ struct FormArgs {
   std::wstring className = L"TellurvaneForm";
 };
 
+// A dialog on the windows' ground, with the executable's own icon.
+FormArgs DialogArgs(const std::wstring& caption, int widthTwips, int heightTwips, HWND owner);
+
+// The icon that the executable bears.
+HICON ExecutableIcon();
+
 // Lives as its object lives; Unload only ends the window. The handlers are named as the system
 // names them and do nothing by default.
 class Form : public DrawnWindow {
@@ -48,8 +54,6 @@ class Form : public DrawnWindow {
   // Asks Form_Unload, and ends the window unless it refuses. True when the window is gone.
   bool Unload();
   bool IsLoaded() const { return hwnd() != nullptr; }
-
-  void Caption(const std::wstring& caption) { SetWindowTextW(hwnd(), caption.c_str()); }
 
   // Position and outer size on the screen, in twips.
   int Left() const;

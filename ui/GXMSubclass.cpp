@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "ui/Boundary.h"
@@ -85,8 +86,6 @@ struct SubclassBlock {
   HWND window = nullptr;  // none once the window is gone
   GXISubclass* owner = nullptr;
   GXMSubclass* engine = nullptr;  // none once detached
-  // The window's own procedure, or the shared one, which then means the block below.
-  WNDPROC previous = nullptr;
   LONG_PTR userParam = 0;
   MessageTable before;
   MessageTable after;
@@ -113,10 +112,39 @@ Chains& AllChains() {
   return chains;
 }
 
+SubclassBlock* NewBlock() {
+  void* const memory =
+      TheSubclassPlatform().allocate(nullptr, sizeof(SubclassBlock), MEM_COMMIT, PAGE_READWRITE);
+  if (memory == nullptr) {
+    throw SubclassError("VirtualAlloc failed, error: " + std::to_string(GetLastError()));
+  }
+  ++liveBlocks;
+  return new (memory) SubclassBlock;
+}
+
 void FreeBlock(SubclassBlock* block) {
   std::destroy_at(block);
   VirtualFree(block, 0, MEM_RELEASE);
   --liveBlocks;
+}
+
+// Puts the block above the others of its window; the first one brings the shared procedure there.
+// Where the system refuses that, the block is freed.
+void Link(SubclassBlock& block) {
+  const auto existing = AllChains().find(block.window);
+  if (existing != AllChains().end()) {
+    existing->second.blocks.push_back(&block);
+    return;
+  }
+  SetLastError(ERROR_SUCCESS);
+  const auto original = reinterpret_cast<WNDPROC>(TheSubclassPlatform().setWindowLong(
+      block.window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(SubclassChain::Procedure)));
+  if (original == nullptr) {
+    const DWORD error = GetLastError();
+    FreeBlock(&block);
+    throw SubclassError("SetWindowLong failed, error #" + std::to_string(error));
+  }
+  AllChains().emplace(block.window, SubclassChain{original, {&block}});
 }
 
 }  // namespace
@@ -177,9 +205,10 @@ void SubclassChain::ReleaseIfDone(SubclassBlock& block) {
     std::erase(chain->second.blocks, &block);
     const auto current = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(block.window, GWLP_WNDPROC));
     // Where somebody else has put a procedure over ours, ours has to stay and pass through.
-    if (chain->second.blocks.empty() && current == Procedure) {
-      SetWindowLongPtrW(block.window, GWLP_WNDPROC,
-                        reinterpret_cast<LONG_PTR>(chain->second.original));
+    // So it has to where the system refuses to take it away.
+    if (chain->second.blocks.empty() && current == Procedure &&
+        SetWindowLongPtrW(block.window, GWLP_WNDPROC,
+                          reinterpret_cast<LONG_PTR>(chain->second.original)) != 0) {
       AllChains().erase(chain);
     }
   }
@@ -228,13 +257,7 @@ bool GXMSubclass::Subclass(HWND window, GXISubclass& owner, LONG_PTR userParam) 
     throw SubclassError("Window handle belongs to another process");
   }
   isStarted_ = true;
-  void* const memory =
-      TheSubclassPlatform().allocate(nullptr, sizeof(SubclassBlock), MEM_COMMIT, PAGE_READWRITE);
-  if (memory == nullptr) {
-    throw SubclassError("VirtualAlloc failed, error: " + std::to_string(GetLastError()));
-  }
-  auto* const block = new (memory) SubclassBlock;
-  ++liveBlocks;
+  SubclassBlock* const block = NewBlock();
   if (Find(window) != nullptr) {
     FreeBlock(block);
     throw SubclassError("Window handle is already subclassed");
@@ -243,22 +266,7 @@ bool GXMSubclass::Subclass(HWND window, GXISubclass& owner, LONG_PTR userParam) 
   block->owner = &owner;
   block->engine = this;
   block->userParam = userParam;
-
-  const auto existing = AllChains().find(window);
-  if (existing != AllChains().end()) {
-    block->previous = SubclassChain::Procedure;
-    existing->second.blocks.push_back(block);
-  } else {
-    SetLastError(ERROR_SUCCESS);
-    block->previous = reinterpret_cast<WNDPROC>(TheSubclassPlatform().setWindowLong(
-        window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(SubclassChain::Procedure)));
-    if (block->previous == nullptr) {
-      const DWORD error = GetLastError();
-      FreeBlock(block);
-      throw SubclassError("SetWindowLong failed, error #" + std::to_string(error));
-    }
-    AllChains().emplace(window, SubclassChain{block->previous, {block}});
-  }
+  Link(*block);
   registry_.emplace(window, block);
   return true;
 }

@@ -5,7 +5,6 @@
 
 #include <map>
 #include <stdexcept>
-#include <string>
 
 #include "ui/GXISubclass.h"
 

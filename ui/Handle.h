@@ -87,18 +87,24 @@ struct KeyTraits {
   static void Close(Type handle) { RegCloseKey(handle); }
 };
 
-// Processes, threads, pipe ends and mutexes. Files too, once INVALID_HANDLE_VALUE is ruled out.
+// Processes, threads, pipe ends and mutexes; files by way of OwnedFile.
 using UniqueKernelHandle = UniqueHandle<KernelHandleTraits>;
 using UniqueFont = UniqueHandle<GdiObjectTraits<HFONT>>;
 using UniqueBrush = UniqueHandle<GdiObjectTraits<HBRUSH>>;
 using UniquePen = UniqueHandle<GdiObjectTraits<HPEN>>;
 using UniqueBitmap = UniqueHandle<GdiObjectTraits<HBITMAP>>;
 using UniqueMemoryDc = UniqueHandle<MemoryDcTraits>;
+using UniqueRegion = UniqueHandle<GdiObjectTraits<HRGN>>;
 using UniqueIcon = UniqueHandle<IconTraits>;
 using UniqueKey = UniqueHandle<KeyTraits>;
 using UniqueMenu = UniqueHandle<MenuTraits>;
 using UniqueModule = UniqueHandle<ModuleTraits>;
 using UniqueImageList = UniqueHandle<ImageListTraits>;
+
+// Of what CreateFileW gives, which has a value of its own for none.
+inline UniqueKernelHandle OwnedFile(HANDLE opened) {
+  return UniqueKernelHandle(opened == INVALID_HANDLE_VALUE ? nullptr : opened);
+}
 
 // An object selected into a device context, and the one before it selected back at the end.
 class SelectedObject {

@@ -1,13 +1,10 @@
 #include "ui/ModTheme.h"
 
-#include <algorithm>
-
 #include "base/Number.h"
+#include "ui/MemoryContext.h"
 
 namespace tellurvane::ModTheme {
 namespace {
-
-constexpr Color kSystemColorBit = 0x80000000;
 
 int RoundedOpacity(double opacity) { return static_cast<int>(RoundHalfToEven(opacity)); }
 

@@ -7,7 +7,6 @@
 #include <string>
 
 #include "ui/Color.h"
-#include "ui/MemoryContext.h"
 
 namespace tellurvane::ModTheme {
 
@@ -20,8 +19,12 @@ inline constexpr Argb kBlueText = 0xFF0000FF;
 inline constexpr Argb kWheatGlow = 0xFFF5DEB3;
 inline constexpr Argb kWhiteShadow = 0xFFFFFFFF;
 
+// What all windows share: their ground and the ink of their labels.
+inline constexpr Color kWindowGround = Rgb(0xF4, 0xF1, 0xFA);
+inline constexpr Color kLabelInk = Rgb(0x4B, 0x00, 0x82);
+
 // Bits of TextFont::style.
-enum TextStyle { kRegular = 0, kBold = 1, kItalic = 2 };
+enum TextStyle { kRegular = 0, kBold = 1 };
 
 struct TextFont {
   const wchar_t* face = L"Arial Unicode MS";

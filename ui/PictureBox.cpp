@@ -1,5 +1,7 @@
 #include "ui/PictureBox.h"
 
+#include "ui/Event.h"
+
 namespace tellurvane {
 
 void PictureBox::Create(const PictureBoxArgs& args) {
@@ -24,19 +26,19 @@ void PictureBox::Create(const PictureBoxArgs& args) {
 LRESULT PictureBox::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_KEYDOWN:
-      // All are copied: a handler may end the box that holds it.
+      // Copied: the handler may end the box that holds it.
       if (const auto call = KeyDown; call && call(static_cast<UINT>(wParam))) return 0;
       break;
     case WM_GETDLGCODE:
       return KeyDown ? DLGC_WANTARROWS : DLGC_STATIC;
     case WM_SETFOCUS:
-      if (const auto call = GotFocus) call();
+      Raise(GotFocus);
       return 0;
     case WM_KILLFOCUS:
-      if (const auto call = LostFocus) call();
+      Raise(LostFocus);
       return 0;
     case WM_ENABLE:
-      if (const auto call = EnabledChanged) call();
+      Raise(EnabledChanged);
       return 0;
     default:
       break;

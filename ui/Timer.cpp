@@ -2,6 +2,7 @@
 
 #include <map>
 
+#include "base/FatalError.h"
 #include "ui/Boundary.h"
 #include "ui/Event.h"
 
@@ -36,7 +37,9 @@ void Timer::Enabled(bool enabled) {
   }
   if (!enabled) return;
   id_ = SetTimer(nullptr, 0, milliseconds_, Procedure);
-  if (id_ != 0) RunningTimers().emplace(id_, this);
+  // Not passed over: a schedule that stands still without a word would be the end of it anyway.
+  if (id_ == 0) throw FatalError(L"無法設定計時器，程式無法繼續執行。");
+  RunningTimers().emplace(id_, this);
 }
 
 void CALLBACK Timer::Procedure(HWND /*window*/, UINT /*message*/, UINT_PTR id, DWORD /*time*/) {

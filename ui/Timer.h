@@ -22,11 +22,12 @@ class Timer {
   static bool IsTick(const MSG& message);
 
   unsigned Interval() const { return milliseconds_; }
-  // Starts the interval anew when the timer runs.
+  // Starts the interval anew when the timer runs. Throws as Enabled does.
   void Interval(unsigned milliseconds);
 
   bool Enabled() const { return id_ != 0; }
   // Enabling an enabled timer starts its interval anew. After disabling no tick comes any more.
+  // Throws FatalError where the system refuses a timer.
   void Enabled(bool enabled);
 
  private:

@@ -1,7 +1,5 @@
 #include "ui/Window.h"
 
-#include <utility>
-
 #include "base/FatalError.h"
 #include "ui/Boundary.h"
 
@@ -30,6 +28,14 @@ Window::~Window() {
   if (window_ == nullptr) return;
   SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
   DestroyWindow(window_);
+}
+
+void Window::TrackMouseLeave() const {
+  TRACKMOUSEEVENT track = {};
+  track.cbSize = sizeof(track);
+  track.dwFlags = TME_LEAVE;
+  track.hwndTrack = window_;
+  TrackMouseEvent(&track);
 }
 
 int Window::ScaleWidth() const {
@@ -63,8 +69,10 @@ LRESULT CALLBACK Window::Procedure(HWND window, UINT message, WPARAM wParam, LPA
   if (message == WM_NCCREATE) {
     auto* const created =
         static_cast<Window*>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);
-    created->window_ = window;
     SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(created));
+    // A window that its object never hears of is none.
+    if (GetWindowLongPtrW(window, GWLP_USERDATA) == 0) return FALSE;
+    created->window_ = window;
   }
   auto* const self = reinterpret_cast<Window*>(GetWindowLongPtrW(window, GWLP_USERDATA));
   if (self == nullptr || IsEnding()) return DefWindowProcW(window, message, wParam, lParam);

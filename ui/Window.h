@@ -42,6 +42,9 @@ class Window {
   void Move(int x, int y, int width, int height) { MoveWindow(window_, x, y, width, height, TRUE); }
   void SetFocus() { ::SetFocus(window_); }
 
+  // Has the window told once, by WM_MOUSELEAVE, when the pointer leaves it.
+  void TrackMouseLeave() const;
+
   // The size inside the frame, in pixels.
   int ScaleWidth() const;
   int ScaleHeight() const;

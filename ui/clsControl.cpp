@@ -6,7 +6,7 @@
 #include <cassert>
 #include <utility>
 
-#include "base/FatalError.h"
+#include "ui/ChildWindow.h"
 #include "ui/ControlKinds.h"
 #include "ui/ModTheme.h"
 #include "ui/ToolkitFont.h"
@@ -15,8 +15,6 @@ namespace tellurvane {
 namespace {
 
 constexpr int kDropDownRows = 12;
-
-constexpr Color SystemColor(int index) { return 0x80000000U | static_cast<Color>(index); }
 
 }  // namespace
 
@@ -32,10 +30,11 @@ void clsControl::Create(ControlKind kind) {
   Destroy();
   kind_ = kind;
   newIndex_ = -1;
-  hwnd_ = CreateWindowExW(0, LookOf(kind).className, L"", Style(), 0, 0, host_->ScaleWidth(),
-                          host_->ScaleHeight(), host_->hwnd(), nullptr, GetModuleHandleW(nullptr),
-                          nullptr);
-  if (hwnd_ == nullptr) throw FatalError(L"無法建立控制項，程式無法繼續執行。");
+  hwnd_ = CreateChildWindow({.parent = host_->hwnd(),
+                             .className = LookOf(kind).className,
+                             .style = Style(),
+                             .width = host_->ScaleWidth(),
+                             .height = host_->ScaleHeight()});
   Send(WM_SETFONT, reinterpret_cast<WPARAM>(ToolkitFont()), TRUE);
   // The platform's own limits, 30,000 characters or so, would cut a long text that is typed.
   if (FamilyOf(kind) == ControlFamily::kEdit) Send(EM_LIMITTEXT);

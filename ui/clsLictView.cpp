@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "base/FatalError.h"
+#include "ui/ChildWindow.h"
 #include "ui/ToolkitFont.h"
 
 namespace tellurvane {
@@ -13,13 +13,6 @@ constexpr DWORD kContainerStyle = WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_C
 constexpr DWORD kListStyle = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_TABSTOP | LVS_REPORT |
                              LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS;
 constexpr DWORD kListExtendedStyle = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER;
-
-HWND CreateChild(const wchar_t* className, DWORD style, DWORD extendedStyle, HWND parent) {
-  const HWND window = CreateWindowExW(extendedStyle, className, L"", style, 0, 0, 0, 0, parent,
-                                      nullptr, GetModuleHandleW(nullptr), nullptr);
-  if (window == nullptr) throw FatalError(L"無法建立視窗，程式無法繼續執行。");
-  return window;
-}
 
 int Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
   return static_cast<int>(SendMessageW(window, message, wParam, lParam));
@@ -57,8 +50,11 @@ void clsLictView::CreateWindows() {
   const INITCOMMONCONTROLSEX classes = {sizeof(classes), ICC_LISTVIEW_CLASSES};
   InitCommonControlsEx(&classes);
   // Passed through by the Tab key on its way to the list.
-  container_ = CreateChild(WC_STATICW, kContainerStyle, WS_EX_CONTROLPARENT, host_->hwnd());
-  list_ = CreateChild(WC_LISTVIEWW, kListStyle, 0, container_);
+  container_ = CreateChildWindow({.parent = host_->hwnd(),
+                                  .className = WC_STATICW,
+                                  .style = kContainerStyle,
+                                  .extendedStyle = WS_EX_CONTROLPARENT});
+  list_ = CreateChildWindow({.parent = container_, .className = WC_LISTVIEWW, .style = kListStyle});
   SendMessageW(list_, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, kListExtendedStyle);
   SendMessageW(list_, WM_SETFONT, reinterpret_cast<WPARAM>(ToolkitFont()), FALSE);
 }

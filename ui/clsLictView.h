@@ -174,6 +174,7 @@ class clsLictView final : public GXISubclass {
   void ShowImages(UniqueImageList images);
 
   LRESULT HandleNotification(NMHDR& notification);
+  LRESULT RaiseCustomDraw(NMLVCUSTOMDRAW& draw) const;
   bool IsHeaderHeldBack(const NMHDR& notification) const;
   void AnswerData(LVITEMW& cell) const;
   void RaiseClick(const NMHDR& notification);

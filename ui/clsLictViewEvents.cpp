@@ -35,9 +35,7 @@ int ButtonOf(UINT message, WPARAM keys) {
     case WM_MBUTTONUP:
       return kMiddleButton;
     default:
-      return ((keys & MK_LBUTTON) != 0 ? kLeftButton : kNoButton) |
-             ((keys & MK_RBUTTON) != 0 ? kRightButton : kNoButton) |
-             ((keys & MK_MBUTTON) != 0 ? kMiddleButton : kNoButton);
+      return ButtonsDown(keys);
   }
 }
 
@@ -120,11 +118,8 @@ LRESULT clsLictView::HandleNotification(NMHDR& notification) {
       RecordOf<NMLVDISPINFOW>(notification).item = cell;
       break;
     }
-    case NM_CUSTOMDRAW: {
-      LRESULT result = CDRF_DODEFAULT;
-      if (isAutoDraw_) Raise(CustomDraw, RecordOf<NMLVCUSTOMDRAW>(notification), result);
-      return result;
-    }
+    case NM_CUSTOMDRAW:
+      return RaiseCustomDraw(RecordOf<NMLVCUSTOMDRAW>(notification));
     case LVN_BEGINDRAG:
     case LVN_BEGINRDRAG:
       Raise(DragBegin, notification.code == LVN_BEGINDRAG,
@@ -153,6 +148,12 @@ LRESULT clsLictView::HandleNotification(NMHDR& notification) {
       break;
   }
   return 0;
+}
+
+LRESULT clsLictView::RaiseCustomDraw(NMLVCUSTOMDRAW& draw) const {
+  LRESULT result = CDRF_DODEFAULT;
+  if (isAutoDraw_) Raise(CustomDraw, draw, result);
+  return result;
 }
 
 bool clsLictView::IsHeaderHeldBack(const NMHDR& notification) const {

@@ -218,19 +218,19 @@ void clsProgress::PrintText(const std::wstring& text, Color color) {
 }
 
 int clsProgress::TextWidth(const std::wstring& text) const {
-  const WindowDc screen(hwnd());
-  const SelectedObject font(screen.Get(), Font());
-  SIZE size = {};
-  GetTextExtentPoint32W(screen.Get(), text.c_str(), static_cast<int>(text.size()), &size);
-  return static_cast<int>(size.cx);
+  return static_cast<int>(TextExtent(text).cx);
 }
 
 int clsProgress::TextHeight(const std::wstring& text) const {
+  return static_cast<int>(TextExtent(text).cy);
+}
+
+SIZE clsProgress::TextExtent(const std::wstring& text) const {
   const WindowDc screen(hwnd());
   const SelectedObject font(screen.Get(), Font());
   SIZE size = {};
   GetTextExtentPoint32W(screen.Get(), text.c_str(), static_cast<int>(text.size()), &size);
-  return static_cast<int>(size.cy);
+  return size;
 }
 
 HFONT clsProgress::Font() const {
@@ -350,13 +350,7 @@ void clsProgress::TrackPointer() {
   GetWindowRect(hwnd(), &host);
   // While a button is held, moves from outside come as well.
   const bool isInside = PtInRect(&host, pointer) != 0;
-  if (isInside) {
-    TRACKMOUSEEVENT track = {};
-    track.cbSize = sizeof(track);
-    track.dwFlags = TME_LEAVE;
-    track.hwndTrack = hwnd();
-    TrackMouseEvent(&track);
-  }
+  if (isInside) host_->TrackMouseLeave();
   SetCursorInside(isInside);
 }
 

@@ -119,6 +119,7 @@ class clsProgress final : public GXISubclass {
   void Draw(Color accent);
   Color BarColor(Color accent) const;
   SliderGeometry Geometry() const;
+  SIZE TextExtent(const std::wstring& text) const;
   HFONT Font() const;
 
   void SetByUser(double value);

@@ -6,6 +6,8 @@
 
 #include <initializer_list>
 
+#include "ui/AnsiText.h"
+#include "ui/ChildWindow.h"
 #include "ui/Event.h"
 #include "ui/ToolkitFont.h"
 
@@ -14,15 +16,6 @@ namespace {
 
 constexpr DWORD kStyle =
     WS_CHILD | WS_VISIBLE | TBSTYLE_FLAT | TBSTYLE_TOOLTIPS | CCS_NODIVIDER | CCS_NORESIZE;
-
-// Without its NUL in the ANSI code page; what that has no character for becomes a question mark.
-std::string AnsiText(const std::wstring& text) {
-  const int units = static_cast<int>(text.size());
-  const int size = WideCharToMultiByte(CP_ACP, 0, text.data(), units, nullptr, 0, nullptr, nullptr);
-  std::string ansi(static_cast<size_t>(size), '\0');
-  WideCharToMultiByte(CP_ACP, 0, text.data(), units, ansi.data(), size, nullptr, nullptr);
-  return ansi;
-}
 
 }  // namespace
 
@@ -34,9 +27,11 @@ clsToolbar::~clsToolbar() {
 void clsToolbar::Create(int imageSize) {
   INITCOMMONCONTROLSEX classes = {sizeof(classes), ICC_BAR_CLASSES};
   InitCommonControlsEx(&classes);
-  toolbar_ = CreateWindowExW(0, TOOLBARCLASSNAMEW, nullptr, kStyle, 0, 0, host_->ScaleWidth(),
-                             host_->ScaleHeight(), host_->hwnd(), nullptr,
-                             GetModuleHandleW(nullptr), nullptr);
+  toolbar_ = CreateChildWindow({.parent = host_->hwnd(),
+                                .className = TOOLBARCLASSNAMEW,
+                                .style = kStyle,
+                                .width = host_->ScaleWidth(),
+                                .height = host_->ScaleHeight()});
   images_.Reset(ImageList_Create(imageSize, imageSize, ILC_COLORDDB | ILC_MASK, 1, 1));
   Send(TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON));
   Send(TB_SETBITMAPSIZE, 0, MAKELPARAM(imageSize, imageSize));

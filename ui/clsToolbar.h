@@ -4,7 +4,6 @@
 #include <windows.h>
 
 #include <functional>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -31,7 +30,8 @@ class clsToolbar : private GXISubclass {
   // The host: named before Create, and alive as long as its window is.
   void TargetPictureBox(PictureBox& host) { host_ = &host; }
 
-  // Once, after the host's own creation. Images are squares of so many pixels.
+  // Once, after the host's own creation. Images are squares of so many pixels. Throws
+  // FatalError where the system refuses.
   void Create(int imageSize);
 
   // The list that the buttons take their images from. One that is set stays the caller's.

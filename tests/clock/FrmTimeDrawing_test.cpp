@@ -1,11 +1,7 @@
 // What the clock draws: digits, labels, hands and face.
 #include <gmock/gmock.h>
 
-#include <algorithm>
 #include <cmath>
-#include <optional>
-#include <string>
-#include <vector>
 
 #include "tests/clock/ClockRig.h"
 

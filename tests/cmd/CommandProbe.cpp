@@ -7,18 +7,12 @@
 #include <string>
 #include <string_view>
 
+#include "tests/support/Utf8.h"
 #include "ui/Handle.h"
 
 namespace {
 
-std::string Utf8(std::wstring_view text) {
-  const int size = static_cast<int>(text.size());
-  const int length =
-      WideCharToMultiByte(CP_UTF8, 0, text.data(), size, nullptr, 0, nullptr, nullptr);
-  std::string bytes(static_cast<size_t>(length), '\0');
-  WideCharToMultiByte(CP_UTF8, 0, text.data(), size, bytes.data(), length, nullptr, nullptr);
-  return bytes;
-}
+using tellurvane::Utf8;
 
 std::string Kind(DWORD standardHandle) {
   const HANDLE handle = GetStdHandle(standardHandle);
@@ -84,10 +78,9 @@ std::string Report(int argumentCount, wchar_t** arguments) {
 }
 
 bool WriteWhole(const std::wstring& path, const std::string& bytes) {
-  const HANDLE opened =
-      CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-  if (opened == INVALID_HANDLE_VALUE) return false;
-  const tellurvane::UniqueKernelHandle file(opened);
+  const auto file = tellurvane::OwnedFile(
+      CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
+  if (!file) return false;
   DWORD written = 0;
   return WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) &&
          written == bytes.size();

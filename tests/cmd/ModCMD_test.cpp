@@ -10,6 +10,7 @@
 
 #include "tests/cmd/KernelHandles.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/Utf8.h"
 #include "ui/Handle.h"
 
 namespace tellurvane {
@@ -23,11 +24,6 @@ std::filesystem::path TestFolder() {
   wchar_t path[MAX_PATH] = {};
   GetModuleFileNameW(nullptr, path, MAX_PATH);
   return std::filesystem::path(path).parent_path();
-}
-
-std::string Utf8(const std::wstring& text) {
-  const std::u8string bytes = std::filesystem::path(text).u8string();
-  return {bytes.begin(), bytes.end()};
 }
 
 // How many processes this one has started since the first call. The job that it joins counts each

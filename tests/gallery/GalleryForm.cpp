@@ -1,6 +1,5 @@
 #include "GalleryForm.h"
 
-#include "base/LocaleDates.h"
 #include "ui/ModTheme.h"
 #include "ui/Resource.h"
 #include "ui/Twips.h"
@@ -59,7 +58,7 @@ void GalleryForm::Report(const std::wstring& what) {
   reported_ = what;
   report_.Redraw();
   // Scripts read the caption.
-  Caption(kTitle + (L"：" + what));
+  SetWindowTextW(hwnd(), (kTitle + (L"：" + what)).c_str());
 }
 
 void GalleryForm::MakeToolbar() {

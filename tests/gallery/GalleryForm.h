@@ -3,7 +3,6 @@
 
 #include <array>
 #include <deque>
-#include <memory>
 #include <string>
 
 #include "ui/ClsDate.h"

@@ -21,7 +21,7 @@ int main() {
     tellurvane::FormArgs args;
     args.caption = L"Tellurvane 控制項展示";
     args.backColor = 0xF4F4F4;
-    args.icon = LoadIconW(GetModuleHandleW(nullptr), L"AAA");
+    args.icon = tellurvane::ExecutableIcon();
     gallery.Load(args);
     gallery.Center();
     gallery.Show();

@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "base/Number.h"
 #include "mainwin/MediaPlayer.h"
 
 namespace tellurvane {

@@ -1,9 +1,7 @@
 #include "notes/frmNotesEdit.h"
 
 #include <gmock/gmock.h>
-#include <richedit.h>
 
-#include <algorithm>
 #include <functional>
 #include <optional>
 #include <string>

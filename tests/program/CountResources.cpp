@@ -8,7 +8,6 @@
 #include <tlhelp32.h>
 #include <winternl.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <optional>
 #include <vector>

@@ -9,6 +9,8 @@
 #include <cstdlib>
 #include <string>
 
+#include "tests/program/Json.h"
+
 namespace {
 
 constexpr size_t kTextUnits = 2'048;
@@ -17,16 +19,6 @@ struct Request {
   LVITEMW item;
   wchar_t text[kTextUnits];
 };
-
-std::string Json(const wchar_t* text) {
-  std::string json = "\"";
-  for (; *text != L'\0'; ++text) {
-    char escaped[8] = {};
-    std::snprintf(escaped, sizeof(escaped), "\\u%04x", static_cast<unsigned>(*text));
-    json += escaped;
-  }
-  return json + "\"";
-}
 
 class ListOfAnotherProcess {
  public:

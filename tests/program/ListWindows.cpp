@@ -5,24 +5,11 @@
 
 #include <cstdio>
 #include <string>
-#include <string_view>
 #include <vector>
 
-namespace {
+#include "tests/program/Json.h"
 
-std::string Json(std::wstring_view text) {
-  std::string json = "\"";
-  for (const wchar_t unit : text) {
-    if (unit >= 0x20 && unit < 0x7F && unit != L'"' && unit != L'\\') {
-      json += static_cast<char>(unit);
-    } else {
-      char escaped[8] = {};
-      std::snprintf(escaped, sizeof(escaped), "\\u%04x", static_cast<unsigned>(unit));
-      json += escaped;
-    }
-  }
-  return json + "\"";
-}
+namespace {
 
 // Asked by message: for a control of another process the plain call would give nothing.
 std::wstring TextOf(HWND window) {

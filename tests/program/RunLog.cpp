@@ -34,11 +34,10 @@ std::string Narrow(const wchar_t* text) {
 int wmain(int argumentCount, wchar_t** arguments) {
   if (argumentCount != 3) return 2;
   const std::string line = Narrow(arguments[2]) + "\t" + Created() + "\n";
-  const HANDLE opened =
-      CreateFileW(arguments[1], FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                  OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (opened == INVALID_HANDLE_VALUE) return 1;
-  const tellurvane::UniqueKernelHandle file(opened);
+  const auto file = tellurvane::OwnedFile(CreateFileW(arguments[1], FILE_APPEND_DATA,
+                                                      FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                                      OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (!file) return 1;
   DWORD written = 0;
   const auto size = static_cast<DWORD>(line.size());
   return WriteFile(file.Get(), line.data(), size, &written, nullptr) && written == size ? 0 : 1;

@@ -1,20 +1,9 @@
 """The schedule editor as a user has it before him."""
 
-from harness import click_at, named_controls, press_key, run, until
+from dialog import Dialog
+from harness import click_at, press_key, run, until
 
-CAPTION = "新增 / 編輯排程專案"
 BOX_CLASS = "#32770"  # message boxes and the system's dialogs
-# In the order in which they are made.
-NAMES = {
-    "Button": ["new", "edit", "remove", "...", "enabled", "save task", "cancel task", "close",
-               "cancel"],
-    "Edit": ["name", "interval"],
-    "ComboBox": ["media", "unit"],
-    "RichEdit20W": ["source"],
-    "SysDateTimePick32": ["date", "time"],
-    "SysListView32": ["list"],
-    "SysHeader32": ["header"],
-}
 
 
 def type_text(text):
@@ -25,21 +14,21 @@ def type_text(text):
         run("xdotool", "type", "--delay", 15, line)
 
 
-class Editor:
+class Editor(Dialog):
     """The open editor."""
 
-    def __init__(self, program):
-        self.program = program
-        self.rects = {name: control["rect"] for name, control in
-                      until(self.controls, "the editor").items()}
-
-    def window(self):
-        return next((window for window in self.program.windows()
-                     if window["text"] == CAPTION), None)
-
-    def controls(self):
-        """What stands on it now, by the names above; none while it is closed."""
-        return named_controls(self.window(), NAMES)
+    CAPTION = "新增 / 編輯排程專案"
+    WHAT = "the editor"
+    NAMES = {
+        "Button": ["new", "edit", "remove", "...", "enabled", "save task", "cancel task", "close",
+                   "cancel"],
+        "Edit": ["name", "interval"],
+        "ComboBox": ["media", "unit"],
+        "RichEdit20W": ["source"],
+        "SysDateTimePick32": ["date", "time"],
+        "SysListView32": ["list"],
+        "SysHeader32": ["header"],
+    }
 
     def texts(self):
         controls = until(self.controls, "the editor")
@@ -50,20 +39,10 @@ class Editor:
         controls = self.controls()
         return controls and controls["save task"]["enabled"]
 
-    def click(self, name):
-        click_at(self.rects[name])
-
     def fill(self, name, text):
         self.click(name)
         press_key("ctrl+a")
         type_text(text)
-
-    def choose(self, name, entry):
-        """Chooses from a drop-down list, counted from 0."""
-        self.click(name)
-        until(lambda: any(window["class"] == "ComboLBox" for window in self.program.windows()),
-              "the list dropped down")
-        press_key("Home", *["Down"] * entry, "Return")
 
     def fill_in(self, name, media, source, unit, interval):
         """All the fields of a task but its moment."""
@@ -97,9 +76,6 @@ class Editor:
         """Clicks a button of the message box, counted from 0."""
         click_at(self.box()[1][button]["rect"])
         until(lambda: not self.find_box(), "the end of the message box")
-
-    def is_gone(self):
-        until(lambda: not self.window(), "the end of the editor")
 
     def close(self, button="close"):
         self.click(button)

@@ -2,48 +2,43 @@
 
 import json
 
+from dialog import Dialog
 from editor import open_editor, type_text
-from harness import BINARIES, click_at, named_controls, press_key, run, until
+from harness import BINARIES, named_controls, press_key, run, until
 from joblist import RADIO, read_tasks
 
-CAPTION = "Radio List"
 SHOUTCAST, ICECAST, LIVEDOOR, HINET = range(4)
 COLUMNS = 6  # the texts of a row, of which the first three have columns
 ROW_HEIGHT = 28  # pixels
 SEARCHING = "搜尋中…"
 UNREACHABLE = "無法連線到電台目錄，請稍後再試一次。"
 NOTHING = "沒有找到電台"
-# In the order in which they are made.
-NAMES = {
-    "Button": ["by genre", "by keyword", "search", "add", "close"],
-    "ComboBox": ["source", "genre"],
-    "Edit": ["keyword"],
-    "SysListView32": ["list"],
-    "SysHeader32": ["header"],
-}
 
 
 def found(count):
     return f"找到 {count} 個電台"
 
 
-class RadioDialog:
+class RadioDialog(Dialog):
     """The open dialog."""
 
-    def __init__(self, program):
-        self.program = program
-        controls = until(self.controls, "the radio directory")
-        self.rects = {name: control["rect"] for name, control in controls.items()}
-        self.list = controls["list"]["handle"]
+    CAPTION = "Radio List"
+    WHAT = "the radio directory"
+    NAMES = {
+        "Button": ["by genre", "by keyword", "search", "add", "close"],
+        "ComboBox": ["source", "genre"],
+        "Edit": ["keyword"],
+        "SysListView32": ["list"],
+        "SysHeader32": ["header"],
+    }
 
-    def window(self):
-        return next((window for window in self.program.windows()
-                     if window["text"] == CAPTION), None)
+    def __init__(self, program):
+        super().__init__(program)
+        self.list = self.controls()["list"]["handle"]
 
     def controls(self):
-        """What stands on it now, by the names above; none while it is closed."""
         window = self.window()
-        named = named_controls(window, NAMES)
+        named = named_controls(window, self.NAMES)
         if named is None:
             return None
         # The list stands in a window of the same class, which is made before the label.
@@ -57,16 +52,6 @@ class RadioDialog:
     def status(self):
         controls = self.controls()
         return controls and controls["status"]["text"]
-
-    def click(self, name):
-        click_at(self.rects[name])
-
-    def choose(self, name, entry):
-        """Chooses from a drop-down list, counted from 0."""
-        self.click(name)
-        until(lambda: any(window["class"] == "ComboLBox" for window in self.program.windows()),
-              "the list dropped down")
-        press_key("Home", *["Down"] * entry, "Return")
 
     def type_keyword(self, text):
         """Over what stands there."""
@@ -90,9 +75,6 @@ class RadioDialog:
         """The rectangle of a row, counted from 0, while the list is not scrolled."""
         left, _, right, bottom = self.rects["header"]
         return [left, bottom + index * ROW_HEIGHT, right, bottom + (index + 1) * ROW_HEIGHT]
-
-    def is_gone(self):
-        until(lambda: not self.window(), "the end of the radio directory")
 
 
 class RadioDesk:

@@ -3,7 +3,7 @@
 import wave
 from datetime import timedelta
 
-from editor import CAPTION, open_editor, open_editor_on, type_text
+from editor import Editor, open_editor, open_editor_on, type_text
 from harness import LOCALE, click_at, press_key, until, windows_path
 from joblist import (APPLICATION, DAYS, HOURS, MINUTES, MUSIC, NOTE, RADIO, ZERO_DAY, Task,
                      list_bytes, now, read_tasks)
@@ -107,6 +107,22 @@ def remove_the_radio(folder, editor):
     assert editor.texts()["name"] == "memo"
 
 
+def check_the_records(folder, moment, steps):
+    """Of tasks that fell due at one moment, each with a step of its own to the next run."""
+    until(lambda: all(task.last_run != ZERO_DAY for task in saved(folder)), "each run's record")
+    for task, step in zip(saved(folder), steps):
+        assert task.next_run - moment in (step, 2 * step), task.name
+        assert timedelta() <= task.last_run - moment < timedelta(seconds=12), task.name
+
+
+def close_the_note(program):
+    note = until(lambda: next((window for window in program.windows()
+                               if window["class"].startswith("frmNotes")), None), "the note")
+    click_at(note["rect"], times=2)
+    until(lambda: all(window["class"] != note["class"] for window in program.windows()),
+          "the end of the note")
+
+
 def test_tasks_of_every_kind_are_made_run_changed_removed_and_kept(folder, start):
     command, report = probe(folder)
     kinds = [("radio", RADIO, "Http://127.0.0.1:9/a|b", DAYS, 7), ("note", NOTE, None, DAYS, 1),
@@ -129,16 +145,9 @@ def test_tasks_of_every_kind_are_made_run_changed_removed_and_kept(folder, start
     assert [facts(task) for task in saved(folder)] == made
 
     until(report.exists, "the program that was due", 120)
-    until(lambda: all(task.last_run != ZERO_DAY for task in saved(folder)), "each run's record")
     steps = [timedelta(days=7), timedelta(days=1), timedelta(hours=24), timedelta(minutes=1)]
-    for task, step in zip(saved(folder), steps):
-        assert task.next_run - moment in (step, 2 * step), task.name
-        assert timedelta() <= task.last_run - moment < timedelta(seconds=12), task.name
-    note = until(lambda: next((window for window in program.windows()
-                               if window["class"].startswith("frmNotes")), None), "the note")
-    click_at(note["rect"], times=2)
-    until(lambda: all(window["class"] != note["class"] for window in program.windows()),
-          "the end of the note")
+    check_the_records(folder, moment, steps)
+    close_the_note(program)
 
     editor = change_the_note(folder, program)
     remove_the_radio(folder, editor)
@@ -213,4 +222,4 @@ def test_alt_f4_asks_before_typing_is_lost(folder, start):
     assert saved(folder) == []
     # The main window is in use again, and the editor comes as often as it is called.
     open_editor(program).close("cancel")
-    assert program.main_window()["text"] != CAPTION
+    assert program.main_window()["text"] != Editor.CAPTION

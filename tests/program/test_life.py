@@ -69,7 +69,7 @@ def test_a_copy_that_was_killed_hinders_nobody(start):
 
 
 @pytest.mark.parametrize("close", ["click_close_box", "press_alt_f4"])
-def test_closing_the_window_only_puts_it_away(folder, start, close):
+def test_closing_the_window_only_puts_it_away(start, close):
     program = start().started()
     program.put_away(lambda: program.press("alt+F4") if close == "press_alt_f4"
                      else program.click_close_box())

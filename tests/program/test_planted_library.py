@@ -3,7 +3,7 @@
 import os
 from pathlib import Path
 
-from harness import run, windows_path
+from harness import run
 
 # What the program, or a library that it uses, loads while it runs. (What is loaded before its
 # first line, it has no say in.)

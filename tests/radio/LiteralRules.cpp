@@ -8,7 +8,8 @@
 #include "radio/DirectoryHosts.h"
 #include "radio/Entities.h"
 
-// Positions count from 1 throughout.
+// Positions count from 1 throughout. Deliberately step by step, however long a function gets and
+// however alike two of them are: nothing here is to be clever.
 namespace tellurvane::literal {
 namespace {
 

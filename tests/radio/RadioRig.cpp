@@ -58,9 +58,7 @@ void RadioTest::FindControls() {
   cboGenre = comboBoxes[1];
   txtKeyword = InsideOf(window, L"Edit").at(0);
   list = InsideOf(window, WC_LISTVIEWW).at(0);
-  // What the list stands in is of the same class.
-  auto labels = InsideOf(window, L"Static");
-  std::erase_if(labels, [](HWND label) { return GetWindow(label, GW_CHILD) != nullptr; });
+  const auto labels = LabelsOf(window);
   ASSERT_EQ(labels.size(), 1U);
   lblStatus = labels[0];
 }
@@ -69,43 +67,6 @@ std::vector<NamedControl> RadioTest::Controls() const {
   return {{cboSource, "source"},  {optGenre, "byGenre"},   {cboGenre, "genre"},
           {optKeyword, "byWord"}, {txtKeyword, "keyword"}, {cmdSearch, "search"},
           {list, "list"},         {cmdOk, "add"},          {cmdCancel, "close"}};
-}
-
-std::string RadioTest::Usable() const {
-  std::string names;
-  for (const NamedControl& each : Controls()) {
-    bool isUsable = true;
-    for (HWND up = each.control; up != window; up = GetParent(up)) {
-      isUsable = isUsable && IsWindowEnabled(up);
-    }
-    if (isUsable) (names += names.empty() ? "" : " ") += each.name;
-  }
-  return names;
-}
-
-int RadioTest::RowCount() const {
-  return static_cast<int>(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
-}
-
-std::wstring RadioTest::Cell(int row, int column) const {
-  wchar_t text[256] = {};
-  LVITEMW item = {};
-  item.iSubItem = column;
-  item.pszText = text;
-  item.cchTextMax = static_cast<int>(std::size(text));
-  SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-  return text;
-}
-
-RadioTest::Texts RadioTest::Entries(HWND comboBox) {
-  Texts entries;
-  const auto count = static_cast<int>(SendMessageW(comboBox, CB_GETCOUNT, 0, 0));
-  for (int i = 0; i < count; ++i) {
-    wchar_t text[64] = {};
-    SendMessageW(comboBox, CB_GETLBTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(text));
-    entries.emplace_back(text);
-  }
-  return entries;
 }
 
 std::wstring RadioTest::HinetPage(const Texts& titles) {

@@ -27,7 +27,7 @@ class RadioTest : public testing::Test {
   bool IsOpen() const { return IsWindow(window) != FALSE; }
   std::wstring Status() const { return WindowText(lblStatus); }
   // The names of the controls that can be used, in the order of the screen.
-  std::string Usable() const;
+  std::string Usable() const { return UsableAmong(Controls(), window); }
   // The name of what has the keyboard.
   std::string Focused() const { return FocusedAmong(Controls()); }
   // Presses a button or an option, which has to be usable.
@@ -39,9 +39,9 @@ class RadioTest : public testing::Test {
   void Type(const std::wstring& keyword) const { SetWindowTextW(txtKeyword, keyword.c_str()); }
   void Search() const { Click(cmdSearch); }
   void SelectRow(int row) const { SelectListRow(list, row); }
-  int RowCount() const;
-  std::wstring Cell(int row, int column) const;
-  static Texts Entries(HWND comboBox);
+  int RowCount() const { return ListRowCount(list); }
+  std::wstring Cell(int row, int column) const { return ListCell(list, row, column); }
+  static Texts Entries(HWND comboBox) { return EntriesOf(comboBox); }
   static int Entry(HWND comboBox) { return ChosenEntry(comboBox); }
 
   // Stations of HiNet, each by its title; the ids count from 0.

@@ -8,59 +8,61 @@
 namespace tellurvane {
 namespace {
 
+struct Decoded {
+  const wchar_t* text;
+  const wchar_t* decoded;
+};
+constexpr Decoded kDecoded[] = {
+    {L"", L""},
+    {L"plain", L"plain"},
+    {L"A&#66;C", L"ABC"},
+    {L"&#9;", L"\t"},
+    {L"x&#9;", L"x\t"},
+    {L"&#9", L"&#9"},
+    {L"&#;", L"&#;"},
+    {L"&#;;", L"&#;;"},
+    {L"&#x41;", L"&#x41;"},
+    {L"&#00000000065;", L"A"},
+    {L"&#256;", L"&#256;"},
+    {L"&#99999999999999999999;", L"&#99999999999999999999;"},
+    {L"&#128;", L"\u20AC"},
+    {L"&#255;", L"\u00FF"},
+    {L"&#39;", L"'"},
+    {L"&#039;", L"'"},
+    {L"&amp;lt;b&amp;gt;", L"<b>"},
+    {L"&amp;#65;", L"&#65;"},
+    {L"&amp;quot;", L"&quot;"},
+    {L"&amp;amp;lt;", L"&amp;lt;"},
+    {L"&amp;nbsp;", L" "},
+    {L"&hellip;", L"\u2026;"},
+    {L"&hellipsis", L"\u2026sis"},
+    {L"a&nbsp;b", L"a b"},
+    {L"<b>x</b><B>", L"x<B>"},
+    {L"<<b>b>", L"<b>"},  // what a removal makes is not looked at again
+    {L"<</b>b>", L"<b>"},
+    {L"</<b>b>", L""},  // but the second tag's turn comes later
+    {L"&l<b>t;", L"<"},
+    {L"&&num;039;", L"'"},
+    {L"&lt&semi;", L"<"},
+    {L"&excl&semi;", L"&excl;"},  // its turn was before
+    {L"&#38;lt;", L"<"},
+    {L"&&#108;t;", L"<"},
+    {L"&lt&#59;", L"<"},
+    {L"&per&#99;ent;", L"%"},
+    {L"&per&#0000000099;ent;", L"%"},
+    {L"&l&#256;t;", L"&l&#256;t;"},
+    {L"&lt&#133;lt;", L"&lt\u2026lt;"},  // low byte of an ampersand
+    {L"&m&#154;cr;", L"&m\u0161cr;"},    // low byte of an "a"
+    {L"&#&#57;;", L"&#9;"},              // its place was passed already
+    {L"&amp&amp;;", L"&amp&;"},
+    {L"&l<b>t;&#065;&amp;gt;&#65", L"<A>&#65"},
+    {L"&rsquor;&lsquo;", L"\u2018\u2018"},
+    {L"&AMP;&Lt;", L"&AMP;&Lt;"},
+    {L"&unknown;&", L"&unknown;&"},
+};
+
 TEST(ReplaceHTML, DecodesAsTheListHasIt) {
-  const struct {
-    const wchar_t* text;
-    const wchar_t* decoded;
-  } cases[] = {
-      {L"", L""},
-      {L"plain", L"plain"},
-      {L"A&#66;C", L"ABC"},
-      {L"&#9;", L"\t"},
-      {L"x&#9;", L"x\t"},
-      {L"&#9", L"&#9"},
-      {L"&#;", L"&#;"},
-      {L"&#;;", L"&#;;"},
-      {L"&#x41;", L"&#x41;"},
-      {L"&#00000000065;", L"A"},
-      {L"&#256;", L"&#256;"},
-      {L"&#99999999999999999999;", L"&#99999999999999999999;"},
-      {L"&#128;", L"\u20AC"},
-      {L"&#255;", L"\u00FF"},
-      {L"&#39;", L"'"},
-      {L"&#039;", L"'"},
-      {L"&amp;lt;b&amp;gt;", L"<b>"},
-      {L"&amp;#65;", L"&#65;"},
-      {L"&amp;quot;", L"&quot;"},
-      {L"&amp;amp;lt;", L"&amp;lt;"},
-      {L"&amp;nbsp;", L" "},
-      {L"&hellip;", L"\u2026;"},
-      {L"&hellipsis", L"\u2026sis"},
-      {L"a&nbsp;b", L"a b"},
-      {L"<b>x</b><B>", L"x<B>"},
-      {L"<<b>b>", L"<b>"},  // what a removal makes is not looked at again
-      {L"<</b>b>", L"<b>"},
-      {L"</<b>b>", L""},  // but the second tag's turn comes later
-      {L"&l<b>t;", L"<"},
-      {L"&&num;039;", L"'"},
-      {L"&lt&semi;", L"<"},
-      {L"&excl&semi;", L"&excl;"},  // its turn was before
-      {L"&#38;lt;", L"<"},
-      {L"&&#108;t;", L"<"},
-      {L"&lt&#59;", L"<"},
-      {L"&per&#99;ent;", L"%"},
-      {L"&per&#0000000099;ent;", L"%"},
-      {L"&l&#256;t;", L"&l&#256;t;"},
-      {L"&lt&#133;lt;", L"&lt\u2026lt;"},  // low byte of an ampersand
-      {L"&m&#154;cr;", L"&m\u0161cr;"},    // low byte of an "a"
-      {L"&#&#57;;", L"&#9;"},              // its place was passed already
-      {L"&amp&amp;;", L"&amp&;"},
-      {L"&l<b>t;&#065;&amp;gt;&#65", L"<A>&#65"},
-      {L"&rsquor;&lsquo;", L"\u2018\u2018"},
-      {L"&AMP;&Lt;", L"&AMP;&Lt;"},
-      {L"&unknown;&", L"&unknown;&"},
-  };
-  for (const auto& [text, decoded] : cases) {
+  for (const auto& [text, decoded] : kDecoded) {
     EXPECT_EQ(ReplaceHTML(text), decoded) << testing::PrintToString(std::wstring(text));
     EXPECT_EQ(literal::ReplaceHTML(text), decoded) << testing::PrintToString(std::wstring(text));
   }

@@ -6,25 +6,11 @@
 #include <utility>
 
 #include "base/Text.h"
+#include "tests/ui/ActingForm.h"
 #include "tests/ui/FormProbe.h"
 
 namespace tellurvane {
 namespace {
-
-constexpr UINT kActMessage = WM_APP + 1;
-
-// Owns the editor, and acts when its message arrives: by then the modal loop runs.
-class ActingForm : public TestForm {
- public:
-  std::function<void()> act;
-
- protected:
-  LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
-    if (message != kActMessage) return TestForm::HandleMessage(message, wParam, lParam);
-    std::exchange(act, nullptr)();
-    return 0;
-  }
-};
 
 HWND OwnedBy(HWND owner) {
   struct Search {
@@ -43,13 +29,6 @@ HWND OwnedBy(HWND owner) {
       },
       reinterpret_cast<LPARAM>(&search));
   return search.found;
-}
-
-// What the list stands in is of the same class.
-std::vector<HWND> LabelsOf(HWND window) {
-  auto labels = InsideOf(window, L"Static");
-  std::erase_if(labels, [](HWND label) { return GetWindow(label, GW_CHILD) != nullptr; });
-  return labels;
 }
 
 }  // namespace
@@ -96,16 +75,15 @@ EditorServices EditorTest::Services() {
 
 void EditorTest::Play(std::optional<size_t> element, const std::function<void()>& user) {
   auto form = std::make_unique<ActingForm>();
-  form->act = [&] {
+  form->ActLater([&] {
     FindControls();
     Pump();
     if (!HasFatalFailure()) user();
     if (IsOpen()) Click(cmdCancel);
     // A broken editor would be waited for in vain.
     if (IsOpen()) DestroyWindow(window);
-  };
+  });
   const HWND owning = form->hwnd();
-  PostMessageW(owning, kActMessage, 0, 0);
   owner = std::move(form);
   FrmSet editor(
       tasks,
@@ -159,18 +137,6 @@ std::vector<NamedControl> EditorTest::Controls() const {
           {cmdSave, "close"},      {cmdCancel, "cancel"}};
 }
 
-std::string EditorTest::Usable() const {
-  std::string names;
-  for (const NamedControl& each : Controls()) {
-    bool isUsable = true;
-    for (HWND up = each.control; up != window; up = GetParent(up)) {
-      isUsable = isUsable && IsWindowEnabled(up) && IsWindowVisible(up);
-    }
-    if (isUsable) (names += names.empty() ? "" : " ") += each.name;
-  }
-  return names;
-}
-
 std::string EditorTest::Writable() const {
   std::string names;
   for (const NamedControl& each : Controls()) {
@@ -214,27 +180,8 @@ int EditorTest::SelectedRow() const {
 
 std::vector<std::wstring> EditorTest::Rows() const {
   std::vector<std::wstring> rows;
-  const auto count = static_cast<int>(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
-  for (int row = 0; row < count; ++row) {
-    wchar_t text[256] = {};
-    LVITEMW item = {};
-    item.pszText = text;
-    item.cchTextMax = static_cast<int>(std::size(text));
-    SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-    rows.emplace_back(item.pszText);
-  }
+  for (int row = 0; row < ListRowCount(list); ++row) rows.push_back(ListCell(list, row));
   return rows;
-}
-
-std::vector<std::wstring> EditorTest::Entries(HWND comboBox) const {
-  std::vector<std::wstring> entries;
-  const auto count = static_cast<int>(SendMessageW(comboBox, CB_GETCOUNT, 0, 0));
-  for (int i = 0; i < count; ++i) {
-    wchar_t text[64] = {};
-    SendMessageW(comboBox, CB_GETLBTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(text));
-    entries.emplace_back(text);
-  }
-  return entries;
 }
 
 std::vector<std::wstring> EditorTest::Captions(const std::vector<HWND>& controls) {

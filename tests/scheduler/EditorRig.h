@@ -36,7 +36,7 @@ class EditorTest : public testing::Test {
 
   bool IsOpen() const { return IsWindow(window) != FALSE; }
   // The names of the controls that can be used, in the order of the screen.
-  std::string Usable() const;
+  std::string Usable() const { return UsableAmong(Controls(), window); }
   // Those of the text boxes that can be typed into.
   std::string Writable() const;
   // The name of what has the keyboard.
@@ -56,7 +56,7 @@ class EditorTest : public testing::Test {
   // The row that the list shows as selected.
   int SelectedRow() const;
   std::vector<std::wstring> Rows() const;
-  std::vector<std::wstring> Entries(HWND comboBox) const;
+  static std::vector<std::wstring> Entries(HWND comboBox) { return EntriesOf(comboBox); }
   static int Entry(HWND comboBox) { return ChosenEntry(comboBox); }
   std::vector<std::wstring> ButtonCaptions() const;
   std::vector<std::wstring> LabelCaptions() const;

@@ -176,31 +176,34 @@ TEST_F(FrmSetTest, CannotBeUsedBehindTheOpenFileDialog) {
   });
 }
 
+// What was typed into the fields, and what came of it.
+struct RefusedFields {
+  int media;
+  const wchar_t* name;
+  const wchar_t* source;
+  int unit;
+  const wchar_t* interval;
+  const wchar_t* message;
+  bool emptiesInterval;
+};
+constexpr RefusedFields kRefused[] = {
+    {3, L"n", L"t", 0, L"0", L"時間數值錯誤或不可為 0，請再次輸入一個您所要執行的時間。", true},
+    {3, L"n", L"t", 1, L"abc", L"時間數值錯誤或不可為 0，請再次輸入一個您所要執行的時間。", true},
+    {3, L"n", L"t", 0, L"61", L"時間數值超過 60 分鐘，請再次輸入一個您所要執行的時間。", true},
+    {3, L"n", L"t", 1, L"25", L"時間數值超過 24 小時，請再次輸入一個您所要執行的時間。", true},
+    {3, L"n", L"t", 2, L"8", L"時間數值超過 7 天(每週)，請再次輸入一個您所要執行的時間。", true},
+    {3, L"TAKEN", L"t", 0, L"1", L"排程專案名稱重複，請另外指定一個新的排程專案名稱", false},
+    {0, L"n", L"rtsp://a", 0, L"1",
+     L"無效的網址，程式僅支援開頭為 http 與 mms 串流，請點選確定重新指定", false},
+    {1, L"n", L"C:\\none", 0, L"1", L"檔案不存在，請點選確定重新指定", false},
+    {3, L"n", L" ", 0, L"1", L"您尚未輸入要提醒的文字，請點選確定重新指定", false},
+};
+
 TEST_F(FrmSetTest, SaysWhyATaskIsRefusedAndKeepsTheFields) {
   tasks = {Task(L"taken")};
   doPathsExist = false;
-  const struct {
-    int media;
-    const wchar_t* name;
-    const wchar_t* source;
-    int unit;
-    const wchar_t* interval;
-    const wchar_t* message;
-    bool emptiesInterval;
-  } rows[] = {
-      {3, L"n", L"t", 0, L"0", L"時間數值錯誤或不可為 0，請再次輸入一個您所要執行的時間。", true},
-      {3, L"n", L"t", 1, L"abc", L"時間數值錯誤或不可為 0，請再次輸入一個您所要執行的時間。", true},
-      {3, L"n", L"t", 0, L"61", L"時間數值超過 60 分鐘，請再次輸入一個您所要執行的時間。", true},
-      {3, L"n", L"t", 1, L"25", L"時間數值超過 24 小時，請再次輸入一個您所要執行的時間。", true},
-      {3, L"n", L"t", 2, L"8", L"時間數值超過 7 天(每週)，請再次輸入一個您所要執行的時間。", true},
-      {3, L"TAKEN", L"t", 0, L"1", L"排程專案名稱重複，請另外指定一個新的排程專案名稱", false},
-      {0, L"n", L"rtsp://a", 0, L"1",
-       L"無效的網址，程式僅支援開頭為 http 與 mms 串流，請點選確定重新指定", false},
-      {1, L"n", L"C:\\none", 0, L"1", L"檔案不存在，請點選確定重新指定", false},
-      {3, L"n", L" ", 0, L"1", L"您尚未輸入要提醒的文字，請點選確定重新指定", false},
-  };
   Play({}, [&] {
-    for (const auto& row : rows) {
+    for (const RefusedFields& row : kRefused) {
       asked.clear();
       Choose(cboMediaType, row.media);
       Type(txtName, row.name);

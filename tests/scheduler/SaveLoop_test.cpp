@@ -81,14 +81,12 @@ std::optional<std::uint32_t> WholeGeneration(const std::string& bytes) {
 
 // One look at the file, as short as it can be: while it is open it cannot be replaced.
 Sight Look(const std::wstring& path) {
-  UniqueKernelHandle file;
-  const HANDLE opened = CreateFileW(path.c_str(), GENERIC_READ,
-                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                    OPEN_EXISTING, 0, nullptr);
-  if (opened == INVALID_HANDLE_VALUE) {
+  UniqueKernelHandle file = OwnedFile(CreateFileW(
+      path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+      OPEN_EXISTING, 0, nullptr));
+  if (!file) {
     return {.kind = GetLastError() == ERROR_FILE_NOT_FOUND ? Sight::kMissing : Sight::kRefused};
   }
-  file.Reset(opened);
   std::string bytes(65'536, '\0');
   DWORD size = 0;
   const BOOL isRead =

@@ -3,22 +3,14 @@
 #include <random>
 
 #include "scheduler/TaskListText.h"
-#include "tests/support/HostDates.h"
-#include "tests/support/Moments.h"
+#include "tests/scheduler/TaskListRig.h"
 
 namespace tellurvane {
 namespace {
 
-TaskRecord Reminder(const std::wstring& name, const std::wstring& source) {
-  TaskRecord task;
-  task.Enabled = true;
-  task.MediaType = kReminderNote;
-  task.Name = name;
-  task.Source = source;
-  task.IntervalUnit = kMinutes;
-  task.Interval = 30;
+TaskRecord RunAtNoon(const std::wstring& name, const std::wstring& source) {
+  TaskRecord task = Reminder(name, source);
   task.LastRun = At(2011, 2, 14, 12);
-  task.NextRun = At(2011, 2, 15);
   return task;
 }
 
@@ -37,7 +29,7 @@ std::wstring LineOf(const TaskRecord& task) { return Text({task}); }
 TEST(TaskListWritingTest, WritesTheseBytes) {
   using namespace std::string_view_literals;
   EXPECT_EQ(Bytes({}), "\xFF\xFE"sv);
-  EXPECT_EQ(Bytes({Reminder(L"喝", L"A")}, EnUs()),
+  EXPECT_EQ(Bytes({RunAtNoon(L"喝", L"A")}, EnUs()),
             "\xFF\xFE"
             "0\0|\0003\0000\0|\0001\0|\0003\0\t\0"
             "\x9D\x55\t\0A\0\t\0"
@@ -47,7 +39,7 @@ TEST(TaskListWritingTest, WritesTheseBytes) {
 }
 
 TEST(TaskListWritingTest, WritesTheDatesOfTheLocale) {
-  const TaskList tasks = {Reminder(L"a", L"b")};
+  const TaskList tasks = {RunAtNoon(L"a", L"b")};
   EXPECT_EQ(Text(tasks), L"0|30|1|3\ta\tb\t2011/2/14 下午 12:00:00\t2011/2/15\r\n");
   EXPECT_EQ(Text(tasks, EnUs()), L"0|30|1|3\ta\tb\t2/14/2011 12:00:00 PM\t2/15/2011\r\n");
 }
@@ -66,7 +58,7 @@ TEST(TaskListWritingTest, WritesTheNumbersOfTheCompoundField) {
       {2147483647, -10, true, 100, L"2147483647|-10|1|100\t"},
   };
   for (const auto& row : rows) {
-    TaskRecord task = Reminder(L"a", L"b");
+    TaskRecord task = RunAtNoon(L"a", L"b");
     task.IntervalUnit = row.unit;
     task.Interval = row.interval;
     task.Enabled = row.enabled;
@@ -96,13 +88,13 @@ TEST(TaskListWritingTest, TrimsBlanksAndNeverBreaksALine) {
   for (const auto& row : rows) {
     const std::wstring expected = row.expected;
     EXPECT_EQ(
-        LineOf(Reminder(row.text, row.text)),
+        LineOf(RunAtNoon(row.text, row.text)),
         L"0|30|1|3\t" + expected + L"\t" + expected + L"\t2011/2/14 下午 12:00:00\t2011/2/15\r\n");
   }
 }
 
 TEST(TaskListWritingTest, LeavesDeletedTasksOut) {
-  TaskList tasks = {Reminder(L"a", L""), Reminder(L"b", L""), Reminder(L"c", L"")};
+  TaskList tasks = {RunAtNoon(L"a", L""), RunAtNoon(L"b", L""), RunAtNoon(L"c", L"")};
   tasks[1].Deleted = true;
   const std::wstring dates = L"\t\t2011/2/14 下午 12:00:00\t2011/2/15\r\n";
   EXPECT_EQ(Text(tasks), L"0|30|1|3\ta" + dates + L"0|30|1|3\tc" + dates);
@@ -112,7 +104,7 @@ TEST(TaskListWritingTest, LeavesDeletedTasksOut) {
 
 TEST(TaskListWritingTest, WritesADateThatIsNoneAsTheZeroDay) {
   for (const DateSerial bad : {1e300, -1e300, 2'958'466.0}) {
-    TaskRecord task = Reminder(L"a", L"b");
+    TaskRecord task = RunAtNoon(L"a", L"b");
     task.LastRun = task.NextRun = bad;
     EXPECT_EQ(LineOf(task), L"0|30|1|3\ta\tb\t上午 12:00:00\t上午 12:00:00\r\n") << bad;
   }
@@ -127,7 +119,7 @@ std::wstring RandomText(std::mt19937& random) {
 }
 
 TaskRecord RandomTask(std::mt19937& random) {
-  TaskRecord task = Reminder(RandomText(random), RandomText(random));
+  TaskRecord task = RunAtNoon(RandomText(random), RandomText(random));
   std::uniform_int_distribution<std::int64_t> seconds(SecondsFromSerial(At(1000, 1, 1)),
                                                       kLastSecond);
   task.Enabled = random() % 2 == 0;

@@ -19,10 +19,10 @@ constexpr DWORD kShareAllButDelete = FILE_SHARE_READ | FILE_SHARE_WRITE;
 
 // Holds a file open as another program would.
 UniqueKernelHandle Hold(const std::wstring& path, DWORD sharing) {
-  const HANDLE file =
-      CreateFileW(path.c_str(), GENERIC_READ, sharing, nullptr, OPEN_EXISTING, 0, nullptr);
-  EXPECT_NE(file, INVALID_HANDLE_VALUE);
-  return UniqueKernelHandle(file == INVALID_HANDLE_VALUE ? nullptr : file);
+  UniqueKernelHandle file = OwnedFile(
+      CreateFileW(path.c_str(), GENERIC_READ, sharing, nullptr, OPEN_EXISTING, 0, nullptr));
+  EXPECT_TRUE(file);
+  return file;
 }
 
 class Win32FileOperationsTest : public testing::Test {
@@ -114,13 +114,6 @@ TEST_F(Win32FileOperationsTest, NobodyIsWaitedForWhoHoldsNothing) {
   EXPECT_FALSE(files_.MoveOver(folder_.File(L"none"), folder_.File(L"to")));
   EXPECT_EQ(files_.OpenForReading(folder_.File(L"none")), OpenOutcome::kMissing);
   EXPECT_EQ(pauses_, 0);
-}
-
-TEST(SleepForTest, LetsTheTimePass) {
-  const ULONGLONG start = GetTickCount64();
-  SleepFor(50);
-  // The clock that tells advances by up to 16 ms at a time.
-  EXPECT_GE(GetTickCount64() - start, 30U);
 }
 
 TEST_F(Win32FileOperationsTest, CopiesToANewName) {

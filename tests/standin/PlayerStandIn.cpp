@@ -11,6 +11,7 @@
 
 #include "tests/standin/Script.h"
 #include "tests/standin/UnusedMembers.h"
+#include "tests/support/Utf8.h"
 
 namespace standin {
 namespace {
@@ -163,7 +164,7 @@ class Player final : public UnusedPlayer, public IConnectionPointContainer {
 
   STDMETHODIMP close() override { return Called("close"); }
   STDMETHODIMP put_URL(BSTR url) override {
-    return Called("put_URL", Utf8(std::wstring(url, SysStringLen(url))));
+    return Called("put_URL", tellurvane::Utf8({url, SysStringLen(url)}));
   }
   STDMETHODIMP get_playState(WMPPlayState* state) override {
     const HRESULT result = Called("playState");

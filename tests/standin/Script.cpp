@@ -78,13 +78,4 @@ HRESULT Script::Result(const std::string& member) const {
   return static_cast<HRESULT>(std::strtoul(value.c_str(), nullptr, 16));
 }
 
-std::string Utf8(const std::wstring& text) {
-  const int units = static_cast<int>(text.size());
-  std::string bytes(text.size() * 3, '\0');
-  bytes.resize(
-      static_cast<size_t>(WideCharToMultiByte(CP_UTF8, 0, text.data(), units, bytes.data(),
-                                              static_cast<int>(bytes.size()), nullptr, nullptr)));
-  return bytes;
-}
-
 }  // namespace standin

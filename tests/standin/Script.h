@@ -45,6 +45,4 @@ class Script {
   std::map<std::string, std::string> values_;
 };
 
-std::string Utf8(const std::wstring& text);
-
 }  // namespace standin

@@ -8,6 +8,18 @@
 
 namespace tellurvane {
 
+std::string UsableAmong(const std::vector<NamedControl>& controls, HWND window) {
+  std::string names;
+  for (const NamedControl& each : controls) {
+    bool isUsable = true;
+    for (HWND up = each.control; up != window; up = GetParent(up)) {
+      isUsable = isUsable && IsWindowEnabled(up) && IsWindowVisible(up);
+    }
+    if (isUsable) (names += names.empty() ? "" : " ") += each.name;
+  }
+  return names;
+}
+
 std::string FocusedAmong(const std::vector<NamedControl>& controls) {
   const HWND focus = GetFocus();
   for (const NamedControl& each : controls) {
@@ -37,6 +49,35 @@ void ChooseEntry(HWND comboBox, int entry) {
   PressKey(comboBox, VK_HOME);
   for (int i = 0; i < entry; ++i) PressKey(comboBox, VK_DOWN);
   ASSERT_EQ(ChosenEntry(comboBox), entry);
+}
+
+std::vector<std::wstring> EntriesOf(HWND comboBox) {
+  std::vector<std::wstring> entries;
+  const auto count = static_cast<int>(SendMessageW(comboBox, CB_GETCOUNT, 0, 0));
+  for (int i = 0; i < count; ++i) {
+    wchar_t text[64] = {};
+    SendMessageW(comboBox, CB_GETLBTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(text));
+    entries.emplace_back(text);
+  }
+  return entries;
+}
+
+std::vector<HWND> LabelsOf(HWND window) {
+  auto labels = InsideOf(window, L"Static");
+  std::erase_if(labels, [](HWND label) { return GetWindow(label, GW_CHILD) != nullptr; });
+  return labels;
+}
+
+int ListRowCount(HWND list) { return static_cast<int>(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0)); }
+
+std::wstring ListCell(HWND list, int row, int column) {
+  wchar_t text[256] = {};
+  LVITEMW item = {};
+  item.iSubItem = column;
+  item.pszText = text;
+  item.cchTextMax = static_cast<int>(std::size(text));
+  SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+  return text;
 }
 
 void SelectListRow(HWND list, int row) {

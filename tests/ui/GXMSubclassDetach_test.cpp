@@ -125,21 +125,15 @@ TEST_F(GXMSubclassDetachTest, FromANestedMessageWaitsForTheOuterOne) {
 TEST_F(GXMSubclassDetachTest, FromInsideThePreviousProcedureWaitsForItsReturn) {
   // A lower engine's handler stands for whatever the previous procedure calls.
   TargetWindow window;
-  RecordingOwner lower;
-  RecordingOwner upper;
-  GXMSubclass lowerEngine;
-  GXMSubclass upperEngine;
-  lowerEngine.Subclass(window.hwnd(), lower, 0);
-  upperEngine.Subclass(window.hwnd(), upper, 0);
-  lowerEngine.AddMessage(window.hwnd(), kPing, kBeforePrevious);
-  upperEngine.AddMessage(window.hwnd(), kPing, kBoth);
-  lower.onCall = [&](const SubclassCall& call) { upperEngine.UnSubclass(call.window); };
+  TwoEngines two(window.hwnd());
+  two.AddPing(kBeforePrevious, kBoth);
+  two.lower.onCall = [&](const SubclassCall& call) { two.upperEngine.UnSubclass(call.window); };
   const size_t blocks = LiveSubclassBlocks();
   EXPECT_EQ(window.Send(kPing, 2), kPreviousAnswer + 2);
-  EXPECT_EQ(upper.calls, 1);
+  EXPECT_EQ(two.upper.calls, 1);
   EXPECT_EQ(LiveSubclassBlocks(), blocks - 1);
   window.Send(kPing);
-  EXPECT_EQ(lower.calls, 2);
+  EXPECT_EQ(two.lower.calls, 2);
 }
 
 TEST_F(GXMSubclassDetachTest, AndAttachingAgainInTheSameHandler) {
@@ -173,23 +167,17 @@ TEST_F(GXMSubclassDetachTest, AndAttachingAgainBeforeTheNextMessage) {
 TEST_F(GXMSubclassDetachTest, OfTwoEnginesInEitherOrder) {
   for (const bool upperFirst : {true, false}) {
     TargetWindow window;
-    RecordingOwner lower;
-    RecordingOwner upper;
-    GXMSubclass lowerEngine;
-    GXMSubclass upperEngine;
-    lowerEngine.Subclass(window.hwnd(), lower, 0);
-    upperEngine.Subclass(window.hwnd(), upper, 0);
-    lowerEngine.AddMessage(window.hwnd(), kPing, kBeforePrevious);
-    upperEngine.AddMessage(window.hwnd(), kPing, kBeforePrevious);
-    (upperFirst ? upperEngine : lowerEngine).UnSubclass(window.hwnd());
+    TwoEngines two(window.hwnd());
+    two.AddPing(kBeforePrevious, kBeforePrevious);
+    (upperFirst ? two.upperEngine : two.lowerEngine).UnSubclass(window.hwnd());
     EXPECT_EQ(window.Send(kPing, 5), kPreviousAnswer + 5);
-    EXPECT_EQ(lower.calls, upperFirst ? 1 : 0);
-    EXPECT_EQ(upper.calls, upperFirst ? 0 : 1);
+    EXPECT_EQ(two.lower.calls, upperFirst ? 1 : 0);
+    EXPECT_EQ(two.upper.calls, upperFirst ? 0 : 1);
     EXPECT_NE(ProcedureOf(window.hwnd()), TargetWindow::Procedure);
-    (upperFirst ? lowerEngine : upperEngine).UnSubclass(window.hwnd());
+    (upperFirst ? two.lowerEngine : two.upperEngine).UnSubclass(window.hwnd());
     window.Send(kPing);
     EXPECT_EQ(ProcedureOf(window.hwnd()), TargetWindow::Procedure);
-    EXPECT_EQ(lower.calls + upper.calls, 1);
+    EXPECT_EQ(two.lower.calls + two.upper.calls, 1);
     EXPECT_EQ(OwnBlocks(), 1U);
   }
 }

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
-
 #include "SubclassTestSupport.h"
 #include "UiTestSupport.h"
 
@@ -347,22 +345,16 @@ TEST_F(GXMSubclassTest, NestsWhenAHandlerSendsToItsOwnWindow) {
 TEST(GXMSubclassChainTest, ShowsAMessageFirstToTheEngineThatAttachedLast) {
   CallLog log;
   TargetWindow target(&log);
-  RecordingOwner lower(&log, "lower ");
-  RecordingOwner upper(&log, "upper ");
-  GXMSubclass lowerEngine;
-  GXMSubclass upperEngine;
-  lowerEngine.Subclass(target.hwnd(), lower, 0);
-  upperEngine.Subclass(target.hwnd(), upper, 0);
-  lowerEngine.AddMessage(target.hwnd(), kPing, kBoth);
-  upperEngine.AddMessage(target.hwnd(), kPing, kBoth);
+  TwoEngines two(target.hwnd(), &log);
+  two.AddPing(kBoth, kBoth);
   EXPECT_EQ(target.Send(kPing, 1), kPreviousAnswer + 1);
   EXPECT_EQ(log,
             (CallLog{"upper before", "lower before", "previous", "lower after", "upper after"}));
   log.clear();
-  upperEngine.CallOldWndProc(target.hwnd(), kPing, 0, 0);
+  two.upperEngine.CallOldWndProc(target.hwnd(), kPing, 0, 0);
   EXPECT_EQ(log, (CallLog{"lower before", "previous", "lower after"}));
   log.clear();
-  upper.onCall = [](const SubclassCall& call) { call.handled = true; };
+  two.upper.onCall = [](const SubclassCall& call) { call.handled = true; };
   target.Send(kPing);
   EXPECT_EQ(log, (CallLog{"upper before", "upper after"}));
 }

@@ -6,8 +6,6 @@
 
 #include <memory>
 #include <string>
-#include <utility>
-#include <vector>
 
 #include "UiTestSupport.h"
 #include "ui/clsLictView.h"

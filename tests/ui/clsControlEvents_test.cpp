@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "ControlTestSupport.h"
+#include "ui/BoxedControl.h"
 
 namespace tellurvane {
 namespace {
@@ -50,20 +51,23 @@ TEST(clsControlEventsTest, ChosenOptionIsMarkedWhenClickComes) {
   }
 }
 
+// Below the hosted control.
+void AddOption(BoxedControl& option, const Form& form) {
+  option.Create(form.hwnd(), ControlKind::kOptionButton, L"");
+  option.box.Move(10, 120, 150, 30);
+}
+
 TEST(clsControlEventsTest, OptionsInHostsOfTheirOwnAreGroupedByTheOwner) {
   HostedControl first(ControlKind::kOptionButton);
-  PictureBox host;
-  host.Create({.parent = first.form.hwnd(), .x = 10, .y = 120, .width = 150, .height = 30});
-  clsControl second;
-  second.TargetPictureBox(host);
-  second.Create(ControlKind::kOptionButton);
-  first.control.Click = [&] { second.Checked(false); };
-  second.Click = [&] { first.control.Checked(false); };
+  BoxedControl second;
+  AddOption(second, first.form);
+  first.control.Click = [&] { second.control.Checked(false); };
+  second.control.Click = [&] { first.control.Checked(false); };
   ClickOn(first.control.hwnd(), 10, 45);
   EXPECT_TRUE(first.control.Checked());
-  ClickOn(second.hwnd(), 10, 15);
+  ClickOn(second.control.hwnd(), 10, 15);
   EXPECT_FALSE(first.control.Checked());
-  EXPECT_TRUE(second.Checked());
+  EXPECT_TRUE(second.control.Checked());
 }
 
 TEST(clsControlEventsTest, ReachingAnOptionByTheKeyboardDoesNotChooseIt) {
@@ -274,15 +278,12 @@ TEST(clsControlEventsTest, TabGoesFromControlToControlAndPastLabels) {
 
 TEST(clsControlEventsTest, ArrowsOnAnOptionDoNotWander) {
   HostedControl first(ControlKind::kOptionButton);
-  PictureBox host;
-  host.Create({.parent = first.form.hwnd(), .x = 10, .y = 120, .width = 150, .height = 30});
-  clsControl second;
-  second.TargetPictureBox(host);
-  second.Create(ControlKind::kOptionButton);
+  BoxedControl second;
+  AddOption(second, first.form);
   SetFocus(first.control.hwnd());
   first.Press(VK_DOWN);
   EXPECT_EQ(GetFocus(), first.control.hwnd());
-  EXPECT_FALSE(second.Checked());
+  EXPECT_FALSE(second.control.Checked());
 }
 
 TEST(clsControlEventsTest, AnyEventMayDestroyTheControl) {

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cwchar>
 #include <memory>
 
 #include "UiTestSupport.h"

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <memory>
 
 #include "UiTestSupport.h"
 #include "ui/Timer.h"

@@ -1,6 +1,5 @@
 #include "ui/clsProgress.h"
 
-#include <limits>
 #include <memory>
 
 #include "SliderTestSupport.h"

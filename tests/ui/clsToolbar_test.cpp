@@ -4,7 +4,6 @@
 
 #include <array>
 #include <memory>
-#include <optional>
 
 #include "SubclassTestSupport.h"
 #include "UiTestSupport.h"

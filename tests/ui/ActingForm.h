@@ -1,0 +1,46 @@
+// A form on whose behalf something is done in the middle of somebody else's message loop.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <utility>
+
+#include "tests/ui/FormProbe.h"
+#include "tests/ui/UiTestSupport.h"
+
+namespace tellurvane {
+
+class ActingForm : public TestForm {
+ public:
+  // Done once, by the next loop that handles messages: that of a dialog or a menu, say.
+  void ActLater(std::function<void()> act) {
+    act_ = std::move(act);
+    PostMessageW(hwnd(), kActMessage, 0, 0);
+  }
+
+ protected:
+  LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
+    if (message != kActMessage) return TestForm::HandleMessage(message, wParam, lParam);
+    std::exchange(act_, nullptr)();
+    return 0;
+  }
+
+ private:
+  static constexpr UINT kActMessage = WM_APP + 1;
+
+  std::function<void()> act_;
+};
+
+// Presses what is there by this name; nothing where it could not be made.
+inline void PressButton(HWND window, const std::wstring& caption) {
+  for (const HWND button : InsideOf(window, L"Button")) {
+    if (WindowText(button) == caption) SendMessageW(button, BM_CLICK, 0, 0);
+  }
+}
+
+// Ends a dialog that the user could not close.
+inline void EndDialogWindow(HWND window) {
+  if (IsWindow(window)) DestroyWindow(window);
+}
+
+}  // namespace tellurvane
