@@ -160,6 +160,10 @@ void FrmTime::CreateLabels() {
     label.Create(ControlKind::kLabel);
     label.ForeColor(kWheat);
     label.text(kTexts[i]);
+    // Without notices of its own a text lets the mouse through to its box.
+    SetWindowLongPtrW(label.hwnd(), GWL_STYLE,
+                      GetWindowLongPtrW(label.hwnd(), GWL_STYLE) & ~LONG_PTR{SS_NOTIFY});
+    ForwardMouse(picD_[i]);
   }
   // The box of the day's half reaches into the face: there the face shows.
   PictureBox& host = picD_[kHalfOfDay];
@@ -167,8 +171,9 @@ void FrmTime::CreateLabels() {
   const int inset = std::max(centre_ + kDiscRadius + kGapBehindFace - x, 0);
   MoveWindow(labels_[kHalfOfDay]->hwnd(), inset, 0, host.ScaleWidth() - inset, host.ScaleHeight(),
              TRUE);
-  // The system owns the region from now on.
-  SetWindowRgn(host.hwnd(), CreateRectRgn(inset, 0, host.ScaleWidth(), host.ScaleHeight()), TRUE);
+  UniqueRegion shown(CreateRectRgn(inset, 0, host.ScaleWidth(), host.ScaleHeight()));
+  // The system owns it from then on.
+  if (SetWindowRgn(host.hwnd(), shown.Get(), TRUE) != 0) (void)shown.Release();
 }
 
 void FrmTime::CreateDigits() {
@@ -203,14 +208,20 @@ void FrmTime::AddDigits(DigitBox& digits, int cells, int labelX, int y) {
                      .width = width,
                      .height = kDigitHeight,
                      .backColor = kNight});
-  digits.box.MouseDown = [this](const MouseEvent& event) { Form_MouseDown(event); };
-  digits.box.MouseMove = [this](const MouseEvent& event) { Form_MouseMove(event); };
+  ForwardMouse(digits.box);
+}
+
+// Wherever it is pressed, the clock is one thing.
+void FrmTime::ForwardMouse(PictureBox& box) {
+  box.MouseDown = [this](const MouseEvent& event) { Form_MouseDown(event); };
+  box.MouseMove = [this](const MouseEvent& event) { Form_MouseMove(event); };
 }
 
 // What no second changes is drawn once.
 void FrmTime::PrepareFace() {
   centre_ = FaceCentre(TwipsPerPixelY());
   face_ = MemoryContext::Create(ScaleWidth(), ScaleHeight());
+  Paint = nullptr;
   if (!face_) return;
   const HDC context = face_->Dc();
   ModTheme::SolidFill(context, 0, 0, ScaleWidth(), ScaleHeight(), kRim);
@@ -249,8 +260,8 @@ void FrmTime::DrawFace(const FaceHands& hands) {
   Refresh({0, 0, side, side});
 }
 
-// Deliberately only when the clock is loaded: a clock that is open past midnight or noon keeps the
-// date and the designator that it began with.
+// Deliberately only when the clock is opened: one that stays open past midnight or noon keeps the
+// date and the designator that it came up with.
 void FrmTime::DrawDate() {
   const CivilDateTime now = Time();
   const std::wstring year = std::to_wstring(now.year);

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "base/DateSerial.h"
+#include "base/Pause.h"
 #include "clock/ClockFace.h"
 #include "ui/Form.h"
 #include "ui/MemoryContext.h"
@@ -21,8 +22,7 @@ namespace tellurvane {
 // All must be set.
 struct ClockSurroundings {
   Clock clock;
-  // Blocks for so many milliseconds.
-  std::function<void(unsigned milliseconds)> pause;
+  Pause pause;
   // What the locale calls this half of the day.
   std::function<std::wstring(DateSerial)> dayHalf;
   // The tray icon's menu.
@@ -56,6 +56,7 @@ class FrmTime final : public Form {
   void CreateLabels();
   void CreateDigits();
   void AddDigits(DigitBox& digits, int cells, int labelX, int y);
+  void ForwardMouse(PictureBox& box);
   void PrepareFace();
   void Timer1_Timer();
   void DrawTime();

@@ -136,6 +136,20 @@ TEST_F(FrmTimeTest, ARightPressOnTheFaceAndOnTheDigitsOpensTheTrayMenu) {
   EXPECT_THAT(caught.Taken(), IsEmpty());
 }
 
+TEST_F(FrmTimeTest, AsDoesARightPressOnEachOfTheTexts) {
+  ShowAt(kMorning);
+  int pressed = 0;
+  for (HWND box = GetWindow(clock->hwnd(), GW_CHILD); box != nullptr;
+       box = GetWindow(box, GW_HWNDNEXT)) {
+    const HWND text = GetWindow(box, GW_CHILD);
+    if (text == nullptr) continue;
+    EXPECT_EQ(SendMessageW(text, WM_NCHITTEST, 0, 0), HTTRANSPARENT) << "its box is pressed";
+    SendMouse(box, WM_RBUTTONDOWN, 5, 5, MK_RBUTTON);
+    EXPECT_EQ(menus, ++pressed);
+  }
+  EXPECT_EQ(pressed, 7);
+}
+
 TEST_F(FrmTimeTest, IsPulledBackWhenTheMouseMovesOverIt) {
   ShowAt(kMorning);
   const RECT outer = OnScreen(clock->hwnd());

@@ -2,18 +2,46 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <memory>
 #include <set>
+#include <vector>
 
 #include "app/ModGeneral.h"
 #include "base/LocaleDates.h"
 #include "tests/support/Moments.h"
 #include "tests/ui/UiTestSupport.h"
+#include "ui/Handle.h"
 #include "ui/ModTheme.h"
 
 namespace tellurvane {
 namespace {
 
 constexpr int kWidth = 330;
+// The icon of a row, and the mark on its lower right corner.
+constexpr RECT kIconPlace = {22, 27, 54, 59};
+constexpr RECT kMarkPlace = {46, 51, 62, 67};
+
+std::wstring IconFile(int id) {
+  return L"" TELLURVANE_SOURCE_DIR "/resources/icon" + std::to_wstring(id) + L".ico";
+}
+
+std::vector<Color> PixelsOf(HDC context, const RECT& area) {
+  std::vector<Color> pixels;
+  for (LONG y = area.top; y < area.bottom; ++y) {
+    for (LONG x = area.left; x < area.right; ++x) pixels.push_back(PixelOf(context, x, y));
+  }
+  return pixels;
+}
+
+// Draws an icon's file by the system's own routines.
+void DrawIconFile(HDC context, int id, const RECT& place) {
+  const int side = static_cast<int>(place.right - place.left);
+  const UniqueIcon icon(static_cast<HICON>(
+      LoadImageW(nullptr, IconFile(id).c_str(), IMAGE_ICON, side, side, LR_LOADFROMFILE)));
+  ASSERT_TRUE(icon) << "no file";
+  DrawIconEx(context, place.left, place.top, icon.Get(), side, side, 0, nullptr, DI_NORMAL);
+}
 
 class TaskRowPainterTest : public testing::Test {
  protected:
@@ -28,8 +56,16 @@ class TaskRowPainterTest : public testing::Test {
     task.LastRun = task.NextRun = At(2011, 2, 14, 12);
   }
 
+  void LoadIcons() {
+    int id = 101;
+    for (std::unique_ptr<ClsIcon>& icon : icons) {
+      icon = std::make_unique<ClsIcon>();
+      ASSERT_TRUE(icon->LoadFromFile(IconFile(id++)));
+    }
+  }
+
   void Paint(const TaskRowLook& look) {
-    TaskRowPainter painter({}, AppendLocaleDateText);
+    TaskRowPainter painter(icons, AppendLocaleDateText);
     painter.Paint(picture.Dc(), {0, 0, kWidth, kTaskRowHeight}, task, look);
   }
 
@@ -45,7 +81,22 @@ class TaskRowPainterTest : public testing::Test {
     return ink;
   }
 
+  // What the place of the icon shows for a media type, and what it should show by the icon's file.
+  std::vector<Color> IconOf(int mediaType) {
+    task.MediaType = mediaType;
+    Paint({});
+    return PixelsOf(picture.Dc(), kIconPlace);
+  }
+  std::vector<Color> WithIconFiles(std::initializer_list<std::pair<int, RECT>> files,
+                                   const RECT& place) {
+    task.MediaType = -1;
+    Paint({});
+    for (const auto& [id, where] : files) DrawIconFile(picture.Dc(), id, where);
+    return PixelsOf(picture.Dc(), place);
+  }
+
   TaskRecord task;
+  std::array<std::unique_ptr<ClsIcon>, 7> icons;
   MemoryContext picture = MemoryContext::Create(kWidth, kTaskRowHeight).value();
 };
 
@@ -55,6 +106,38 @@ TEST_F(TaskRowPainterTest, WritesFourLinesBesideTheIcon) {
   for (const LONG y : {24, 44, 64}) {
     EXPECT_GT(InkIn({76, y, 140, y + 14}), 50) << "the label at " << y;
     EXPECT_GT(InkIn({150, y, kWidth, y + 14}), 50) << "the value at " << y;
+  }
+}
+
+TEST_F(TaskRowPainterTest, ShowsTheIconOfTheKindOfTask) {
+  LoadIcons();
+  const struct {
+    MediaType type;
+    int file;
+  } cases[] = {
+      {kInternetRadio, 101}, {kLocalMusic, 102}, {kApplication, 103}, {kReminderNote, 104}};
+  const std::vector<Color> none = IconOf(-1);
+  std::set<std::vector<Color>> looks = {none};
+  for (const auto& [type, file] : cases) {
+    const std::vector<Color> look = IconOf(type);
+    EXPECT_EQ(look, WithIconFiles({{file, kIconPlace}}, kIconPlace)) << file;
+    looks.insert(look);
+  }
+  EXPECT_EQ(looks.size(), 5U) << "each is another one";
+  EXPECT_EQ(IconOf(4), none) << "of no kind";
+}
+
+TEST_F(TaskRowPainterTest, ShowsTheStateOnTheCornerOfTheIcon) {
+  LoadIcons();
+  const struct {
+    RowMark mark;
+    int file;
+  } cases[] = {{RowMark::kPlaying, 105}, {RowMark::kDisabled, 106}, {RowMark::kDue, 107}};
+  for (const auto& [mark, file] : cases) {
+    task.MediaType = kLocalMusic;
+    Paint({.mark = mark});
+    const std::vector<Color> look = PixelsOf(picture.Dc(), kMarkPlace);
+    EXPECT_EQ(look, WithIconFiles({{102, kIconPlace}, {file, kMarkPlace}}, kMarkPlace)) << file;
   }
 }
 

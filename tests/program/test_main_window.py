@@ -2,14 +2,19 @@
 
 import re
 from datetime import datetime
+from pathlib import Path
 
 import pytest
+from PIL import Image
 
 from harness import (SETTINGS, click_at, click_tray_icon, picture, press_key, run, tray_icon, until,
                      windows_path)
-from joblist import APPLICATION, NOTE, ZERO_DAY, Task, list_bytes, read_tasks
+from joblist import APPLICATION, MUSIC, NOTE, RADIO, ZERO_DAY, Task, list_bytes, read_tasks
 from taskbar import is_in_taskbar, skips_taskbar
 
+ROOT = Path(__file__).resolve().parent.parent.parent
+ICONS = {RADIO: 101, MUSIC: 102, APPLICATION: 103, NOTE: 104}
+ICON_PLACE = (22, 27, 54, 59)  # in its row
 CLOSERS = {"the close box": lambda program: program.put_away(),
            "Alt+F4": lambda program: program.press("alt+F4")}
 
@@ -206,3 +211,32 @@ def test_a_task_that_is_run_shows_it(window):
     click_at(window.rows[1])
     until(lambda: picture(name) == before[0] and picture(rest) != before[1],
           "another last run in its row")
+
+
+def icon_of(program, place):
+    """What stands in the place of the icon of the first or second row that is seen."""
+    return picture(program.row(place)).crop(ICON_PLACE).convert("RGB")
+
+
+def is_icon(seen, number):
+    """Whether a picture is an icon of the program's, wherever that is not half transparent."""
+    with Image.open(ROOT / "resources" / f"icon{number}.ico") as file:
+        file.size = seen.size
+        icon = file.convert("RGBA")
+    ground = seen.getpixel((0, 0))
+    wanted = {0: lambda colour: ground, 255: lambda colour: colour[:3]}
+    return all(there == wanted[colour[3]](colour)
+               for there, colour in zip(seen.getdata(), icon.getdata()) if colour[3] in wanted)
+
+
+def test_each_row_bears_the_icon_of_its_kind(folder, start):
+    folder.list.write_bytes(list_bytes(*(Task(f"{kind}", media_type=kind) for kind in ICONS)))
+    program = start().started()
+    seen = {}
+    for first in (RADIO, APPLICATION):
+        for place, kind in enumerate((first, first + 1)):
+            until(lambda: is_icon(icon_of(program, place), ICONS[kind]), f"the icon of {kind}", 10)
+            seen[kind] = icon_of(program, place)
+        click_at(program.row(0), button=5, times=3)  # the wheel, down to the end of the list
+    for kind, look in seen.items():
+        assert [number for number in ICONS.values() if is_icon(look, number)] == [ICONS[kind]]

@@ -171,6 +171,27 @@ def test_continuous_play_begins_again_with_the_address(folder, start, player):
     assert desk.program.position_is_enabled()
 
 
+def test_continuous_play_goes_on_with_what_is_selected_at_the_end(folder, start, player):
+    folder.write_settings(SETTINGS | {"SongLoop": "1"})
+    desk = Desk(folder, start, player)
+    # A stream, and then a program: neither is the music that has ended.
+    for row, again in ((0, [f"put_URL {STREAM}", "play"]), (2, [])):
+        desk.player.plays(currentPosition=65)
+        desk.run(1)
+        made, begun, of_the_music = desk.player.calls(), now(), desk.last_run(1)
+        click_at(desk.rows[row], y=0.2)
+        desk.player.plays(currentPosition=205)
+        until(lambda: desk.last_run(row) >= begun, "the run of what is selected")
+        # The stream stands at another moment each time that it is asked, the program tells the day.
+        for moment in ("02:05", "02:06"):
+            look = desk.strip()
+            desk.player.plays(currentPositionString=moment)
+            until(lambda: desk.strip() != look, "another second")
+        assert desk.player.calls()[len(made):] == ["close", "stop", *again]
+        assert desk.last_run(1) == of_the_music, "the ended one was not run again"
+        assert not desk.program.position_is_enabled()
+
+
 def test_clicks_and_keys_during_a_start_run_nothing_twice(desk):
     desk.player.plays(currentPosition=0, duration=0)
     desk.program.click({"rect": desk.rows[1]})

@@ -1,0 +1,96 @@
+// The controller and the runner together: what goes on when a piece of music ends.
+#include <gtest/gtest.h>
+
+#include <optional>
+
+#include "mainwin/PlaybackController.h"
+#include "tests/mainwin/FakePlayer.h"
+#include "tests/scheduler/RunnerRig.h"
+
+namespace tellurvane {
+namespace {
+
+class ContinuousPlayTest : public testing::Test, public PlaybackView {
+ protected:
+  void SetUp() override {
+    player.duration = 205;
+    rig.Add(kLocalMusic, L"song");
+    rig.on["url"] = [this] { player.position = 0; };
+    rig.on["stop"] = [this] { playback.StopPlayback(); };
+    rig.on["radio on"] = [this] { playback.SetRadioFlag(true); };
+    rig.on["radio off"] = [this] { playback.SetRadioFlag(false); };
+    rig.on["follow position"] = [this] { playback.FollowPosition(); };
+  }
+
+  void ShowPlayButtons(bool) override {}
+  void EnablePosition(bool) override {}
+  void PositionRange(double) override {}
+  void PositionValue(double) override {}
+  void EnableTimerVis(bool enable) override { follows = enable; }
+
+  // Runs the first task, a piece of music, and then lets it come to its end while a row is
+  // selected. The calls from then on.
+  Calls AfterTheEnd(std::optional<size_t> selectedAtTheEnd) {
+    rig.runner.RunNow(0);
+    EXPECT_TRUE(follows);
+    selected = selectedAtTheEnd;
+    rig.calls.clear();
+    player.position = player.duration;
+    playback.TimerVis_Tick();
+    return rig.calls;
+  }
+
+  // The steps of a run by hand round those that start the task.
+  static Calls RunOf(size_t row, const Calls& steps) {
+    const Calls before = {"timer off", "area off", "stop"};
+    const Calls after = {"save", "refresh " + std::to_string(row), "area on", "interval 1000",
+                         "timer on"};
+    return before + steps + after;
+  }
+
+  RunnerRig rig;
+  FakePlayer player;
+  bool radioFlag = false;
+  bool follows = false;
+  std::optional<size_t> selected;
+  PlaybackController playback{player,
+                              *this,
+                              radioFlag,
+                              {.songLoop = [] { return true; },
+                               .runSelectedTask = [this] { rig.runner.RunNow(selected); },
+                               .writeSavedVolume = [](std::int32_t) {}}};
+};
+
+TEST_F(ContinuousPlayTest, PlaysTheSameAgainWhileItIsSelected) {
+  EXPECT_EQ(AfterTheEnd(0), RunOf(0, {"radio off", "exists? song", "url song", "play",
+                                      "show playing", "follow position"}));
+  EXPECT_TRUE(follows);
+}
+
+TEST_F(ContinuousPlayTest, PlaysTheSelectedMusicAndNotTheEndedOne) {
+  rig.Add(kLocalMusic, L"other");
+  EXPECT_EQ(AfterTheEnd(1), RunOf(1, {"radio off", "exists? other", "url other", "play",
+                                      "show playing", "follow position"}));
+  EXPECT_TRUE(follows);
+}
+
+TEST_F(ContinuousPlayTest, StartsTheSelectedTaskOfWhateverKind) {
+  const struct {
+    MediaType type;
+    Calls steps;
+  } cases[] = {
+      {kInternetRadio, {"radio on", "url other", "play", "show playing"}},
+      {kApplication, {"command other"}},
+      {kReminderNote, {"note other at 2011/2/14 ?? 12:00:10"}},
+  };
+  for (const auto& [type, steps] : cases) {
+    rig.tasks.resize(1);
+    rig.Add(type, L"other");
+    EXPECT_EQ(AfterTheEnd(1), RunOf(1, steps));
+    EXPECT_EQ(rig.tasks[1].LastRun, rig.now) << "it is a run like any other";
+    EXPECT_FALSE(follows) << "the music has come to its end";
+  }
+}
+
+}  // namespace
+}  // namespace tellurvane
