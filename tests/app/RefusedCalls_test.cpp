@@ -1,0 +1,145 @@
+// The process's own things where the platform refuses.
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <memory>
+#include <string>
+
+#include "app/Autostart.h"
+#include "app/ModGeneral.h"
+#include "app/OpenFileDialog.h"
+#include "app/SettingsFile.h"
+#include "tests/support/EachCallFails.h"
+#include "tests/support/FailingImport.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/Utf16.h"
+#include "tests/ui/UiTestSupport.h"
+#include "ui/Handle.h"
+
+namespace tellurvane {
+namespace {
+
+constexpr const wchar_t* kSettings =
+    L"[Setting]\r\nSavedVolume=37\r\nTimeForm=0\r\nSongLoop=0\r\nStartPlay=0\r\n"
+    L"FilesPath=C:\\Music\\\r\nHinetUrl=mms://host/RA\r\n";
+
+std::string With(const std::wstring& volume) {
+  std::wstring text = kSettings;
+  return Utf16Bytes(text.replace(text.find(L"37"), 2, volume));
+}
+
+class SettingsDeed {
+ public:
+  void Prepare() {
+    folder_ = std::make_unique<TemporaryFolder>();
+    WriteBytes(Path(), With(L"37"));
+  }
+  void ReadAndWrite() {
+    const SettingsFile file(Path());
+    isWritten_ = false;
+    EXPECT_EQ(file.ReadAll().SavedVolume, 37);
+    isWritten_ = file.Write(L"SavedVolume", 50);
+  }
+  std::string Fault() const {
+    return ReadBytes(Path()) == With(isWritten_ ? L"50" : L"37") ? "" : "not what was told";
+  }
+
+ private:
+  std::wstring Path() const { return folder_->File(L"Setting.ini"); }
+
+  std::unique_ptr<TemporaryFolder> folder_;
+  bool isWritten_ = false;
+};
+
+TEST(RefusedCallsTest, TheSettingsAreReadAndWrittenOrLeftAlone) {
+  SettingsDeed deed;
+  FailEachCall({"settings",
+                [&] { deed.ReadAndWrite(); },
+                {"GetPrivateProfileStringW", "WritePrivateProfileStringW"},
+                [&] { deed.Prepare(); },
+                [&] { return deed.Fault(); }});
+}
+
+std::wstring StoredRunValue() {
+  std::wstring text(100, L'\0');
+  auto size = static_cast<DWORD>(text.size() * sizeof(wchar_t));
+  const LSTATUS status =
+      RegGetValueW(HKEY_LOCAL_MACHINE, L"Software\\Microsoft\\Windows\\CurrentVersion\\Run",
+                   L"RunTellurvane", RRF_RT_REG_SZ, nullptr, text.data(), &size);
+  return status == ERROR_SUCCESS ? std::wstring(text.c_str()) : L"none";
+}
+
+TEST(RefusedCallsTest, StartWithWindowsIsWrittenWholeOrNotAtAll) {
+  constexpr const wchar_t* kPath = L"C:\\Tools\\clock.exe";
+  std::wstring expected;
+  const auto fault = [&] { return StoredRunValue() == expected ? "" : "not what was told"; };
+  FailEachCall({"start with Windows",
+                [&] { expected = WriteRunValue(kPath) ? kPath : L"none"; },
+                {"RegOpenKeyExW", "RegSetValueExA", "WideCharToMultiByte"},
+                [] { ASSERT_TRUE(DeleteRunValue()); },
+                fault});
+  FailEachCall({"start without Windows",
+                [&] { expected = DeleteRunValue() ? L"none" : kPath; },
+                {"RegDeleteValueA", "RegOpenKeyExW"},
+                [&] { ASSERT_TRUE(WriteRunValue(kPath)); },
+                fault});
+  ASSERT_TRUE(DeleteRunValue());
+}
+
+void ClaimAndRelease() {
+  ClaimInstance();
+  ReleaseInstance();
+}
+
+TEST(RefusedCallsTest, WithoutTheMutexThisIsNoFirstCopy) {
+  FailEachCall({"instance", ClaimAndRelease, {"CreateMutexW"}});
+  FailingImport mutexes({"CreateMutexW", 0, ERROR_ACCESS_DENIED});
+  mutexes.Fail(1);
+  EXPECT_FALSE(ClaimInstance());
+  EXPECT_TRUE(ClaimInstance());
+  ReleaseInstance();
+}
+
+TEST(RefusedCallsTest, WithoutGdiPlusTheProgramIsToldSo) {
+  for (const PlatformCall& call : {PlatformCall{"LoadLibraryW", 0, ERROR_MOD_NOT_FOUND},
+                                   PlatformCall{"GdiplusStartup", 2, ERROR_SUCCESS}}) {
+    ASSERT_TRUE(StartGdiplus());
+    StopGdiplus();
+    FailingImport start(call);
+    start.Fail(1);
+    EXPECT_FALSE(StartGdiplus()) << call.name;
+  }
+}
+
+TEST(RefusedCallsTest, AnIconThatIsNotThereIsFatal) {
+  const TemporaryFolder folder;
+  WriteBytes(folder.File(L"Setting.ini"), Utf16Bytes(kSettings));
+  FailEachCall({"icons",
+                [&] {
+                  ModGeneral general(folder.Path());
+                  general.LoadIcons();
+                  for (const auto& icon : general.icons) EXPECT_GT(icon->Count(), 0);
+                },
+                {"FindResourceW", "LoadResource", "LockResource", "SizeofResource"}});
+}
+
+TEST(RefusedCallsTest, AnOpenFileDialogThatDoesNotComeUpChoosesNothing) {
+  const TestForm owner;
+  FailingImport dialogs({"GetOpenFileNameW"});
+  FailingImport folders({"GetCurrentDirectoryW"});
+  for (const int allowed : {2, 1, 0}) {
+    dialogs.Fail(1);
+    folders.Fail(allowed + 1, INT_MAX);
+    std::wstring folder = L"C:\\Music\\";
+    EXPECT_EQ(BrowseForSource(owner.hwnd(), false, folder), std::nullopt);
+    EXPECT_EQ(dialogs.Calls(), 1);
+    EXPECT_EQ(folders.Calls(), 2);
+    EXPECT_EQ(folder, L"C:\\Music\\");
+    EXPECT_TRUE(owner.Enabled());
+  }
+}
+
+}  // namespace
+}  // namespace tellurvane

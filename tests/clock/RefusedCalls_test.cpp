@@ -1,0 +1,41 @@
+// The clock where the platform refuses.
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include "clock/FrmTime.h"
+#include "tests/support/EachCallFails.h"
+#include "tests/support/Moments.h"
+#include "tests/ui/UiTestSupport.h"
+
+namespace tellurvane {
+namespace {
+
+void UseClock() {
+  DateSerial now = At(2026, 11, 21, 9, 5, 7);
+  FrmTime clock({.clock = [&] { return now; },
+                 .pause = [](unsigned) {},
+                 .dayHalf = [](DateSerial) { return L"上午"; },
+                 .openTrayMenu = [] {}});
+  clock.ShowClock();
+  Pump();
+  now = At(2026, 11, 22, 10, 6, 8);
+  clock.HideClock();
+  clock.ShowClock();
+  Pump();
+  clock.Unload();
+  // Loaded once more, into what the first time has left.
+  clock.ShowClock();
+  Pump();
+}
+
+TEST(RefusedCallsTest, TheClockShowsWhatItCan) {
+  FailEachCall({"clock",
+                UseClock,
+                {"BeginPaint", "CreateCompatibleBitmap", "CreateCompatibleDC", "CreatePen",
+                 "CreateRectRgn", "CreateSolidBrush", "CreateWindowExW", "LoadBitmapW", "SetTimer",
+                 "SetWindowRgn", "SystemParametersInfoW"}});
+}
+
+}  // namespace
+}  // namespace tellurvane

@@ -1,0 +1,35 @@
+// Starting a program where the platform refuses.
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "cmd/ModCMD.h"
+#include "tests/support/FailingImport.h"
+#include "tests/ui/UiTestSupport.h"
+
+namespace tellurvane {
+namespace {
+
+// This program, which has nothing to do then.
+std::wstring OwnCommand() {
+  wchar_t path[MAX_PATH] = {};
+  GetModuleFileNameW(nullptr, path, MAX_PATH);
+  return L"\"" + std::wstring(path) + L"\" --gtest_filter=none";
+}
+
+TEST(RefusedCallsTest, ACommandIsStartedWholeOrNotAtAll) {
+  ASSERT_TRUE(RunCommand(OwnCommand()));
+  for (const char* const name : {"CreatePipe", "SetHandleInformation", "CreateProcessW"}) {
+    FailingImport call({name, 0, ERROR_NO_SYSTEM_RESOURCES});
+    const ResourceCounts before = CountResources();
+    call.Fail(1);
+    EXPECT_FALSE(RunCommand(OwnCommand())) << name;
+    EXPECT_EQ(call.Calls(), 1) << name;
+    EXPECT_EQ(CountResources(), before) << name;
+  }
+}
+
+}  // namespace
+}  // namespace tellurvane

@@ -1,0 +1,141 @@
+// The main window and the player where the platform refuses.
+#include <windows.h>
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "mainwin/FrmMain.h"
+#include "mainwin/WindowsMediaPlayer.h"
+#include "tests/mainwin/FakePlayer.h"
+#include "tests/notes/GdiPlusSession.h"
+#include "tests/scheduler/ListOnDisk.h"
+#include "tests/support/EachCallFails.h"
+#include "tests/support/Moments.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/Utf16.h"
+#include "tests/ui/FormProbe.h"
+#include "tests/ui/UiTestSupport.h"
+#include "ui/Com.h"
+
+namespace tellurvane {
+namespace {
+
+constexpr WPARAM kLeaveButton = 5;
+
+std::string Settings(const std::wstring& folder) {
+  return Utf16Bytes(
+      L"[Setting]\r\nSavedVolume=37\r\nTimeForm=0\r\nSongLoop=0\r\nStartPlay=0\r\nFilesPath=" +
+      folder + L"\r\nHinetUrl=mms://host/RA\r\n");
+}
+
+// The program's window from its creation to its end, on a folder of its own.
+class WindowDeed {
+ public:
+  void Prepare() {
+    folder_ = std::make_unique<TemporaryFolder>();
+    WriteBytes(folder_->File(L"Setting.ini"), Settings(L"C:\\Music\\"));
+    before_ = TaskListBytes(Tasks(), AppendLocaleDateText);
+    WriteBytes(folder_->File(L"JobList.dbs"), before_);
+  }
+
+  void OpenHideAndLeave() const {
+    const GdiPlusSession gdiPlus;
+    FakePlayer player;
+    ModGeneral general(folder_->Path());
+    general.LoadIcons();
+    FrmMain window(general, player);
+    window.Create();
+    window.Open();
+    Pump();
+    const HWND list = InsideOf(window.hwnd(), WC_LISTVIEWW).at(0);
+    SendMessageW(list, LVM_SETITEMSTATE, 0, Selected());
+    window.RunSelectedTask();
+    Pump();
+    window.FormMin();
+    window.FormMin();
+    const HWND toolbar = InsideOf(window.hwnd(), TOOLBARCLASSNAMEW).at(0);
+    SendMessageW(GetParent(toolbar), WM_COMMAND, kLeaveButton, reinterpret_cast<LPARAM>(toolbar));
+    EXPECT_FALSE(window.IsLoaded());
+  }
+
+  std::string Fault() const {
+    // A folder that could not be read is written back as none.
+    const std::string settings = ReadBytes(folder_->File(L"Setting.ini"));
+    if (settings != Settings(L"C:\\Music\\") && settings != Settings(L"")) return "no settings";
+    return ListFault(*folder_, before_, {Tasks()}, At(2011, 2, 14, 12));
+  }
+
+ private:
+  static LPARAM Selected() {
+    static LVITEMW item = {};
+    item.stateMask = item.state = LVIS_SELECTED | LVIS_FOCUSED;
+    return reinterpret_cast<LPARAM>(&item);
+  }
+  static TaskList Tasks() {
+    TaskList tasks(2);
+    for (TaskRecord& task : tasks) {
+      task.Name = &task == &tasks[0] ? L"電台" : L"喝水";
+      task.MediaType = &task == &tasks[0] ? kInternetRadio : kReminderNote;
+      task.Source = L"http://example.invalid/";
+      task.Enabled = true;
+      task.IntervalUnit = kDays;
+      task.Interval = 1;
+      task.LastRun = At(2011, 2, 13, 9, 30);
+      task.NextRun = At(3011, 2, 15, 13, 0, 7);
+    }
+    return tasks;
+  }
+
+  std::unique_ptr<TemporaryFolder> folder_;
+  std::string before_;
+};
+
+TEST(RefusedCallsTest, TheMainWindowKeepsItsFiles) {
+  WindowDeed deed;
+  FailEachCall({"main window",
+                [&] { deed.OpenHideAndLeave(); },
+                {"CreateFileW",
+                 "CreateIconFromResourceEx",
+                 "CreateWindowExW",
+                 "DrawIconEx",
+                 "FindResourceW",
+                 "FlushFileBuffers",
+                 "GdipDrawString",
+                 "GetPrivateProfileStringW",
+                 "ImageList_AddMasked",
+                 "ImageList_Create",
+                 "LoadBitmapW",
+                 "LoadIconW",
+                 "LoadResource",
+                 "MoveFileExW",
+                 "ReadFile",
+                 "SetTimer",
+                 "Shell_NotifyIconW",
+                 "VirtualAlloc",
+                 "WriteFile",
+                 "WritePrivateProfileStringW"},
+                [&] { deed.Prepare(); },
+                [&] { return deed.Fault(); }});
+}
+
+void UsePlayer() {
+  const ComApartment apartment;
+  WindowsMediaPlayer player;
+  player.Volume(30);
+  player.Url(L"C:\\none.mp3");
+  player.Play();
+  player.AwaitDuration();
+  player.Status();
+  player.PositionText();
+  player.Stop();
+}
+
+TEST(RefusedCallsTest, ThePlayerIsDoneWithout) {
+  FailEachCall({"player", UsePlayer, {"CoCreateInstance", "CoInitializeEx", "SysAllocStringLen"}});
+}
+
+}  // namespace
+}  // namespace tellurvane

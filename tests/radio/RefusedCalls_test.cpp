@@ -1,0 +1,75 @@
+// The radio directory where the platform refuses.
+#include <windows.h>
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "radio/HttpGetText.h"
+#include "radio/frmRadioList.h"
+#include "tests/notes/GdiPlusSession.h"
+#include "tests/support/EachCallFails.h"
+#include "tests/ui/ActingForm.h"
+#include "tests/ui/DialogTestSupport.h"
+#include "ui/Com.h"
+
+namespace tellurvane {
+namespace {
+
+constexpr int kHinet = 3;
+
+void SearchAndChoose(const frmRadioList& dialog) {
+  const HWND window = dialog.hwnd();
+  const HWND source = InsideOf(window, L"ComboBox").at(0);
+  SendMessageW(source, CB_SETCURSEL, kHinet, 0);
+  SendMessageW(GetParent(source), WM_COMMAND, MAKEWPARAM(0, CBN_SELCHANGE),
+               reinterpret_cast<LPARAM>(source));
+  PressButton(window, L"搜 尋");
+  SelectListRow(InsideOf(window, WC_LISTVIEWW).at(0), 1);
+  PressButton(window, L"新 增");
+  EndDialogWindow(window);
+}
+
+void UseDirectory() {
+  const GdiPlusSession gdiPlus;
+  ActingForm owner;
+  frmRadioList dialog(
+      {.readSetting = [](const std::wstring&) { return L""; },
+       .writeSetting = [](const std::wstring&, const std::wstring&) {},
+       .fetch =
+           [](const std::wstring&) {
+             return L"<item id=\"0\" myTitle=\"甲\"/><item id=\"1\" myTitle=\"乙\"/>";
+           },
+       .hinetUrl = L"mms://host/"});
+  owner.ActLater([&] { SearchAndChoose(dialog); });
+  EXPECT_EQ(dialog.Open(owner.hwnd()), L"mms://host/1");
+}
+
+// Refused by the machine itself: nobody listens there.
+void FetchPage() {
+  const ComApartment apartment;
+  try {
+    HttpGetText(L"http://127.0.0.1:9/");
+    ADD_FAILURE() << "there is no page";
+  } catch (const FetchError&) {
+    return;
+  }
+}
+
+TEST(RefusedCallsTest, TheDirectoryIsSearchedOrEndsInAFatalError) {
+  FailEachCall({"radio directory",
+                UseDirectory,
+                {"CreateCompatibleDC", "CreatePatternBrush", "CreateWindowExW", "GdipDrawString",
+                 "LoadCursorW", "LoadIconW", "VirtualAlloc"}});
+}
+
+TEST(RefusedCallsTest, APageThatCannotBeAskedForIsNotFetched) {
+  FailEachCall(
+      {"fetch",
+       FetchPage,
+       {"CLSIDFromProgID", "CoCreateInstance", "DeleteUrlCacheEntryW", "SysAllocStringLen"}});
+}
+
+}  // namespace
+}  // namespace tellurvane

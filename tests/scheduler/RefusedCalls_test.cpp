@@ -1,0 +1,129 @@
+// The schedule editor and the list file where the platform refuses.
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <utility>
+
+#include "scheduler/FrmSet.h"
+#include "scheduler/TaskListFile.h"
+#include "tests/scheduler/ListOnDisk.h"
+#include "tests/support/EachCallFails.h"
+#include "tests/support/Moments.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/Utf8.h"
+#include "tests/ui/ActingForm.h"
+
+namespace tellurvane {
+namespace {
+
+DateSerial Noon() { return At(2011, 2, 14, 12); }
+
+TaskRecord Reminder(const std::wstring& name) {
+  TaskRecord task;
+  task.Name = name;
+  task.Source = L"喝水";
+  task.MediaType = kReminderNote;
+  task.Enabled = true;
+  task.Interval = 5;
+  task.LastRun = At(2011, 2, 13, 9, 30);
+  task.NextRun = At(2011, 2, 15, 13, 0, 7);
+  return task;
+}
+
+std::wstring Same(const std::wstring& text) { return text; }
+
+void SaveInEditor() {
+  ActingForm owner;
+  TaskList tasks = {Reminder(L"甲"), Reminder(L"乙")};
+  int saves = 0;
+  FrmSet editor(tasks,
+                {.clock = Noon,
+                 .pathExists = [](const std::wstring&) { return true; },
+                 .isSameName = [](std::wstring_view a, std::wstring_view b) { return a == b; }},
+                [&] { ++saves; },
+                {.browseForSource = [](bool) { return std::nullopt; },
+                 .chooseStation = {},
+                 .editNote = {},
+                 .ask = [](HWND, const std::wstring&, UINT) { return IDOK; },
+                 .noteForScreen = Same,
+                 .noteForList = Same});
+  owner.ActLater([&] {
+    SetWindowTextW(InsideOf(editor.hwnd(), L"Edit").at(1), L"7");
+    PressButton(editor.hwnd(), L"儲存專案");
+    PressButton(editor.hwnd(), L"關閉");
+    EndDialogWindow(editor.hwnd());
+  });
+  editor.Open(owner.hwnd(), 1);
+  EXPECT_TRUE(IsWindowEnabled(owner.hwnd()));
+  EXPECT_EQ(tasks[1].Name, L"乙");
+  EXPECT_EQ(tasks[1].NextRun, Reminder(L"乙").NextRun);
+  EXPECT_EQ(saves, tasks[1].Interval == 7 ? 1 : 0);
+}
+
+TEST(RefusedCallsTest, TheEditorKeepsTheTasks) {
+  FailEachCall({"editor",
+                SaveInEditor,
+                {"CreateSolidBrush", "CreateWindowExW", "InitCommonControlsEx", "LoadIconW",
+                 "LoadLibraryExW", "VirtualAlloc"}});
+}
+
+TaskList OldTasks() { return {Reminder(L"甲"), Reminder(L"乙")}; }
+TaskList NewTasks() { return {Reminder(L"甲"), Reminder(L"乙"), Reminder(L"丙")}; }
+
+// A list that is loaded, changed and saved.
+class ListDeed {
+ public:
+  explicit ListDeed(std::string before) : before_(std::move(before)) {}
+
+  void Prepare() {
+    folder_ = std::make_unique<TemporaryFolder>();
+    WriteBytes(folder_->File(L"JobList.dbs"), before_);
+  }
+  void LoadAndSave() const {
+    Win32FileOperations files([](unsigned) {});
+    TaskListFile file(files, folder_->File(L"JobList.dbs"),
+                      {UserDateReader, AppendLocaleDateText, DecodeAnsi}, Noon);
+    TaskList tasks;
+    file.Load(tasks);
+    tasks.push_back(Reminder(L"丙"));
+    (void)file.Save(tasks);
+  }
+  std::string Fault() const {
+    if (ReadBytes(folder_->File(L"JobList.dbs")) == before_) return "";
+    return ListFault(*folder_, before_, {OldTasks(), NewTasks()}, Noon());
+  }
+
+ private:
+  std::string before_;
+  std::unique_ptr<TemporaryFolder> folder_;
+};
+
+void FailEachCallOf(const char* name, ListDeed list, std::set<std::string> refused) {
+  FailEachCall({name, [&] { list.LoadAndSave(); }, std::move(refused), [&] { list.Prepare(); },
+                [&] { return list.Fault(); }});
+}
+
+TEST(RefusedCallsTest, TheListFileIsTheOldOneOrTheNewOneOrKeptBesideItself) {
+  FailEachCallOf("list file", ListDeed(TaskListBytes(OldTasks(), AppendLocaleDateText)),
+                 {"CreateFileW", "FlushFileBuffers", "GetCalendarInfoW", "GetFileSizeEx",
+                  "GetLocaleInfoW", "MoveFileExW", "ReadFile", "VarBstrFromDate", "WriteFile"});
+}
+
+// UTF-8, with dates that only the system understands and a line that nobody does.
+TEST(RefusedCallsTest, ADamagedListFileIsKeptBesideItselfOrLeftAlone) {
+  std::string bytes;
+  for (const TaskRecord& task : OldTasks()) {
+    bytes += "0|5|True|3\t" + Utf8(task.Name) + "\t" + Utf8(task.Source) +
+             "\t13 February 2011\t15 February 2011 13:00:07\r\n";
+  }
+  FailEachCallOf("damaged list file", ListDeed(bytes + "?\r\n"),
+                 {"CopyFileW", "GetFileAttributesW", "MultiByteToWideChar", "VarDateFromStr"});
+}
+
+}  // namespace
+}  // namespace tellurvane

@@ -1,0 +1,28 @@
+// A deed of the program, done over and over, with another call of the platform refused each time.
+#pragma once
+
+#include <functional>
+#include <set>
+#include <string>
+
+namespace tellurvane {
+
+// From its beginning to its end: what it makes it takes away again.
+struct Deed {
+  const char* name = nullptr;
+  std::function<void()> act;
+  // The functions that fail. Where none is named, all that the deed calls do.
+  std::set<std::string> refused = {};
+  // Before each time, with nothing refused.
+  std::function<void()> prepare = [] {};
+  // What is wrong with the files afterwards; empty when they are whole.
+  std::function<std::string()> fault = [] { return ""; };
+};
+
+// Each of the functions, which are of AllRefusedCalls, fails at its first call, at the last one, at
+// some between both where it may be fatal, and then at all of them. Each time the deed has to come
+// to its end: in time, without an exception other than that of a fatal error where one is meant to
+// be, without a leak, and with its files whole.
+void FailEachCall(const Deed& deed);
+
+}  // namespace tellurvane

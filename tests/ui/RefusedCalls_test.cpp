@@ -1,0 +1,238 @@
+// The toolkit where the platform refuses: it goes on without what it did not get, or says that it
+// cannot go on.
+#include <windows.h>
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "ActingForm.h"
+#include "ControlTestSupport.h"
+#include "tests/notes/GdiPlusSession.h"
+#include "tests/support/EachCallFails.h"
+#include "ui/ClsDate.h"
+#include "ui/ClsIcon.h"
+#include "ui/MemoryContext.h"
+#include "ui/ModTheme.h"
+#include "ui/Timer.h"
+#include "ui/clsLictView.h"
+#include "ui/clsNotifyIcon.h"
+#include "ui/clsPopupMenu.h"
+#include "ui/clsProgress.h"
+#include "ui/clsToolbar.h"
+
+namespace tellurvane {
+namespace {
+
+const std::wstring kIconFile = L"" TELLURVANE_SOURCE_DIR "/resources/icon101.ico";
+constexpr RECT kPlace = {10, 10, 210, 90};
+
+// A form with one box on it, for a control to stand in.
+struct Stage {
+  Stage() {
+    host.Create({.parent = form.hwnd(),
+                 .x = static_cast<int>(kPlace.left),
+                 .y = static_cast<int>(kPlace.top),
+                 .width = static_cast<int>(kPlace.right - kPlace.left),
+                 .height = static_cast<int>(kPlace.bottom - kPlace.top),
+                 .backColor = kHostColor,
+                 .isTabStop = true});
+  }
+
+  TestForm form;
+  PictureBox host;
+};
+
+void Repaint(HWND window) {
+  RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+  Pump();
+}
+
+void UseSlider() {
+  Stage stage;
+  clsProgress slider;
+  slider.TargetPictureBox(stage.host);
+  slider.PostRender = [&](bool) { slider.PrintText(L"37 %", kBlack); };
+  slider.Create();
+  slider.Max(100);
+  slider.Value(37);
+  slider.FontSize(12);
+  slider.text(L"音量");
+  slider.TextWidth(L"音量");
+  slider.Enabled(false);
+  slider.Enabled(true);
+  const RECT place = OnScreen(stage.host.hwnd());
+  SetCursorPos(place.left + 5, place.top + 5);
+  SendMouse(stage.host.hwnd(), WM_LBUTTONDOWN, 30, 5, MK_LBUTTON);
+  SendMouse(stage.host.hwnd(), WM_MOUSEMOVE, 60, 5, MK_LBUTTON);
+  SendMouse(stage.host.hwnd(), WM_LBUTTONUP, 60, 5);
+  Repaint(stage.form.hwnd());
+}
+
+// As the program's own lists do it.
+LRESULT DrawRow(const NMLVCUSTOMDRAW& draw) {
+  if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
+  const auto picture = MemoryContext::Create(100, 40);
+  if (!picture) return CDRF_DODEFAULT;
+  ModTheme::SolidFill(picture->Dc(), 0, 0, 100, 40, kWhite);
+  ModTheme::RichHighlight(picture->Dc(), 0, 0, 100, 40, kWhite, kHostColor);
+  ModTheme::Text(picture->Dc(), L"列", 2, 2, {}, {});
+  BitBlt(draw.nmcd.hdc, 0, 0, 100, 40, picture->Dc(), 0, 0, SRCCOPY);
+  return CDRF_SKIPDEFAULT;
+}
+
+void UseList() {
+  const GdiPlusSession gdiPlus;
+  Stage stage;
+  clsLictView list;
+  list.OnData = [&](int, int, LVITEMW& cell) {
+    if ((cell.mask & LVIF_TEXT) != 0) list.GiveText(cell, L"列");
+  };
+  list.CustomDraw = [](NMLVCUSTOMDRAW& draw, LRESULT& result) { result = DrawRow(draw); };
+  list.Create(stage.host);
+  list.RowHeight(42);
+  list.ImageList(16, 16);
+  const UniqueBitmap image(CreateBitmap(16, 16, 1, 32, nullptr));
+  list.AddBitmap(image.Get(), kWhite);
+  list.ColumnAdd(L"專案名稱", 120);
+  list.CheckBoxes(true);
+  list.AutoDraw(true);
+  list.ListCount(3);
+  list.SetSelectList(1);
+  list.Checked(2, true);
+  list.RedrawVisibleItems();
+  Repaint(stage.form.hwnd());
+}
+
+void UseToolbar() {
+  Stage stage;
+  clsToolbar toolbar;
+  toolbar.TargetPictureBox(stage.host);
+  toolbar.Create(16);
+  const UniqueBitmap images(CreateBitmap(32, 16, 1, 32, nullptr));
+  toolbar.AddBitmap(images.Get(), kWhite);
+  toolbar.AddButton(0, L"新增", L"新增");
+  toolbar.AddButton(1, L"播放");
+  toolbar.Enabled(2, false);
+  NMTTDISPINFOA tip = {};
+  tip.hdr.code = TTN_GETDISPINFOA;
+  tip.hdr.idFrom = 1;
+  SendMessageW(stage.host.hwnd(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&tip));
+  stage.host.Move(0, 0, 150, 30);
+  Repaint(stage.form.hwnd());
+}
+
+void UseControls() {
+  TestForm form;
+  for (const ControlKind kind : kEveryKind) {
+    PictureBox host;
+    host.Create({.parent = form.hwnd(), .width = 150, .height = 60, .backColor = kHostColor});
+    clsControl control;
+    control.TargetPictureBox(host);
+    control.Create(kind);
+    control.BorderStyle(1);
+    control.FontRightLeading(3);
+    control.text(L"文字");
+    control.AddItem(L"項目");
+    control.ListIndex(0);
+    control.ForeColor(kHostColor);
+    control.Enabled(false);
+    host.Move(0, 0, 120, 70);
+    Repaint(form.hwnd());
+  }
+}
+
+void UsePickers() {
+  TestForm form;
+  for (const bool isDate : {true, false}) {
+    ClsDate picker;
+    picker.Create(form.hwnd(), 10, 10, 150, 25, isDate);
+    picker.Enabled(true);
+    picker.Value(40'588.5);
+    EXPECT_EQ(picker.Value(), 40'588.5);
+    Repaint(form.hwnd());
+  }
+}
+
+void UseMenu() {
+  ActingForm owner;
+  clsPopupMenu menu;
+  menu.AddMenuItem(L"顯示主畫面", MF_CHECKED, 1);
+  menu.SetMenuDefItem(0);
+  menu.CreateSubmenu(L"更多");
+  menu.AddSubmenuItem(L"第一個", 0, 2);
+  menu.AddSubmenuItem(L"第二個", 0, 3);
+  menu.CheckRadioItem(0, 1, 1);
+  owner.ActLater([] { EndMenu(); });
+  EXPECT_EQ(menu.TrackMenu(owner.hwnd()), 0U);
+}
+
+void UseTrayIcon() {
+  TestForm form;
+  clsNotifyIcon icon;
+  icon.IconInit(form);
+  icon.IconTip(L"提示");
+  icon.IconAdd();
+  icon.IconTip(L"另一個");
+  icon.IconDelete();
+}
+
+void DrawTexts() {
+  const GdiPlusSession gdiPlus;
+  const auto picture = MemoryContext::Create(300, 100);
+  if (!picture) return;
+  const HDC target = picture->Dc();
+  ModTheme::FramedBox(target, 0, 0, 50, 20, kHostColor);
+  ModTheme::SimpleHighlight(target, 0, 0, 50, 20, kWhite, kHostColor);
+  ModTheme::Text(target, L"喝水", 2, 2, {}, {});
+  ModTheme::FittingText(target, L"a text that is too long for so little room", 60, {});
+  // Looked up anew each time, because its name is.
+  static int asked = 0;
+  ModTheme::AvailableFace(L"no such face " + std::to_wstring(++asked));
+}
+
+void DrawIcon() {
+  const auto picture = MemoryContext::Create(64, 64);
+  ClsIcon icon;
+  if (!icon.LoadFromFile(kIconFile) || !picture) return;
+  for (int image = 0; image < icon.Count(); ++image) icon.Draw(picture->Dc(), 0, 0, image);
+}
+
+void RunTimer() {
+  Timer timer;
+  bool hasTicked = false;
+  timer.Tick = [&] { hasTicked = true; };
+  timer.Interval(10);
+  timer.Enabled(true);
+  timer.Interval(5);
+  EXPECT_TRUE(PumpUntil([&] { return hasTicked; }));
+}
+
+TEST(RefusedCallsTest, TheToolkitGoesOnOrSaysThatItCannot) {
+  const Deed deeds[] = {
+      {"slider", UseSlider},
+      {"list", UseList},
+      {"toolbar", UseToolbar},
+      {"controls",
+       UseControls,
+       {"CreateSolidBrush", "CreateWindowExW", "GetComboBoxInfo", "LoadLibraryExW",
+        "SetWindowLongPtrW", "SetWindowTextW", "VirtualAlloc"}},
+      {"pickers", UsePickers, {"CreateWindowExW", "InitCommonControlsEx"}},
+      {"menu",
+       UseMenu,
+       {"AppendMenuW", "CheckMenuRadioItem", "CreatePopupMenu", "GetCursorPos",
+        "SetMenuDefaultItem", "TrackPopupMenu"}},
+      {"tray icon",
+       UseTrayIcon,
+       {"ChangeWindowMessageFilterEx", "CreateWindowExW", "LoadIconW", "SetWindowTextW",
+        "Shell_NotifyIconW", "VirtualAlloc"}},
+      {"texts", DrawTexts},
+      {"icon", DrawIcon},
+      {"timer", RunTimer, {"SetTimer"}},
+  };
+  for (const Deed& deed : deeds) FailEachCall(deed);
+}
+
+}  // namespace
+}  // namespace tellurvane
