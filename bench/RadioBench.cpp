@@ -45,7 +45,7 @@ std::vector<Directory> Directories() {
         L"&p",      L";&",         L"&;;;;;;;",  L"<<b>b>",   L"</<b>b>"}},
       {"GetShoutcast",
        ShoutcastPage,
-       [](std::wstring page) { return GetShoutcast(PreparedShoutcast(page)).size(); },
+       [](std::wstring page) { return GetShoutcast(PreparedShoutcast(std::move(page))).size(); },
        [](const std::wstring& page) {
          return literal::GetShoutcast(PreparedShoutcast(page)).size();
        },

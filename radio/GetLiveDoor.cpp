@@ -99,14 +99,14 @@ StationRow RowOf(std::wstring_view page, const StationCuts& cuts) {
 
 std::wstring PreparedLiveDoor(std::wstring page) {
   constexpr std::wstring_view kMany = L"<span class=\"many\">";
-  return ShortenedMarker(std::move(page), {kMany, L"", kMany.find(L'y')});
+  return ReplacedMarker(std::move(page), {kMany, L"", kMany.find(L'y')});
 }
 
 StationRows GetLiveDoor(std::wstring page) {
   constexpr std::wstring_view kUser = L"</a></li><li class=\"user\"><strong>DJ";
   constexpr std::wstring_view kEnd = L"</strong>";
-  StationRows rows(ShortenedMarkers(std::move(page), {kUser, L" DJ", kUser.find(L'J')},
-                                    {kEnd, L"", kEnd.find(L'>')}),
+  StationRows rows(ReplacedMarkers(std::move(page), {kUser, L" DJ", kUser.find(L'J')},
+                                   {kEnd, L"", kEnd.find(L'>')}),
                    RowOf);
   Scanner(rows).Scan();
   return rows;

@@ -60,10 +60,11 @@ StationRow RowOf(std::wstring_view page, const StationCuts& cuts) {
 
 }  // namespace
 
-std::wstring PreparedShoutcast(std::wstring_view page) {
+std::wstring PreparedShoutcast(std::wstring page) {
   constexpr std::wstring_view kId = L"id\"";
   constexpr std::wstring_view kColon = L"\":";
-  return ReplacedMarkers(page, {kId, L"\r\nid", kId.find(L'"')}, {kColon, L":", kColon.find(L':')});
+  return ReplacedMarkers(std::move(page), {kId, L"\r\nid", kId.find(L'"')},
+                         {kColon, L":", kColon.find(L':')});
 }
 
 StationRows GetShoutcast(std::wstring page) {

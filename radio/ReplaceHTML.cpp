@@ -122,11 +122,13 @@ class Decoder {
   }
 
   size_t TakeOpen(size_t at) {
-    while (at < text_.size()) {
-      const wchar_t unit = text_[at];
+    const wchar_t* const text = text_.data();
+    for (;;) {
+      const wchar_t unit = text[at];
       const unsigned kind = EntityKindOf(unit);
       if (kind == kNoEntityPart) {
-        // Nothing reaches beyond what is no part.
+        // Nothing reaches beyond what is no part, as the text's own end is none.
+        if (at == text_.size()) return at;
         *end_++ = unit;
         isOpen_ = false;
         return at + 1;
@@ -144,16 +146,15 @@ class Decoder {
         ++at;
       }
     }
-    return at;
   }
 
   size_t TakeMiddle(size_t at) {
     Push(text_[at], kFromText);
     const wchar_t* const text = text_.data();
-    const size_t size = text_.size();
     wchar_t* end = end_;
     EntityKey last = last_;
-    for (++at; at < size && IsMiddle(at); ++at) {
+    // The text's own end is no middle.
+    for (++at; IsMiddle(at); ++at) {
       *end++ = text[at];
       last = WithUnit(last, text[at]);
     }
@@ -172,7 +173,6 @@ class Decoder {
 
   // A first look at the three characters behind an ampersand.
   bool MayBeWhole(size_t at) const {
-    if (text_.size() - at < 4) return false;
     const wchar_t* const text = text_.data() + at;
     if (text[1] == L'a') return text[2] == L'm' && text[3] == L'p';
     return text[1] == L'#' && IsDigit(text[2]) && (IsDigit(text[3]) || text[3] == L';');
@@ -183,19 +183,16 @@ class Decoder {
   Whole WholeAt(size_t at) const {
     if (!MayBeWhole(at)) return {};
     const wchar_t* const text = text_.data() + at;
-    const size_t size = text_.size() - at;
     if (text[1] == L'a') {
-      const bool isEscape = size >= kEscape.size() && text[4] == L';';
-      return isEscape ? Whole{kEscape.size(), L'&', kAmpersand} : Whole{};
+      return text[4] == L';' ? Whole{kEscape.size(), L'&', kAmpersand} : Whole{};
     }
     size_t end = 2;
     int value = 0;
-    for (; end < size && IsDigit(text[end]); ++end) {
+    for (; IsDigit(text[end]); ++end) {
       value = value * 10 + (text[end] - L'0');
       if (value > kLargestValue) return {};
     }
-    const bool isWhole = end < size && text[end] == L';';
-    return isWhole ? Whole{end + 1, FromWindows1252(value), kReferences} : Whole{};
+    return text[end] == L';' ? Whole{end + 1, FromWindows1252(value), kReferences} : Whole{};
   }
 
   size_t TakeLessThan(size_t at) {
@@ -223,13 +220,15 @@ class Decoder {
   }
 
   void Push(wchar_t unit, Step born) {
-    if ((born | joined_) != kFromText) Note(born);
+    if ((born | joined_) != kFromText) Note(unit, born);
     *end_++ = unit;
     // No name goes over what is no part, and that may be no ASCII character.
     last_ = EntityKindOf(unit) == kNoEntityPart ? 0 : WithUnit(last_, unit);
   }
 
-  void Note(Step born) {
+  void Note(wchar_t unit, Step born) {
+    // Nothing reaches beyond what comes too late to be a part of anything.
+    if (born > kBoldEnds && (unit == L'<' || EntityKindOf(unit) == kNoEntityPart)) markCount_ = 0;
     if (markCount_ == marks_.size()) marks_.resize(std::max(kFirstMarks, 2 * markCount_));
     Mark& mark = marks_[markCount_++];
     mark.place = static_cast<std::uint32_t>(Size());
@@ -273,9 +272,10 @@ class Decoder {
   }
 
   Successor EndName(size_t length, EntityKey key) {
-    if (*(end_ - length + 1) == L'#') {
+    if (*(end_ - length + 1) == L'#' && IsAllFromText(length)) {
       const int value = ValueOf(Last(length));
-      if (value >= 0 && TakeBack(length, kReferences)) {
+      if (value >= 0) {
+        TakeBack(length, kReferences);
         return {FromWindows1252(value), kReferences};
       }
     }
@@ -298,6 +298,14 @@ class Decoder {
     if (before == 0) return;
     const Step step = before == 2 ? kBoldBegins : kBoldEnds;
     if (TakeBack(before + 1, step)) joined_ = std::max(joined_, step);
+  }
+
+  // Whether of the last characters none came up or moved up to another.
+  bool IsAllFromText(size_t length) const {
+    if (markCount_ == 0) return true;
+    const Mark& last = marks_[markCount_ - 1];
+    const size_t begin = Size() - length;
+    return last.place < begin || (last.place == begin && last.born == kFromText);
   }
 
   // Takes the last characters back if they stood together before a step: what comes next stands

@@ -13,7 +13,7 @@ namespace tellurvane {
 inline constexpr size_t kMostShoutcastRows = 200;
 
 // A line break before every id, and no quote before a colon.
-std::wstring PreparedShoutcast(std::wstring_view page);
+std::wstring PreparedShoutcast(std::wstring page);
 // Of a prepared page. A field that cannot be cut keeps the text of the station before.
 StationRows GetShoutcast(std::wstring page);
 

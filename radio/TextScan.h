@@ -70,22 +70,30 @@ size_t FindMarker(std::wstring_view text, size_t from, std::wstring_view marker)
 // The same whatever the letters' case; the marker is written small.
 size_t FindMarkerAnyCase(std::wstring_view text, size_t from, std::wstring_view marker);
 
+// So few characters that to copy the whole room costs less than to count them.
+struct ShortText {
+  // Implicit: it is a literal.
+  constexpr ShortText(const wchar_t* text)
+      : size(std::wstring_view(text).copy(units.data(), units.size())) {}
+
+  std::array<wchar_t, 8> units = {};
+  size_t size;
+};
+
 // What stands for a marker. It is looked for by its characters `tell` - 1 and `tell`, which should
 // be rare ones.
 struct MarkerReplacement {
   std::wstring_view marker;
-  std::wstring_view replacement;
+  ShortText replacement;
   size_t tell;
 };
-// As Replaced of base/Text.h for the first marker and, after that, for the second, all in one go:
-// for markers that none of the replacements makes or breaks. Where the two overlap, the first one's
-// `tell` has to come first.
-std::wstring ReplacedMarkers(std::wstring_view text, const MarkerReplacement& first,
+// As Replaced of base/Text.h, and for two markers the first and, after that, the second, all in one
+// go: for markers that none of the replacements makes or breaks. Where the two overlap, the first
+// one's `tell` has to come first. There is hardly another text beside the page, unless the page
+// grows.
+std::wstring ReplacedMarkers(std::wstring text, const MarkerReplacement& first,
                              const MarkerReplacement& second);
-// The same, without another text beside the page, where no replacement is longer than its marker.
-std::wstring ShortenedMarkers(std::wstring text, const MarkerReplacement& first,
-                              const MarkerReplacement& second);
-std::wstring ShortenedMarker(std::wstring text, const MarkerReplacement& marker);
+std::wstring ReplacedMarker(std::wstring text, const MarkerReplacement& marker);
 
 // Answers where a marker begins at or after a place, in any order of places, and remembers what it
 // went over: all answers together cost one pass over the text.

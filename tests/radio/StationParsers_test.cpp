@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "base/Text.h"
 #include "tests/radio/LiteralRules.h"
 #include "tests/radio/RuleDifference.h"
 
@@ -46,6 +47,19 @@ TEST(GetShoutcast, CutsEachRecord) {
 
 TEST(GetShoutcast, PreparesTheAnswer) {
   EXPECT_EQ(PreparedShoutcast(L"{\"id\":\"1\",\"mt\":\"a\"}"), L"{\"\r\nid:\"1\",\"mt:\"a\"}");
+}
+
+// What the page grows by has no room on it until enough has been taken out.
+TEST(GetShoutcast, PreparesAnAnswerThatGrowsFirst) {
+  for (const int grown : {1, 3, 1000, 2000, 20'000}) {
+    std::wstring page = L"x";
+    for (int i = 0; i < grown; ++i) page += L"id\"";
+    EXPECT_EQ(PreparedShoutcast(page), Replaced(page, L"id\"", L"\r\nid")) << grown;
+    for (int i = 0; i < 2 * grown; ++i) page += L"ab\":";
+    page += std::wstring(20, L'y') + L"id\"z";
+    const std::wstring prepared = Replaced(Replaced(page, L"id\"", L"\r\nid"), L"\":", L":");
+    EXPECT_EQ(PreparedShoutcast(page), prepared) << grown;
+  }
 }
 
 TEST(GetShoutcast, ListsTwoHundredOfMore) {
