@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/notes/GdiPlusSession.h"
+#include "tests/support/GdiPlusSession.h"
 #include "tests/ui/FormProbe.h"
 #include "tests/ui/UiTestSupport.h"
 #include "ui/Twips.h"

@@ -8,8 +8,8 @@
 #include "base/FatalError.h"
 #include "notes/NoteStack.h"
 #include "notes/frmNotesEdit.h"
-#include "tests/notes/GdiPlusSession.h"
 #include "tests/support/EachCallFails.h"
+#include "tests/support/GdiPlusSession.h"
 #include "tests/ui/ActingForm.h"
 
 namespace tellurvane {

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "radio/frmRadioList.h"
-#include "tests/notes/GdiPlusSession.h"
+#include "tests/support/GdiPlusSession.h"
 #include "tests/ui/DialogTestSupport.h"
 #include "tests/ui/UiTestSupport.h"
 

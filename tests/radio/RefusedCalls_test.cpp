@@ -8,8 +8,8 @@
 
 #include "radio/HttpGetText.h"
 #include "radio/frmRadioList.h"
-#include "tests/notes/GdiPlusSession.h"
 #include "tests/support/EachCallFails.h"
+#include "tests/support/GdiPlusSession.h"
 #include "tests/ui/ActingForm.h"
 #include "tests/ui/DialogTestSupport.h"
 #include "ui/Com.h"

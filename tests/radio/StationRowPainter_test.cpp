@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/notes/GdiPlusSession.h"
+#include "tests/support/GdiPlusSession.h"
 #include "tests/ui/UiTestSupport.h"
 #include "ui/MemoryContext.h"
 #include "ui/ModTheme.h"

@@ -9,8 +9,8 @@
 
 #include "ActingForm.h"
 #include "ControlTestSupport.h"
-#include "tests/notes/GdiPlusSession.h"
 #include "tests/support/EachCallFails.h"
+#include "tests/support/GdiPlusSession.h"
 #include "ui/ClsDate.h"
 #include "ui/ClsIcon.h"
 #include "ui/MemoryContext.h"
