@@ -9,6 +9,7 @@
 
 #include "base/FatalError.h"
 #include "base/LocaleDates.h"
+#include "scheduler/DecodeAnsi.h"
 #include "ui/Handle.h"
 #include "ui/Resource.h"
 
@@ -51,6 +52,7 @@ std::wstring ModulePath() {
   std::wstring path(MAX_PATH, L'\0');
   for (;;) {
     const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+    if (length == 0) throw FatalError(L"無法取得程式所在的資料夾，程式無法繼續執行。");
     if (length < path.size()) {
       path.resize(length);
       return path;

@@ -28,7 +28,7 @@ class IdleRunner : private TaskRows, private TaskTimer, private TaskPlayer {
   void SetRadioFlag(bool) override {}
   void SetUrl(const std::wstring&) override {}
   void Play() override {}
-  void ShowPlaying() override {}
+  void ShowPlaying(size_t) override {}
   void FollowPosition() override {}
 
   TaskList& tasks_;

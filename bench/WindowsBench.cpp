@@ -14,6 +14,7 @@
 #include "bench/BareRead.h"
 #include "bench/IdleRunner.h"
 #include "bench/SampleList.h"
+#include "scheduler/DecodeAnsi.h"
 #include "scheduler/TaskListFile.h"
 #include "scheduler/Win32FileOperations.h"
 

@@ -117,7 +117,8 @@ void FrmTime::HideClock() {
 
 void FrmTime::Form_Load() {
   ResizeInside(PixelsFromTwipsX(kWidth), HeightNeeded());
-  RECT work = {};
+  // The whole screen where the system does not tell which part of it is free.
+  RECT work = {0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
   SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
   const int left = static_cast<int>(work.right) - PixelsFromTwipsX(kWidth) - kScreenMargin;
   SetWindowPos(hwnd(), nullptr, left, static_cast<int>(work.top) + kScreenMargin, 0, 0,

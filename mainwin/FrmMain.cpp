@@ -304,19 +304,19 @@ void FrmMain::ShowInTaskbar(bool show) {
 
 void FrmMain::RunSelectedTask() { runner_.RunNow(rows_.SelectedRow()); }
 
-void FrmMain::ShowPlayButtons(bool isPlaying) {
-  ToolBar_.Enabled(kPlayButton, !isPlaying);
-  ToolBar_.Enabled(kStopButton, isPlaying);
-  rows_.ShowPlaying(isPlaying ? LatestMediaTask() : std::wstring());
+void FrmMain::ShowPlaying(size_t row) {
+  EnablePlayButtons(true);
+  rows_.ShowPlaying(row);
 }
 
-std::wstring FrmMain::LatestMediaTask() const {
-  const TaskRecord* latest = nullptr;
-  for (const TaskRecord& task : general_.tasks) {
-    if (task.MediaType != kInternetRadio && task.MediaType != kLocalMusic) continue;
-    if (latest == nullptr || task.RunStarted >= latest->RunStarted) latest = &task;
-  }
-  return latest == nullptr ? std::wstring() : latest->Name;
+void FrmMain::ShowStopped() {
+  EnablePlayButtons(false);
+  rows_.ShowPlaying(std::nullopt);
+}
+
+void FrmMain::EnablePlayButtons(bool isPlaying) {
+  ToolBar_.Enabled(kPlayButton, !isPlaying);
+  ToolBar_.Enabled(kStopButton, isPlaying);
 }
 
 void FrmMain::ToolBar_ButtonClick(int id) {

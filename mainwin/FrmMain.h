@@ -54,7 +54,8 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
   // PlaybackView
-  void ShowPlayButtons(bool isPlaying) override;
+  void ShowPlaying(size_t row) override;
+  void ShowStopped() override;
   void EnablePosition(bool enable) override { SliderH_.Enabled(enable); }
   void PositionRange(double seconds) override { SliderH_.Max(seconds); }
   void PositionValue(double seconds) override { SliderH_.Value(seconds); }
@@ -93,7 +94,7 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   void SaveAll();
   void ReleaseChildren();
   void ShowInTaskbar(bool show);
-  std::wstring LatestMediaTask() const;
+  void EnablePlayButtons(bool isPlaying);
 
   TaskActions RunnerActions();
   PlaybackActions PlayerActions();

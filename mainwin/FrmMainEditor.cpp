@@ -78,7 +78,7 @@ void FrmMain::OpenEditor(std::optional<size_t> row) {
 // What was edited is not lost when the file cannot be written, or not be read again; what fell due
 // meanwhile is skipped all the same. False when it is in memory alone.
 bool FrmMain::TakeOverEditedList(bool isSaved) {
-  std::erase_if(general_.tasks, [](const TaskRecord& task) { return task.Deleted; });
+  rows_.DropRemoved();
   const TaskList edited = general_.tasks;
   if (isSaved) {
     ReloadTaskList();

@@ -13,7 +13,7 @@ PlaybackController::PlaybackController(MediaPlayer& player, PlaybackView& view, 
 void PlaybackController::StopPlayback() {
   player_.Close();
   player_.Stop();
-  view_.ShowPlayButtons(false);
+  view_.ShowStopped();
   view_.EnablePosition(false);
   view_.PositionValue(0);
   view_.EnableTimerVis(false);

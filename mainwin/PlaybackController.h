@@ -14,8 +14,10 @@ namespace tellurvane {
 class PlaybackView {
  public:
   virtual ~PlaybackView() = default;
-  // The toolbar's "播 放" and "停 止": of the two, one can be pressed.
-  virtual void ShowPlayButtons(bool isPlaying) = 0;
+  // The toolbar's "播 放" and "停 止", of which one can be pressed, and the mark of the row that
+  // plays.
+  virtual void ShowPlaying(size_t row) = 0;
+  virtual void ShowStopped() = 0;
   // The position slider. Its values are seconds.
   virtual void EnablePosition(bool enable) = 0;
   virtual void PositionRange(double seconds) = 0;
@@ -45,7 +47,7 @@ class PlaybackController final : public TaskPlayer {
   void SetRadioFlag(bool isRadio) override { radioFlag_ = isRadio; }
   void SetUrl(const std::wstring& url) override { player_.Url(url); }
   void Play() override { player_.Play(); }
-  void ShowPlaying() override { view_.ShowPlayButtons(true); }
+  void ShowPlaying(size_t row) override { view_.ShowPlaying(row); }
   void FollowPosition() override;
 
   void TimerVis_Tick();

@@ -51,14 +51,29 @@ void TaskRowsView::Refill() {
   FitColumn();
 }
 
+void TaskRowsView::DropRemoved() {
+  const auto isRemoved = [](const TaskRecord& task) { return task.Deleted; };
+  TaskList& tasks = general_.tasks;
+  if (playing_ && *playing_ < tasks.size()) {
+    const auto task = tasks.begin() + static_cast<std::ptrdiff_t>(*playing_);
+    const auto removedBefore = std::count_if(tasks.begin(), task, isRemoved);
+    if (isRemoved(*task)) {
+      playing_.reset();
+    } else {
+      *playing_ -= static_cast<size_t>(removedBefore);
+    }
+  }
+  std::erase_if(tasks, isRemoved);
+}
+
 std::optional<size_t> TaskRowsView::SelectedRow() const {
   const int row = list_.Selected();
   if (row < 0) return std::nullopt;
   return static_cast<size_t>(row);
 }
 
-void TaskRowsView::ShowPlaying(const std::wstring& name) {
-  playing_ = name;
+void TaskRowsView::ShowPlaying(std::optional<size_t> row) {
+  playing_ = row;
   RefreshMarks();
 }
 
@@ -114,8 +129,7 @@ void TaskRowsView::ListView_CustomDraw(NMLVCUSTOMDRAW& draw, LRESULT& result) {
 }
 
 RowMark TaskRowsView::MarkOfRow(size_t row) const {
-  const TaskRecord& task = general_.tasks[row];
-  return MarkOf(task, clock_(), !playing_.empty() && task.Name == playing_);
+  return MarkOf(general_.tasks[row], clock_(), playing_ == row);
 }
 
 }  // namespace tellurvane

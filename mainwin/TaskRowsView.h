@@ -33,16 +33,18 @@ class TaskRowsView final : public TaskRows {
 
   // Takes over the list of tasks anew; the selection stays as far as there are rows.
   void Refill();
+  // Takes the tasks that were removed out of the list of tasks. What plays keeps its mark, whatever
+  // its name and its row are by then; a removed task plays on without one.
+  void DropRemoved();
   std::optional<size_t> SelectedRow() const;
-  // The task that plays, by its name; none when it is empty.
-  void ShowPlaying(const std::wstring& name);
+  // The row of the task that plays.
+  void ShowPlaying(std::optional<size_t> row);
   // Redraws the visible rows whose mark is another one by now.
   void RefreshMarks();
   // The rows take the whole width of the list.
   void FitColumn();
   // Where the selected row, or without one the list, begins on the screen.
   POINT MenuPlace() const;
-  void SetFocus() { list_.SetFocus(); }
   bool HasFocus() const { return GetFocus() == list_.hwnd(); }
 
   // Events of the list. Any may be left empty.
@@ -58,7 +60,7 @@ class TaskRowsView final : public TaskRows {
   Clock clock_;
   PictureBox* area_ = nullptr;
   bool hadFocus_ = false;  // before the area was disabled
-  std::wstring playing_;
+  std::optional<size_t> playing_;
   std::vector<RowMark> shownMarks_;  // of each row when it was last painted
   TaskRowPainter painter_;
   clsLictView list_;

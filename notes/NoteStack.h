@@ -24,6 +24,7 @@ class NoteStack {
   size_t Count() const;
 
  private:
+  void ForgetLater();
   void ForgetClosed();
 
   Pause pause_;

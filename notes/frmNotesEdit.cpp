@@ -1,8 +1,5 @@
 #include "notes/frmNotesEdit.h"
 
-#include <algorithm>
-#include <utility>
-
 #include "notes/NoteText.h"
 #include "ui/ModTheme.h"
 #include "ui/Twips.h"
@@ -60,15 +57,15 @@ void frmNotesEdit::Form_Resize() {
   const int labelHeight = PixelsFromTwipsY(kLabelHeight);
   const int buttonWidth = PixelsFromTwipsX(kButtonWidth);
   const int buttonHeight = PixelsFromTwipsY(kButtonHeight);
-  const int inside = std::max(width - 2 * margin, 0);
+  const int inside = width - 2 * margin;
   const int buttonY = height - margin - buttonHeight;
   const int textY = margin + labelHeight;
-  picNote_.box.Move(margin, margin / 2, inside, labelHeight);
-  picText_.box.Move(margin, textY, inside, std::max(buttonY - margin - textY, 0));
-  picCancel_.box.Move(width - margin - buttonWidth, buttonY, buttonWidth, buttonHeight);
-  picOK_.box.Move(width - 2 * margin - 2 * buttonWidth, buttonY, buttonWidth, buttonHeight);
-  picCount_.box.Move(margin, buttonY + (buttonHeight - labelHeight) / 2,
-                     std::max(width - 4 * margin - 2 * buttonWidth, 0), labelHeight);
+  picNote_.Move(margin, margin / 2, inside, labelHeight);
+  picText_.Move(margin, textY, inside, buttonY - margin - textY);
+  picCancel_.Move(width - margin - buttonWidth, buttonY, buttonWidth, buttonHeight);
+  picOK_.Move(width - 2 * margin - 2 * buttonWidth, buttonY, buttonWidth, buttonHeight);
+  picCount_.Move(margin, buttonY + (buttonHeight - labelHeight) / 2,
+                 width - 4 * margin - 2 * buttonWidth, labelHeight);
 }
 
 bool frmNotesEdit::picText_KeyDown(UINT key) {

@@ -127,28 +127,25 @@ void frmRadioList::Form_Resize() {
   const int editHeight = Px(kEditHeight);
   const int buttonHeight = Px(kButtonHeight);
   const int right = ScaleWidth() - margin;
-  const auto put = [](BoxedControl& field, int x, int y, int width, int height) {
-    field.box.Move(x, y, std::max(width, 0), std::max(height, 0));
-  };
   const int second = margin + rowHeight + gap;
   const int optionX = margin + Px(kSourceWidth) + 2 * gap;
   const int fieldX = optionX + Px(kOptionWidth) + gap;
   const int buttonX = right - Px(kButtonWidth);
-  put(picRadioType_, margin, margin, Px(kSourceWidth), rowHeight);
-  put(picSearch1_, optionX, margin, Px(kOptionWidth), rowHeight);
-  put(picGenre_, fieldX, margin, std::min(Px(kGenreWidth), buttonX - gap - fieldX), rowHeight);
-  put(picSearchKeyword_, optionX, second, Px(kOptionWidth), rowHeight);
-  put(picEdit_, fieldX, second + (rowHeight - editHeight) / 2,
-      std::min(Px(kGenreWidth), buttonX - gap - fieldX), editHeight);
-  put(picSearch_, buttonX, second, Px(kButtonWidth), buttonHeight);
+  picRadioType_.Move(margin, margin, Px(kSourceWidth), rowHeight);
+  picSearch1_.Move(optionX, margin, Px(kOptionWidth), rowHeight);
+  picGenre_.Move(fieldX, margin, std::min(Px(kGenreWidth), buttonX - gap - fieldX), rowHeight);
+  picSearchKeyword_.Move(optionX, second, Px(kOptionWidth), rowHeight);
+  picEdit_.Move(fieldX, second + (rowHeight - editHeight) / 2,
+                std::min(Px(kGenreWidth), buttonX - gap - fieldX), editHeight);
+  picSearch_.Move(buttonX, second, Px(kButtonWidth), buttonHeight);
 
   const int lower = ScaleHeight() - margin - buttonHeight;
   const int listY = second + rowHeight + gap;
   PicListView_.Move(margin, listY, right - margin, std::max(lower - gap - listY, 0));
-  put(picStatus_, margin, lower + Px(75), buttonX - Px(kButtonWidth) - 2 * gap - margin,
-      buttonHeight - Px(75));
-  put(picOK_, buttonX - gap - Px(kButtonWidth), lower, Px(kButtonWidth), buttonHeight);
-  put(picCancel_, buttonX, lower, Px(kButtonWidth), buttonHeight);
+  picStatus_.Move(margin, lower + Px(75), buttonX - Px(kButtonWidth) - 2 * gap - margin,
+                  buttonHeight - Px(75));
+  picOK_.Move(buttonX - gap - Px(kButtonWidth), lower, Px(kButtonWidth), buttonHeight);
+  picCancel_.Move(buttonX, lower, Px(kButtonWidth), buttonHeight);
   // The scroll bar included, so that no other one is needed.
   const int scrollBar = GetSystemMetrics(SM_CXVSCROLL);
   list_.ColumnWidth(

@@ -59,7 +59,6 @@ class FrmSet final : public Form {
   void PlaceList(int lowerY);
   void PlaceFields(int labelX, int right);
   void PlaceDates(int x, int y, int width);
-  static void Place(BoxedControl& field, int x, int y, int width, int height);
 
   void lstJobs_ItemChanged(int row, UINT oldState, UINT newState);
   void lstJobs_KeyDown(UINT key);

@@ -130,9 +130,9 @@ void FrmSet::Form_Resize() {
   PlaceList(lowerY);
   PlaceFields(2 * margin + Px(kListWidth), ScaleWidth() - margin);
   const int right = ScaleWidth() - margin;
-  Place(cmdCancel_, right - Px(kButtonWidth), lowerY, Px(kButtonWidth), Px(kButtonHeight));
-  Place(cmdSave_, right - 2 * Px(kButtonWidth) - Px(kRowGap), lowerY, Px(kButtonWidth),
-        Px(kButtonHeight));
+  cmdCancel_.Move(right - Px(kButtonWidth), lowerY, Px(kButtonWidth), Px(kButtonHeight));
+  cmdSave_.Move(right - 2 * Px(kButtonWidth) - Px(kRowGap), lowerY, Px(kButtonWidth),
+                Px(kButtonHeight));
 }
 
 void FrmSet::PlaceList(int lowerY) {
@@ -140,7 +140,7 @@ void FrmSet::PlaceList(int lowerY) {
   picJobs_.Move(margin, margin, Px(kListWidth), std::max(lowerY - Px(kRowGap) - margin, 0));
   int x = margin;
   for (BoxedControl* const button : {&cmdNew_, &cmdEdit_, &cmdDel_}) {
-    Place(*button, x, lowerY, Px(kSmallButton), Px(kButtonHeight));
+    button->Move(x, lowerY, Px(kSmallButton), Px(kButtonHeight));
     x += (Px(kListWidth) - Px(kSmallButton)) / 2;
   }
 }
@@ -153,27 +153,27 @@ void FrmSet::PlaceFields(int labelX, int right) {
   int y = Px(kMargin);
   for (size_t row = 0; row < kRowCount; ++row) {
     tops[row] = y;
-    Place(labels_[row], labelX, y + labelDrop, Px(kLabelWidth), rowHeight - labelDrop);
+    labels_[row].Move(labelX, y + labelDrop, Px(kLabelWidth), rowHeight - labelDrop);
     y += (row == kSourceRow ? Px(kSourceHeight) : rowHeight) + gap;
   }
   const int x = labelX + Px(kLabelWidth);
   const int editHeight = Px(kEditHeight);
   const int editDrop = (rowHeight - editHeight) / 2;
-  Place(txtName_, x, tops[kNameRow] + editDrop, right - x, editHeight);
-  Place(cboMediaType_, x, tops[kMediaRow], Px(kTimeTypeWidth), rowHeight);
+  txtName_.Move(x, tops[kNameRow] + editDrop, right - x, editHeight);
+  cboMediaType_.Move(x, tops[kMediaRow], Px(kTimeTypeWidth), rowHeight);
   const int dotsX = right - Px(kDotsWidth);
-  Place(txtSrc_, x, tops[kSourceRow], dotsX - gap / 2 - x, Px(kSourceHeight));
-  Place(cmdFiles_, dotsX, tops[kSourceRow], Px(kDotsWidth), rowHeight);
+  txtSrc_.Move(x, tops[kSourceRow], dotsX - gap / 2 - x, Px(kSourceHeight));
+  cmdFiles_.Move(dotsX, tops[kSourceRow], Px(kDotsWidth), rowHeight);
   PlaceDates(x, tops[kDateRow], right - x);
-  Place(cboTimeType_, x, tops[kTimeRow], Px(kTimeTypeWidth), rowHeight);
+  cboTimeType_.Move(x, tops[kTimeRow], Px(kTimeTypeWidth), rowHeight);
   const int intervalX = x + Px(kTimeTypeWidth) + gap;
-  Place(txtInterval_, intervalX, tops[kTimeRow] + editDrop, Px(kIntervalWidth), editHeight);
+  txtInterval_.Move(intervalX, tops[kTimeRow] + editDrop, Px(kIntervalWidth), editHeight);
   const int wordX = intervalX + Px(kIntervalWidth) + gap / 2;
-  Place(lblInterval_, wordX, tops[kTimeRow] + labelDrop, right - wordX, rowHeight - labelDrop);
-  Place(chkEnabled_, x, y, right - x, rowHeight);
+  lblInterval_.Move(wordX, tops[kTimeRow] + labelDrop, right - wordX, rowHeight - labelDrop);
+  chkEnabled_.Move(x, y, right - x, rowHeight);
   y += rowHeight + gap;
-  Place(cmdSaveJob_, x, y, Px(kButtonWidth), Px(kButtonHeight));
-  Place(cmdCancelJob_, x + Px(kButtonWidth) + gap, y, Px(kButtonWidth), Px(kButtonHeight));
+  cmdSaveJob_.Move(x, y, Px(kButtonWidth), Px(kButtonHeight));
+  cmdCancelJob_.Move(x + Px(kButtonWidth) + gap, y, Px(kButtonWidth), Px(kButtonHeight));
 }
 
 void FrmSet::PlaceDates(int x, int y, int width) {
@@ -183,10 +183,6 @@ void FrmSet::PlaceDates(int x, int y, int width) {
   const int dateWidth = (width - gap) * 2 / 3;
   MoveWindow(dtpDate_.hwnd(), 0, 0, dateWidth, height, TRUE);
   MoveWindow(dtpTime_.hwnd(), dateWidth + gap, 0, width - gap - dateWidth, height, TRUE);
-}
-
-void FrmSet::Place(BoxedControl& field, int x, int y, int width, int height) {
-  field.box.Move(x, y, std::max(width, 0), std::max(height, 0));
 }
 
 void FrmSet::cboTimeType_Click() {

@@ -113,7 +113,7 @@ void TaskRunner::Execute(size_t row) {
   // A copy: a player that waits for its media lets messages through, and the list may be another
   // one when it is done.
   const TaskRecord started = tasks_[row];
-  Start(started);
+  Start(row, started);
   if (row < tasks_.size() && tasks_[row].Name == started.Name) {
     TaskRecord& task = tasks_[row];
     task.LastRun = clock_();
@@ -145,17 +145,17 @@ void TaskRunner::SwitchEnabled(std::optional<size_t> row) {
   Attempt([&] { actions_.saveList(); });
 }
 
-void TaskRunner::Start(const TaskRecord& task) {
+void TaskRunner::Start(size_t row, const TaskRecord& task) {
   switch (task.MediaType) {
     case kInternetRadio:
       Attempt([&] { player_.SetRadioFlag(true); });
-      StartPlaying(task.Source);
+      StartPlaying(row, task.Source);
       break;
     case kLocalMusic: {
       Attempt([&] { player_.SetRadioFlag(false); });
       bool exists = false;
       Attempt([&] { exists = actions_.pathExists(task.Source); });
-      if (exists) StartPlaying(task.Source);
+      if (exists) StartPlaying(row, task.Source);
       Attempt([&] { player_.FollowPosition(); });
       break;
     }
@@ -175,10 +175,10 @@ void TaskRunner::Start(const TaskRecord& task) {
   }
 }
 
-void TaskRunner::StartPlaying(const std::wstring& source) {
+void TaskRunner::StartPlaying(size_t row, const std::wstring& source) {
   Attempt([&] { player_.SetUrl(source); });
   Attempt([&] { player_.Play(); });
-  Attempt([&] { player_.ShowPlaying(); });
+  Attempt([&] { player_.ShowPlaying(row); });
 }
 
 }  // namespace tellurvane

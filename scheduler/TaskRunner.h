@@ -43,8 +43,8 @@ class TaskPlayer {
   virtual void SetRadioFlag(bool isRadio) = 0;
   virtual void SetUrl(const std::wstring& url) = 0;
   virtual void Play() = 0;
-  // The toolbar shows that something plays.
-  virtual void ShowPlaying() = 0;
+  // The window shows that something plays, and that it is the task of this row.
+  virtual void ShowPlaying(size_t row) = 0;
   // The position slider follows the media.
   virtual void FollowPosition() = 0;
 };
@@ -97,8 +97,8 @@ class TaskRunner {
   bool HasTask(std::optional<size_t> row) const {
     return row && *row < RowCount() && !tasks_[*row].Deleted;
   }
-  void Start(const TaskRecord& task);
-  void StartPlaying(const std::wstring& source);
+  void Start(size_t row, const TaskRecord& task);
+  void StartPlaying(size_t row, const std::wstring& source);
   void EnableRows();
 
   TaskList& tasks_;

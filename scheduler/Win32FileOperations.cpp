@@ -32,16 +32,6 @@ bool RetryWhileHeld(int attempts, const Pause& pause, Call call) {
   return true;
 }
 
-// Nothing when the bytes are no text of the code page.
-std::optional<std::wstring> Decode(UINT codePage, DWORD flags, std::string_view bytes) {
-  const int size = static_cast<int>(bytes.size());
-  const int length = MultiByteToWideChar(codePage, flags, bytes.data(), size, nullptr, 0);
-  if (length <= 0) return std::nullopt;
-  std::wstring text(static_cast<size_t>(length), L'\0');
-  MultiByteToWideChar(codePage, flags, bytes.data(), size, text.data(), length);
-  return text;
-}
-
 DWORD Limited(size_t size) {
   constexpr size_t kMost = 1U << 30;
   return static_cast<DWORD>(std::min(size, kMost));
@@ -127,23 +117,5 @@ CopyOutcome Win32FileOperations::CopyToNew(const std::wstring& from, const std::
 }
 
 void Win32FileOperations::Remove(const std::wstring& path) { DeleteFileW(path.c_str()); }
-
-DecodedText DecodeAnsi(std::string_view bytes) {
-  // Some editors mark UTF-8; in no code page does a list begin like this.
-  constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
-  const bool isMarked = bytes.starts_with(kUtf8Mark);
-  if (isMarked) bytes.remove_prefix(kUtf8Mark.size());
-  const auto isAscii = [](char byte) { return static_cast<unsigned char>(byte) < 0x80; };
-  const bool isPlain = std::all_of(bytes.begin(), bytes.end(), isAscii);
-  if (isPlain) return {std::wstring(bytes.begin(), bytes.end())};
-
-  auto utf8 = Decode(CP_UTF8, MB_ERR_INVALID_CHARS, bytes);
-  if (isMarked && utf8) return {*std::move(utf8)};
-  if (auto ansi = Decode(CP_ACP, MB_ERR_INVALID_CHARS, bytes)) {
-    return {*std::move(ansi), isMarked || utf8.has_value()};
-  }
-  if (utf8) return {*std::move(utf8)};
-  return {Decode(CP_ACP, 0, bytes).value_or(L""), true};
-}
 
 }  // namespace tellurvane

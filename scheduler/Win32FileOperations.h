@@ -3,7 +3,6 @@
 
 #include "base/Pause.h"
 #include "scheduler/FileOperations.h"
-#include "scheduler/TaskListText.h"
 #include "ui/Handle.h"
 
 namespace tellurvane {
@@ -34,10 +33,5 @@ class Win32FileOperations : public FileOperations {
   Pause pause_;
   bool wasHeld_ = false;  // the last move was in vain
 };
-
-// Decodes bytes in the user's ANSI code page. Bytes that are none of its text but are UTF-8, as
-// today's editors write it, are read as that. A loss is told where they are neither, where they
-// could be both, and where they bear the mark of UTF-8 and are none.
-DecodedText DecodeAnsi(std::string_view bytes);
 
 }  // namespace tellurvane

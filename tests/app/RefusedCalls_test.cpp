@@ -14,31 +14,24 @@
 #include "tests/support/EachCallFails.h"
 #include "tests/support/FailingImport.h"
 #include "tests/support/TemporaryFolder.h"
-#include "tests/support/Utf16.h"
+#include "tests/support/WholeSettings.h"
 #include "tests/ui/UiTestSupport.h"
 #include "ui/Handle.h"
 
 namespace tellurvane {
 namespace {
 
-constexpr const wchar_t* kSettings =
-    L"[Setting]\r\nSavedVolume=37\r\nTimeForm=0\r\nSongLoop=0\r\nStartPlay=0\r\n"
-    L"FilesPath=C:\\Music\\\r\nHinetUrl=mms://host/RA\r\n";
-
-std::string With(const std::wstring& volume) {
-  std::wstring text = kSettings;
-  return Utf16Bytes(text.replace(text.find(L"37"), 2, volume));
-}
+std::string With(const std::wstring& volume) { return WholeSettings{.volume = volume}.Bytes(); }
 
 class SettingsDeed {
  public:
   void Prepare() {
     folder_ = std::make_unique<TemporaryFolder>();
     WriteBytes(Path(), With(L"37"));
+    isWritten_ = false;
   }
   void ReadAndWrite() {
     const SettingsFile file(Path());
-    isWritten_ = false;
     EXPECT_EQ(file.ReadAll().SavedVolume, 37);
     isWritten_ = file.Write(L"SavedVolume", 50);
   }
@@ -78,14 +71,29 @@ TEST(RefusedCallsTest, StartWithWindowsIsWrittenWholeOrNotAtAll) {
   FailEachCall({"start with Windows",
                 [&] { expected = WriteRunValue(kPath) ? kPath : L"none"; },
                 {"RegOpenKeyExW", "RegSetValueExA", "WideCharToMultiByte"},
-                [] { ASSERT_TRUE(DeleteRunValue()); },
+                [&] {
+                  ASSERT_TRUE(DeleteRunValue());
+                  expected = L"none";
+                },
                 fault});
   FailEachCall({"start without Windows",
                 [&] { expected = DeleteRunValue() ? L"none" : kPath; },
                 {"RegDeleteValueA", "RegOpenKeyExW"},
-                [&] { ASSERT_TRUE(WriteRunValue(kPath)); },
+                [&] {
+                  ASSERT_TRUE(WriteRunValue(kPath));
+                  expected = kPath;
+                },
                 fault});
   ASSERT_TRUE(DeleteRunValue());
+}
+
+TEST(RefusedCallsTest, AProgramThatDoesNotKnowItsFolderSaysSo) {
+  FailEachCall({"paths",
+                [] {
+                  EXPECT_FALSE(ApplicationFolder().empty());
+                  EXPECT_TRUE(PathExists(ExecutablePath()));
+                },
+                {"GetModuleFileNameW"}});
 }
 
 void ClaimAndRelease() {
@@ -115,7 +123,7 @@ TEST(RefusedCallsTest, WithoutGdiPlusTheProgramIsToldSo) {
 
 TEST(RefusedCallsTest, AnIconThatIsNotThereIsFatal) {
   const TemporaryFolder folder;
-  WriteBytes(folder.File(L"Setting.ini"), Utf16Bytes(kSettings));
+  WriteBytes(folder.File(L"Setting.ini"), WholeSettings().Bytes());
   FailEachCall({"icons",
                 [&] {
                   ModGeneral general(folder.Path());
@@ -129,13 +137,16 @@ TEST(RefusedCallsTest, AnOpenFileDialogThatDoesNotComeUpChoosesNothing) {
   const TestForm owner;
   FailingImport dialogs({"GetOpenFileNameW"});
   FailingImport folders({"GetCurrentDirectoryW"});
+  FailingImport returns({"SetCurrentDirectoryW"});
   for (const int allowed : {2, 1, 0}) {
     dialogs.Fail(1);
     folders.Fail(allowed + 1, INT_MAX);
+    returns.Fail(1);
     std::wstring folder = L"C:\\Music\\";
     EXPECT_EQ(BrowseForSource(owner.hwnd(), false, folder), std::nullopt);
     EXPECT_EQ(dialogs.Calls(), 1);
     EXPECT_EQ(folders.Calls(), 2);
+    EXPECT_EQ(returns.Calls(), 1);
     EXPECT_EQ(folder, L"C:\\Music\\");
     EXPECT_TRUE(owner.Enabled());
   }

@@ -33,8 +33,8 @@ TEST(RefusedCallsTest, TheClockShowsWhatItCan) {
   FailEachCall({"clock",
                 UseClock,
                 {"BeginPaint", "CreateCompatibleBitmap", "CreateCompatibleDC", "CreatePen",
-                 "CreateRectRgn", "CreateSolidBrush", "CreateWindowExW", "LoadBitmapW", "SetTimer",
-                 "SetWindowRgn", "SystemParametersInfoW"}});
+                 "CreateRectRgn", "CreateSolidBrush", "CreateWindowExW", "LineTo", "LoadBitmapW",
+                 "MoveToEx", "SetPixel", "SetTimer", "SetWindowRgn", "SystemParametersInfoW"}});
 }
 
 }  // namespace

@@ -19,10 +19,12 @@ class ContinuousPlayTest : public testing::Test, public PlaybackView {
     rig.on["stop"] = [this] { playback.StopPlayback(); };
     rig.on["radio on"] = [this] { playback.SetRadioFlag(true); };
     rig.on["radio off"] = [this] { playback.SetRadioFlag(false); };
+    rig.on["show playing 0"] = [this] { playback.ShowPlaying(0); };
     rig.on["follow position"] = [this] { playback.FollowPosition(); };
   }
 
-  void ShowPlayButtons(bool) override {}
+  void ShowPlaying(size_t) override { isShownPlaying = true; }
+  void ShowStopped() override { isShownPlaying = false; }
   void EnablePosition(bool) override {}
   void PositionRange(double) override {}
   void PositionValue(double) override {}
@@ -52,6 +54,7 @@ class ContinuousPlayTest : public testing::Test, public PlaybackView {
   FakePlayer player;
   bool radioFlag = false;
   bool follows = false;
+  bool isShownPlaying = false;
   std::optional<size_t> selected;
   PlaybackController playback{player,
                               *this,
@@ -63,14 +66,14 @@ class ContinuousPlayTest : public testing::Test, public PlaybackView {
 
 TEST_F(ContinuousPlayTest, PlaysTheSameAgainWhileItIsSelected) {
   EXPECT_EQ(AfterTheEnd(0), RunOf(0, {"radio off", "exists? song", "url song", "play",
-                                      "show playing", "follow position"}));
+                                      "show playing 0", "follow position"}));
   EXPECT_TRUE(follows);
 }
 
 TEST_F(ContinuousPlayTest, PlaysTheSelectedMusicAndNotTheEndedOne) {
   rig.Add(kLocalMusic, L"other");
   EXPECT_EQ(AfterTheEnd(1), RunOf(1, {"radio off", "exists? other", "url other", "play",
-                                      "show playing", "follow position"}));
+                                      "show playing 1", "follow position"}));
   EXPECT_TRUE(follows);
 }
 
@@ -79,7 +82,7 @@ TEST_F(ContinuousPlayTest, StartsTheSelectedTaskOfWhateverKind) {
     MediaType type;
     Calls steps;
   } cases[] = {
-      {kInternetRadio, {"radio on", "url other", "play", "show playing"}},
+      {kInternetRadio, {"radio on", "url other", "play", "show playing 1"}},
       {kApplication, {"command other"}},
       {kReminderNote, {"note other at 2011/2/14 ?? 12:00:10"}},
   };
@@ -90,6 +93,30 @@ TEST_F(ContinuousPlayTest, StartsTheSelectedTaskOfWhateverKind) {
     EXPECT_EQ(rig.tasks[1].LastRun, rig.now) << "it is a run like any other";
     EXPECT_FALSE(follows) << "the music has come to its end";
   }
+}
+
+// There is nothing that could be played, and the music is over: it stays so until somebody selects
+// a task or stops.
+TEST_F(ContinuousPlayTest, RunsNothingAndAsksOnWithoutASelection) {
+  EXPECT_EQ(AfterTheEnd(std::nullopt), Calls());
+  EXPECT_TRUE(follows) << "it goes on asking";
+  EXPECT_TRUE(isShownPlaying);
+  for (int tick = 0; tick < 10; ++tick) playback.TimerVis_Tick();
+  EXPECT_EQ(rig.calls, Calls());
+
+  playback.StopPlayback();
+  EXPECT_FALSE(follows);
+  EXPECT_FALSE(isShownPlaying);
+}
+
+TEST_F(ContinuousPlayTest, PlaysOnAsSoonAsATaskIsSelectedAfterTheEnd) {
+  AfterTheEnd(std::nullopt);
+  selected = 0;
+  playback.TimerVis_Tick();
+  EXPECT_EQ(rig.calls, RunOf(0, {"radio off", "exists? song", "url song", "play", "show playing 0",
+                                 "follow position"}));
+  playback.TimerVis_Tick();
+  EXPECT_TRUE(follows) << "from the beginning";
 }
 
 }  // namespace

@@ -1,21 +1,12 @@
 #include "mainwin/FrmMain.h"
 
-#include <windows.h>
-
-#include <commctrl.h>
 #include <gmock/gmock.h>
 
 #include <algorithm>
 #include <string>
 #include <vector>
 
-#include "base/LocaleDates.h"
-#include "scheduler/TaskListText.h"
-#include "tests/mainwin/FakePlayer.h"
-#include "tests/support/TemporaryFolder.h"
-#include "tests/support/Utf16.h"
-#include "tests/ui/FormProbe.h"
-#include "tests/ui/UiTestSupport.h"
+#include "tests/mainwin/FrmMainRig.h"
 #include "ui/Twips.h"
 #include "ui/clsProgress.h"
 
@@ -26,107 +17,12 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr const wchar_t* kSettings =
-    L"[Setting]\r\nSavedVolume=37\r\nTimeForm=0\r\nSongLoop=0\r\nStartPlay=0\r\n"
-    L"FilesPath=C:\\Music\\\r\nHinetUrl=mms://host/RA\r\n";
-
-enum Button { kNew = 1, kPlay, kStop, kOptions, kLeave };
-
-// All windows inside, of one class.
-std::vector<HWND> Inside(HWND window, const std::wstring& windowClass) {
-  struct Search {
-    std::wstring windowClass;
-    std::vector<HWND> found;
-  } search{windowClass, {}};
-  EnumChildWindows(
-      window,
-      [](HWND child, LPARAM parameter) {
-        auto& wanted = *reinterpret_cast<Search*>(parameter);
-        wchar_t name[64] = {};
-        GetClassNameW(child, name, static_cast<int>(std::size(name)));
-        if (wanted.windowClass == name) wanted.found.push_back(child);
-        return TRUE;
-      },
-      reinterpret_cast<LPARAM>(&search));
-  return search.found;
-}
-
 RECT InParent(HWND window) {
   RECT rect = {};
   GetWindowRect(window, &rect);
   MapWindowPoints(nullptr, GetParent(window), reinterpret_cast<POINT*>(&rect), 2);
   return rect;
 }
-
-class FrmMainTest : public testing::Test {
- protected:
-  void SetUp() override { WriteBytes(folder.File(L"Setting.ini"), Utf16Bytes(kSettings)); }
-
-  // Puts tasks into the file; they run in an hour.
-  void Tasks(std::initializer_list<std::pair<MediaType, std::wstring>> tasks) const {
-    TaskList tasksOfFile;
-    for (const auto& [type, source] : tasks) {
-      TaskRecord task;
-      task.Name = L"task " + std::to_wstring(tasksOfFile.size());
-      task.Source = source;
-      task.MediaType = type;
-      task.Enabled = true;
-      task.IntervalUnit = kHours;
-      task.Interval = 1;
-      task.NextRun = SerialFromSeconds(SecondsFromSerial(Now()) + 3'600);
-      tasksOfFile.push_back(task);
-    }
-    WriteBytes(folder.File(L"JobList.dbs"), TaskListBytes(tasksOfFile, AppendLocaleDateText));
-  }
-
-  void Open() {
-    general = std::make_unique<ModGeneral>(folder.Path());
-    window = std::make_unique<FrmMain>(*general, player);
-    window->Create();
-    window->Open();
-    Pump();
-    toolbar = Inside(window->hwnd(), TOOLBARCLASSNAMEW).at(0);
-    list = Inside(window->hwnd(), WC_LISTVIEWW).at(0);
-  }
-
-  void TearDown() override {
-    window.reset();
-    MSG message = {};
-    while (PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) continue;
-  }
-
-  // The box that holds the list and the status strip.
-  HWND Area() const { return GetParent(GetParent(GetParent(list))); }
-  void Press(Button button) const {
-    SendMessageW(GetParent(toolbar), WM_COMMAND, static_cast<WPARAM>(button),
-                 reinterpret_cast<LPARAM>(toolbar));
-  }
-  bool IsOn(Button button) const {
-    return SendMessageW(toolbar, TB_ISBUTTONENABLED, static_cast<WPARAM>(button), 0) != 0;
-  }
-  void Select(int row) const {
-    LVITEMW item = {};
-    item.stateMask = item.state = LVIS_SELECTED | LVIS_FOCUSED;
-    SendMessageW(list, LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-  }
-  std::vector<std::wstring> Taken() { return std::exchange(player.calls, {}); }
-  std::wstring SettingsText() const {
-    const std::string bytes = ReadBytes(folder.File(L"Setting.ini"));
-    std::wstring text;
-    for (size_t at = 2; at + 1 < bytes.size(); at += 2) {
-      text += static_cast<wchar_t>(static_cast<unsigned char>(bytes[at]) |
-                                   static_cast<unsigned char>(bytes[at + 1]) << 8);
-    }
-    return text;
-  }
-
-  TemporaryFolder folder;
-  FakePlayer player;
-  std::unique_ptr<ModGeneral> general;
-  std::unique_ptr<FrmMain> window;
-  HWND toolbar = nullptr;
-  HWND list = nullptr;
-};
 
 TEST_F(FrmMainTest, OpensWithEverythingInItsPlace) {
   Open();

@@ -13,9 +13,8 @@ using testing::IsEmpty;
 // The controller between stand-ins. Every call of the player and of the window goes into one list.
 class PlaybackTest : public testing::Test, public PlaybackView {
  protected:
-  void ShowPlayButtons(bool isPlaying) override {
-    Write(isPlaying ? L"buttons: stop" : L"buttons: play");
-  }
+  void ShowPlaying(size_t row) override { Write(L"playing: row " + std::to_wstring(row)); }
+  void ShowStopped() override { Write(L"stopped"); }
   void EnablePosition(bool enable) override { Write(enable ? L"slider on" : L"slider off"); }
   void PositionRange(double seconds) override { Write(L"range " + std::to_wstring(seconds)); }
   void PositionValue(double seconds) override { Write(L"value " + std::to_wstring(seconds)); }
@@ -39,8 +38,8 @@ class PlaybackTest : public testing::Test, public PlaybackView {
 
 TEST_F(PlaybackTest, StopsInTheOrderThatTheUserSees) {
   playback.StopPlayback();
-  EXPECT_THAT(Taken(), ElementsAre(L"close", L"stop", L"buttons: play", L"slider off",
-                                   L"value 0.000000", L"timer off"));
+  EXPECT_THAT(Taken(), ElementsAre(L"close", L"stop", L"stopped", L"slider off", L"value 0.000000",
+                                   L"timer off"));
 }
 
 TEST_F(PlaybackTest, LeavesTheRadioFlagAsItIsWhenItStops) {
@@ -51,11 +50,11 @@ TEST_F(PlaybackTest, LeavesTheRadioFlagAsItIsWhenItStops) {
   }
 }
 
-TEST_F(PlaybackTest, HandsTheSourceOn) {
+TEST_F(PlaybackTest, HandsTheSourceAndTheRowOn) {
   playback.SetUrl(L"http://example.invalid/");
   playback.Play();
-  playback.ShowPlaying();
-  EXPECT_THAT(Taken(), ElementsAre(L"url http://example.invalid/", L"play", L"buttons: stop"));
+  playback.ShowPlaying(7);
+  EXPECT_THAT(Taken(), ElementsAre(L"url http://example.invalid/", L"play", L"playing: row 7"));
 }
 
 TEST_F(PlaybackTest, WaitsForTheLengthBeforeItFollows) {

@@ -15,7 +15,7 @@
 #include "tests/support/GdiPlusSession.h"
 #include "tests/support/Moments.h"
 #include "tests/support/TemporaryFolder.h"
-#include "tests/support/Utf16.h"
+#include "tests/support/WholeSettings.h"
 #include "tests/ui/FormProbe.h"
 #include "tests/ui/UiTestSupport.h"
 #include "ui/Com.h"
@@ -25,18 +25,12 @@ namespace {
 
 constexpr WPARAM kLeaveButton = 5;
 
-std::string Settings(const std::wstring& folder) {
-  return Utf16Bytes(
-      L"[Setting]\r\nSavedVolume=37\r\nTimeForm=0\r\nSongLoop=0\r\nStartPlay=0\r\nFilesPath=" +
-      folder + L"\r\nHinetUrl=mms://host/RA\r\n");
-}
-
 // The program's window from its creation to its end, on a folder of its own.
 class WindowDeed {
  public:
   void Prepare() {
     folder_ = std::make_unique<TemporaryFolder>();
-    WriteBytes(folder_->File(L"Setting.ini"), Settings(L"C:\\Music\\"));
+    WriteBytes(folder_->File(L"Setting.ini"), WholeSettings().Bytes());
     before_ = TaskListBytes(Tasks(), AppendLocaleDateText);
     WriteBytes(folder_->File(L"JobList.dbs"), before_);
   }
@@ -64,7 +58,8 @@ class WindowDeed {
   std::string Fault() const {
     // A folder that could not be read is written back as none.
     const std::string settings = ReadBytes(folder_->File(L"Setting.ini"));
-    if (settings != Settings(L"C:\\Music\\") && settings != Settings(L"")) return "no settings";
+    const bool isWhole = settings == WholeSettings().Bytes();
+    if (!isWhole && settings != WholeSettings{.filesPath = L""}.Bytes()) return "no settings";
     return ListFault(*folder_, before_, {Tasks()}, At(2011, 2, 14, 12));
   }
 

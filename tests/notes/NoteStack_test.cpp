@@ -3,9 +3,11 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <climits>
 #include <string>
 #include <vector>
 
+#include "tests/support/FailingImport.h"
 #include "tests/support/GdiPlusSession.h"
 #include "tests/ui/FormProbe.h"
 #include "tests/ui/UiTestSupport.h"
@@ -95,6 +97,23 @@ TEST_F(NoteStackTest, ForgetsAClosedNoteAndItsClass) {
   ASSERT_TRUE(IsRegistered(windowClass));
   SendMouse(NotesOnScreen().at(0), WM_LBUTTONDBLCLK, 50, 50, MK_LBUTTON);
   EXPECT_TRUE(PumpUntil([&] { return !IsRegistered(windowClass); }));
+}
+
+TEST_F(NoteStackTest, ForgetsAClosedNoteAtTheNextOneWhereThereIsNoTimer) {
+  stack.Show(L"a", L"b");
+  const std::wstring windowClass = ClassOf(NotesOnScreen().at(0));
+  {
+    FailingImport timer({.name = "SetTimer"});
+    timer.Fail(1, INT_MAX);
+    SendMouse(NotesOnScreen().at(0), WM_LBUTTONDBLCLK, 50, 50, MK_LBUTTON);
+    EXPECT_GT(timer.Calls(), 0);
+  }
+  EXPECT_EQ(stack.Count(), 0U);
+  Pump();
+  EXPECT_TRUE(IsRegistered(windowClass)) << "nobody has cleaned up";
+  stack.Show(L"a", L"b");
+  EXPECT_FALSE(IsRegistered(windowClass));
+  EXPECT_EQ(stack.Count(), 1U);
 }
 
 TEST_F(NoteStackTest, ClosesAllAtOnceWithoutFading) {

@@ -84,11 +84,20 @@ def test_a_chosen_path_is_the_source_and_its_folder_is_kept_for_the_next_time(pr
     dialog = Dialog(program)
     dialog.choose(windows_path(music / "a.wav"))
     until(lambda: dialog.source() == windows_path(music / "a.wav"), "the source")
-    # The next time the dialog begins in that folder, where nobody has to have made the file.
+    # The next time the dialog begins in that folder: a name alone is enough.
+    (music / "b.wav").touch()
     dialog.open()
-    dialog.choose("missing.mp3")
-    until(lambda: dialog.source() == windows_path(music / "missing.mp3"), "a missing file")
+    dialog.choose("b.wav")
+    until(lambda: dialog.source() == windows_path(music / "b.wav"), "the source in the same folder")
     assert KEPT in folder.settings_text(), "it is written at the end only"
+    assert f"FilesPath={windows_path(music)}\\\r\n" in leave(dialog, folder)
+
+
+def test_a_missing_file_in_an_existing_folder_is_accepted(program, folder, music):
+    dialog = Dialog(program)
+    dialog.choose(windows_path(music / "missing.mp3"))
+    until(lambda: dialog.source() == windows_path(music / "missing.mp3"), "the source")
+    assert not (music / "missing.mp3").exists(), "choosing makes no file"
     assert f"FilesPath={windows_path(music)}\\\r\n" in leave(dialog, folder)
 
 

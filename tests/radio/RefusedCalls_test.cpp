@@ -58,10 +58,11 @@ void FetchPage() {
 }
 
 TEST(RefusedCallsTest, TheDirectoryIsSearchedOrEndsInAFatalError) {
-  FailEachCall({"radio directory",
-                UseDirectory,
-                {"CreateCompatibleDC", "CreatePatternBrush", "CreateWindowExW", "GdipDrawString",
-                 "LoadCursorW", "LoadIconW", "VirtualAlloc"}});
+  FailEachCall(
+      {"radio directory",
+       UseDirectory,
+       {"CreateCompatibleDC", "CreatePatternBrush", "CreateWindowExW", "GdipDrawString",
+        "IntersectClipRect", "LoadCursorW", "LoadIconW", "RestoreDC", "SaveDC", "VirtualAlloc"}});
 }
 
 TEST(RefusedCallsTest, APageThatCannotBeAskedForIsNotFetched) {

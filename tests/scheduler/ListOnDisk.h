@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/LocaleDates.h"
+#include "scheduler/DecodeAnsi.h"
 #include "scheduler/TaskListText.h"
 #include "scheduler/Win32FileOperations.h"
 #include "tests/support/TemporaryFolder.h"

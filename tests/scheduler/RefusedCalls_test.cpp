@@ -11,6 +11,7 @@
 
 #include "scheduler/FrmSet.h"
 #include "scheduler/TaskListFile.h"
+#include "scheduler/Win32FileOperations.h"
 #include "tests/scheduler/ListOnDisk.h"
 #include "tests/support/EachCallFails.h"
 #include "tests/support/Moments.h"
@@ -66,10 +67,11 @@ void SaveInEditor() {
 }
 
 TEST(RefusedCallsTest, TheEditorKeepsTheTasks) {
-  FailEachCall({"editor",
-                SaveInEditor,
-                {"CreateSolidBrush", "CreateWindowExW", "InitCommonControlsEx", "LoadIconW",
-                 "LoadLibraryExW", "VirtualAlloc"}});
+  FailEachCall(
+      {"editor",
+       SaveInEditor,
+       {"CreateSolidBrush", "CreateWindowExW", "GetSystemMetrics", "GetWindowTextLengthW",
+        "GetWindowTextW", "InitCommonControlsEx", "LoadIconW", "LoadLibraryExW", "VirtualAlloc"}});
 }
 
 TaskList OldTasks() { return {Reminder(L"甲"), Reminder(L"乙")}; }

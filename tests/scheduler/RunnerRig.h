@@ -48,7 +48,7 @@ class RunnerRig : public TaskRows, public TaskTimer, public TaskPlayer {
   void SetRadioFlag(bool isRadio) override { Call(isRadio ? "radio on" : "radio off"); }
   void SetUrl(const std::wstring& url) override { Call("url", url); }
   void Play() override { Call("play"); }
-  void ShowPlaying() override { Call("show playing"); }
+  void ShowPlaying(size_t row) override { Call("show playing " + std::to_string(row)); }
   void FollowPosition() override { Call("follow position"); }
 
  private:

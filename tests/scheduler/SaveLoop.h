@@ -9,6 +9,7 @@
 #include <string>
 
 #include "base/DateText.h"
+#include "scheduler/DecodeAnsi.h"
 #include "scheduler/TaskListFile.h"
 #include "scheduler/Win32FileOperations.h"
 

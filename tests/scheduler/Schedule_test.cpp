@@ -49,7 +49,7 @@ TEST(CaughtUpNextRunTest, MovesByWholeIntervalsPastThePresent) {
       // In the future.
       {kMinutes, 1, nine, At(2011, 2, 14, 8, 59, 59), nine, nine},
       {kDays, 7, At(2012, 1, 1), nine, At(2012, 1, 1), At(2012, 1, 1)},
-      // Ten days old, daily: the time of day stays.
+      // Missed for ten days, daily: ten single days on, and the time of day stays.
       {kDays, 1, nine, At(2011, 2, 24, 8), At(2011, 2, 24, 9), At(2011, 2, 24, 9)},
       {kDays, 1, nine, At(2011, 2, 24, 9), At(2011, 2, 24, 9), At(2011, 2, 25, 9)},
       // Over a leap day, the end of a year, the end of a century without one.

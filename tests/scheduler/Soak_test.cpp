@@ -123,7 +123,7 @@ class Soak : public TaskRows, public TaskTimer, public TaskPlayer {
   void SetRadioFlag(bool) override {}
   void SetUrl(const std::wstring& url) override { Ran(url); }
   void Play() override {}
-  void ShowPlaying() override {}
+  void ShowPlaying(size_t) override {}
   void FollowPosition() override {}
 
  private:

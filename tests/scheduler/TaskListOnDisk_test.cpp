@@ -7,6 +7,7 @@
 #include <string>
 
 #include "base/LocaleDates.h"
+#include "scheduler/DecodeAnsi.h"
 #include "scheduler/TaskListFile.h"
 #include "scheduler/Win32FileOperations.h"
 #include "tests/support/TemporaryFolder.h"

@@ -22,10 +22,10 @@ struct Kind {
 // Every kind of task with the calls of its run.
 const std::vector<Kind>& Kinds() {
   static const std::vector<Kind> kinds = {
-      {kInternetRadio, true, {"stop", "radio on", "url source", "play", "show playing", "save"}},
+      {kInternetRadio, true, {"stop", "radio on", "url source", "play", "show playing 0", "save"}},
       {kLocalMusic,
        true,
-       {"stop", "radio off", "exists? source", "url source", "play", "show playing",
+       {"stop", "radio off", "exists? source", "url source", "play", "show playing 0",
         "follow position", "save"}},
       {kLocalMusic, false, {"stop", "radio off", "exists? source", "follow position", "save"}},
       {kApplication, true, {"stop", "command source", "save"}},
@@ -145,6 +145,22 @@ TEST(TaskRunnerExecuteTest, RunsADisabledTaskThatIsAskedFor) {
   rig.Run(task);
   EXPECT_EQ(rig.calls, (Calls{"stop", "note text at " + kNoteTime, "save"}));
   EXPECT_FALSE(task.Enabled);
+}
+
+TEST(TaskRunnerExecuteTest, ShowsTheRowThatWasStartedWhateverTheClockSays) {
+  const struct {
+    const char* what;
+    DateSerial later;
+  } cases[] = {{"an hour back", At(2011, 2, 14, 11, 0, 10)}, {"the same second", RunnerRig().now}};
+  for (const auto& [what, later] : cases) {
+    RunnerRig rig;
+    for (const wchar_t* const source : {L"a", L"b", L"c"}) rig.Add(kInternetRadio, source);
+    rig.runner.RunNow(2);
+    rig.now = later;
+    rig.calls.clear();
+    rig.runner.RunNow(1);
+    EXPECT_EQ(std::count(rig.calls.begin(), rig.calls.end(), "show playing 1"), 1) << what;
+  }
 }
 
 TEST(TaskRunnerRunNowTest, RunsTheRowWithTheTimerOffAndTheAreaDisabled) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <optional>
 
 #include "UiTestSupport.h"
@@ -196,15 +197,27 @@ TEST(ClsIconTest, DrawsNothingWhereThereIsNoImage) {
 
 TEST(ClsIconTest, SurvivesAnyBytesInTheHeaderOfAnImage) {
   const std::string whole = OneIcon();
-  const Canvas canvas;
+  int drawn = 0;
   for (size_t at = 0; at < 22 + sizeof(BITMAPINFOHEADER); ++at) {
     for (const char value : {'\0', '\x01', '\x7F', '\x80', '\xFF'}) {
       std::string bytes = whole;
       bytes[at] = value;
+      const Canvas canvas;
       ClsIcon icon;
-      if (icon.LoadFromData(bytes)) icon.Draw(canvas.Dc(), 0, 0, 0);
+      icon.LoadFromData(bytes);
+      const bool isDrawn = icon.Draw(canvas.Dc(), 0, 0, 0);
+      drawn += isDrawn ? 1 : 0;
+      // In its own size, which for the system is that of any icon where it is 0.
+      const bool isUsual = icon.Width(0) == 0 || icon.Height(0) == 0;
+      const int side =
+          std::max({icon.Width(0), icon.Height(0), isUsual ? GetSystemMetrics(SM_CXICON) : 0});
+      const auto [inside, outside] = canvas.InkInsideAndOutside(0, 0, side);
+      EXPECT_EQ(outside, 0) << at << " is " << static_cast<int>(value);
+      EXPECT_TRUE(isDrawn || inside == 0) << at << " is " << static_cast<int>(value);
     }
   }
+  EXPECT_GT(drawn, 0);
+  EXPECT_LT(drawn, 5 * static_cast<int>(22 + sizeof(BITMAPINFOHEADER)));
 }
 
 TEST(ClsIconTest, LeavesNothingBehind) {

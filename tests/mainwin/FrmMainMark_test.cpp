@@ -1,0 +1,158 @@
+// Which row of the main window bears the mark of the task that plays.
+#include <gmock/gmock.h>
+
+#include <string>
+#include <vector>
+
+#include "mainwin/TaskRow.h"
+#include "tests/mainwin/FrmMainRig.h"
+#include "tests/ui/ActingForm.h"
+#include "ui/Handle.h"
+
+namespace tellurvane {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class FrmMainMarkTest : public FrmMainTest {
+ protected:
+  // The window on these tasks, with the one icon that is looked for.
+  void OpenWith(std::initializer_list<std::pair<MediaType, std::wstring>> tasks) {
+    Tasks(tasks);
+    Open();
+    constexpr size_t kPlayingIcon = 4;
+    auto mark = std::make_unique<ClsIcon>();
+    ASSERT_TRUE(mark->LoadFromFile(L"" TELLURVANE_SOURCE_DIR "/resources/icon105.ico"));
+    general->icons.at(kPlayingIcon) = std::move(mark);
+  }
+
+  void Start(int row) {
+    Select(row);
+    window->RunSelectedTask();
+  }
+
+  // Of the rows that can be seen whole.
+  std::vector<int> MarkedRows() const {
+    LVITEMW item = {};
+    item.stateMask = LVIS_SELECTED;
+    // A selected row has no plain ground.
+    SendMessageW(list, LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&item));
+    Pump();
+    UpdateWindow(list);
+    std::vector<int> marked;
+    for (int row = 0; row < 2; ++row) {
+      if (IsMarked(row)) marked.push_back(row);
+    }
+    return marked;
+  }
+
+  ActingForm user;
+
+ private:
+  bool IsMarked(int row) const {
+    RECT bounds = {LVIR_BOUNDS, 0, 0, 0};
+    SendMessageW(list, LVM_GETITEMRECT, static_cast<WPARAM>(row),
+                 reinterpret_cast<LPARAM>(&bounds));
+    const WindowDc screen(list);
+    const int top = static_cast<int>(bounds.top);
+    const Color ground = PixelOf(screen.Get(), 10, top + 51);
+    for (int y = top + 51; y < top + 67; ++y) {
+      for (int x = 46; x < 62; ++x) {
+        if (PixelOf(screen.Get(), x, y) != ground) return true;
+      }
+    }
+    return false;
+  }
+};
+
+constexpr std::pair<MediaType, const wchar_t*> kStation = {kInternetRadio, L"http://a.invalid/"};
+
+TEST_F(FrmMainMarkTest, IsOnTheTaskThatPlaysUntilItStops) {
+  OpenWith({kStation, kStation});
+  EXPECT_THAT(MarkedRows(), IsEmpty());
+  Start(1);
+  EXPECT_THAT(MarkedRows(), ElementsAre(1));
+  Press(kStop);
+  EXPECT_THAT(MarkedRows(), IsEmpty());
+}
+
+TEST_F(FrmMainMarkTest, IsOnTheTaskThatWasStartedLastThoughTheClockWentBack) {
+  OpenWith({kStation, kStation});
+  Start(1);
+  TaskRecord& before = general->tasks[1];
+  before.LastRun = before.RunStarted = SerialFromSeconds(SecondsFromSerial(Now()) + 3'600);
+  Start(0);
+  EXPECT_THAT(MarkedRows(), ElementsAre(0));
+}
+
+TEST_F(FrmMainMarkTest, IsOnTheTaskThatWasStartedLastOfTwoInTheSameSecond) {
+  OpenWith({kStation, kStation});
+  Start(1);
+  Start(0);
+  general->tasks[1].RunStarted = general->tasks[0].RunStarted;
+  EXPECT_THAT(MarkedRows(), ElementsAre(0));
+}
+
+TEST_F(FrmMainMarkTest, IsOnNoTaskWhoseFileIsMissing) {
+  OpenWith({kStation, {kLocalMusic, folder.File(L"missing.mp3")}});
+  Start(0);
+  Start(1);
+  EXPECT_THAT(MarkedRows(), IsEmpty());
+}
+
+TEST_F(FrmMainMarkTest, StaysWithItsTaskThroughTheEditor) {
+  const struct {
+    const char* what;
+    std::function<void(TaskList& tasks)> edit;
+    std::vector<int> marked;
+  } cases[] = {
+      {"nothing", [](TaskList&) {}, {1}},
+      {"the one before removed", [](TaskList& tasks) { tasks[0].Deleted = true; }, {0}},
+      {"the one behind removed", [](TaskList& tasks) { tasks[2].Deleted = true; }, {1}},
+      {"removed", [](TaskList& tasks) { tasks[1].Deleted = true; }, {}},
+      {"renamed", [](TaskList& tasks) { tasks[1].Name = L"other"; }, {1}},
+      {"another one by the old name",
+       [](TaskList& tasks) {
+         tasks[1].Name = L"other";
+         tasks[0].Name = L"task 1";
+       },
+       {1}},
+  };
+  for (const auto& [what, edit, marked] : cases) {
+    OpenWith({kStation, kStation, kStation});
+    Start(1);
+    user.ActLater([&] {
+      edit(general->tasks);
+      EXPECT_TRUE(general->taskListFile.Save(general->tasks)) << what;
+      EndDialogWindow(GetLastActivePopup(window->hwnd()));
+    });
+    Press(kNew);
+    EXPECT_TRUE(window->IsLoaded()) << what;
+    EXPECT_EQ(MarkedRows(), marked) << what;
+    window.reset();
+    Pump();
+  }
+}
+
+TEST_F(FrmMainMarkTest, IsOnNoNewTaskByTheNameOfARemovedOne) {
+  OpenWith({kStation, kStation});
+  Start(0);
+  const auto editList = [&](const std::function<void(TaskList & tasks)>& edit) {
+    user.ActLater([&] {
+      edit(general->tasks);
+      EXPECT_TRUE(general->taskListFile.Save(general->tasks));
+      EndDialogWindow(GetLastActivePopup(window->hwnd()));
+    });
+    Press(kNew);
+  };
+  editList([](TaskList& tasks) { tasks[0].Deleted = true; });
+  editList([](TaskList& tasks) {
+    tasks.push_back(tasks[0]);
+    tasks[1].Name = L"task 0";
+  });
+  EXPECT_THAT(MarkedRows(), IsEmpty());
+}
+
+}  // namespace
+}  // namespace tellurvane
