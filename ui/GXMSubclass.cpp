@@ -128,23 +128,29 @@ void FreeBlock(SubclassBlock* block) {
   --liveBlocks;
 }
 
+struct FreesBlock {
+  void operator()(SubclassBlock* block) const { FreeBlock(block); }
+};
+using UniqueBlock = std::unique_ptr<SubclassBlock, FreesBlock>;
+
 // Puts the block above the others of its window; the first one brings the shared procedure there.
-// Where the system refuses that, the block is freed.
+// All that needs memory comes before that, so that a procedure that was exchanged is one that is
+// known. What throws leaves everything as it was.
 void Link(SubclassBlock& block) {
   const auto existing = AllChains().find(block.window);
   if (existing != AllChains().end()) {
     existing->second.blocks.push_back(&block);
     return;
   }
+  const auto chain = AllChains().emplace(block.window, SubclassChain{nullptr, {&block}}).first;
   SetLastError(ERROR_SUCCESS);
-  const auto original = reinterpret_cast<WNDPROC>(TheSubclassPlatform().setWindowLong(
+  chain->second.original = reinterpret_cast<WNDPROC>(TheSubclassPlatform().setWindowLong(
       block.window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(SubclassChain::Procedure)));
-  if (original == nullptr) {
+  if (chain->second.original == nullptr) {
     const DWORD error = GetLastError();
-    FreeBlock(&block);
+    AllChains().erase(chain);
     throw SubclassError("SetWindowLong failed, error #" + std::to_string(error));
   }
-  AllChains().emplace(block.window, SubclassChain{original, {&block}});
 }
 
 }  // namespace
@@ -257,17 +263,21 @@ bool GXMSubclass::Subclass(HWND window, GXISubclass& owner, LONG_PTR userParam) 
     throw SubclassError("Window handle belongs to another process");
   }
   isStarted_ = true;
-  SubclassBlock* const block = NewBlock();
-  if (Find(window) != nullptr) {
-    FreeBlock(block);
-    throw SubclassError("Window handle is already subclassed");
-  }
+  UniqueBlock block(NewBlock());
+  if (Find(window) != nullptr) throw SubclassError("Window handle is already subclassed");
   block->window = window;
   block->owner = &owner;
   block->engine = this;
   block->userParam = userParam;
-  Link(*block);
-  registry_.emplace(window, block);
+  // Before the block is linked: one that this engine does not know would call its owner for ever.
+  const auto entry = registry_.emplace(window, block.get()).first;
+  try {
+    Link(*block);
+  } catch (...) {
+    registry_.erase(entry);
+    throw;
+  }
+  (void)block.release();
   return true;
 }
 

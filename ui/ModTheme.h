@@ -58,8 +58,9 @@ std::wstring FittingText(HDC target, const std::wstring& text, int width, const 
                          const std::wstring& ellipsis = L"…");
 
 // The face that is used for the one asked for: itself where it is installed, else "Microsoft
-// JhengHei", "Noto Sans CJK TC", "Tahoma", or the generic sans serif. Looked up once.
-const std::wstring& AvailableFace(const std::wstring& face);
+// JhengHei", "Noto Sans CJK TC", "Tahoma", or the generic sans serif. Looked up once; again where
+// the system refused to look.
+std::wstring AvailableFace(const std::wstring& face);
 
 // A system colour reference (highest bit set, its index below) as the colour that it stands for.
 // The routines below take such references too.

@@ -8,14 +8,26 @@
 #include <algorithm>
 #include <array>
 #include <map>
+#include <optional>
+#include <utility>
 
 #include "ui/ModTheme.h"
 
 namespace tellurvane::ModTheme {
 namespace {
 
-bool IsInstalled(const std::wstring& face) {
-  return Gdiplus::FontFamily(face.c_str()).IsAvailable() != FALSE;
+// Nothing where GDI+ could not look.
+std::optional<bool> IsInstalled(const std::wstring& face) {
+  const Gdiplus::FontFamily family(face.c_str());
+  switch (family.GetLastStatus()) {
+    case Gdiplus::Ok:
+      return true;
+    case Gdiplus::FontFamilyNotFound:
+    case Gdiplus::NotTrueTypeFont:
+      return false;
+    default:
+      return std::nullopt;
+  }
 }
 
 // By its name: the ready-made object of the C++ classes lies in a library that binds GDI+ when the
@@ -29,12 +41,24 @@ std::wstring GenericSansSerif() {
   return name.data();
 }
 
-std::wstring FindFace(const std::wstring& wanted) {
+struct FoundFace {
+  std::wstring name;
+  bool isSure = true;  // false where a better one may only have been refused
+};
+
+FoundFace FindFace(const std::wstring& wanted) {
+  FoundFace found;
   for (const std::wstring& face : {wanted, std::wstring(L"Microsoft JhengHei"),
                                    std::wstring(L"Noto Sans CJK TC"), std::wstring(L"Tahoma")}) {
-    if (IsInstalled(face)) return face;
+    const auto isInstalled = IsInstalled(face);
+    if (!isInstalled) found.isSure = false;
+    if (!isInstalled.value_or(false)) continue;
+    found.name = face;
+    return found;
   }
-  return GenericSansSerif();
+  found.name = GenericSansSerif();
+  if (found.name.empty()) found.isSure = false;
+  return found;
 }
 
 // The family and the font of one call. GDI+ does not fall back to another family by itself: a
@@ -68,11 +92,13 @@ Gdiplus::RectF Measure(const Gdiplus::Graphics& graphics, const std::wstring& te
 
 }  // namespace
 
-const std::wstring& AvailableFace(const std::wstring& face) {
-  static std::map<std::wstring, std::wstring> found;
-  const auto known = found.find(face);
-  if (known != found.end()) return known->second;
-  return found.emplace(face, FindFace(face)).first->second;
+std::wstring AvailableFace(const std::wstring& face) {
+  static std::map<std::wstring, std::wstring> known;
+  const auto place = known.find(face);
+  if (place != known.end()) return place->second;
+  FoundFace found = FindFace(face);
+  if (found.isSure) known.emplace(face, found.name);
+  return std::move(found.name);
 }
 
 float Text(HDC target, const std::wstring& text, int x, int y, const TextColors& colors,

@@ -1,6 +1,7 @@
 #include "ui/Timer.h"
 
 #include <map>
+#include <utility>
 
 #include "base/FatalError.h"
 #include "ui/Boundary.h"
@@ -36,10 +37,14 @@ void Timer::Enabled(bool enabled) {
     id_ = 0;
   }
   if (!enabled) return;
+  // Its place is made first: a timer that finds none would run without a tick.
+  constexpr UINT_PTR kNotYet = 0;
+  auto place = RunningTimers().extract(RunningTimers().emplace(kNotYet, this).first);
   id_ = SetTimer(nullptr, 0, milliseconds_, Procedure);
   // Not passed over: a schedule that stands still without a word would be the end of it anyway.
   if (id_ == 0) throw FatalError(L"無法設定計時器，程式無法繼續執行。");
-  RunningTimers().emplace(id_, this);
+  place.key() = id_;
+  RunningTimers().insert(std::move(place));
 }
 
 void CALLBACK Timer::Procedure(HWND /*window*/, UINT /*message*/, UINT_PTR id, DWORD /*time*/) {

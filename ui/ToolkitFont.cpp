@@ -3,6 +3,7 @@
 #include <array>
 
 #include "ui/Handle.h"
+#include "ui/Twips.h"
 
 namespace tellurvane {
 namespace {
@@ -36,9 +37,8 @@ bool HasChinese(HFONT font) {
 }
 
 UniqueFont MakeFont() {
-  const WindowDc screen(nullptr);
   LOGFONTW font = {};
-  font.lfHeight = -MulDiv(kPoints, GetDeviceCaps(screen.Get(), LOGPIXELSY), kPointsPerInch);
+  font.lfHeight = -MulDiv(kPoints, DotsPerInchY(), kPointsPerInch);
   font.lfWeight = FW_NORMAL;
   font.lfCharSet = DEFAULT_CHARSET;
   font.lfQuality = CLEARTYPE_QUALITY;
@@ -53,7 +53,8 @@ UniqueFont MakeFont() {
 }  // namespace
 
 HFONT ToolkitFont() {
-  static const UniqueFont font = MakeFont();
+  static UniqueFont font;
+  if (!font) font = MakeFont();
   return font.Get();
 }
 

@@ -1,7 +1,5 @@
 #include "ui/Twips.h"
 
-#include <algorithm>
-
 #include "ui/Handle.h"
 
 namespace tellurvane {
@@ -9,23 +7,34 @@ namespace {
 
 constexpr int kTwipsPerInch = 1'440;
 
-// The screen's density cannot change while a program of one density runs.
-int TwipsPerPixel(int densityIndex) {
-  const WindowDc screen(nullptr);
-  return kTwipsPerInch / std::max(GetDeviceCaps(screen.Get(), densityIndex), 1);
+// Where the system gives no density: that of most screens, until it does.
+constexpr int kUsualDensity = 96;
+
+// The screen's density cannot change while a program of one density runs: what the system has given
+// is kept. A refusal is not.
+int DensityOf(int densityIndex, int& kept) {
+  if (kept == 0) {
+    const WindowDc screen(nullptr);
+    if (screen.Get() != nullptr) kept = GetDeviceCaps(screen.Get(), densityIndex);
+  }
+  return kept > 0 ? kept : kUsualDensity;
 }
 
 }  // namespace
 
-int TwipsPerPixelX() {
-  static const int twips = TwipsPerPixel(LOGPIXELSX);
-  return twips;
+int DotsPerInchX() {
+  static int kept = 0;
+  return DensityOf(LOGPIXELSX, kept);
 }
 
-int TwipsPerPixelY() {
-  static const int twips = TwipsPerPixel(LOGPIXELSY);
-  return twips;
+int DotsPerInchY() {
+  static int kept = 0;
+  return DensityOf(LOGPIXELSY, kept);
 }
+
+int TwipsPerPixelX() { return kTwipsPerInch / DotsPerInchX(); }
+
+int TwipsPerPixelY() { return kTwipsPerInch / DotsPerInchY(); }
 
 int PixelsFromTwipsX(int twips) { return twips / TwipsPerPixelX(); }
 

@@ -3,6 +3,10 @@
 
 namespace tellurvane {
 
+// The screen's density; 96 where the system gives none.
+int DotsPerInchX();
+int DotsPerInchY();
+
 // 15 on a screen of 96 dpi, 12 on one of 120.
 int TwipsPerPixelX();
 int TwipsPerPixelY();

@@ -36,12 +36,17 @@ BOOL CALLBACK Collect(HWND window, LPARAM windows) {
 std::string Members(HWND window) {
   RECT rect = {};
   GetWindowRect(window, &rect);
-  char numbers[160] = {};
-  std::snprintf(
-      numbers, sizeof(numbers),
-      "\"handle\": %llu, \"visible\": %s, \"enabled\": %s, \"rect\": [%ld, %ld, %ld, %ld]",
-      reinterpret_cast<unsigned long long>(window), IsWindowVisible(window) ? "true" : "false",
-      IsWindowEnabled(window) ? "true" : "false", rect.left, rect.top, rect.right, rect.bottom);
+  RECT inside = {};
+  GetClientRect(window, &inside);
+  char numbers[300] = {};
+  std::snprintf(numbers, sizeof(numbers),
+                "\"handle\": %llu, \"parent\": %llu, \"visible\": %s, \"enabled\": %s, "
+                "\"rect\": [%ld, %ld, %ld, %ld], \"inside\": [%ld, %ld]",
+                reinterpret_cast<unsigned long long>(window),
+                reinterpret_cast<unsigned long long>(GetAncestor(window, GA_PARENT)),
+                IsWindowVisible(window) ? "true" : "false",
+                IsWindowEnabled(window) ? "true" : "false", rect.left, rect.top, rect.right,
+                rect.bottom, inside.right, inside.bottom);
   return std::string(numbers) + ", \"class\": " + Json(ClassOf(window)) +
          ", \"text\": " + Json(TextOf(window));
 }

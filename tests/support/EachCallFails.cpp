@@ -2,16 +2,20 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <memory>
 #include <new>
+#include <optional>
 #include <utility>
 #include <vector>
 
 #include "base/FatalError.h"
+#include "tests/support/CallStack.h"
+#include "tests/support/FailingAllocation.h"
 #include "tests/support/PlatformCalls.h"
 #include "tests/ui/UiTestSupport.h"
 #include "ui/Boundary.h"
@@ -20,9 +24,12 @@
 namespace tellurvane {
 namespace {
 
-// Where the deed goes on at any rate, the first and the last are enough.
-constexpr int kMostNumbers = 2;
+// Where the deed goes on at any rate, the first, the middle and the last are enough.
+constexpr int kMostNumbers = 3;
 constexpr int kMostFatalNumbers = 5;
+// Of the allocations the first ones each, and so many from the first to the last.
+constexpr int kFirstAllocations = 30;
+constexpr int kMostSpreadAllocations = 15;
 // What leaks does so each time; what the system makes once and keeps does not.
 constexpr int kLeakingRounds = 3;
 constexpr DWORD kLongestMilliseconds = 30'000;
@@ -39,21 +46,28 @@ std::string current;
 
 LONG WINAPI OnCrash(EXCEPTION_POINTERS* /*pointers*/) { EndProcess("crashed"); }
 void OnFatal(const std::exception_ptr& /*error*/) { EndProcess("threw across a boundary"); }
+[[noreturn]] void OnTerminate() { EndProcess("threw where nothing may"); }
 void CALLBACK OnTimeUp(void* /*context*/, BOOLEAN /*fired*/) { EndProcess("hangs"); }
 
 // Tells what ends the process, for as long as it lives.
 class Witness {
  public:
-  Witness() : crashFilter_(SetUnhandledExceptionFilter(OnCrash)) { SetFatalHandler(OnFatal); }
+  Witness()
+      : crashFilter_(SetUnhandledExceptionFilter(OnCrash)),
+        terminate_(std::set_terminate(OnTerminate)) {
+    SetFatalHandler(OnFatal);
+  }
   Witness(const Witness&) = delete;
   Witness& operator=(const Witness&) = delete;
   ~Witness() {
     SetFatalHandler(nullptr);
+    std::set_terminate(terminate_);
     SetUnhandledExceptionFilter(crashFilter_);
   }
 
  private:
   LPTOP_LEVEL_EXCEPTION_FILTER crashFilter_;
+  std::terminate_handler terminate_;
 };
 
 class TimeLimit {
@@ -86,6 +100,7 @@ End EndOf(const std::function<void()>& act) {
   } catch (const std::bad_alloc&) {
     return End::kFatal;
   } catch (const std::exception& error) {
+    const AllocationPause pause;
     ADD_FAILURE() << current << ": " << error.what();
     return End::kWrong;
   }
@@ -97,6 +112,27 @@ struct Refusal {
   int calls = 0;  // when nothing fails
 };
 
+// What stands in the deed's way one time.
+struct Obstacle {
+  std::string name = "nothing refused";
+  bool mayBeFatal = false;
+  std::function<void()> put = [] {};
+  std::function<void()> remove = [] {};
+};
+
+// Those that have failed in any deed.
+std::set<std::string>& EverFailed() {
+  static std::set<std::string> failed;
+  return failed;
+}
+
+// So many of the numbers from 1 to the last one, evenly spread; both ends are among them.
+std::set<int> Spread(int last, int count) {
+  std::set<int> numbers;
+  for (int i = 0; i < count; ++i) numbers.insert(1 + i * (last - 1) / (count - 1));
+  return numbers;
+}
+
 class Trial {
  public:
   explicit Trial(const Deed& deed) : deed_(deed) {
@@ -106,8 +142,13 @@ class Trial {
     }
     // It keeps two addresses of its own.
     TheSubclassPlatform() = {};
+    // Seen once from here, which is outside of any.
+    EXPECT_FALSE(IsInCallback());
     // What the program makes once and keeps.
-    for (int i = 0; i < 2; ++i) Do(nullptr, 0, 0);
+    Do({});
+    Do({.remove = [this] {
+      for (Refusal& refusal : refusals_) refusal.calls = refusal.import->Calls();
+    }});
   }
   Trial(const Trial&) = delete;
   Trial& operator=(const Trial&) = delete;
@@ -116,35 +157,74 @@ class Trial {
     TheSubclassPlatform() = {};
   }
 
-  std::set<std::string> All() {
+  std::set<std::string> RefuseEachCall() {
     std::set<std::string> failed;
     for (const Refusal& refusal : refusals_) {
       const std::string name = refusal.refused->call.name;
       if (refusal.calls == 0 || (!deed_.refused.empty() && !deed_.refused.contains(name))) continue;
       failed.insert(name);
-      for (const int number : Numbers(refusal)) Try(refusal, number, number);
-      if (refusal.calls > 1 && refusal.refused->canFailForGood) Try(refusal, 1, INT_MAX);
+      const bool isFatal = refusal.refused->gravity == Gravity::kFatal;
+      for (const int number : Spread(refusal.calls, isFatal ? kMostFatalNumbers : kMostNumbers)) {
+        Try(RefusalOf(refusal, number, number));
+      }
+      if (refusal.calls > 1 && refusal.refused->canFailForGood) {
+        Try(RefusalOf(refusal, 1, INT_MAX));
+      }
     }
-    Do(nullptr, 0, 0);
+    Do({});
+    EverFailed().insert(failed.begin(), failed.end());
     return failed;
   }
+
+  // How many of them there are.
+  int RefuseEachAllocation() {
+    Do(AllocationRefusal(INT_MAX, 0));
+    const int allocations = FailingAllocation::Asked();
+    std::set<int> numbers = Spread(std::max(allocations, 1), kMostSpreadAllocations);
+    for (int number = 1; number <= kFirstAllocations; ++number) numbers.insert(number);
+    for (const int number : numbers) {
+      if (number <= allocations) Try(AllocationRefusal(number - 1, 1));
+    }
+    Do({});
+    return allocations;
+  }
+
   int Count() const { return count_; }
 
  private:
-  static std::set<int> Numbers(const Refusal& refusal) {
-    const bool isFatal = refusal.refused->gravity == Gravity::kFatal;
-    const int steps = (isFatal ? kMostFatalNumbers : kMostNumbers) - 1;
-    std::set<int> numbers;
-    for (int i = 0; i <= steps; ++i) numbers.insert(1 + i * (refusal.calls - 1) / steps);
-    return numbers;
+  static Obstacle RefusalOf(const Refusal& refusal, int first, int last) {
+    return {.name = std::string(refusal.refused->call.name) + " " + std::to_string(first) +
+                    (first == last ? "" : " and on") + " of " + std::to_string(refusal.calls),
+            .mayBeFatal = refusal.refused->gravity == Gravity::kFatal,
+            .put = [&refusal, first, last] { refusal.import->Fail(first, last); },
+            .remove =
+                [&refusal, first] {
+                  EXPECT_GE(refusal.import->Calls(), first) << "it was not called";
+                  refusal.import->LetAllThrough();
+                }};
   }
 
-  void Try(const Refusal& refusal, int first, int last) {
+  // Only what the deed does by itself: an exception inside a window procedure or another callback
+  // is meant to end the program, and ThrowingHandlers_test sees it do so.
+  Obstacle AllocationRefusal(int granted, int failing) {
+    return {.name = "allocation " + std::to_string(granted + 1),
+            .mayBeFatal = failing > 0,
+            .put = [this, granted,
+                    failing] { memory_.emplace(granted, failing, [] { return !IsInCallback(); }); },
+            .remove =
+                [this, failing] {
+                  memory_.reset();
+                  EXPECT_EQ(FailingAllocation::Happened(), failing > 0);
+                }};
+  }
+
+  void Try(const Obstacle& obstacle) {
     ResourceCounts grown;
     for (int round = 0; round < kLeakingRounds; ++round) {
       const ResourceCounts before = CountResources();
       const size_t blocks = LiveSubclassBlocks();
-      Do(&refusal, first, last);
+      ++count_;
+      Do(obstacle);
       const ResourceCounts after = CountResources();
       EXPECT_EQ(LiveSubclassBlocks(), blocks) << current;
       grown = {after.gdiObjects - before.gdiObjects, after.windows - before.windows,
@@ -154,29 +234,16 @@ class Trial {
     ADD_FAILURE() << current << " leaks " << grown;
   }
 
-  void Do(const Refusal* refusal, int first, int last) {
-    current = std::string(deed_.name) + ", nothing refused";
+  void Do(const Obstacle& obstacle) {
     deed_.prepare();
     for (const Refusal& each : refusals_) each.import->LetAllThrough();
-    if (refusal != nullptr) {
-      ++count_;
-      current = std::string(deed_.name) + ", " + refusal->refused->call.name + " " +
-                std::to_string(first) + (first == last ? "" : " and on") + " of " +
-                std::to_string(refusal->calls);
-      refusal->import->Fail(first, last);
-    }
+    current = std::string(deed_.name) + ", " + obstacle.name;
     SCOPED_TRACE(current);
     const TimeLimit limit;
+    obstacle.put();
     const End end = EndOf(deed_.act);
-    for (Refusal& each : refusals_) {
-      if (refusal == nullptr) each.calls = each.import->Calls();
-    }
-    if (refusal != nullptr) {
-      EXPECT_TRUE(first > 1 || refusal->import->Calls() > 0) << "it was not called";
-      refusal->import->LetAllThrough();
-    }
-    const bool mayBeFatal = refusal != nullptr && refusal->refused->gravity == Gravity::kFatal;
-    EXPECT_TRUE(end == End::kUsual || (end == End::kFatal && mayBeFatal)) << current;
+    obstacle.remove();
+    EXPECT_TRUE(end == End::kUsual || (end == End::kFatal && obstacle.mayBeFatal)) << current;
     Pump();
     MSG message = {};
     while (PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) continue;
@@ -185,20 +252,38 @@ class Trial {
 
   const Deed& deed_;
   std::vector<Refusal> refusals_;
+  std::optional<FailingAllocation> memory_;
   int count_ = 0;
 };
+
+// At the end of all: what no deed calls any more would be refused nowhere, and nobody would see.
+class EveryCallWasRefused : public testing::Environment {
+ public:
+  void TearDown() override {
+    const auto& tests = *testing::UnitTest::GetInstance();
+    // A filter has left tests out.
+    if (tests.test_to_run_count() < tests.total_test_count()) return;
+    for (const RefusedCall& refused : AllRefusedCalls()) {
+      EXPECT_TRUE(EverFailed().contains(refused.call.name))
+          << "no deed calls " << refused.call.name;
+    }
+  }
+};
+const auto* const kEveryCallWasRefused = testing::AddGlobalTestEnvironment(new EveryCallWasRefused);
 
 }  // namespace
 
 void FailEachCall(const Deed& deed) {
   const Witness witness;
   Trial trial(deed);
-  const auto failed = trial.All();
+  const auto failed = trial.RefuseEachCall();
   EXPECT_FALSE(failed.empty()) << deed.name;
   for (const std::string& function : deed.refused) {
     EXPECT_TRUE(failed.contains(function)) << deed.name << " does not call " << function;
   }
-  std::printf("%s: %zu functions failed in %d ways\n", deed.name, failed.size(), trial.Count());
+  const int allocations = trial.RefuseEachAllocation();
+  std::printf("%s: %zu functions and %d allocations failed in %d ways\n", deed.name, failed.size(),
+              allocations, trial.Count());
 }
 
 }  // namespace tellurvane

@@ -19,10 +19,11 @@ struct Deed {
   std::function<std::string()> fault = [] { return ""; };
 };
 
-// Each of the functions, which are of AllRefusedCalls, fails at its first call, at the last one, at
-// some between both where it may be fatal, and then at all of them. Each time the deed has to come
-// to its end: in time, without an exception other than that of a fatal error where one is meant to
-// be, without a leak, and with its files whole.
+// Each of the functions, which are of AllRefusedCalls, fails at its first call, in the middle, at
+// the last one, at more in between where it may be fatal, and then at all of them. After that
+// allocations fail, one each time. Each time the deed has to come to its end: in time, without an
+// exception other than that of a fatal error or of no memory where one is meant to be, without a
+// leak, and with its files whole.
 void FailEachCall(const Deed& deed);
 
 }  // namespace tellurvane

@@ -11,9 +11,18 @@ namespace {
 bool isActive = false;
 bool hasHappened = false;
 int granted = 0;
+int failing = 0;
+int asked = 0;
+bool (*counts)() = nullptr;
+
+bool Fails() {
+  if (!isActive || (counts != nullptr && !counts())) return false;
+  ++asked;
+  return asked > granted && asked - granted <= failing;
+}
 
 void* Allocated(std::size_t size) {
-  if (isActive && granted-- <= 0) {
+  if (Fails()) {
     hasHappened = true;
     throw std::bad_alloc();
   }
@@ -23,13 +32,17 @@ void* Allocated(std::size_t size) {
 
 }  // namespace
 
-FailingAllocation::FailingAllocation(int count) {
-  granted = count;
+FailingAllocation::FailingAllocation(int toGrant, int toFail, bool (*toCount)()) {
+  granted = toGrant;
+  failing = toFail;
+  counts = toCount;
+  asked = 0;
   hasHappened = false;
   isActive = true;
 }
 FailingAllocation::~FailingAllocation() { isActive = false; }
 bool FailingAllocation::Happened() { return hasHappened; }
+int FailingAllocation::Asked() { return asked; }
 
 AllocationPause::AllocationPause() : wasActive_(std::exchange(isActive, false)) {}
 AllocationPause::~AllocationPause() { isActive = wasActive_; }

@@ -8,6 +8,7 @@ namespace {
 constexpr std::uint64_t kNothing = 0;
 constexpr std::uint64_t kMinusOne = static_cast<std::uint64_t>(-1);  // INVALID_HANDLE_VALUE too
 constexpr std::uint64_t kGdiError = GDI_ERROR;
+constexpr std::uint64_t kNoColor = CLR_INVALID;
 constexpr std::uint64_t kOutOfMemory = static_cast<DWORD>(E_OUTOFMEMORY);
 constexpr std::uint64_t kGdiPlusOutOfMemory = 3;
 
@@ -20,13 +21,18 @@ const std::vector<RefusedCall> kWindows = {
     {{"BeginPaint"}, Gravity::kGivenUp, false},
     {{"AdjustWindowRectEx"}},
     {{"ChangeWindowMessageFilterEx", kNothing, ERROR_ACCESS_DENIED}},
+    {{"FindWindowExW"}},
     {{"GetClassInfoExW"}},
+    {{"GetClassLongPtrW"}},
     {{"GetClientRect"}},
     {{"GetComboBoxInfo"}},
     {{"GetCursorPos", kNothing, ERROR_ACCESS_DENIED}},
     {{"GetDC"}},
     {{"GetMonitorInfoW"}},
+    {{"GetSystemMetrics"}},
     {{"GetWindowRect"}},
+    {{"GetWindowTextLengthW"}},
+    {{"GetWindowTextW"}},
     {{"InitCommonControlsEx"}},
     {{"MoveWindow"}},
     {{"SetClassLongPtrW"}},
@@ -71,13 +77,24 @@ const std::vector<RefusedCall> kDrawing = {
     {{"GdiAlphaBlend"}},
     {{"GetGlyphOutlineW", kGdiError}},
     {{"GetObjectW"}},
+    {{"GetPixel", kNoColor}},
     {{"GetStockObject"}},
+    {{"GetTextColor", kNoColor}},
     {{"GetTextExtentPoint32W"}},
+    {{"IntersectClipRect"}},
+    {{"LineTo"}},
+    {{"MoveToEx"}},
     {{"Rectangle"}},
+    {{"RestoreDC"}},
     {{"RoundRect"}},
+    {{"SaveDC"}},
     {{"SelectObject"}},
+    {{"SetBkColor", kNoColor}},
     {{"SetBkMode"}},
+    {{"SetPixel", kNoColor}},
+    {{"SetPixelV"}},
     {{"SetTextAlign", kGdiError}},
+    {{"SetTextColor", kNoColor}},
     {{"GdipCreateFont", kGdiPlusOutOfMemory}},
     {{"GdipCreateFontFamilyFromName", kGdiPlusOutOfMemory}},
     {{"GdipCreateFromHDC", kGdiPlusOutOfMemory}},
@@ -91,6 +108,7 @@ const std::vector<RefusedCall> kDrawing = {
 
 const std::vector<RefusedCall> kFilesAndTexts = {
     {{"FindResourceW", kNothing, ERROR_RESOURCE_NAME_NOT_FOUND}, Gravity::kFatal},
+    {{"GetModuleFileNameW"}, Gravity::kFatal},
     {{"LoadResource"}, Gravity::kFatal},
     {{"LockResource"}, Gravity::kFatal},
     {{"SizeofResource"}, Gravity::kFatal},

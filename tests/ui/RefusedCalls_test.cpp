@@ -5,14 +5,17 @@
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
+#include <new>
 #include <string>
 
 #include "ActingForm.h"
 #include "ControlTestSupport.h"
 #include "tests/support/EachCallFails.h"
+#include "tests/support/FailingAllocation.h"
 #include "tests/support/GdiPlusSession.h"
 #include "ui/ClsDate.h"
 #include "ui/ClsIcon.h"
+#include "ui/GXMSubclass.h"
 #include "ui/MemoryContext.h"
 #include "ui/ModTheme.h"
 #include "ui/Timer.h"
@@ -134,6 +137,8 @@ void UseControls() {
     control.BorderStyle(1);
     control.FontRightLeading(3);
     control.text(L"文字");
+    const std::wstring text = control.text();
+    EXPECT_TRUE(text.empty() || text == L"文字") << "not a part of it";
     control.AddItem(L"項目");
     control.ListIndex(0);
     control.ForeColor(kHostColor);
@@ -167,6 +172,19 @@ void UseMenu() {
   owner.ActLater([] { EndMenu(); });
   EXPECT_EQ(menu.TrackMenu(owner.hwnd()), 0U);
 }
+
+constexpr UINT kProbeMessage = WM_APP + 7;
+
+struct EngineProbe : GXISubclass {
+  void WndProc(bool /*before*/, bool& /*handled*/, LRESULT& /*result*/, HWND /*window*/,
+               UINT /*message*/, WPARAM /*wParam*/, LPARAM /*lParam*/,
+               LONG_PTR& /*userParam*/) override {
+    ++heard;
+  }
+
+  GXMSubclass engine;
+  int heard = 0;
+};
 
 void UseTrayIcon() {
   TestForm form;
@@ -216,7 +234,8 @@ TEST(RefusedCallsTest, TheToolkitGoesOnOrSaysThatItCannot) {
       {"toolbar", UseToolbar},
       {"controls",
        UseControls,
-       {"CreateSolidBrush", "CreateWindowExW", "GetComboBoxInfo", "LoadLibraryExW",
+       {"CreateSolidBrush", "CreateWindowExW", "FindWindowExW", "GetComboBoxInfo",
+        "GetWindowTextLengthW", "GetWindowTextW", "LoadLibraryExW", "SetBkColor",
         "SetWindowLongPtrW", "SetWindowTextW", "VirtualAlloc"}},
       {"pickers", UsePickers, {"CreateWindowExW", "InitCommonControlsEx"}},
       {"menu",
@@ -232,6 +251,52 @@ TEST(RefusedCallsTest, TheToolkitGoesOnOrSaysThatItCannot) {
       {"timer", RunTimer, {"SetTimer"}},
   };
   for (const Deed& deed : deeds) FailEachCall(deed);
+}
+
+// Its own procedure is still there, and hears of the window's end.
+TEST(RefusedCallsTest, AWindowIsSubclassedWholeOrNotAtAll) {
+  bool isDone = false;
+  for (int granted = 0; !isDone; ++granted) {
+    ASSERT_LT(granted, 20) << "it always fails";
+    const size_t blocks = LiveSubclassBlocks();
+    TestForm form;
+    const auto procedure = GetWindowLongPtrW(form.hwnd(), GWLP_WNDPROC);
+    {
+      EngineProbe probe;
+      {
+        const FailingAllocation memory(granted, 1);
+        try {
+          probe.engine.Subclass(form.hwnd(), probe, 0);
+          isDone = true;
+        } catch (const std::bad_alloc&) {
+          isDone = false;
+        }
+      }
+      EXPECT_EQ(LiveSubclassBlocks(), blocks + (isDone ? 1 : 0));
+      EXPECT_EQ(GetWindowLongPtrW(form.hwnd(), GWLP_WNDPROC) == procedure, !isDone);
+      if (!isDone) probe.engine.Subclass(form.hwnd(), probe, 0);
+      probe.engine.AddMessage(form.hwnd(), kProbeMessage, kBeforePrevious);
+      SendMessageW(form.hwnd(), kProbeMessage, 0, 0);
+      EXPECT_EQ(probe.heard, 1);
+    }
+    form.Unload();
+    EXPECT_EQ(form.hwnd(), nullptr);
+    EXPECT_EQ(LiveSubclassBlocks(), blocks);
+  }
+}
+
+TEST(RefusedCallsTest, ATimerThatHasNoPlaceDoesNotRun) {
+  Timer timer;
+  timer.Interval(10);
+  {
+    const FailingAllocation memory(0, 1);
+    EXPECT_THROW(timer.Enabled(true), std::bad_alloc);
+  }
+  EXPECT_FALSE(timer.Enabled());
+  bool hasTicked = false;
+  timer.Tick = [&] { hasTicked = true; };
+  timer.Enabled(true);
+  EXPECT_TRUE(PumpUntil([&] { return hasTicked; }));
 }
 
 }  // namespace

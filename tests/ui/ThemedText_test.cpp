@@ -214,11 +214,10 @@ TEST_F(ThemedTextTest, DrawsChineseAndNotBoxes) {
   EXPECT_GT(clock.Height(), 12);
 }
 
-TEST_F(ThemedTextTest, LooksAFaceUpOnce) {
-  const std::wstring& first = ModTheme::AvailableFace(L"Never Seen Before");
-  const std::wstring& again = ModTheme::AvailableFace(L"Never Seen Before");
-  EXPECT_EQ(&first, &again);
+TEST_F(ThemedTextTest, UsesAnotherFaceForOneThatIsNotInstalled) {
+  const std::wstring first = ModTheme::AvailableFace(L"Never Seen Before");
   EXPECT_NE(first, L"Never Seen Before");
+  EXPECT_EQ(ModTheme::AvailableFace(L"Never Seen Before"), first);
 }
 
 TEST_F(ThemedTextTest, UsesAnInstalledFaceAsItIs) {
