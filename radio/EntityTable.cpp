@@ -30,7 +30,10 @@ constexpr std::array<KnownEntity, kEntitySlots> kEntitiesBySlot = [] {
     const EntityKey key = KeyOf(entity.name);
     size_t slot = EntitySlotOf(key);
     while (slots[slot].key != 0) slot = (slot + 1) % kEntitySlots;
-    slots[slot] = {key, FromWindows1252(entity.value), StepOf(place)};
+    const wchar_t character = FromWindows1252(entity.value);
+    // A "<" is a part of tags only, whose turns have come by then.
+    const bool isLast = EntityKindOf(character) == kNoEntityPart || character == L'<';
+    slots[slot] = {key, character, StepOf(place), isLast};
   }
   return slots;
 }();

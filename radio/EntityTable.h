@@ -35,6 +35,7 @@ struct KnownEntity {
   EntityKey key = 0;
   wchar_t character = 0;
   Step step = kFromText;
+  bool isLast = false;  // the character comes too late to be a part of another entity or tag
 };
 
 // The one entity whose name ends without a semicolon.
@@ -86,7 +87,7 @@ inline constexpr auto kEntityKinds = [] {
   kinds['p'] = kEntityPart | kEntityInside | kEntityEnd;
   return kinds;
 }();
-inline unsigned EntityKindOf(wchar_t unit) {
+constexpr unsigned EntityKindOf(wchar_t unit) {
   const auto code = static_cast<char32_t>(unit);
   return code < kEntityKinds.size() ? kEntityKinds[code] : unsigned{kNoEntityPart};
 }

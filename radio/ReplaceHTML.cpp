@@ -71,13 +71,16 @@ class Decoder {
   struct Successor {
     wchar_t unit = 0;
     Step born = kFromText;
+    bool isLast = false;  // nothing reaches beyond it
   };
+  static Successor Referred(wchar_t unit) {
+    return {unit, kReferences, EntityKindOf(unit) == kNoEntityPart};
+  }
 
   // What the text has for a character; of no size where it has not.
   struct Whole {
     size_t size = 0;
-    wchar_t unit = 0;
-    Step born = kFromText;
+    Successor successor = {};
   };
 
   static constexpr size_t kFirstMarks = 64;
@@ -137,12 +140,12 @@ class Decoder {
         at = TakeMiddle(at);
       } else if (unit == L'&') {
         const Whole whole = WholeAt(at);
-        if (whole.size != 0) Put(whole.unit, whole.born);
+        if (whole.size != 0) Put(whole.successor);
         at = whole.size != 0 ? at + whole.size : TakeMiddle(at);
       } else if (unit == L'<') {
         at = TakeLessThan(at);
       } else {
-        Put(unit, kFromText);
+        Put({unit});
         ++at;
       }
     }
@@ -184,7 +187,7 @@ class Decoder {
     if (!MayBeWhole(at)) return {};
     const wchar_t* const text = text_.data() + at;
     if (text[1] == L'a') {
-      return text[4] == L';' ? Whole{kEscape.size(), L'&', kAmpersand} : Whole{};
+      return text[4] == L';' ? Whole{kEscape.size(), {L'&', kAmpersand}} : Whole{};
     }
     size_t end = 2;
     int value = 0;
@@ -192,7 +195,7 @@ class Decoder {
       value = value * 10 + (text[end] - L'0');
       if (value > kLargestValue) return {};
     }
-    return text[end] == L';' ? Whole{end + 1, FromWindows1252(value), kReferences} : Whole{};
+    return text[end] == L';' ? Whole{end + 1, Referred(FromWindows1252(value))} : Whole{};
   }
 
   size_t TakeLessThan(size_t at) {
@@ -219,16 +222,14 @@ class Decoder {
     last_ = 0;
   }
 
+  // One that entities or tags are made of.
   void Push(wchar_t unit, Step born) {
-    if ((born | joined_) != kFromText) Note(unit, born);
+    if ((born | joined_) != kFromText) Note(born);
     *end_++ = unit;
-    // No name goes over what is no part, and that may be no ASCII character.
-    last_ = EntityKindOf(unit) == kNoEntityPart ? 0 : WithUnit(last_, unit);
+    last_ = WithUnit(last_, unit);
   }
 
-  void Note(wchar_t unit, Step born) {
-    // Nothing reaches beyond what comes too late to be a part of anything.
-    if (born > kBoldEnds && (unit == L'<' || EntityKindOf(unit) == kNoEntityPart)) markCount_ = 0;
+  void Note(Step born) {
     if (markCount_ == marks_.size()) marks_.resize(std::max(kFirstMarks, 2 * markCount_));
     Mark& mark = marks_[markCount_++];
     mark.place = static_cast<std::uint32_t>(Size());
@@ -237,10 +238,25 @@ class Decoder {
     joined_ = kFromText;
   }
 
+  // What is no part, or comes too late to be one. Of a "<" it has to be known that it comes late.
+  void PushLast(const Successor& last) {
+    markCount_ = 0;
+    if (last.unit == L'<') {
+      Push(last.unit, last.born);
+      return;
+    }
+    *end_++ = last.unit;
+    joined_ = kFromText;
+    last_ = 0;
+  }
+
   // And what comes of it.
-  void Put(wchar_t unit, Step born) {
-    Successor next = {unit, born};
+  void Put(Successor next) {
     do {
+      if (next.isLast) {
+        PushLast(next);
+        return;
+      }
       Push(next.unit, next.born);
       if (next.unit == L';') {
         next = EndEntity();
@@ -276,7 +292,7 @@ class Decoder {
       const int value = ValueOf(Last(length));
       if (value >= 0) {
         TakeBack(length, kReferences);
-        return {FromWindows1252(value), kReferences};
+        return Referred(FromWindows1252(value));
       }
     }
     return EndKnown(length, EntityOf(key));
@@ -290,7 +306,7 @@ class Decoder {
 
   Successor EndKnown(size_t length, const KnownEntity* entity) {
     if (entity == nullptr || !TakeBack(length, entity->step)) return {};
-    return {entity->character, entity->step};
+    return {entity->character, entity->step, entity->isLast};
   }
 
   void EndTag() {
