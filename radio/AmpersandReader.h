@@ -15,9 +15,9 @@ inline constexpr size_t kLongestRead = 16;
 
 inline bool IsDigit(wchar_t unit) { return unit >= L'0' && unit <= L'9'; }
 
-// The value of "&#65;"; -1 where it is none, or has no digits or no character.
+// The value of "&#65;", which begins and ends like one; -1 where it has no digits or no character.
 inline int ValueOf(std::wstring_view reference) {
-  if (reference[1] != L'#' || reference.size() < 4) return -1;
+  if (reference.size() < 4) return -1;
   int value = 0;
   const size_t end = reference.size() - 1;
   for (size_t at = 2; at < end; ++at) {

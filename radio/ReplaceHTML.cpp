@@ -29,15 +29,6 @@ size_t BoldTagBefore(const wchar_t* text, const wchar_t* place) {
   return size > 2 && place[-2] == L'/' && place[-3] == L'<' ? 3 : 0;
 }
 
-// An entity key may also hold a text's last eight characters.
-constexpr int kLastUnits = 8;
-// How many of them came after the last ampersand; all where there is none.
-int SinceAmpersand(EntityKey last) {
-  constexpr EntityKey kOnes = 0x0101010101010101;
-  const EntityKey zeros = last ^ kOnes * L'&';
-  return std::countr_zero((zeros - kOnes) & ~zeros & kOnes << 7) / 8;
-}
-
 // The replacements come one after another, each over the whole text, and here they are all made in
 // one go. What an entity, a reference or a tag is made of, it shares with no other one: it begins
 // with the only "&" or "<" in it and ends with its last character. So it can be taken as soon as
@@ -155,14 +146,9 @@ class Decoder {
     Push(text_[at], kFromText);
     const wchar_t* const text = text_.data();
     wchar_t* end = end_;
-    EntityKey last = last_;
     // The text's own end is no middle.
-    for (++at; IsMiddle(at); ++at) {
-      *end++ = text[at];
-      last = WithUnit(last, text[at]);
-    }
+    for (++at; IsMiddle(at); ++at) *end++ = text[at];
     end_ = end;
-    last_ = last;
     return at;
   }
 
@@ -200,11 +186,8 @@ class Decoder {
 
   size_t TakeLessThan(size_t at) {
     const wchar_t* const text = text_.data() + at;
-    const size_t size = text_.size() - at;
-    if (size > 2 && text[1] == L'b' && text[2] == L'>') return Skip(at + 3, kBoldBegins);
-    if (size > 3 && text[1] == L'/' && text[2] == L'b' && text[3] == L'>') {
-      return Skip(at + 4, kBoldEnds);
-    }
+    if (text[1] == L'b' && text[2] == L'>') return Skip(at + 3, kBoldBegins);
+    if (text[1] == L'/' && text[2] == L'b' && text[3] == L'>') return Skip(at + 4, kBoldEnds);
     Push(L'<', kFromText);
     return at + 1;
   }
@@ -219,14 +202,12 @@ class Decoder {
     isOpen_ = true;
     markCount_ = 0;
     joined_ = kFromText;
-    last_ = 0;
   }
 
   // One that entities or tags are made of.
   void Push(wchar_t unit, Step born) {
     if ((born | joined_) != kFromText) Note(born);
     *end_++ = unit;
-    last_ = WithUnit(last_, unit);
   }
 
   void Note(Step born) {
@@ -247,7 +228,6 @@ class Decoder {
     }
     *end_++ = last.unit;
     joined_ = kFromText;
-    last_ = 0;
   }
 
   // And what comes of it.
@@ -269,33 +249,26 @@ class Decoder {
     } while (next.born != kFromText);
   }
 
-  // These take back what has come to its end, if anything has, and say what to put instead.
+  // These take back what has come to its end, if anything has, and say what to put instead. No
+  // reference comes to its end here: as the first of all replacements it takes only what stands so
+  // in the text, and that has been taken at its ampersand.
   Successor EndEntity() {
-    const int since = SinceAmpersand(last_ >> 8);
-    if (since < kLastUnits) {
-      const EntityKey key = last_ & ((EntityKey{1} << 8 * (since + 1)) - 1);
-      return EndName(static_cast<size_t>(since) + 2, key);
-    }
-    // From the semicolon back to the ampersand. The key of what is too long is of no use.
+    // From the semicolon back to the ampersand, as far as the longest name reaches.
+    const wchar_t* const first = end_ - std::min(Size(), kLongestEntity);
     EntityKey key = L';';
-    const wchar_t* begin = end_ - 1;
-    for (unsigned shift = 8; begin > text_.data() && IsInside(begin[-1]); shift += 8) {
-      key |= static_cast<EntityKey>(*--begin) << shift % 64;
-    }
-    if (begin == text_.data() || *--begin != L'&') return {};
-    const auto length = static_cast<size_t>(end_ - begin);
-    return EndName(length, length <= kLongestEntity ? key : EntityKey{0});
-  }
-
-  Successor EndName(size_t length, EntityKey key) {
-    if (*(end_ - length + 1) == L'#' && IsAllFromText(length)) {
-      const int value = ValueOf(Last(length));
-      if (value >= 0) {
-        TakeBack(length, kReferences);
-        return Referred(FromWindows1252(value));
+    char32_t all = 0;
+    unsigned shift = 8;
+    for (const wchar_t* unit = end_ - 1; unit != first; shift += 8) {
+      --unit;
+      if (*unit == L'&') {
+        // A key holds nothing but ASCII.
+        return all < kEntityKinds.size() ? EndKnown(static_cast<size_t>(end_ - unit), EntityOf(key))
+                                         : Successor{};
       }
+      all |= static_cast<char32_t>(*unit);
+      key |= static_cast<EntityKey>(*unit) << shift % 64;
     }
-    return EndKnown(length, EntityOf(key));
+    return {};
   }
 
   Successor EndEllipsis() {
@@ -316,14 +289,6 @@ class Decoder {
     if (TakeBack(before + 1, step)) joined_ = std::max(joined_, step);
   }
 
-  // Whether of the last characters none came up or moved up to another.
-  bool IsAllFromText(size_t length) const {
-    if (markCount_ == 0) return true;
-    const Mark& last = marks_[markCount_ - 1];
-    const size_t begin = Size() - length;
-    return last.place < begin || (last.place == begin && last.born == kFromText);
-  }
-
   // Takes the last characters back if they stood together before a step: what comes next stands
   // where they stood.
   bool TakeBack(size_t length, Step step) {
@@ -338,7 +303,6 @@ class Decoder {
     }
     markCount_ = count;
     joined_ = joined;
-    last_ = length < kLastUnits ? last_ >> 8 * length : 0;
     end_ -= length;
     return true;
   }
@@ -352,7 +316,6 @@ class Decoder {
   // Since then, in the order of their places; behind the count there is room for more.
   std::vector<Mark> marks_;
   size_t markCount_ = 0;
-  EntityKey last_ = 0;       // of what was put since then, with nothing taken back
   Step joined_ = kFromText;  // what the next character did
 };
 
