@@ -261,9 +261,9 @@ class Decoder {
     for (const wchar_t* unit = end_ - 1; unit != first; shift += 8) {
       --unit;
       if (*unit == L'&') {
-        // A key holds nothing but ASCII.
-        return all < kEntityKinds.size() ? EndKnown(static_cast<size_t>(end_ - unit), EntityOf(key))
-                                         : Successor{};
+        // A key holds nothing but ASCII, and a NUL in front does not show in it.
+        const bool isKey = all < kEntityKinds.size() && unit[1] != L'\0';
+        return isKey ? EndKnown(static_cast<size_t>(end_ - unit), EntityOf(key)) : Successor{};
       }
       all |= static_cast<char32_t>(*unit);
       key |= static_cast<EntityKey>(*unit) << shift % 64;

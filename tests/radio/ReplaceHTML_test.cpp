@@ -2,11 +2,15 @@
 
 #include <gmock/gmock.h>
 
+#include <string>
+
 #include "radio/Entities.h"
 #include "tests/radio/LiteralRules.h"
 
 namespace tellurvane {
 namespace {
+
+using namespace std::string_literals;
 
 struct Decoded {
   const wchar_t* text;
@@ -65,6 +69,13 @@ TEST(ReplaceHTML, DecodesAsTheListHasIt) {
   for (const auto& [text, decoded] : kDecoded) {
     EXPECT_EQ(ReplaceHTML(text), decoded) << testing::PrintToString(std::wstring(text));
     EXPECT_EQ(literal::ReplaceHTML(text), decoded) << testing::PrintToString(std::wstring(text));
+  }
+}
+
+TEST(ReplaceHTML, ANulIsNoPartOfAName) {
+  for (const std::wstring& name : {L"&\0lt"s, L"&l\0t"s, L"&lt\0"s}) {
+    EXPECT_EQ(ReplaceHTML(name + L"&semi;"), name + L";");
+    EXPECT_EQ(ReplaceHTML(name + L"&#59;"), name + L";");
   }
 }
 
