@@ -1,7 +1,6 @@
 #include "radio/ReplaceHTML.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstdint>
 #include <utility>
 #include <vector>
