@@ -67,8 +67,7 @@ enum EntityKind : unsigned {
   kNoEntityPart = 0,
   kEntityPart = 1,    // one of them may hold it
   kEntityInside = 2,  // it stands between an ampersand and its semicolon
-  kEntityEnd = 4,     // one of them may end with it
-  kEntityMiddle = 8,  // none ends with it or begins with it
+  kEntityMiddle = 4,  // none ends with it or begins with it
 };
 inline constexpr auto kEntityKinds = [] {
   std::array<std::uint8_t, 128> kinds = {};
@@ -83,8 +82,7 @@ inline constexpr auto kEntityKinds = [] {
   add(kInside, kEntityPart | kEntityInside | kEntityMiddle);
   add("/", kEntityPart | kEntityMiddle);
   add("&;<>", kEntityPart);
-  add(";>", kEntityEnd);
-  kinds['p'] = kEntityPart | kEntityInside | kEntityEnd;
+  kinds['p'] = kEntityPart | kEntityInside;
   return kinds;
 }();
 constexpr unsigned EntityKindOf(wchar_t unit) {
