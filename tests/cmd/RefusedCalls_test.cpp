@@ -23,11 +23,13 @@ TEST(RefusedCallsTest, ACommandIsStartedWholeOrNotAtAll) {
   ASSERT_TRUE(RunCommand(OwnCommand()));
   for (const char* const name : {"CreatePipe", "SetHandleInformation", "CreateProcessW"}) {
     FailingImport call({name, 0, ERROR_NO_SYSTEM_RESOURCES});
-    const ResourceCounts before = CountResources();
-    call.Fail(1);
-    EXPECT_FALSE(RunCommand(OwnCommand())) << name;
-    EXPECT_EQ(call.Calls(), 1) << name;
-    EXPECT_EQ(CountResources(), before) << name;
+    EXPECT_EQ(LeakedBy([&] {
+                call.Fail(1);
+                EXPECT_FALSE(RunCommand(OwnCommand())) << name;
+                EXPECT_EQ(call.Calls(), 1) << name;
+              }),
+              ResourceCounts())
+        << name;
   }
 }
 

@@ -123,8 +123,6 @@ class Folder:
 class Program:
     """One run of the program."""
 
-    seconds_to_start = 0  # of the latest start: tells how busy the machine is
-
     def __init__(self, folder, cwd=None, locale=LOCALE, trace=None, environment=None):
         environment = os.environ | {"LC_ALL": f"{locale}.UTF-8"} | (environment or {})
         self.folder = folder
@@ -142,7 +140,6 @@ class Program:
         """Waits until the main window stands; by then the list has been loaded and rewritten."""
         until(lambda: self.code() is not None or self.on_screen(), "the main window")
         assert self.code() is None, f"the program ended with code {self.code()}"
-        Program.seconds_to_start = self.age()
         return self
 
     def age(self):

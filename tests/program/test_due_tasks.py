@@ -1,12 +1,10 @@
 """Tasks that fall due while the program runs."""
 
-import math
 from datetime import datetime, timedelta
 
-from harness import Program, until, windows_path
-from joblist import APPLICATION, MINUTES, Task, list_bytes, now, read_tasks
-
-NEVER_RUN = datetime(2011, 2, 14, 12)
+from due import NEVER_RUN, has_run, saved, start_with
+from harness import until, windows_path
+from joblist import APPLICATION, MINUTES, Task, read_tasks
 
 
 class Probes:
@@ -31,21 +29,8 @@ class Probes:
         return [tuple(line.split("=", 1)) for line in lines]
 
 
-def soon():
-    """A moment that comes after the program has started, but not long after."""
-    return now() + timedelta(seconds=6 + math.ceil(3 * Program.seconds_to_start))
-
-
 def task(name, source, moment, **facts):
     return Task(name, source, moment, NEVER_RUN, MINUTES, 5, media_type=APPLICATION, **facts)
-
-
-def saved(folder):
-    return {task.name: task for task in read_tasks(folder.list.read_bytes())}
-
-
-def has_run(folder, name):
-    return saved(folder)[name].last_run != NEVER_RUN
 
 
 def started_at(report):
@@ -55,11 +40,8 @@ def started_at(report):
 
 def test_two_due_tasks_start_in_list_order_within_two_seconds(folder, start):
     probes = Probes(folder)
-    moment = soon()
-    folder.list.write_bytes(list_bytes(
-        task("一", probes.command("first"), moment), task("二", probes.command("second"), moment)))
-    start().started()
-    assert now() < moment, "the program took too long to start for this test"
+    _, moment = start_with(folder, start, lambda moment: [
+        task("一", probes.command("first"), moment), task("二", probes.command("second"), moment)])
     first, second = (started_at(probes.report(name)) for name in ("first", "second"))
     assert moment <= first < second <= moment + timedelta(seconds=2)
 
@@ -72,11 +54,9 @@ def test_two_due_tasks_start_in_list_order_within_two_seconds(folder, start):
 
 def test_a_disabled_due_task_is_only_moved(folder, start):
     probes = Probes(folder)
-    moment = soon()
-    folder.list.write_bytes(list_bytes(
+    _, moment = start_with(folder, start, lambda moment: [
         task("停用", probes.command("disabled"), moment, enabled=False),
-        task("啟用", probes.command("enabled"), moment)))
-    start().started()
+        task("啟用", probes.command("enabled"), moment)])
     probes.report("enabled")
     until(lambda: has_run(folder, "啟用"), "the record of the run")
     record = saved(folder)["停用"]
@@ -88,14 +68,14 @@ def test_a_disabled_due_task_is_only_moved(folder, start):
 
 def test_a_task_that_was_missed_is_moved_and_not_run_late(folder, start):
     probes = Probes(folder)
-    missed, moment = now() - timedelta(minutes=7), soon()
-    folder.list.write_bytes(list_bytes(
-        task("錯過", probes.command("missed"), missed), task("到期", probes.command("due"), moment)))
-    start().started()
+    missed_by = timedelta(minutes=7)
+    _, moment = start_with(folder, start, lambda moment: [
+        task("錯過", probes.command("missed"), moment - missed_by),
+        task("到期", probes.command("due"), moment)])
     probes.report("due")
     until(lambda: has_run(folder, "到期"), "the record of the run")
     record = saved(folder)["錯過"]
-    assert record.next_run == missed + timedelta(minutes=10)
+    assert record.next_run == moment - missed_by + timedelta(minutes=10)
     assert record.last_run == NEVER_RUN
     assert not probes.has_reported("missed")
 
@@ -103,8 +83,7 @@ def test_a_task_that_was_missed_is_moved_and_not_run_late(folder, start):
 def test_a_command_gets_its_arguments_chinese_and_quoted_ones_included(folder, start):
     probes = Probes(folder)
     command = probes.command("report", ' 播放 "兩個 字" a\\b 100%')
-    folder.list.write_bytes(list_bytes(task("命令", command, soon())))
-    start().started()
+    start_with(folder, start, lambda moment: [task("命令", command, moment)])
     report = probes.report("report")
     assert ("command", command) in report
     assert [value for key, value in report if key == "argument"] == [
@@ -118,12 +97,10 @@ def test_a_document_starts_nothing_and_the_run_is_recorded(folder, start):
     probes = Probes(folder)
     document = folder.path / "文件.txt"
     document.write_text("text")
-    moment = soon()
-    folder.list.write_bytes(list_bytes(
+    program, moment = start_with(folder, start, lambda moment: [
         task("文件", windows_path(document), moment),
         task("不存在", windows_path(folder.path / "none.exe"), moment),
-        task("最後", probes.command("last"), moment)))
-    program = start().started()
+        task("最後", probes.command("last"), moment)])
     probes.report("last")
     until(lambda: has_run(folder, "最後"), "the record of the run")
     for name in ("文件", "不存在"):
@@ -136,11 +113,9 @@ def test_a_document_starts_nothing_and_the_run_is_recorded(folder, start):
 
 def test_what_a_console_program_writes_goes_nowhere_and_harms_nobody(folder, start):
     probes = Probes(folder)
-    moment = soon()
-    folder.list.write_bytes(list_bytes(
+    program, _ = start_with(folder, start, lambda moment: [
         task("話多", probes.command("noisy", " write=1000000"), moment),
-        task("之後", probes.command("after"), moment + timedelta(seconds=2))))
-    program = start().started()
+        task("之後", probes.command("after"), moment + timedelta(seconds=2))])
     noisy = probes.report("noisy")
     assert ("output", "pipe") in noisy and ("error", "pipe") in noisy
     assert dict(noisy)["write"].startswith("refused")
@@ -150,17 +125,13 @@ def test_what_a_console_program_writes_goes_nowhere_and_harms_nobody(folder, sta
 
 def test_a_kill_while_tasks_run_leaves_the_list_whole(folder, start):
     probes = Probes(folder)
+    names = [f"第{i}項" for i in range(10)]
     for _ in range(3):
-        moment = soon()
-        tasks = [task(f"第{i}項", probes.command(f"report{i}"), moment) for i in range(10)]
-        folder.list.write_bytes(list_bytes(*tasks))
-        program = start().started()
-        untouched = folder.list.stat().st_ino
-        # Each save replaces the file; there are ten of them in a row now.
-        until(lambda: folder.list.stat().st_ino != untouched, "the first save of the runs")
+        program, _ = start_with(folder, start, lambda moment: [
+            task(name, probes.command(name), moment) for name in names])
+        # There are ten saves in a row now.
+        until(lambda: has_run(folder, names[0]), "the first save of the runs")
         program.kill()
-        assert [record.name for record in read_tasks(folder.list.read_bytes())] == [
-            task.name for task in tasks]
-        assert has_run(folder, "第0項")
+        assert [record.name for record in read_tasks(folder.list.read_bytes())] == names
     assert start().started().exit() == 0
     assert len(read_tasks(folder.list.read_bytes())) == 10

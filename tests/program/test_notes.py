@@ -1,17 +1,15 @@
 """Reminder notes: how they come up, stand beside each other, and go."""
 
-import math
 import subprocess
 from datetime import datetime, timedelta
 
 import pytest
 
 from dragging import drag
-from harness import (BINARIES, Program, click_at, picture, press_key, run, tray_icon, until,
-                     windows_path)
-from joblist import APPLICATION, MINUTES, NOTE, Task, list_bytes, now, read_tasks
+from due import NEVER_RUN, has_run, saved, start_with
+from harness import BINARIES, click_at, picture, press_key, run, tray_icon, until, windows_path
+from joblist import APPLICATION, MINUTES, NOTE, Task
 
-NEVER_RUN = datetime(2011, 2, 14, 12)
 SCREEN_WIDTH, SCREEN_HEIGHT = 1280, 900
 WIDTH, LEAST_HEIGHT, STEP = 360, 120, 60
 TOP = round(0.2 * SCREEN_HEIGHT)  # a step below a fifth of the screen, less half of its height
@@ -19,21 +17,8 @@ LEFT = SCREEN_WIDTH - WIDTH  # pulled inside: the screen is narrow
 TWO_SECONDS = timedelta(seconds=2)
 
 
-def soon():
-    """A moment that comes after the program has started, but not long after."""
-    return now() + timedelta(seconds=6 + math.ceil(3 * Program.seconds_to_start))
-
-
 def note_task(name, moment, text="喝水"):
     return Task(name, text, moment, NEVER_RUN, MINUTES, 5, media_type=NOTE)
-
-
-def saved(folder):
-    return {task.name: task for task in read_tasks(folder.list.read_bytes())}
-
-
-def has_run(folder, name):
-    return saved(folder)[name].last_run != NEVER_RUN
 
 
 def note_count():
@@ -64,10 +49,8 @@ def bands(rect):
 
 
 def test_a_note_comes_up_within_two_seconds_where_it_belongs(folder, start):
-    moment = soon()
-    folder.list.write_bytes(list_bytes(note_task("喝水", moment, r"一\r\n一\r\n一")))
-    program = start().started()
-    assert now() < moment, "the program took too long to start for this test"
+    program, moment = start_with(folder, start, lambda moment: [
+        note_task("喝水", moment, r"一\r\n一\r\n一")])
     until(note_count, "the note")
     assert moment <= datetime.now() <= moment + TWO_SECONDS
     note, = notes(program)
@@ -85,16 +68,14 @@ def test_a_note_comes_up_within_two_seconds_where_it_belongs(folder, start):
 
 
 def test_five_at_once_stand_below_each_other_and_each_closes_by_itself(folder, start):
-    moment = soon()
     probe = folder.add("CommandProbe.exe", "probe.exe")
     report = folder.path / "report"
     command = f'"{windows_path(probe)}" "{windows_path(report)}"'
-    after = moment + timedelta(seconds=4)
+    pause = timedelta(seconds=4)
     names = [f"第{i}張" for i in range(5)]
-    folder.list.write_bytes(list_bytes(
+    program, moment = start_with(folder, start, lambda moment: [
         *(note_task(name, moment) for name in names),
-        Task("之後", command, after, NEVER_RUN, MINUTES, 5, media_type=APPLICATION)))
-    program = start().started()
+        Task("之後", command, moment + pause, NEVER_RUN, MINUTES, 5, media_type=APPLICATION)])
     until(lambda: note_count() == 5, "five notes")
     standing = notes(program)
     assert [note["rect"][:2] for note in standing] == [
@@ -104,12 +85,13 @@ def test_five_at_once_stand_below_each_other_and_each_closes_by_itself(folder, s
     until(lambda: all(has_run(folder, name) for name in names), "the records")
     for name in names:
         record = saved(folder)[name]
-        assert moment <= record.last_run <= moment + timedelta(seconds=4)
+        assert moment <= record.last_run <= moment + pause
         assert record.next_run == moment + timedelta(minutes=5)
     until(report.exists, "the task after the notes")
     created = next(line.partition("=")[2] for line in report.read_text("utf-8").splitlines()
                    if line.startswith("created="))
-    assert after <= datetime.fromtimestamp(float(created)) <= after + TWO_SECONDS
+    late = datetime.fromtimestamp(float(created)) - moment - pause
+    assert timedelta() <= late <= TWO_SECONDS
 
     # Whichever is closed, and by whatever way, the others stay.
     left = [note["class"] for note in standing]
@@ -127,8 +109,7 @@ def test_five_at_once_stand_below_each_other_and_each_closes_by_itself(folder, s
 
 
 def test_a_note_can_be_dragged_and_is_pulled_back_inside(folder, start):
-    folder.list.write_bytes(list_bytes(note_task("喝水", soon())))
-    program = start().started()
+    program, _ = start_with(folder, start, lambda moment: [note_task("喝水", moment)])
     until(note_count, "the note")
 
     def place():
@@ -179,12 +160,11 @@ def notepad(warm_up):
 
 
 def test_the_keyboard_stays_where_somebody_types(folder, start, notepad):
-    moment = soon() + timedelta(seconds=4)
-    folder.list.write_bytes(list_bytes(*(note_task(f"第{i}張", moment) for i in range(3))))
-    start().started()
+    _, moment = start_with(folder, start, lambda moment: [
+        note_task(f"第{i}張", moment) for i in range(3)], ahead=12)
     editor = notepad()
     until(editor.has_keyboard, "the editor active")
-    assert now() < moment, "the programs took too long to start for this test"
+    assert not note_count(), "the notes came too early for this test"
     typed = ""
     while note_count() < 3:
         assert datetime.now() < moment + timedelta(seconds=60), "no notes"
@@ -198,9 +178,8 @@ def test_the_keyboard_stays_where_somebody_types(folder, start, notepad):
 
 
 def test_leaving_takes_the_notes_along(folder, start):
-    moment = soon()
-    folder.list.write_bytes(list_bytes(*(note_task(f"第{i}張", moment) for i in range(2))))
-    program = start().started()
+    program, _ = start_with(folder, start, lambda moment: [
+        note_task(f"第{i}張", moment) for i in range(2)])
     until(lambda: note_count() == 2, "two notes")
     assert program.exit() == 0
     until(lambda: note_count() == 0, "no notes")
@@ -209,8 +188,7 @@ def test_leaving_takes_the_notes_along(folder, start):
 
 
 def test_esc_closes_the_note_that_was_clicked(folder, start):
-    folder.list.write_bytes(list_bytes(note_task("喝水", soon())))
-    program = start().started()
+    program, _ = start_with(folder, start, lambda moment: [note_task("喝水", moment)])
     until(note_count, "the note")
     note, = notes(program)
     until(lambda: bands(note["rect"]), "the text")

@@ -44,8 +44,9 @@ ResourceCounts CountResources();
 std::ostream& operator<<(std::ostream& out, const ResourceCounts& counts);
 
 // Uses it a few times to warm up, then in three rounds, messages handled after each use, and
-// returns the smallest growth of a round: 0 unless each use leaves something behind. The rounds
-// make 60 uses, or as many as the environment variable TELLURVANE_LEAK_USES asks for.
+// returns what every round has grown or shrunk by at least: 0 unless each use leaves something
+// behind, or closes what is not its own. The rounds make 60 uses, or as many as the environment
+// variable TELLURVANE_LEAK_USES asks for.
 ResourceCounts LeakedBy(const std::function<void()>& useOnce);
 
 }  // namespace tellurvane
