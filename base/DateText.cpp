@@ -34,7 +34,6 @@ struct DateTokens {
   HalfOfDay half = HalfOfDay::kNone;
 };
 
-bool IsDigit(wchar_t unit) { return unit >= L'0' && unit <= L'9'; }
 
 // Blanks that locales put into dates, the directional marks of right-to-left ones included.
 bool IsBlank(wchar_t unit) {

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cwchar>
 
+#include "base/Text.h"
+
 namespace tellurvane {
 namespace {
 
@@ -41,7 +43,7 @@ int YearOffset() {
   for (size_t i = 0; i < written.size(); ++i) {
     size_t end = i;
     int value = 0;
-    while (end < written.size() && written[end] >= L'0' && written[end] <= L'9') {
+    while (end < written.size() && IsDigit(written[end])) {
       value = value * 10 + (written[end++] - L'0');
     }
     if (end - i >= 3) return kProbeYear - value;

@@ -18,7 +18,7 @@ std::optional<std::int32_t> ParseRadix(std::wstring_view digits, int radix) {
   std::uint64_t value = 0;
   for (const wchar_t unit : digits) {
     int digit = 0;
-    if (unit >= L'0' && unit <= L'9') {
+    if (IsDigit(unit)) {
       digit = static_cast<int>(unit - L'0');
     } else if (unit >= L'a' && unit <= L'f') {
       digit = static_cast<int>(unit - L'a') + 10;
@@ -60,8 +60,8 @@ std::optional<double> ParseNumber(std::wstring_view text) {
   char ascii[kLongestNumber] = {};
   for (size_t i = 0; i < trimmed.size(); ++i) {
     const wchar_t unit = trimmed[i];
-    const bool isPart = (unit >= L'0' && unit <= L'9') || unit == L'.' || unit == L'-' ||
-                        unit == L'+' || unit == L'e' || unit == L'E';
+    const bool isPart = IsDigit(unit) || unit == L'.' || unit == L'-' || unit == L'+' ||
+                        unit == L'e' || unit == L'E';
     // Keeps "inf", "nan" and hexadecimal floats out, which from_chars would read.
     if (!isPart) return std::nullopt;
     ascii[i] = static_cast<char>(unit);

@@ -6,6 +6,8 @@
 
 namespace tellurvane {
 
+constexpr bool IsDigit(wchar_t unit) { return unit >= L'0' && unit <= L'9'; }
+
 // Without the blanks (U+0020 only) at both ends.
 std::wstring_view TrimBlanks(std::wstring_view text);
 

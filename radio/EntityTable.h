@@ -82,6 +82,7 @@ inline constexpr auto kEntityKinds = [] {
   add(kInside, kEntityPart | kEntityInside | kEntityMiddle);
   add("/", kEntityPart | kEntityMiddle);
   add("&;<>", kEntityPart);
+  // The one letter that a name ends with: kEntityWithoutEnd's.
   kinds['p'] = kEntityPart | kEntityInside;
   return kinds;
 }();

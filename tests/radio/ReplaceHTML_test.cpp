@@ -90,8 +90,14 @@ TEST(ReplaceHTML, KnowsEveryNameOfTheList) {
 
 TEST(FromWindows1252, GivesTheWesternCharacters) {
   EXPECT_EQ(FromWindows1252(65), L'A');
-  EXPECT_EQ(FromWindows1252(128), L'\u20AC');
-  EXPECT_EQ(FromWindows1252(159), L'\u0178');
+  // The five without a character keep their code.
+  constexpr char16_t kFrom128[] = {0x20AC, 0x81,   0x201A, 0x192,  0x201E, 0x2026, 0x2020, 0x2021,
+                                   0x2C6,  0x2030, 0x160,  0x2039, 0x152,  0x8D,   0x17D,  0x8F,
+                                   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                   0x2DC,  0x2122, 0x161,  0x203A, 0x153,  0x9D,   0x17E,  0x178};
+  for (int value = 128; value < 160; ++value) {
+    EXPECT_EQ(FromWindows1252(value), static_cast<wchar_t>(kFrom128[value - 128])) << value;
+  }
   EXPECT_EQ(FromWindows1252(160), L'\u00A0');
   EXPECT_EQ(FromWindows1252(233), L'\u00E9');
 }
