@@ -20,6 +20,12 @@ class Cut {
 
   // False for one that was never made, which is not the same as an empty one.
   bool IsMade() const { return begin_ != kNever; }
+  // Its first characters.
+  Cut Head(size_t most) const {
+    Cut head = *this;
+    if (head.size_ > most) head.size_ = static_cast<std::uint32_t>(most);
+    return head;
+  }
   std::wstring_view Of(std::wstring_view page) const {
     return IsMade() ? page.substr(begin_, size_) : std::wstring_view();
   }
@@ -57,6 +63,15 @@ class StationRows {
   bool empty() const { return stations_.empty(); }
   size_t size() const { return stations_.size(); }
   StationRow operator[](size_t row) const { return composer_(page_, stations_[row]); }
+  // Put together of no more than the first characters of each text: to be looked at.
+  StationRow Head(size_t row, size_t most) const {
+    StationCuts cuts = stations_[row];
+    for (Cut* const cut :
+         {&cuts.name, &cuts.type, &cuts.bitRate, &cuts.channel, &cuts.url, &cuts.listeners}) {
+      *cut = cut->Head(most);
+    }
+    return composer_(page_, cuts);
+  }
   void clear() { *this = StationRows(); }
 
  private:

@@ -30,6 +30,7 @@ constexpr int kButtonWidth = 1'350;
 constexpr int kButtonHeight = 405;
 constexpr int kTypeColumn = 1'500;
 constexpr int kBitRateColumn = 1'950;
+constexpr size_t kMostShown = 1'000;  // characters, of which no column has room for as many
 
 int Px(int twips) { return PixelsFromTwipsX(twips); }
 
@@ -296,7 +297,7 @@ void frmRadioList::cmdCancel_Click() {
 void frmRadioList::ListView_OnData(int row, int column, LVITEMW& cell) {
   const auto index = static_cast<size_t>(row);
   if ((cell.mask & LVIF_TEXT) == 0 || index >= rows_.size()) return;
-  const StationRow& station = rows_[index];
+  const StationRow station = rows_[index];
   // More than there are columns: the others are not shown.
   const std::array<const std::wstring*, 6> texts = {&station.name,      &station.type,
                                                     &station.bitRate,   &station.url,
@@ -319,7 +320,7 @@ void frmRadioList::ListView_CustomDraw(NMLVCUSTOMDRAW& draw, LRESULT& result) {
   RECT client = {};
   GetClientRect(list_.hwnd(), &client);
   bounds.right = std::max(bounds.right, client.right);
-  PaintStationRow(draw.nmcd.hdc, bounds, rows_[row], list_.ColumnWidth(0),
+  PaintStationRow(draw.nmcd.hdc, bounds, rows_.Head(row, kMostShown), list_.ColumnWidth(0),
                   {.isSelected = list_.Selected() == static_cast<int>(row), .isOdd = row % 2 == 1});
   result = CDRF_SKIPDEFAULT;
 }

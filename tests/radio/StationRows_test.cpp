@@ -18,6 +18,15 @@ TEST(StationRowsTest, ComposesEachRowFromThePageWhenItIsAskedFor) {
   EXPECT_EQ(rows[1], (StationRow{L"rock", L"", L"", L"", L"", L""}));
 }
 
+TEST(StationRowsTest, ComposesARowOfTheFirstCharacters) {
+  StationRows rows(L"jazz MP3", NameAndType);
+  rows.Append({.name = Cut(0, 4), .type = Cut(5, 3)});
+  rows.Append({.name = Cut(0, 4)});
+  EXPECT_EQ(rows.Head(0, 3), (StationRow{L"jaz", L"MP3", L"", L"", L"", L""}));
+  EXPECT_EQ(rows.Head(1, 4), rows[1]);
+  EXPECT_FALSE(Cut().Head(0).IsMade());
+}
+
 TEST(StationRowsTest, IsEmptyBeforeTheFirstStationAndAfterItWasCleared) {
   EXPECT_TRUE(StationRows().empty());
   StationRows rows(L"jazz", NameAndType);
