@@ -61,7 +61,7 @@ bool IsExactlyAt(std::wstring_view text, size_t at, std::wstring_view marker) {
 // What waits beside a text.
 class Waiting {
  public:
-  // It will never become longer than that.
+  // It is not expected to become longer than that.
   explicit Waiting(size_t most) : most_(most) {}
 
   size_t size() const { return size_; }
@@ -104,7 +104,8 @@ class Waiting {
 };
 
 // A text of which the front is written anew, over what was read of it. Where more has been put in
-// than was taken out so far, what finds no room yet waits beside the text.
+// than was taken out so far, what finds no room yet waits beside the text. A marker stands in what
+// was not read yet, all of it, so that whoever looks for one does not miss any by what was written.
 class Rewritten {
  public:
   Rewritten(std::wstring text, size_t most)

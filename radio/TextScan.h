@@ -72,16 +72,17 @@ size_t FindMarkerAnyCase(std::wstring_view text, size_t from, std::wstring_view 
 
 // So few characters that to copy the whole room costs less than to count them.
 struct ShortText {
-  // Implicit: it is a literal.
-  constexpr ShortText(const wchar_t* text)
-      : size(std::wstring_view(text).copy(units.data(), units.size())) {}
+  // Implicit: it is a literal. One that is too long is not compiled.
+  consteval ShortText(const wchar_t* text) {
+    for (; text[size] != L'\0'; ++size) units.at(size) = text[size];
+  }
 
   std::array<wchar_t, 8> units = {};
-  size_t size;
+  size_t size = 0;
 };
 
 // What stands for a marker. It is looked for by its characters `tell` - 1 and `tell`, which should
-// be rare ones.
+// be rare ones; the first one, 0, is no `tell`.
 struct MarkerReplacement {
   std::wstring_view marker;
   ShortText replacement;

@@ -102,6 +102,11 @@ def test_hinet_leaves_stations_out_and_puts_the_prefix_before_the_id(desk, direc
     press_key("Down", "Return")
     dialog.is_gone()
     assert desk.source() == rows[2][3] == "mms://host/RA4"
+    # Closed without a station chosen, the dialog leaves the source as it is.
+    desk.open()
+    desk.dialog.click("add")
+    desk.dialog.is_gone()
+    assert desk.source() == rows[2][3]
     assert desk.save().source == rows[2][3]
 
 

@@ -1,5 +1,7 @@
 #include "tests/radio/RuleDifference.h"
 
+#include <array>
+
 #include "base/Text.h"
 #include "radio/ReplaceHTML.h"
 #include "radio/StationParsers.h"
@@ -50,10 +52,12 @@ std::string HinetDifference(const std::wstring& page) {
 std::wstring PageOfSeed(std::string_view bytes) {
   std::wstring page;
   for (const char byte : bytes) {
-    page += byte == 0x01   ? L'細'
-            : byte == 0x02 ? L'大'
-            : byte == 0x03 ? L'愛'
-                           : static_cast<wchar_t>(static_cast<unsigned char>(byte));
+    // Characters of the pages; such as have an ampersand, a semicolon or a letter for their lower
+    // byte; the two halves of one.
+    constexpr std::array<char16_t, 9> kWide = {0,      u'細',  u'大',  u'愛', 0x0126,
+                                               0x013B, 0x0150, 0xD83D, 0xDE00};
+    const auto code = static_cast<unsigned char>(byte);
+    page += static_cast<wchar_t>(code < kWide.size() ? kWide[code] : code);
   }
   return page;
 }

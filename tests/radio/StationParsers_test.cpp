@@ -62,6 +62,14 @@ TEST(GetShoutcast, PreparesAnAnswerThatGrowsFirst) {
   }
 }
 
+// More than what waits is given room for at a time.
+TEST(GetShoutcast, PreparesAnAnswerWithALongTextBehindWhatGrows) {
+  for (const size_t size : {4000, 5000, 9000, 100'000}) {
+    const std::wstring page = L"id\"" + std::wstring(size, L'y') + L"id\"z";
+    EXPECT_EQ(PreparedShoutcast(page), Replaced(page, L"id\"", L"\r\nid")) << size;
+  }
+}
+
 TEST(GetShoutcast, ListsTwoHundredOfMore) {
   std::wstring page;
   for (int i = 0; i < 250; ++i) page += ShoutcastRecord(i);
@@ -85,7 +93,7 @@ TEST(GetShoutcast, KeepsTheFieldsThatItCannotCut) {
   const std::wstring page = L"id:\"1\" mt:\"t\" name:\"n\" lc:2,br:3, id:\"4\" mt:\"u";
   const std::vector<StationRow> rows = Shoutcast(page);
   EXPECT_EQ(rows, literal::GetShoutcast(page));
-  ASSERT_THAT(rows, testing::Not(IsEmpty()));
+  ASSERT_GT(rows.size(), 1U);
   EXPECT_EQ(rows[1].type, L"t");
 }
 
@@ -137,7 +145,11 @@ TEST(GetIcecast, NamesRatesAndFormats) {
 }
 
 TEST(GetIcecast, MatchesMarkersInAnyCase) {
-  EXPECT_EQ(Icecast(L"Listeners\">[17 x STREAMS\">MP3<").at(0).listeners, L"收聽人數：17");
+  EXPECT_THAT(
+      Icecast(
+          L"Listeners\">[17 x -DESCRIPTION\">n< /Listen/9.m3u FORMAT\" Title=\"1\" STREAMS\">MP3<"),
+      ElementsAre(StationRow{L"n", L"MP3", L"1", L"http://dir.xiph.org/Listen/9.m3u",
+                             L"收聽人數：17", L""}));
 }
 
 TEST(GetIcecast, LooksForAnEndNoFurtherThanItsWindow) {
@@ -187,6 +199,8 @@ TEST(GetLiveDoor, CutsEachStation) {
 }
 
 TEST(GetLiveDoor, KnowsStereoInSmallLettersOnly) {
+  EXPECT_EQ(LiveDoor(PreparedLiveDoor(LiveDoorStation(L"stereo", L"ogg"))).at(0).bitRate,
+            L"64 kbps 雙聲道");
   for (const wchar_t* const channel : {L"Stereo", L"mono", L""}) {
     EXPECT_EQ(LiveDoor(PreparedLiveDoor(LiveDoorStation(channel, L"ogg"))).at(0).bitRate,
               L"64 kbps 單聲道");
@@ -208,10 +222,38 @@ TEST(GetLiveDoor, LooksForEachEndNoFurtherThanItsWindow) {
   EXPECT_EQ(row(L"細\">" + gap(101) + L"<").name, L"");
   EXPECT_EQ(row(L"tool/type_" + gap(100) + L".gif").type, std::wstring(100, L'X'));
   EXPECT_EQ(row(L"tool/type_" + gap(101) + L".gif").type, L"");
+  EXPECT_EQ(row(L"tool/kbps_" + gap(100) + L".gif").bitRate, gap(100) + L" kbps 單聲道");
+  EXPECT_EQ(row(L"tool/kbps_" + gap(101) + L".gif").bitRate, L" kbps 單聲道");
+}
+
+TEST(GetLiveDoor, LooksForTheChannelNoFurtherThanItsWindow) {
+  // One that is not cut leaves the one before.
+  const auto rate = [](size_t gap) {
+    return LiveDoor(L"tool/ch_stereo.gif tool/ch_" + std::wstring(gap, L'x') +
+                    L".gif listener\"><span><")
+        .at(0)
+        .bitRate;
+  };
+  EXPECT_EQ(rate(100), L" kbps 單聲道");
+  EXPECT_EQ(rate(101), L" kbps 雙聲道");
 }
 
 TEST(GetLiveDoor, FindsNothingWithoutTheCount) {
   EXPECT_THAT(LiveDoor(L"button\"><a href=\"http://host/\""), IsEmpty());
+  const auto stations = [](size_t gap) {
+    return LiveDoor(L"listener\"><span>" + std::wstring(gap, L'x') + L"<");
+  };
+  EXPECT_THAT(stations(100), SizeIs(1));
+  EXPECT_THAT(stations(101), IsEmpty());
+}
+
+TEST(GetLiveDoor, KeepsWhatAStationLacks) {
+  const std::vector<StationRow> rows =
+      LiveDoor(PreparedLiveDoor(LiveDoorStation(L"stereo", L"mp3") + L"listener\"><span>7<"));
+  ASSERT_THAT(rows, SizeIs(2));
+  StationRow expected = rows[0];
+  expected.listeners = L"收聽人數：7";
+  EXPECT_EQ(rows[1], expected);
 }
 
 std::wstring HinetStation(const std::wstring& id, const std::wstring& title) {
@@ -228,7 +270,9 @@ TEST(GetHinet, BuildsTheAddressFromTheId) {
 }
 
 TEST(GetHinet, GivesEveryStationTheSameTypeRateAndListeners) {
-  for (const StationRow& row : Hinet(HinetStation(L"1", L"a") + HinetStation(L"2", L"b"), L"")) {
+  const auto rows = Hinet(HinetStation(L"1", L"a") + HinetStation(L"2", L"b"), L"");
+  ASSERT_THAT(rows, SizeIs(2));
+  for (const StationRow& row : rows) {
     EXPECT_EQ(row.type + row.bitRate + row.listeners, L"WMA48 kbps收聽人數：未知");
   }
 }
