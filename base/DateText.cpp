@@ -34,7 +34,6 @@ struct DateTokens {
   HalfOfDay half = HalfOfDay::kNone;
 };
 
-
 // Blanks that locales put into dates, the directional marks of right-to-left ones included.
 bool IsBlank(wchar_t unit) {
   switch (unit) {

@@ -18,11 +18,7 @@ std::wstring_view TakeField(std::wstring_view& rest, wchar_t separator) {
 }
 
 bool EqualsIgnoringAsciiCase(std::wstring_view left, std::wstring_view right) {
-  const auto lower = [](wchar_t unit) {
-    return unit >= L'A' && unit <= L'Z' ? static_cast<wchar_t>(unit + (L'a' - L'A')) : unit;
-  };
-  return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                    [&](wchar_t a, wchar_t b) { return lower(a) == lower(b); });
+  return std::ranges::equal(left, right, {}, AsciiLowered, AsciiLowered);
 }
 
 std::wstring Replaced(std::wstring_view text, std::wstring_view from, std::wstring_view to) {

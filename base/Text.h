@@ -7,6 +7,10 @@
 namespace tellurvane {
 
 constexpr bool IsDigit(wchar_t unit) { return unit >= L'0' && unit <= L'9'; }
+// Small ASCII letters for capitals; everything else as it is.
+constexpr wchar_t AsciiLowered(wchar_t unit) {
+  return unit >= L'A' && unit <= L'Z' ? static_cast<wchar_t>(unit - L'A' + L'a') : unit;
+}
 
 // Without the blanks (U+0020 only) at both ends.
 std::wstring_view TrimBlanks(std::wstring_view text);

@@ -1,5 +1,5 @@
-// From a directory's page to its stations. None fails on any page, but for want of memory; each takes time in proportion to
-// the page's length. The rows keep the page.
+// From a directory's page to its stations. None fails on any page, but for want of memory; each
+// takes time in proportion to the page's length. The rows keep the page.
 #pragma once
 
 #include <string>

@@ -5,12 +5,14 @@
 #include <iterator>
 #include <utility>
 
+#include "base/Text.h"
+
 namespace tellurvane {
 
 bool IsMarkerAt(std::wstring_view text, size_t at, std::wstring_view marker) {
   if (text.size() - at < marker.size()) return false;
   for (size_t i = 0; i < marker.size(); ++i) {
-    if (Lowered(text[at + i]) != marker[i]) return false;
+    if (AsciiLowered(text[at + i]) != marker[i]) return false;
   }
   return true;
 }

@@ -13,15 +13,12 @@ namespace tellurvane {
 
 inline constexpr size_t kNotFound = std::wstring_view::npos;
 
-// Small ASCII letters for capitals; everything else as it is. For markers, which are ASCII, this is
-// the platform's lower case: it gives no ASCII letter for anything else.
-constexpr wchar_t Lowered(wchar_t unit) {
-  return unit >= L'A' && unit <= L'Z' ? static_cast<wchar_t>(unit - L'A' + L'a') : unit;
-}
-// The same for ASCII letters, and other characters too are changed: for a first, quick look.
+// Small ASCII letters for capitals, and other characters too are changed: for a first, quick look.
 constexpr wchar_t RoughlyLowered(wchar_t unit) { return static_cast<wchar_t>(unit | 0x20); }
 
 // Whether the text at a place is the marker, which is written small, whatever its letters' case.
+// For markers, which are ASCII, AsciiLowered is the platform's lower case: that gives no ASCII
+// letter for anything else.
 bool IsMarkerAt(std::wstring_view text, size_t at, std::wstring_view marker);
 // Whether a marker of that form ends just before a place.
 bool IsMarkerBefore(std::wstring_view text, size_t end, std::wstring_view marker);
@@ -72,7 +69,8 @@ size_t FindMarkerAnyCase(std::wstring_view text, size_t from, std::wstring_view 
 
 // So few characters that to copy the whole room costs less than to count them.
 struct ShortText {
-  // Implicit: it is a literal. One that is too long is not compiled.
+  // Implicit: it is a literal. One that is too long does not compile.
+  // untaken: only the compiler calls it
   consteval ShortText(const wchar_t* text) {
     for (; text[size] != L'\0'; ++size) units.at(size) = text[size];
   }

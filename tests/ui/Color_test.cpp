@@ -13,6 +13,11 @@ TEST(ColorTest, HasRedInTheLowestByte) {
   EXPECT_EQ(Rgb(0, 0, 0), kBlack);
 }
 
+TEST(ColorTest, RefersToASystemColorByItsIndex) {
+  EXPECT_EQ(SystemColor(0), kSystemColorBit);
+  EXPECT_EQ(SystemColor(15), 0x8000000FU);
+}
+
 TEST(ColorTest, BlendsEachChannelByItsOpacity) {
   struct Row {
     Color over, under;
