@@ -57,8 +57,9 @@ inline Reading ReadAmpersand(const wchar_t* text) {
     }
   }
   const wchar_t end = text[size++];
-  if (end != L';')
+  if (end != L';') {
     return {EntityKindOf(end) == kNoEntityPart ? Found::kNothing : Found::kUndecided};
+  }
   return size <= kLongestEntity ? ReadNamed(key << 8 | L';', size) : Reading();
 }
 

@@ -1,15 +1,15 @@
 """The clock is set, or has gone on while the machine slept, under the running program."""
 
 import signal
-from datetime import datetime, timedelta
+from datetime import timedelta
 
 import pytest
 
+from due import NEVER_RUN, saved
 from harness import picture, press_key, until, windows_path
-from joblist import APPLICATION, DAYS, HOURS, MINUTES, NOTE, Task, list_bytes, now, read_tasks
+from joblist import APPLICATION, DAYS, HOURS, MINUTES, NOTE, Task, list_bytes, now
 from shifted_clock import ShiftedClock
 
-NEVER_RUN = datetime(2011, 2, 14, 12)
 STEPS = {MINUTES: timedelta(minutes=1), HOURS: timedelta(hours=1), DAYS: timedelta(days=1)}
 A_TICK_LATE = timedelta(seconds=3)  # the timer's second, and the time that the starts take
 
@@ -39,7 +39,7 @@ class Day:
         assert self.saved() == {task.name: task for task in self.tasks}, "nothing is due yet"
 
     def saved(self):
-        return {task.name: task for task in read_tasks(self.folder.list.read_bytes())}
+        return saved(self.folder)
 
     def logged(self):
         """The names of the started in their order; of two, the second may be the first to write.

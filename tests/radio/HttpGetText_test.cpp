@@ -149,8 +149,10 @@ TEST_F(HttpGetTextTest, FetchesWhatWasFetchedBeforeFromTheNetwork) {
                      "HTTP/1.1 200 OK\r\nContent-Type: text/html\r\n"
                      "Cache-Control: public, max-age=86400\r\n"
                      "Expires: Fri, 31 Dec 2049 23:59:59 GMT\r\n"));
-  for (int round = 0; round < 3; ++round) EXPECT_EQ(HttpGetText(server.Url(L"/same")), L"a");
-  EXPECT_THAT(server.Requests(), SizeIs(3));
+  for (const wchar_t* const path : {L"/same", L"/with a blank"}) {
+    for (int round = 0; round < 3; ++round) EXPECT_EQ(HttpGetText(server.Url(path)), L"a");
+  }
+  EXPECT_THAT(server.Requests(), SizeIs(6));
 }
 
 TEST_F(HttpGetTextTest, TakesTheAddressOutOfTheSystemsCache) {

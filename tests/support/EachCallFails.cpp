@@ -166,9 +166,9 @@ class Trial {
       failed.insert(name);
       const bool isFatal = refusal.refused->gravity == Gravity::kFatal;
       for (const int number : Spread(refusal.calls, isFatal ? kMostFatalNumbers : kMostNumbers)) {
-        Refuse(refusal, number, number);
+        Refuse(refusal, number);
       }
-      if (refusal.calls > 1 && refusal.refused->canFailForGood) Refuse(refusal, 1, INT_MAX);
+      if (refusal.calls > 1 && refusal.refused->canFailForGood) RefuseForGood(refusal);
     }
     Do({});
     EverFailed().insert(failed.begin(), failed.end());
@@ -193,13 +193,25 @@ class Trial {
  private:
   // The system paints when it pleases, so that there may be fewer calls this time than were
   // counted: the last one there is takes the place of one that was not reached.
-  void Refuse(Refusal& refusal, int first, int last) {
-    for (;;) {
-      Try(RefusalOf(refusal, first, last));
-      if (refusal.latest >= first || first == 1) break;
-      first = last = std::max(refusal.latest, 1);
+  void TryAt(int number, const std::function<Obstacle(int)>& obstacleAt,
+             const std::function<int()>& latestCalls) {
+    Try(obstacleAt(number));
+    while (latestCalls() < number && number > 1) {
+      number = std::max(latestCalls(), 1);
+      Try(obstacleAt(number));
     }
-    EXPECT_GE(refusal.latest, first) << current << ": it was not called";
+    EXPECT_GE(latestCalls(), number) << current << ": it was not called";
+  }
+
+  void Refuse(Refusal& refusal, int number) {
+    TryAt(
+        number, [&](int first) { return RefusalOf(refusal, first, first); },
+        [&] { return refusal.latest; });
+  }
+
+  void RefuseForGood(Refusal& refusal) {
+    Try(RefusalOf(refusal, 1, INT_MAX));
+    EXPECT_GE(refusal.latest, 1) << current << ": it was not called";
   }
 
   static Obstacle RefusalOf(Refusal& refusal, int first, int last) {
@@ -215,11 +227,9 @@ class Trial {
   }
 
   void RefuseAllocation(int number) {
-    for (;;) {
-      Try(AllocationRefusal(number - 1, 1));
-      if (FailingAllocation::Happened() || number == 1) break;
-      number = std::max(FailingAllocation::Asked(), 1);
-    }
+    TryAt(
+        number, [&](int first) { return AllocationRefusal(first - 1, 1); },
+        FailingAllocation::Asked);
     EXPECT_TRUE(FailingAllocation::Happened()) << current;
   }
 
