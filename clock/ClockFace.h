@@ -3,6 +3,8 @@
 
 #include <vector>
 
+#include "ui/Scale.h"
+
 namespace tellurvane {
 
 // Pixels, from the window's left upper corner.
@@ -13,17 +15,26 @@ struct FacePoint {
   bool operator==(const FacePoint&) const = default;
 };
 
-inline constexpr int kFaceRadius = 32;
+// How large the face and the digits are on a screen. Deliberate: at 120 dpi they still have the
+// pixels of 96 dpi, and grow from there on.
+constexpr Scale FaceScale(int dpi) { return {dpi <= 120 ? kDesignDensity : dpi}; }
 
-// Both coordinates of the face's middle.
-int FaceCentre(int twipsPerPixelY);
+// Pixels of the screen.
+struct ClockFace {
+  int centre = 0;  // both coordinates of the middle
+  int radius = 0;
+
+  bool operator==(const ClockFace&) const = default;
+};
+// Deliberate: at 120 dpi the middle stands a pixel further right and down than the scale says.
+ClockFace FaceAt(int dpi);
 
 // Where an angle meets a circle round the middle. Degrees; 0 points right, and they grow clockwise.
 FacePoint OnCircle(int centre, double radius, int degrees);
 
 // The dot of each minute, and the place of each hour's mark: from 0 degrees to 360, both named.
-std::vector<FacePoint> MinuteDots(int centre);
-std::vector<FacePoint> HourMarks(int centre);
+std::vector<FacePoint> MinuteDots(const ClockFace& face);
+std::vector<FacePoint> HourMarks(const ClockFace& face);
 
 // Where the hands end. Deliberate: the hour hand moves on the full hour only.
 struct FaceHands {
@@ -33,7 +44,7 @@ struct FaceHands {
 
   bool operator==(const FaceHands&) const = default;
 };
-FaceHands HandsAt(int centre, int hour, int minute, int second);
+FaceHands HandsAt(const ClockFace& face, int hour, int minute, int second);
 
 struct TwoDigits {
   int tens = 0;

@@ -4,9 +4,11 @@
 #include <cmath>
 #include <utility>
 
+#include "ui/Density.h"
 #include "ui/Handle.h"
 #include "ui/ModTheme.h"
-#include "ui/Twips.h"
+#include "ui/Strip.h"
+#include "ui/ToolkitFont.h"
 
 namespace tellurvane {
 namespace {
@@ -17,9 +19,10 @@ constexpr BYTE kFadeOut[] = {200, 160, 120, 80, 40, 0};
 constexpr unsigned kFadeMilliseconds = 30;
 
 constexpr int kDigitStrip = 102;
-constexpr int kStripWidth = 208;
-constexpr int kDigitWidth = 16;
+constexpr int kStripCells = 13;
+constexpr int kDigitWidth = 16;  // pixels of 96 dpi
 constexpr int kDigitHeight = 25;
+constexpr int kDigitWidths[] = {16, 24, 28, 32, 36, 40, 48};
 
 // Twips. A label's box stands right behind its digits.
 struct LabelPlace {
@@ -40,11 +43,13 @@ constexpr std::array<const wchar_t*, 7> kTexts = {L"年", L"月", L"日", L"時"
 constexpr size_t kHalfOfDay = 6;
 constexpr int kWidth = 4'170;
 
-// Pixels.
+// Pixels of 96 dpi.
 constexpr int kScreenMargin = 8;
-constexpr int kDiscRadius = kFaceRadius + 2;
+constexpr int kDiscMargin = 2;
 constexpr int kGapBehindFace = 2;
 constexpr int kLowerMargin = 5;
+constexpr int kDotSize = 1;
+constexpr int kMarkReach = 1;  // from the mark's middle to its edge
 
 constexpr Color kNight = Rgb(0x1E, 0x0A, 0x3C);
 constexpr Color kWheat = Rgb(0xF5, 0xDE, 0xB3);
@@ -63,12 +68,18 @@ void DrawLine(HDC context, int fromX, int fromY, FacePoint to, Color color) {
   SetPixel(context, to.x, to.y, color);
 }
 
+Scale OwnScale() { return FaceScale(DotsPerInch()); }
+
+int DiscRadius(const ClockFace& face) { return face.radius + OwnScale().Scaled(kDiscMargin); }
+
 // A disc whose edge is blended with its ground.
-void DrawDisc(HDC context, int centre) {
-  for (int y = centre - kDiscRadius - 1; y <= centre + kDiscRadius + 1; ++y) {
-    for (int x = centre - kDiscRadius - 1; x <= centre + kDiscRadius + 1; ++x) {
+void DrawDisc(HDC context, const ClockFace& face) {
+  const int centre = face.centre;
+  const int radius = DiscRadius(face);
+  for (int y = centre - radius - 1; y <= centre + radius + 1; ++y) {
+    for (int x = centre - radius - 1; x <= centre + radius + 1; ++x) {
       const double distance = std::hypot(x - centre, y - centre);
-      const double cover = std::clamp(kDiscRadius + 0.5 - distance, 0.0, 1.0);
+      const double cover = std::clamp(radius + 0.5 - distance, 0.0, 1.0);
       if (cover > 0) {
         SetPixel(context, x, y, Blend(kDisc, kNight, static_cast<int>(std::lround(cover * 255))));
       }
@@ -76,19 +87,49 @@ void DrawDisc(HDC context, int centre) {
   }
 }
 
-void DrawMarks(HDC context, int centre) {
-  for (const FacePoint& dot : MinuteDots(centre)) SetPixel(context, dot.x, dot.y, kBlack);
+void DrawMarks(HDC context, const ClockFace& face) {
   const UniqueBrush brush(CreateSolidBrush(kBlack));
-  for (const FacePoint& mark : HourMarks(centre)) {
-    const RECT box = {mark.x - 1, mark.y - 1, mark.x + 2, mark.y + 2};
+  const int dotSize = OwnScale().Scaled(kDotSize);
+  for (const FacePoint& dot : MinuteDots(face)) {
+    const int left = dot.x - dotSize / 2;
+    const int top = dot.y - dotSize / 2;
+    const RECT box = {left, top, left + dotSize, top + dotSize};
+    FillRect(context, &box, brush.Get());
+  }
+  const int reach = OwnScale().Scaled(kMarkReach);
+  for (const FacePoint& mark : HourMarks(face)) {
+    const RECT box = {mark.x - reach, mark.y - reach, mark.x + reach + 1, mark.y + reach + 1};
     FrameRect(context, &box, brush.Get());
   }
 }
 
-// In pixels: the face keeps its size whatever the screen's density, the labels follow it.
+// In pixels.
 int HeightNeeded() {
-  return std::max(2 * FaceCentre(TwipsPerPixelY()) + 1,
-                  PixelsFromTwipsY(kLowestLabel + kLabelHeight) + kLowerMargin);
+  return std::max(2 * FaceAt(DotsPerInch()).centre + 1,
+                  PixelsFromTwips(kLowestLabel + kLabelHeight) + Scaled(kLowerMargin));
+}
+
+int WidthOf(HDC context, HFONT font, const std::wstring& text) {
+  const SelectedObject selected(context, font);
+  SIZE size = {};
+  GetTextExtentPoint32W(context, text.c_str(), static_cast<int>(text.size()), &size);
+  return static_cast<int>(size.cx);
+}
+
+// A font like the toolkit's, made smaller until the text is no wider than this. None where the
+// toolkit's own fits.
+UniqueFont FontWithin(HWND label, const std::wstring& text, int width) {
+  LOGFONTW look = {};
+  GetObjectW(ToolkitFont(), sizeof(look), &look);
+  const WindowDc context(label);
+  UniqueFont font;
+  // Heights of characters are negative.
+  while (look.lfHeight < -1 &&
+         WidthOf(context.Get(), font ? font.Get() : ToolkitFont(), text) > width) {
+    ++look.lfHeight;
+    font.Reset(CreateFontIndirectW(&look));
+  }
+  return font;
 }
 
 }  // namespace
@@ -107,6 +148,8 @@ void FrmTime::ShowClock() {
     DrawTime();
     // Deliberate: only what opens the clock renews its date, never the timer.
     if (!Visible()) DrawDate();
+    // The screens may have changed while it was hidden.
+    PullInside();
   }
   ShowWithoutFocus();
 }
@@ -116,12 +159,13 @@ void FrmTime::HideClock() {
 }
 
 void FrmTime::Form_Load() {
-  ResizeInside(PixelsFromTwipsX(kWidth), HeightNeeded());
+  ResizeInside(PixelsFromTwips(kWidth), HeightNeeded());
   // The whole screen where the system does not tell which part of it is free.
   RECT work = {0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
   SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
-  const int left = static_cast<int>(work.right) - PixelsFromTwipsX(kWidth) - kScreenMargin;
-  SetWindowPos(hwnd(), nullptr, left, static_cast<int>(work.top) + kScreenMargin, 0, 0,
+  const int margin = Scaled(kScreenMargin);
+  const int left = static_cast<int>(work.right) - PixelsFromTwips(kWidth) - margin;
+  SetWindowPos(hwnd(), nullptr, left, static_cast<int>(work.top) + margin, 0, 0,
                SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
   SetWindowPos(hwnd(), HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
   Opacity(kOpacity);
@@ -150,10 +194,10 @@ bool FrmTime::Form_Unload() {
 void FrmTime::CreateLabels() {
   for (size_t i = 0; i < labels_.size(); ++i) {
     picD_[i].Create({.parent = hwnd(),
-                     .x = PixelsFromTwipsX(kLabels[i].left),
-                     .y = PixelsFromTwipsY(kLabels[i].top),
-                     .width = PixelsFromTwipsX(kLabels[i].width),
-                     .height = PixelsFromTwipsY(kLabelHeight),
+                     .x = PixelsFromTwips(kLabels[i].left),
+                     .y = PixelsFromTwips(kLabels[i].top),
+                     .width = PixelsFromTwips(kLabels[i].width),
+                     .height = PixelsFromTwips(kLabelHeight),
                      .backColor = kNight});
     labels_[i].emplace();
     clsControl& label = *labels_[i];
@@ -168,8 +212,10 @@ void FrmTime::CreateLabels() {
   }
   // The box of the day's half reaches into the face: there the face shows.
   PictureBox& host = picD_[kHalfOfDay];
-  const int x = PixelsFromTwipsX(kLabels[kHalfOfDay].left);
-  const int inset = std::max(centre_ + kDiscRadius + kGapBehindFace - x, 0);
+  const int x = PixelsFromTwips(kLabels[kHalfOfDay].left);
+  const int faceEdge =
+      clockFace_.centre + DiscRadius(clockFace_) + OwnScale().Scaled(kGapBehindFace);
+  const int inset = std::max(faceEdge - x, 0);
   MoveWindow(labels_[kHalfOfDay]->hwnd(), inset, 0, host.ScaleWidth() - inset, host.ScaleHeight(),
              TRUE);
   UniqueRegion shown(CreateRectRgn(inset, 0, host.ScaleWidth(), host.ScaleHeight()));
@@ -178,18 +224,25 @@ void FrmTime::CreateLabels() {
 }
 
 void FrmTime::CreateDigits() {
-  wPw1_ = MemoryContext::Create(kStripWidth, kDigitHeight);
-  const UniqueBitmap strip(LoadBitmapW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(kDigitStrip)));
+  const int width = LargestWithin(kDigitWidths, OwnScale().Scaled(kDigitWidth));
+  const UniqueBitmap strip = LoadStrip(kDigitStrip, kDigitWidth, width);
+  BITMAP extent = {};
+  if (GetObjectW(strip.Get(), sizeof(extent), &extent) == 0) {
+    extent.bmWidth = kStripCells * kDigitWidth;
+    extent.bmHeight = kDigitHeight;
+  }
+  cell_ = {extent.bmWidth / kStripCells, extent.bmHeight};
+  wPw1_ = MemoryContext::Create(extent.bmWidth, extent.bmHeight);
   const UniqueMemoryDc from(CreateCompatibleDC(nullptr));
   if (wPw1_ && strip && from) {
     const SelectedObject selected(from.Get(), strip.Get());
-    BitBlt(wPw1_->Dc(), 0, 0, kStripWidth, kDigitHeight, from.Get(), 0, 0, SRCCOPY);
+    BitBlt(wPw1_->Dc(), 0, 0, extent.bmWidth, extent.bmHeight, from.Get(), 0, 0, SRCCOPY);
   }
   const auto add = [this](DigitBox& digits, int cells, size_t label) {
-    const int labelY = PixelsFromTwipsY(kLabels[label].top);
-    const int labelHeight = PixelsFromTwipsY(kLabelHeight);
-    AddDigits(digits, cells, PixelsFromTwipsX(kLabels[label].left),
-              labelY + (labelHeight - kDigitHeight) / 2);
+    const int labelY = PixelsFromTwips(kLabels[label].top);
+    const int labelHeight = PixelsFromTwips(kLabelHeight);
+    AddDigits(digits, cells, PixelsFromTwips(kLabels[label].left),
+              labelY + (labelHeight - cell_.cy) / 2);
   };
   add(G_y_, 4, 0);
   add(G_m_, 2, 1);
@@ -201,13 +254,13 @@ void FrmTime::CreateDigits() {
 
 // Right before the label.
 void FrmTime::AddDigits(DigitBox& digits, int cells, int labelX, int y) {
-  const int width = cells * kDigitWidth;
+  const int width = cells * cell_.cx;
   digits.shown = {};  // a clock that was closed and is loaded again begins with empty boxes
   digits.box.Create({.parent = hwnd(),
                      .x = labelX - width,
                      .y = y,
                      .width = width,
-                     .height = kDigitHeight,
+                     .height = cell_.cy,
                      .backColor = kNight});
   ForwardMouse(digits.box);
 }
@@ -220,15 +273,15 @@ void FrmTime::ForwardMouse(PictureBox& box) {
 
 // What no second changes is drawn once.
 void FrmTime::PrepareFace() {
-  centre_ = FaceCentre(TwipsPerPixelY());
+  clockFace_ = FaceAt(DotsPerInch());
   face_ = MemoryContext::Create(ScaleWidth(), ScaleHeight());
   Paint = nullptr;
   if (!face_) return;
   const HDC context = face_->Dc();
   ModTheme::SolidFill(context, 0, 0, ScaleWidth(), ScaleHeight(), kRim);
   ModTheme::SolidFill(context, 1, 1, ScaleWidth() - 2, ScaleHeight() - 2, kNight);
-  DrawDisc(context, centre_);
-  DrawMarks(context, centre_);
+  DrawDisc(context, clockFace_);
+  DrawMarks(context, clockFace_);
   Paint = [this](HDC target) {
     BitBlt(target, 0, 0, ScaleWidth(), ScaleHeight(), face_->Dc(), 0, 0, SRCCOPY);
   };
@@ -248,16 +301,17 @@ void FrmTime::DrawTime() {
   DrawTwoDigits(C_ch_, hour);
   DrawTwoDigits(C_cm_, minute);
   DrawTwoDigits(C_cs_, second);
-  DrawFace(HandsAt(centre_, hour, minute, second));
+  DrawFace(HandsAt(clockFace_, hour, minute, second));
 }
 
 void FrmTime::DrawFace(const FaceHands& hands) {
   if (!face_ || Dc() == nullptr) return;
-  const int side = 2 * centre_;
+  const int centre = clockFace_.centre;
+  const int side = 2 * centre;
   BitBlt(Dc(), 0, 0, side, side, face_->Dc(), 0, 0, SRCCOPY);
-  DrawLine(Dc(), centre_, centre_, hands.hour, kHourHand);
-  DrawLine(Dc(), centre_, centre_, hands.minute, kMinuteHand);
-  DrawLine(Dc(), centre_, centre_, hands.second, kSecondHand);
+  DrawLine(Dc(), centre, centre, hands.hour, kHourHand);
+  DrawLine(Dc(), centre, centre, hands.minute, kMinuteHand);
+  DrawLine(Dc(), centre, centre, hands.second, kSecondHand);
   Refresh({0, 0, side, side});
 }
 
@@ -272,6 +326,18 @@ void FrmTime::DrawDate() {
   DrawTwoDigits(G_m_, now.month);
   DrawTwoDigits(G_d_, now.day);
   labels_[kHalfOfDay]->text(surroundings_.dayHalf(surroundings_.clock()));
+  FitHalfOfDay();
+}
+
+// Its box is narrower than the two characters of the toolkit's font.
+void FrmTime::FitHalfOfDay() {
+  const clsControl& label = *labels_[kHalfOfDay];
+  RECT box = {};
+  GetClientRect(label.hwnd(), &box);
+  UniqueFont font = FontWithin(label.hwnd(), label.text(), static_cast<int>(box.right));
+  SendMessageW(label.hwnd(), WM_SETFONT,
+               reinterpret_cast<WPARAM>(font ? font.Get() : ToolkitFont()), TRUE);
+  halfFont_ = std::move(font);
 }
 
 void FrmTime::DrawTwoDigits(DigitBox& target, int value) {
@@ -288,10 +354,10 @@ void FrmTime::DrawDigitOnce(DigitBox& target, int digit, int position) {
 }
 
 void FrmTime::DrawDigit(HDC source, PictureBox& target, int digit, int row, int position) {
-  const int x = (position - 1) * kDigitWidth;
-  BitBlt(target.Dc(), x, 0, kDigitWidth, kDigitHeight, source, digit * kDigitWidth,
-         (row - 1) * kDigitHeight, SRCCOPY);
-  target.Refresh({x, 0, x + kDigitWidth, kDigitHeight});
+  const int x = (position - 1) * cell_.cx;
+  BitBlt(target.Dc(), x, 0, cell_.cx, cell_.cy, source, digit * cell_.cx, (row - 1) * cell_.cy,
+         SRCCOPY);
+  target.Refresh({x, 0, x + cell_.cx, cell_.cy});
 }
 
 void FrmTime::Form_MouseDown(const MouseEvent& event) {

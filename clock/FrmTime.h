@@ -12,6 +12,7 @@
 #include "base/Pause.h"
 #include "clock/ClockFace.h"
 #include "ui/Form.h"
+#include "ui/Handle.h"
 #include "ui/MemoryContext.h"
 #include "ui/PictureBox.h"
 #include "ui/Timer.h"
@@ -56,6 +57,7 @@ class FrmTime final : public Form {
   void CreateLabels();
   void CreateDigits();
   void AddDigits(DigitBox& digits, int cells, int labelX, int y);
+  void FitHalfOfDay();
   void ForwardMouse(PictureBox& box);
   void PrepareFace();
   void Timer1_Timer();
@@ -70,7 +72,9 @@ class FrmTime final : public Form {
   ClockSurroundings surroundings_;
   std::optional<MemoryContext> wPw1_;  // the digit strip
   std::optional<MemoryContext> face_;  // the face without its hands
-  int centre_ = 0;
+  SIZE cell_ = {};                     // of a digit
+  ClockFace clockFace_;
+  UniqueFont halfFont_;  // small enough for both characters
   DigitBox G_y_;
   DigitBox G_m_;
   DigitBox G_d_;

@@ -8,9 +8,10 @@
 #include "base/Pause.h"
 #include "cmd/ModCMD.h"
 #include "mainwin/StatusLine.h"
+#include "ui/Density.h"
 #include "ui/MessageLoop.h"
 #include "ui/ModTheme.h"
-#include "ui/Twips.h"
+#include "ui/Strip.h"
 
 namespace tellurvane {
 namespace {
@@ -19,7 +20,7 @@ namespace {
 constexpr int kWidth = 5'320;
 constexpr int kHeight = 5'000;
 
-// Pixels: the band with the toolbar and the sliders, the list below it to the lower edge.
+// Pixels of 96 dpi: the band with the toolbar and the sliders, the list below it to the lower edge.
 constexpr int kBandHeight = 49;
 constexpr int kToolbarX = 5;
 constexpr int kSliderY = 28;
@@ -28,10 +29,12 @@ constexpr int kVolumeWidth = 70;
 constexpr int kSliderGap = 8;
 constexpr int kStatusHeight = 22;
 constexpr int kStatusTextX = 2;  // doubled when it is drawn
+constexpr int kStatusTextY = 1;
 constexpr int kStatusTextSize = 12;
 
 constexpr int kToolbarImages = 101;
-constexpr int kToolbarImageSize = 16;
+constexpr int kToolbarImageSize = 16;  // pixels of 96 dpi
+constexpr int kToolbarImageSizes[] = {16, 20, 24, 28, 32, 36, 40, 48};
 constexpr unsigned kDesignedTaskMilliseconds = 2'000;
 constexpr unsigned kVisMilliseconds = 100;
 constexpr unsigned kSetMilliseconds = 1'000;
@@ -92,7 +95,7 @@ void FrmMain::Create() {
         .heightTwips = kHeight,
         .backColor = ModTheme::kWindowGround,
         .owner = taskbarOwner_.hwnd(),
-        .icon = ExecutableIcon()});
+        .icons = ExecutableIcons()});
 }
 
 void FrmMain::Form_Load() {
@@ -115,6 +118,8 @@ void FrmMain::Form_Load() {
 void FrmMain::Open() {
   Show();
   Form_Resize();
+  // The screens may have changed while it was hidden.
+  PullInside();
   TimerSet_Tick();
 }
 
@@ -140,9 +145,9 @@ void FrmMain::CreateList() {
 void FrmMain::CreateToolbar() {
   ToolBar_.TargetPictureBox(AddBox(picToolbar_, hwnd()));
   ToolBar_.ButtonClick = [this](int id) { ToolBar_ButtonClick(id); };
-  ToolBar_.Create(kToolbarImageSize);
-  const UniqueBitmap images(
-      LoadBitmapW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(kToolbarImages)));
+  const int imageSize = LargestWithin(kToolbarImageSizes, Scaled(kToolbarImageSize));
+  ToolBar_.Create(imageSize);
+  const UniqueBitmap images = LoadStrip(kToolbarImages, kToolbarImageSize, imageSize);
   ToolBar_.AddBitmap(images.Get(), kWhite);
   int image = 0;
   for (const wchar_t* const text : {L"新 增", L"播 放", L"停 止", L"設 定", L"離 開"}) {
@@ -150,7 +155,7 @@ void FrmMain::CreateToolbar() {
   }
   ToolBar_.Enabled(kStopButton, false);
   const SIZE size = ToolBar_.ButtonsSize();
-  picToolbar_.Move(kToolbarX, 0, static_cast<int>(size.cx), static_cast<int>(size.cy));
+  picToolbar_.Move(Scaled(kToolbarX), 0, static_cast<int>(size.cx), static_cast<int>(size.cy));
 }
 
 void FrmMain::CreateSliders() {
@@ -209,21 +214,27 @@ void FrmMain::SetEnabled(bool enable) {
 
 void FrmMain::Form_Resize() {
   if (!Visible() || IsIconic(hwnd())) return;
-  if (Width() / TwipsPerPixelX() != PixelsFromTwipsX(kWidth) ||
-      Height() / TwipsPerPixelY() != PixelsFromTwipsY(kHeight)) {
+  if (PixelsFromTwips(Width()) != PixelsFromTwips(kWidth) ||
+      PixelsFromTwips(Height()) != PixelsFromTwips(kHeight)) {
     // Comes back here with the right size.
     Move(Left(), Top(), kWidth, kHeight);
     return;
   }
   const int width = ScaleWidth();
-  const int areaHeight = std::max(ScaleHeight() - kBandHeight, 0);
-  const int listHeight = std::max(areaHeight - kStatusHeight, 0);
-  const int positionX = kToolbarX + kVolumeWidth + kSliderGap;
-  picSliderVolH_.Move(kToolbarX, kSliderY, kVolumeWidth, kSliderHeight);
-  picSliderH_.Move(positionX, kSliderY, std::max(width - positionX - kToolbarX, 0), kSliderHeight);
-  PicListView_.Move(0, kBandHeight, width, areaHeight);
+  const int bandHeight = Scaled(kBandHeight);
+  const int statusHeight = Scaled(kStatusHeight);
+  const int areaHeight = std::max(ScaleHeight() - bandHeight, 0);
+  const int listHeight = std::max(areaHeight - statusHeight, 0);
+  const int margin = Scaled(kToolbarX);
+  const int sliderY = Scaled(kSliderY);
+  const int sliderHeight = Scaled(kSliderHeight);
+  const int volumeWidth = Scaled(kVolumeWidth);
+  const int positionX = margin + volumeWidth + Scaled(kSliderGap);
+  picSliderVolH_.Move(margin, sliderY, volumeWidth, sliderHeight);
+  picSliderH_.Move(positionX, sliderY, std::max(width - positionX - margin, 0), sliderHeight);
+  PicListView_.Move(0, bandHeight, width, areaHeight);
   listHost_.Move(0, 0, width, listHeight);
-  picStatusBar_.Move(0, listHeight, width, kStatusHeight);
+  picStatusBar_.Move(0, listHeight, width, statusHeight);
   rows_.FitColumn();
 }
 
@@ -354,8 +365,7 @@ void FrmMain::TimerSet_Tick() {
 }
 
 void FrmMain::picStatusBar_Paint(HDC context) {
-  const int y = (picStatusBar_.ScaleHeight() - kStatusTextSize) / 2 - 3;
-  ModTheme::Text(context, statusText_, kStatusTextX, y, {.text = ModTheme::kBlueText},
+  ModTheme::Text(context, statusText_, kStatusTextX, kStatusTextY, {.text = ModTheme::kBlueText},
                  {.size = kStatusTextSize, .style = ModTheme::kBold});
 }
 

@@ -10,7 +10,8 @@
 
 namespace tellurvane {
 
-// Pixels. The texts take the right part, from twice the lines' x on; the icon has the left one.
+// Pixels of 96 dpi. The texts take the right part, from twice the lines' x on; the icon has the
+// left one.
 inline constexpr int kTaskRowHeight = 86;
 inline constexpr int kTaskRowTextLeft = 76;
 
@@ -25,7 +26,7 @@ enum class RowFont { kName, kRule, kLabel, kValue };
 
 struct RowLine {
   int x = 0;  // as the themed text routine takes it: half of the pixel column
-  int y = 0;  // pixels below the row's upper edge
+  int y = 0;  // below the row's upper edge, in pixels of 96 dpi
   std::wstring text;
   std::uint32_t color = 0;  // ARGB
   RowFont font = RowFont::kLabel;

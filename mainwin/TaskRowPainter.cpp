@@ -1,5 +1,6 @@
 #include "mainwin/TaskRowPainter.h"
 
+#include "ui/Density.h"
 #include "ui/ModTheme.h"
 
 namespace tellurvane {
@@ -10,11 +11,13 @@ constexpr Color kOddPaper = Rgb(0xF6, 0xF4, 0xFB);
 constexpr Color kSelectionLight = Rgb(0xFF, 0xF3, 0xD2);
 constexpr Color kSelectionBase = Rgb(0xF1, 0xD0, 0x84);
 
+// Pixels of 96 dpi.
 constexpr int kIconSize = 32;
 constexpr int kMarkSize = 16;
 constexpr int kIconLeft = (kTaskRowTextLeft - kIconSize) / 2;
-constexpr int kMediaTypes = 4;
 constexpr int kRightMargin = 6;
+
+constexpr int kMediaTypes = 4;
 
 ModTheme::TextFont FontOf(RowFont font) {
   switch (font) {
@@ -45,13 +48,17 @@ void TaskRowPainter::Paint(HDC target, const RECT& row, const TaskRecord& task,
   const HDC context = PictureOf(width, height);
   if (context == nullptr) return;
   PaintBackground(context, width, height, look);
-  const int iconTop = (height - kIconSize) / 2;
+  const int iconSize = Scaled(kIconSize);
+  const int iconLeft = Scaled(kIconLeft);
+  const int iconTop = (height - iconSize) / 2;
   if (task.MediaType >= 0 && task.MediaType < kMediaTypes) {
-    PaintIcon(context, static_cast<size_t>(task.MediaType), kIconLeft, iconTop, kIconSize);
+    PaintIcon(context, static_cast<size_t>(task.MediaType), iconLeft, iconTop, iconSize);
   }
   if (look.mark != RowMark::kNone) {
-    PaintIcon(context, IconOf(look.mark), kIconLeft + kIconSize - kMarkSize / 2,
-              iconTop + kIconSize - kMarkSize / 2, kMarkSize);
+    // Its middle stands on the icon's lower right corner.
+    const int markSize = Scaled(kMarkSize);
+    PaintIcon(context, IconOf(look.mark), iconLeft + iconSize - markSize / 2,
+              iconTop + iconSize - markSize / 2, markSize);
   }
   PaintTexts(context, width, task);
   BitBlt(target, static_cast<int>(row.left), static_cast<int>(row.top), width, height, context, 0,
@@ -67,19 +74,23 @@ void TaskRowPainter::PaintBackground(HDC context, int width, int height,
   }
 }
 
+// In the middle of a square of this size, by the largest image that fits into it.
 void TaskRowPainter::PaintIcon(HDC context, size_t icon, int x, int y, int size) const {
   if (icon >= icons_.size() || icons_[icon] == nullptr) return;
-  for (int image = 0; image < icons_[icon]->Count(); ++image) {
-    if (icons_[icon]->Width(image) == size) {
-      icons_[icon]->Draw(context, x, y, image);
-      return;
-    }
+  const ClsIcon& images = *icons_[icon];
+  int largest = -1;
+  for (int image = 0; image < images.Count(); ++image) {
+    const bool fits = images.Width(image) <= size;
+    if (fits && (largest < 0 || images.Width(image) > images.Width(largest))) largest = image;
   }
+  if (largest < 0) return;
+  const int inset = (size - images.Width(largest)) / 2;
+  images.Draw(context, x + inset, y + inset, largest);
 }
 
 void TaskRowPainter::PaintTexts(HDC context, int width, const TaskRecord& task) const {
   for (const RowLine& line : TaskRowLines(task, writeDate_)) {
-    const int room = width - 2 * line.x - kRightMargin;
+    const int room = width - Scaled(2 * line.x) - Scaled(kRightMargin);
     ModTheme::Text(context, FittingText(context, line.text, room, line.font), line.x, line.y,
                    {.text = line.color}, FontOf(line.font));
   }

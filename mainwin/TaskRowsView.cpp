@@ -4,11 +4,12 @@
 #include <utility>
 
 #include "base/LocaleDates.h"
+#include "ui/Density.h"
 
 namespace tellurvane {
 namespace {
 
-constexpr int kColumnWidth = 400;
+constexpr int kColumnWidth = 400;  // pixels of 96 dpi
 
 }  // namespace
 
@@ -28,8 +29,8 @@ void TaskRowsView::Create(PictureBox& area, PictureBox& host) {
     if (isLeft) Raise(DblClick);
   };
   list_.Create(host);
-  list_.RowHeight(kTaskRowHeight);
-  list_.ColumnAdd(L"專案名稱", kColumnWidth);
+  list_.RowHeight(Scaled(kTaskRowHeight));
+  list_.ColumnAdd(L"專案名稱", Scaled(kColumnWidth));
   list_.LockColumn(true);
   list_.AutoDraw(true);
   FitColumn();
@@ -94,7 +95,7 @@ void TaskRowsView::FitColumn() {
 
 POINT TaskRowsView::MenuPlace() const {
   const int row = std::max(list_.Selected(), 0);
-  POINT place = {kTaskRowTextLeft, list_.GetItemTop(row) + list_.GetItemHeight() / 2};
+  POINT place = {Scaled(kTaskRowTextLeft), list_.GetItemTop(row) + list_.GetItemHeight() / 2};
   RECT client = {};
   GetClientRect(list_.hwnd(), &client);
   place.y = std::clamp(place.y, client.top, client.bottom);

@@ -5,10 +5,10 @@
 #include <utility>
 
 #include "notes/NoteText.h"
+#include "ui/Density.h"
 #include "ui/Event.h"
 #include "ui/Handle.h"
 #include "ui/ModTheme.h"
-#include "ui/Twips.h"
 
 namespace tellurvane {
 namespace {
@@ -18,7 +18,7 @@ constexpr BYTE kFadeIn[] = {0, 40, 80, 120, 160, 200, 240};
 constexpr BYTE kFadeOut[] = {200, 160, 120, 80, 40, 0};
 constexpr BYTE kOpacity = 230;
 
-// Pixels; a text's x is doubled when it is drawn.
+// Pixels of 96 dpi; a text's x is doubled when it is drawn.
 constexpr int kTimeX = 2;
 constexpr int kTimeY = 2;
 constexpr int kTextX = 5;
@@ -107,13 +107,14 @@ void frmNotes::Prepare(const std::wstring& text, const std::wstring& time,
         .extendedStyle = WS_EX_TOPMOST,
         .className = className_});
   const int height = HeightNeeded();
-  const NotePlace place =
-      PlaceOfNote(standing, kNoteWidth, height, ScreenWidth() * TwipsPerPixelX(),
-                  ScreenHeight() * TwipsPerPixelY());
+  const NotePlace place = PlaceOfNote(standing, kNoteWidth, height, TwipsFromPixels(ScreenWidth()),
+                                      TwipsFromPixels(ScreenHeight()));
   Form::Move(static_cast<int>(std::lround(place.left)), static_cast<int>(std::lround(place.top)),
              kNoteWidth, height);
   PullInside();
-  picCerrar_.CreateAt(hwnd(), ScaleWidth() - kImageSize - kImageMargin, kImageMargin, kImageSize);
+  const int imageSize = Scaled(kImageSize);
+  const int imageMargin = Scaled(kImageMargin);
+  picCerrar_.CreateAt(hwnd(), ScaleWidth() - imageSize - imageMargin, imageMargin, imageSize);
   picCerrar_.Click = [this] { Form_DblClick({}); };
 }
 
@@ -136,8 +137,9 @@ bool frmNotes::Form_Unload() {
 int frmNotes::HeightNeeded() {
   const auto textHeight =
       static_cast<int>(std::ceil(ModTheme::MeasureText(Dc(), text_, kTextFont).height));
-  const int pixels = std::min(kTextY + 1 + textHeight + kLowerMargin, ScreenHeight());
-  return std::max(pixels * TwipsPerPixelY(), kNoteLeastHeight);
+  const int pixels =
+      std::min(Scaled(kTextY) + 1 + textHeight + Scaled(kLowerMargin), ScreenHeight());
+  return std::max(TwipsFromPixels(pixels), kNoteLeastHeight);
 }
 
 void frmNotes::Draw(HDC context) {
@@ -147,7 +149,8 @@ void frmNotes::Draw(HDC context) {
   for (int y = 1; y < height - 1; ++y) {
     ModTheme::SolidFill(context, 1, y, width - 2, 1, PaperAt(y, height));
   }
-  ModTheme::SolidFill(context, 2 * kTimeX, kHairlineY, width - 4 * kTimeX, 1, kHairline);
+  const int hairlineX = Scaled(2 * kTimeX);
+  ModTheme::SolidFill(context, hairlineX, Scaled(kHairlineY), width - 2 * hairlineX, 1, kHairline);
   ModTheme::Text(context, FormTime_, kTimeX, kTimeY, {.text = ModTheme::kIndigoText}, kTimeFont);
   ModTheme::Text(context, text_, kTextX, kTextY, {.text = ModTheme::kBlackText}, kTextFont);
   // Over a text that is too long for its line.

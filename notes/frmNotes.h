@@ -20,7 +20,7 @@ class CloseImage final : public PictureBox {
   // A click on it.
   std::function<void()> Click;
 
-  // A square of so many pixels: 16 or 24.
+  // A square of so many pixels of the screen.
   void CreateAt(HWND parent, int x, int y, int size);
 
  private:

@@ -1,8 +1,8 @@
 #include "notes/frmNotesEdit.h"
 
 #include "notes/NoteText.h"
+#include "ui/Density.h"
 #include "ui/ModTheme.h"
-#include "ui/Twips.h"
 
 namespace tellurvane {
 namespace {
@@ -53,10 +53,10 @@ void frmNotesEdit::Form_Load() {
 void frmNotesEdit::Form_Resize() {
   const int width = ScaleWidth();
   const int height = ScaleHeight();
-  const int margin = PixelsFromTwipsX(kMargin);
-  const int labelHeight = PixelsFromTwipsY(kLabelHeight);
-  const int buttonWidth = PixelsFromTwipsX(kButtonWidth);
-  const int buttonHeight = PixelsFromTwipsY(kButtonHeight);
+  const int margin = PixelsFromTwips(kMargin);
+  const int labelHeight = PixelsFromTwips(kLabelHeight);
+  const int buttonWidth = PixelsFromTwips(kButtonWidth);
+  const int buttonHeight = PixelsFromTwips(kButtonHeight);
   const int inside = width - 2 * margin;
   const int buttonY = height - margin - buttonHeight;
   const int textY = margin + labelHeight;

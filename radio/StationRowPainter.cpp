@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "ui/Density.h"
 #include "ui/MemoryContext.h"
 #include "ui/ModTheme.h"
 
@@ -14,18 +15,19 @@ constexpr Color kBand = 0xF7F7F7;
 constexpr Color kOddBand = 0xF3F3F3;
 constexpr Color kSelection = 0xE0D080;
 constexpr ModTheme::TextFont kFont = {.size = 16};
+// Pixels of 96 dpi.
 constexpr int kMargin = 6;
 constexpr int kTextY = 2;
 
 // In one line, and cut to its column: a long name does not run into the type.
-void Write(HDC context, std::wstring text, int x, int right, ModTheme::Argb color) {
+void Write(HDC context, std::wstring text, int x, int right, int height, ModTheme::Argb color) {
   const auto isBreak = [](wchar_t unit) { return unit < L' '; };
   std::replace_if(text.begin(), text.end(), isBreak, L' ');
   const int saved = SaveDC(context);
-  IntersectClipRect(context, x, 0, right, kStationRowHeight);
-  // The routine doubles the column that it is given.
-  ModTheme::Text(context, ModTheme::FittingText(context, text, right - x, kFont), x / 2, kTextY,
-                 {.text = color, .glow = 0x00FFFFFF, .shadow = ModTheme::kWhiteShadow}, kFont);
+  IntersectClipRect(context, x, 0, right, height);
+  ModTheme::TextAt(context, ModTheme::FittingText(context, text, right - x, kFont), x,
+                   Scaled(kTextY),
+                   {.text = color, .glow = 0x00FFFFFF, .shadow = ModTheme::kWhiteShadow}, kFont);
   RestoreDC(context, saved);
 }
 
@@ -44,9 +46,10 @@ void PaintStationRow(HDC target, const RECT& row, const StationRow& station, int
   } else {
     ModTheme::SolidFill(context, 0, 1, width, height - 2, look.isOdd ? kOddBand : kBand);
   }
-  Write(context, station.name, kMargin, nameWidth - kMargin, ModTheme::kBlueText);
-  Write(context, L"[ " + station.type + L" ] " + station.bitRate, nameWidth + kMargin,
-        width - kMargin, ModTheme::kBlackText);
+  const int margin = Scaled(kMargin);
+  Write(context, station.name, margin, nameWidth - margin, height, ModTheme::kBlueText);
+  Write(context, L"[ " + station.type + L" ] " + station.bitRate, nameWidth + margin,
+        width - margin, height, ModTheme::kBlackText);
   BitBlt(target, static_cast<int>(row.left), static_cast<int>(row.top), width, height, context, 0,
          0, SRCCOPY);
 }

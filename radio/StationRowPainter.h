@@ -7,7 +7,7 @@
 
 namespace tellurvane {
 
-// Pixels.
+// Pixels of 96 dpi.
 inline constexpr int kStationRowHeight = 28;
 
 struct StationRowLook {

@@ -9,9 +9,9 @@
 #include "base/Number.h"
 #include "radio/HttpGetText.h"
 #include "radio/StationRowPainter.h"
+#include "ui/Density.h"
 #include "ui/MessageLoop.h"
 #include "ui/ModTheme.h"
-#include "ui/Twips.h"
 
 namespace tellurvane {
 namespace {
@@ -32,7 +32,7 @@ constexpr int kTypeColumn = 1'500;
 constexpr int kBitRateColumn = 1'950;
 constexpr size_t kMostShown = 1'000;  // characters, of which no column has room for as many
 
-int Px(int twips) { return PixelsFromTwipsX(twips); }
+int Px(int twips) { return PixelsFromTwips(twips); }
 
 std::wstring CauseOf(const FetchError& error) {
   std::array<wchar_t, 40> text = {};
@@ -106,7 +106,7 @@ void frmRadioList::CreateList() {
     if (isLeft && row >= 0) ListView_DblClick();
   };
   list_.Create(PicListView_);
-  list_.RowHeight(kStationRowHeight);
+  list_.RowHeight(Scaled(kStationRowHeight));
   list_.ColumnAdd(L"電台名稱", Px(kWidth - kTypeColumn - kBitRateColumn));
   list_.ColumnAdd(L"類型", Px(kTypeColumn), ColumnAlignment::kCenter);
   list_.ColumnAdd(L"壓縮頻率", Px(kBitRateColumn), ColumnAlignment::kRight);
@@ -150,7 +150,8 @@ void frmRadioList::Form_Resize() {
   // The scroll bar included, so that no other one is needed.
   const int scrollBar = GetSystemMetrics(SM_CXVSCROLL);
   list_.ColumnWidth(
-      0, std::max(right - margin - scrollBar - Px(kTypeColumn) - Px(kBitRateColumn) - 4, 0));
+      0,
+      std::max(right - margin - scrollBar - Px(kTypeColumn) - Px(kBitRateColumn) - Scaled(4), 0));
 }
 
 LRESULT frmRadioList::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "ui/Twips.h"
+#include "ui/Density.h"
 
 namespace tellurvane {
 namespace {
@@ -31,7 +31,7 @@ FrmSet::FrmSet(TaskList& tasks, TaskSurroundings surroundings, std::function<voi
 
 void FrmSet::Open(HWND owner, std::optional<size_t> element) {
   Load(DialogArgs(L"新增 / 編輯排程專案", kInsideWidth, kInsideHeight, owner));
-  ResizeInside(PixelsFromTwipsX(kInsideWidth), PixelsFromTwipsY(kInsideHeight));
+  ResizeInside(PixelsFromTwips(kInsideWidth), PixelsFromTwips(kInsideHeight));
   Form_Resize();
   Center();
   const auto row = element ? editor_.RowOf(*element) : std::nullopt;

@@ -4,8 +4,8 @@
 #include <algorithm>
 
 #include "scheduler/FrmSet.h"
+#include "ui/Density.h"
 #include "ui/ModTheme.h"
-#include "ui/Twips.h"
 
 namespace tellurvane {
 namespace {
@@ -40,7 +40,7 @@ constexpr std::array<const wchar_t*, 3> kTimeTypes = {L"每幾分鐘執行一次
 constexpr std::array<const wchar_t*, 3> kIntervalWords = {L"分鐘執行一次", L"小時執行一次",
                                                           L"天執行一次"};
 
-int Px(int twips) { return PixelsFromTwipsX(twips); }
+int Px(int twips) { return PixelsFromTwips(twips); }
 
 }  // namespace
 

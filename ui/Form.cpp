@@ -1,12 +1,13 @@
 #include "ui/Form.h"
 
-#include <algorithm>
 #include <utility>
+#include <vector>
 
+#include "ui/Density.h"
+#include "ui/Handle.h"
 #include "ui/MessageLoop.h"
 #include "ui/ModTheme.h"
 #include "ui/ScreenPlace.h"
-#include "ui/Twips.h"
 
 namespace tellurvane {
 namespace {
@@ -41,11 +42,44 @@ RECT OuterRect(HWND window) {
   return rect;
 }
 
-RECT WorkAreaOf(HWND window) {
+ScreenPlace PlaceOf(const RECT& rect) {
+  return {static_cast<int>(rect.left), static_cast<int>(rect.top),
+          static_cast<int>(rect.right - rect.left), static_cast<int>(rect.bottom - rect.top)};
+}
+
+ScreenPlace WorkAreaOf(HWND window) {
   MONITORINFO monitor = {};
   monitor.cbSize = sizeof(monitor);
   GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &monitor);
-  return monitor.rcWork;
+  return PlaceOf(monitor.rcWork);
+}
+
+BOOL CALLBACK AddScreen(HMONITOR /*monitor*/, HDC /*context*/, RECT* rect,
+                        LPARAM screens) noexcept {
+  reinterpret_cast<std::vector<ScreenPlace>*>(screens)->push_back(PlaceOf(*rect));
+  return TRUE;
+}
+
+// The main screen alone where the system names none.
+std::vector<ScreenPlace> AllScreens() {
+  std::vector<ScreenPlace> screens;
+  EnumDisplayMonitors(nullptr, nullptr, AddScreen, reinterpret_cast<LPARAM>(&screens));
+  if (screens.empty()) {
+    screens.push_back({0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)});
+  }
+  return screens;
+}
+
+void MoveTo(HWND window, const ScreenPlace& place) {
+  SetWindowPos(window, nullptr, place.left, place.top, 0, 0,
+               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+// Not a shared icon: the system keeps one for each name, whatever the size that is asked for.
+UniqueIcon LoadExecutableIcon(int widthMetric, int heightMetric) {
+  return UniqueIcon(static_cast<HICON>(
+      LoadImageW(GetModuleHandleW(nullptr), L"AAA", IMAGE_ICON, GetSystemMetrics(widthMetric),
+                 GetSystemMetrics(heightMetric), LR_DEFAULTCOLOR)));
 }
 
 }  // namespace
@@ -57,10 +91,16 @@ FormArgs DialogArgs(const std::wstring& caption, int widthTwips, int heightTwips
           .heightTwips = heightTwips,
           .backColor = ModTheme::kWindowGround,
           .owner = owner,
-          .icon = ExecutableIcon()};
+          .icons = ExecutableIcons()};
 }
 
-HICON ExecutableIcon() { return LoadIconW(GetModuleHandleW(nullptr), L"AAA"); }
+FormIcons ExecutableIcons() {
+  static UniqueIcon big;
+  static UniqueIcon small;
+  if (!big) big = LoadExecutableIcon(SM_CXICON, SM_CYICON);
+  if (!small) small = LoadExecutableIcon(SM_CXSMICON, SM_CYSMICON);
+  return {big.Get(), small.Get()};
+}
 
 Form::~Form() { RemoveKeyboardForm(hwnd()); }
 
@@ -71,12 +111,13 @@ void Form::Load(const FormArgs& args) {
   window.extendedStyle = ExtendedStyleOf(args.border) | args.extendedStyle | WS_EX_CONTROLPARENT;
   window.x = window.y = CW_USEDEFAULT;
   if (args.border == FormBorder::kNone) window.x = window.y = 0;
-  window.width = PixelsFromTwipsX(args.widthTwips);
-  window.height = PixelsFromTwipsY(args.heightTwips);
+  window.width = PixelsFromTwips(args.widthTwips);
+  window.height = PixelsFromTwips(args.heightTwips);
   window.parent = args.owner;
-  window.icon = args.icon;
   BackColor(args.backColor);
   CreateBound(args.className.c_str(), CS_DBLCLKS, window);
+  SendMessageW(hwnd(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(args.icons.big));
+  SendMessageW(hwnd(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(args.icons.small));
   AddKeyboardForm(hwnd());
   Form_Load();
 }
@@ -123,28 +164,28 @@ void Form::ReleaseOwner() {
   if (modalOwner_ != nullptr) EnableWindow(std::exchange(modalOwner_, nullptr), TRUE);
 }
 
-int Form::Left() const { return static_cast<int>(OuterRect(hwnd()).left) * TwipsPerPixelX(); }
+int Form::Left() const { return TwipsFromPixels(static_cast<int>(OuterRect(hwnd()).left)); }
 
-int Form::Top() const { return static_cast<int>(OuterRect(hwnd()).top) * TwipsPerPixelY(); }
+int Form::Top() const { return TwipsFromPixels(static_cast<int>(OuterRect(hwnd()).top)); }
 
 int Form::Width() const {
   const RECT outer = OuterRect(hwnd());
-  return static_cast<int>(outer.right - outer.left) * TwipsPerPixelX();
+  return TwipsFromPixels(static_cast<int>(outer.right - outer.left));
 }
 
 int Form::Height() const {
   const RECT outer = OuterRect(hwnd());
-  return static_cast<int>(outer.bottom - outer.top) * TwipsPerPixelY();
+  return TwipsFromPixels(static_cast<int>(outer.bottom - outer.top));
 }
 
 void Form::Move(int leftTwips, int topTwips) {
-  SetWindowPos(hwnd(), nullptr, PixelsFromTwipsX(leftTwips), PixelsFromTwipsY(topTwips), 0, 0,
+  SetWindowPos(hwnd(), nullptr, PixelsFromTwips(leftTwips), PixelsFromTwips(topTwips), 0, 0,
                SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void Form::Move(int leftTwips, int topTwips, int widthTwips, int heightTwips) {
-  SetWindowPos(hwnd(), nullptr, PixelsFromTwipsX(leftTwips), PixelsFromTwipsY(topTwips),
-               PixelsFromTwipsX(widthTwips), PixelsFromTwipsY(heightTwips),
+  SetWindowPos(hwnd(), nullptr, PixelsFromTwips(leftTwips), PixelsFromTwips(topTwips),
+               PixelsFromTwips(widthTwips), PixelsFromTwips(heightTwips),
                SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
@@ -154,31 +195,18 @@ void Form::BeginDrag() {
 }
 
 void Form::PullInside() {
-  const RECT outer = OuterRect(hwnd());
-  const ScreenPlace now = {static_cast<int>(outer.left), static_cast<int>(outer.top),
-                           static_cast<int>(outer.right - outer.left),
-                           static_cast<int>(outer.bottom - outer.top)};
-  const ScreenPlace inside =
-      PulledInside(now, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN));
-  if (inside == now) return;
-  SetWindowPos(hwnd(), nullptr, inside.left, inside.top, 0, 0,
-               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  const ScreenPlace now = PlaceOf(OuterRect(hwnd()));
+  const ScreenPlace inside = PulledInside(now, AllScreens());
+  if (inside != now) MoveTo(hwnd(), inside);
 }
 
 void Form::Center() {
-  const RECT work = WorkAreaOf(hwnd());
   const HWND owner = GetWindow(hwnd(), GW_OWNER);
+  // The form itself may have been created on another screen than its owner's.
+  const ScreenPlace area = WorkAreaOf(owner != nullptr ? owner : hwnd());
   const bool hasPlace = owner != nullptr && IsWindowVisible(owner) && !IsIconic(owner);
-  const RECT around = hasPlace ? OuterRect(owner) : work;
-  const RECT outer = OuterRect(hwnd());
-  const auto width = outer.right - outer.left;
-  const auto height = outer.bottom - outer.top;
-  const auto x = (around.left + around.right - width) / 2;
-  const auto y = (around.top + around.bottom - height) / 2;
-  SetWindowPos(hwnd(), nullptr,
-               static_cast<int>(std::max(work.left, std::min(x, work.right - width))),
-               static_cast<int>(std::max(work.top, std::min(y, work.bottom - height))), 0, 0,
-               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  const ScreenPlace around = hasPlace ? PlaceOf(OuterRect(owner)) : area;
+  MoveTo(hwnd(), CentredOn(PlaceOf(OuterRect(hwnd())), around, area));
 }
 
 void Form::ResizeInside(int width, int height) {
@@ -207,6 +235,10 @@ LRESULT Form::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       if (wParam == IDOK) Form_Enter();
       if (wParam == IDCANCEL) Form_Escape();
       return 0;
+    case WM_DISPLAYCHANGE:
+      // A screen may be gone, or smaller. A minimised window has no place of its own.
+      if (!IsIconic(hwnd())) PullInside();
+      return DrawnWindow::HandleMessage(message, wParam, lParam);
     case WM_ACTIVATE:
       KeepFocus();
       if (LOWORD(wParam) != WA_INACTIVE && focus_ != nullptr) {

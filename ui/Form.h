@@ -13,6 +13,12 @@ enum class FormBorder {
   kFixedDialog,  // a caption with a close box
 };
 
+// None where the system refuses one.
+struct FormIcons {
+  HICON big = nullptr;    // of the task switcher
+  HICON small = nullptr;  // of the caption, the taskbar and the tray
+};
+
 // Sizes are twips. A width or height of 0 is left to the form.
 struct FormArgs {
   std::wstring caption;
@@ -21,7 +27,7 @@ struct FormArgs {
   int heightTwips = 0;
   Color backColor = kWhite;
   HWND owner = nullptr;
-  HICON icon = nullptr;
+  FormIcons icons = {};
   DWORD extendedStyle = 0;
   // A form whose class is changed while it lives needs one of its own.
   std::wstring className = L"TellurvaneForm";
@@ -30,8 +36,8 @@ struct FormArgs {
 // A dialog on the windows' ground, with the executable's own icon.
 FormArgs DialogArgs(const std::wstring& caption, int widthTwips, int heightTwips, HWND owner);
 
-// The icon that the executable bears.
-HICON ExecutableIcon();
+// The icon that the executable bears, in the sizes of this screen. The process owns them.
+FormIcons ExecutableIcons();
 
 // Lives as its object lives; Unload only ends the window. The handlers are named as the system
 // names them and do nothing by default.
@@ -64,9 +70,9 @@ class Form : public DrawnWindow {
   void Move(int leftTwips, int topTwips, int widthTwips, int heightTwips);
   // Hands a pressed left button over to the system, which moves the form with the mouse.
   void BeginDrag();
-  // Moves the form so that no edge is beyond the screen's.
+  // Moves the form so that no edge is beyond those of the screen that it is nearest to.
   void PullInside();
-  // In the middle of the owner, or of the work area without one; wholly on the screen.
+  // In the middle of the owner, or of the work area without one; wholly on the owner's screen.
   void Center();
   // Makes the inside this large, in pixels.
   void ResizeInside(int width, int height);

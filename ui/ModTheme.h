@@ -28,7 +28,7 @@ enum TextStyle { kRegular = 0, kBold = 1 };
 
 struct TextFont {
   const wchar_t* face = L"Arial Unicode MS";
-  float size = 12;  // pixels
+  float size = 12;  // pixels of 96 dpi
   int style = kRegular;
 };
 
@@ -38,13 +38,17 @@ struct TextColors {
   Argb shadow = kWhiteShadow;
 };
 
-// Draws the text three times, shadow, glow and text, each a little aside. Returns its width in
-// pixels; 0 where GDI+ refuses. Neither wraps nor clips; line breaks are kept.
+// Draws the text three times, shadow, glow and text, each one pixel aside on every screen. Returns
+// its width in pixels; 0 where GDI+ refuses. Neither wraps nor clips; line breaks are kept.
 //
-// Deliberate: the horizontal position is doubled and the vertical one is not. Callers pass half of
-// the pixel column that they mean.
+// The position is in pixels of 96 dpi. Deliberate: the horizontal position is doubled and the
+// vertical one is not. Callers pass half of the column that they mean.
 float Text(HDC target, const std::wstring& text, int x, int y, const TextColors& colors,
            const TextFont& font);
+
+// The same at a pixel of the target, for a text that is placed after something measured.
+float TextAt(HDC target, const std::wstring& text, int left, int top, const TextColors& colors,
+             const TextFont& font);
 
 // The width and height in pixels that Text takes, without drawing.
 struct TextSize {

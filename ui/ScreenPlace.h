@@ -1,9 +1,11 @@
-// Where a window may stand on the screen.
+// Where a window may stand on the screens.
 #pragma once
+
+#include <span>
 
 namespace tellurvane {
 
-// Pixels, the frame included.
+// Pixels of the desktop, a window's frame included. A screen beside the main one may begin below 0.
 struct ScreenPlace {
   int left = 0;
   int top = 0;
@@ -13,13 +15,13 @@ struct ScreenPlace {
   bool operator==(const ScreenPlace&) const = default;
 };
 
-// The same size inside a screen. What is larger than the screen ends at its right or lower edge.
-constexpr ScreenPlace PulledInside(ScreenPlace place, int screenWidth, int screenHeight) {
-  if (place.left < 0) place.left = 0;
-  if (place.top < 0) place.top = 0;
-  if (place.left + place.width > screenWidth) place.left = screenWidth - place.width;
-  if (place.top + place.height > screenHeight) place.top = screenHeight - place.height;
-  return place;
-}
+// The same size inside the screen that it covers most of, or, where it covers none, that it is
+// nearest to. What is larger than the screen ends at its right or lower edge. Without a screen the
+// place stays.
+ScreenPlace PulledInside(ScreenPlace place, std::span<const ScreenPlace> screens);
+
+// The same size in the middle of another place, wholly inside the area. What is larger than the
+// area begins at its left or upper edge.
+ScreenPlace CentredOn(ScreenPlace place, const ScreenPlace& around, const ScreenPlace& area);
 
 }  // namespace tellurvane

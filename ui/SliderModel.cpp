@@ -7,7 +7,6 @@ namespace tellurvane {
 namespace {
 
 constexpr double kSmallestMax = 1;
-constexpr int kMargin = 5;
 constexpr int kFrame = 1;
 
 }  // namespace
@@ -28,10 +27,10 @@ double SliderModel::Fraction() const {
 }
 
 SliderBox SliderGeometry::Track() const {
-  const int top = heightDelta_ - kMargin;
+  const int top = heightDelta_ - margin_;
   // The height is the inset area's lower edge, counted from a top that lies higher: the box ends a
   // margin above the host's lower edge, however deep the inset.
-  return {0, top, width_ - kMargin, top + height_ - heightDelta_};
+  return {0, top, width_ - margin_, top + height_ - heightDelta_};
 }
 
 SliderBox SliderGeometry::Fill(double fraction) const {

@@ -39,12 +39,13 @@ struct SliderBox {
 // The one place that knows where a slider's parts are: painting and the mouse both ask here.
 class SliderGeometry {
  public:
-  // The host's client area in pixels, and by how much the bar is inset at its top and bottom.
-  SliderGeometry(int width, int height, int heightDelta)
-      : width_(width), height_(height), heightDelta_(heightDelta) {}
+  // The host's client area, by how much the bar is inset at its top and bottom, and the margin. All
+  // in pixels of the screen.
+  SliderGeometry(int width, int height, int heightDelta, int margin)
+      : width_(width), height_(height), heightDelta_(heightDelta), margin_(margin) {}
 
-  // The framed box. It ends 5 pixels short of the client area on the right and at the bottom, and
-  // begins 5 above the inset: an inset of 5 puts its upper edge on the host's.
+  // The framed box. It ends a margin short of the client area on the right and at the bottom, and
+  // begins a margin above the inset: an inset of one margin puts its upper edge on the host's.
   SliderBox Track() const;
 
   // The part of the track's inside that is filled.
@@ -59,6 +60,7 @@ class SliderGeometry {
   int width_;
   int height_;
   int heightDelta_;
+  int margin_;
 };
 
 }  // namespace tellurvane

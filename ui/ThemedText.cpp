@@ -11,6 +11,7 @@
 #include <optional>
 #include <utility>
 
+#include "ui/Density.h"
 #include "ui/ModTheme.h"
 
 namespace tellurvane::ModTheme {
@@ -67,7 +68,8 @@ class DrawingFont {
  public:
   explicit DrawingFont(const TextFont& font)
       : family_(AvailableFace(font.face).c_str()),
-        font_(&family_, font.size, font.style, Gdiplus::UnitPixel) {}
+        font_(&family_, font.size * static_cast<float>(DotsPerInch()) / kDesignDensity, font.style,
+              Gdiplus::UnitPixel) {}
 
   const Gdiplus::Font* Get() const { return &font_; }
 
@@ -103,6 +105,11 @@ std::wstring AvailableFace(const std::wstring& face) {
 
 float Text(HDC target, const std::wstring& text, int x, int y, const TextColors& colors,
            const TextFont& font) {
+  return TextAt(target, text, Scaled(2 * x), Scaled(y), colors, font);
+}
+
+float TextAt(HDC target, const std::wstring& text, int left, int top, const TextColors& colors,
+             const TextFont& font) {
   Gdiplus::Graphics graphics(target);
   graphics.SetCompositingQuality(Gdiplus::CompositingQualityHighQuality);
   graphics.SetSmoothingMode(Gdiplus::SmoothingModeAntiAlias);
@@ -110,16 +117,16 @@ float Text(HDC target, const std::wstring& text, int x, int y, const TextColors&
   const DrawingFont drawingFont(font);
   const std::wstring lines = WithoutReturns(text);
 
-  const auto draw = [&](Argb color, int left, int top) {
+  const auto draw = [&](Argb color, int x, int y) {
     const Gdiplus::SolidBrush brush{Gdiplus::Color(color)};
     // A layout of no size neither wraps nor clips.
-    const Gdiplus::RectF layout(static_cast<float>(left), static_cast<float>(top), 0, 0);
+    const Gdiplus::RectF layout(static_cast<float>(x), static_cast<float>(y), 0, 0);
     graphics.DrawString(lines.c_str(), static_cast<INT>(lines.size()), drawingFont.Get(), layout,
                         nullptr, &brush);
   };
-  draw(colors.shadow, 2 * x + 1, y + 2);
-  draw(colors.glow, 2 * x - 1, y);
-  draw(colors.text, 2 * x, y + 1);
+  draw(colors.shadow, left + 1, top + 2);
+  draw(colors.glow, left - 1, top);
+  draw(colors.text, left, top + 1);
   return Measure(graphics, lines, drawingFont).Width;
 }
 

@@ -2,8 +2,8 @@
 
 #include <array>
 
+#include "ui/Density.h"
 #include "ui/Handle.h"
-#include "ui/Twips.h"
 
 namespace tellurvane {
 namespace {
@@ -38,7 +38,7 @@ bool HasChinese(HFONT font) {
 
 UniqueFont MakeFont() {
   LOGFONTW font = {};
-  font.lfHeight = -MulDiv(kPoints, DotsPerInchY(), kPointsPerInch);
+  font.lfHeight = -MulDiv(kPoints, DotsPerInch(), kPointsPerInch);
   font.lfWeight = FW_NORMAL;
   font.lfCharSet = DEFAULT_CHARSET;
   font.lfQuality = CLEARTYPE_QUALITY;

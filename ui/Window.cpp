@@ -56,9 +56,6 @@ void Window::CreateBound(const wchar_t* className, UINT classStyle, const Window
                         args.y, args.width, args.height, args.parent, nullptr,
                         GetModuleHandleW(nullptr), this);
   if (window_ == nullptr) throw FatalError(L"無法建立視窗，程式無法繼續執行。");
-  if (args.icon != nullptr) {
-    SendMessageW(window_, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(args.icon));
-  }
 }
 
 LRESULT Window::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {

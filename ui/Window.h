@@ -17,7 +17,6 @@ struct WindowArgs {
   int width = 0;
   int height = 0;
   HWND parent = nullptr;  // the owner, for a top-level window
-  HICON icon = nullptr;
 };
 
 // Binds an object to its window in WM_NCCREATE and lets it go in WM_NCDESTROY, whoever destroys

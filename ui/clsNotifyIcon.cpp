@@ -8,9 +8,12 @@ namespace tellurvane {
 namespace {
 
 HICON IconOf(const Form& form) {
-  auto* const icon = reinterpret_cast<HICON>(SendMessageW(form.hwnd(), WM_GETICON, ICON_BIG, 0));
+  for (const WPARAM size : {ICON_SMALL, ICON_BIG}) {
+    const LRESULT icon = SendMessageW(form.hwnd(), WM_GETICON, size, 0);
+    if (icon != 0) return reinterpret_cast<HICON>(icon);
+  }
   // Without a picture the icon could neither be seen nor clicked.
-  return icon != nullptr ? icon : LoadIconW(nullptr, IDI_APPLICATION);
+  return LoadIconW(nullptr, IDI_APPLICATION);
 }
 
 // What the taskbar tells all top-level windows when it has started.

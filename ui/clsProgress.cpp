@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <utility>
 
+#include "ui/Density.h"
 #include "ui/ModTheme.h"
 #include "ui/ToolkitFont.h"
 
@@ -23,6 +24,7 @@ constexpr Color kDisabledCaptionColor = kGrey;
 constexpr Color kCaptionGlow = kWhite;
 
 constexpr float kToolkitPoints = 9;
+constexpr int kMargin = 5;  // pixels of 96 dpi
 
 // In pixels. The bar is hardly higher than a digit, and fonts leave unequal space above and below:
 // what is centred has to be the digits, not the font's line.
@@ -157,7 +159,7 @@ Color clsProgress::BarColor(Color accent) const {
 }
 
 SliderGeometry clsProgress::Geometry() const {
-  return {host_->ScaleWidth(), host_->ScaleHeight(), heightDelta_};
+  return {host_->ScaleWidth(), host_->ScaleHeight(), Scaled(heightDelta_), Scaled(kMargin)};
 }
 
 void clsProgress::ValHit(double value) {

@@ -86,7 +86,8 @@ class clsProgress final : public GXISubclass {
   // Whether the pointer is over the host.
   bool CursorInside() const { return isCursorInside_; }
 
-  // Pixels by which the bar is inset at its top and bottom. At first 5: the whole frame shows.
+  // By how much the bar is inset at its top and bottom, in pixels of 96 dpi. At first 5: the whole
+  // frame shows.
   int ProgressHeightDelta() const { return heightDelta_; }
   void ProgressHeightDelta(int pixels);
 

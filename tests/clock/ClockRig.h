@@ -14,8 +14,8 @@
 #include "tests/support/Moments.h"
 #include "tests/ui/FormProbe.h"
 #include "tests/ui/UiTestSupport.h"
+#include "ui/Density.h"
 #include "ui/Handle.h"
-#include "ui/Twips.h"
 
 namespace tellurvane {
 
@@ -56,7 +56,7 @@ class Strip {
 };
 
 // Of the face, from the window's left upper corner.
-inline int Middle() { return TwipsPerPixelY() == 12 ? 37 : 36; }
+inline int Middle() { return DotsPerInch() == 120 ? 37 : 36; }
 
 // How far a pixel lies from the line between the middle and a hand's end.
 inline double FromHand(int x, int y, double degrees, double length) {

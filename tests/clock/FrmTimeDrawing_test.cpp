@@ -77,16 +77,15 @@ TEST_F(FrmTimeTest, EverythingInItLiesInsideItsRim) {
 
 TEST_F(FrmTimeTest, TheLabelsStandWhereTheyAreDesigned) {
   ShowAt(kMorning);
-  const int x = TwipsPerPixelX();
-  const int y = TwipsPerPixelY();
-  EXPECT_THAT(Labels(),
-              testing::UnorderedElementsAre(Label{L"年", 2'016 / x, 132 / y, 285 / x, 285 / y},
-                                            Label{L"月", 2'904 / x, 132 / y, 285 / x, 285 / y},
-                                            Label{L"日", 3'756 / x, 132 / y, 285 / x, 285 / y},
-                                            Label{L"時", 2'016 / x, 540 / y, 285 / x, 285 / y},
-                                            Label{L"分", 2'904 / x, 540 / y, 285 / x, 285 / y},
-                                            Label{L"秒", 3'744 / x, 540 / y, 285 / x, 285 / y},
-                                            Label{L"上午", 984 / x, 540 / y, 432 / x, 285 / y}));
+  const auto label = [](const wchar_t* text, int x, int y, int width) {
+    return Label{text, PixelsFromTwips(x), PixelsFromTwips(y), PixelsFromTwips(width),
+                 PixelsFromTwips(285)};
+  };
+  EXPECT_THAT(Labels(), testing::UnorderedElementsAre(
+                            label(L"年", 2'016, 132, 285), label(L"月", 2'904, 132, 285),
+                            label(L"日", 3'756, 132, 285), label(L"時", 2'016, 540, 285),
+                            label(L"分", 2'904, 540, 285), label(L"秒", 3'744, 540, 285),
+                            label(L"上午", 984, 540, 432)));
 }
 
 TEST_F(FrmTimeTest, GoesOnByItself) {

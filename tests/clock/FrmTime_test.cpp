@@ -188,10 +188,19 @@ TEST_F(FrmTimeTest, IsPulledBackWhenTheMouseMovesOverIt) {
   }
 }
 
+TEST_F(FrmTimeTest, IsShownInsideTheScreenWhereverItWasHidden) {
+  ShowAt(kMorning);
+  clock->HideClock();
+  SetWindowPos(clock->hwnd(), nullptr, -3'000, 40, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+  clock->ShowClock();
+  EXPECT_EQ(OnScreen(clock->hwnd()).left, 0);
+  EXPECT_EQ(OnScreen(clock->hwnd()).top, 40);
+}
+
 TEST_F(FrmTimeTest, TheHalfOfTheDaysBoxLeavesTheFaceFree) {
   ShowAt(kMorning);
   // The face's right edge, at the height of that box.
-  const POINT edge = {Middle() + 32, 540 / TwipsPerPixelY() + 3};
+  const POINT edge = {Middle() + 32, PixelsFromTwips(540) + 3};
   POINT onScreen = edge;
   ClientToScreen(clock->hwnd(), &onScreen);
   EXPECT_EQ(WindowFromPoint(onScreen), clock->hwnd());

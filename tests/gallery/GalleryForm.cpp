@@ -1,8 +1,8 @@
 #include "GalleryForm.h"
 
+#include "ui/Density.h"
 #include "ui/ModTheme.h"
 #include "ui/Resource.h"
-#include "ui/Twips.h"
 #include "ui/clsPopupMenu.h"
 
 namespace tellurvane {
@@ -19,7 +19,7 @@ constexpr int kRowHeight = 24;
 constexpr int kFirstIcon = 101;
 
 // Designed on a screen of 96 dpi; follows a denser one.
-int Px(int pixels) { return PixelsFromTwipsX(pixels * 15); }
+int Px(int pixels) { return Scaled(pixels); }
 
 std::wstring RowText(int row) {
   return L"第 " + std::to_wstring(row + 1) + L" 個排程專案：每天早上播放新聞";
@@ -42,9 +42,7 @@ void GalleryForm::Form_Load() {
                   .width = Px(880),
                   .height = Px(24),
                   .backColor = kGround});
-  report_.Paint = [this](HDC target) {
-    ModTheme::Text(target, reported_, 2, 2, {}, {.size = static_cast<float>(Px(13))});
-  };
+  report_.Paint = [this](HDC target) { ModTheme::Text(target, reported_, 2, 2, {}, {.size = 13}); };
   reported_ = L"按一下任何控制項試試看";
   report_.Redraw();
 }
@@ -244,10 +242,8 @@ void GalleryForm::Picture_Paint(HDC target) {
                             kSelectionBase);
   ModTheme::RichHighlight(target, Px(208), Px(48), Px(190), Px(40), kSelectionLight,
                           kSelectionBase);
-  ModTheme::Text(target, L"每 5 分鐘執行一次", Px(8), Px(54), {},
-                 {.size = static_cast<float>(Px(16)), .style = ModTheme::kBold});
-  ModTheme::Text(target, L"清晨新聞 Morning", Px(108), Px(54), {.text = ModTheme::kBlueText},
-                 {.size = static_cast<float>(Px(16))});
+  ModTheme::Text(target, L"每 5 分鐘執行一次", 8, 54, {}, {.size = 16, .style = ModTheme::kBold});
+  ModTheme::Text(target, L"清晨新聞 Morning", 108, 54, {.text = ModTheme::kBlueText}, {.size = 16});
   ModTheme::FramedBox(target, Px(8), Px(100), Px(190), Px(40), Rgb(206, 154, 0));
   ModTheme::SolidFill(target, Px(208), Px(100), Px(190), Px(40), Rgb(0x4B, 0x00, 0x82));
 }
@@ -286,7 +282,7 @@ void GalleryForm::ListView_CustomDraw(NMLVCUSTOMDRAW& draw, LRESULT& result) {
     ModTheme::RichHighlight(target, 0, 0, width, Px(kRowHeight), kSelectionLight, kSelectionBase);
   }
   icons_[static_cast<size_t>(row % 4)].Draw(target, Px(6), (Px(kRowHeight) - 16) / 2, 0);
-  ModTheme::Text(target, RowText(row), Px(14), Px(2), {}, {.size = static_cast<float>(Px(14))});
+  ModTheme::Text(target, RowText(row), 14, 2, {}, {.size = 14});
   BitBlt(draw.nmcd.hdc, 0, list_.GetItemTop(row), width, Px(kRowHeight), target, 0, 0, SRCCOPY);
   result = CDRF_SKIPDEFAULT;
 }

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "tests/mainwin/FrmMainRig.h"
-#include "ui/Twips.h"
+#include "ui/Density.h"
 #include "ui/clsProgress.h"
 
 namespace tellurvane {
@@ -27,8 +27,8 @@ RECT InParent(HWND window) {
 TEST_F(FrmMainTest, OpensWithEverythingInItsPlace) {
   Open();
   EXPECT_EQ(WindowText(window->hwnd()), L"Tellurvane");
-  EXPECT_EQ(window->Width() / TwipsPerPixelX(), PixelsFromTwipsX(5'320));
-  EXPECT_EQ(window->Height() / TwipsPerPixelY(), PixelsFromTwipsY(5'000));
+  EXPECT_EQ(PixelsFromTwips(window->Width()), PixelsFromTwips(5'320));
+  EXPECT_EQ(PixelsFromTwips(window->Height()), PixelsFromTwips(5'000));
   const int width = window->ScaleWidth();
   const int height = window->ScaleHeight();
 
@@ -56,12 +56,21 @@ TEST_F(FrmMainTest, PutsTheSlidersBesideEachOther) {
   EXPECT_LE(sliders[1].bottom, 49);
 }
 
+TEST_F(FrmMainTest, IsShownInsideTheScreenWhereverItWasHidden) {
+  Open();
+  window->Hide();
+  SetWindowPos(window->hwnd(), nullptr, -3'000, 40, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+  window->Open();
+  EXPECT_EQ(OnScreen(window->hwnd()).left, 0);
+  EXPECT_EQ(OnScreen(window->hwnd()).top, 40);
+}
+
 TEST_F(FrmMainTest, CannotBeResized) {
   Open();
   SetWindowPos(window->hwnd(), nullptr, 0, 0, 700, 600, SWP_NOMOVE | SWP_NOZORDER);
   EXPECT_TRUE(PumpUntil([&] {
-    return window->Width() / TwipsPerPixelX() == PixelsFromTwipsX(5'320) &&
-           window->Height() / TwipsPerPixelY() == PixelsFromTwipsY(5'000);
+    return PixelsFromTwips(window->Width()) == PixelsFromTwips(5'320) &&
+           PixelsFromTwips(window->Height()) == PixelsFromTwips(5'000);
   }));
 }
 

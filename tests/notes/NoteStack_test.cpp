@@ -11,13 +11,13 @@
 #include "tests/support/GdiPlusSession.h"
 #include "tests/ui/FormProbe.h"
 #include "tests/ui/UiTestSupport.h"
-#include "ui/Twips.h"
+#include "ui/Density.h"
 
 namespace tellurvane {
 namespace {
 
 // From one note down to the next, in pixels.
-int Step() { return 900 / TwipsPerPixelY(); }
+int Step() { return PixelsFromTwips(900); }
 
 // The notes of this process, in the order in which they came up.
 std::vector<HWND> NotesOnScreen() {

@@ -10,7 +10,7 @@
 #include "tests/support/GdiPlusSession.h"
 #include "tests/ui/FormProbe.h"
 #include "tests/ui/UiTestSupport.h"
-#include "ui/Twips.h"
+#include "ui/Density.h"
 
 namespace tellurvane {
 namespace {
@@ -72,7 +72,7 @@ TEST_F(frmNotesTest, GrowsWithItsLines) {
 }
 
 TEST_F(frmNotesTest, ATextWithoutEndIsNoHigherThanTheScreen) {
-  EXPECT_EQ(Prepare(Lines(200, L"a")).Height() / TwipsPerPixelY(), GetSystemMetrics(SM_CYSCREEN));
+  EXPECT_EQ(PixelsFromTwips(Prepare(Lines(200, L"a")).Height()), GetSystemMetrics(SM_CYSCREEN));
 }
 
 // The rows, top to bottom, that hold the text's own colour below the time.
@@ -171,7 +171,7 @@ TEST_F(frmNotesTest, StandsWhereTheRuleSaysAndWhollyOnTheScreen) {
   const int screenHeight = GetSystemMetrics(SM_CYSCREEN);
   Prepare(L"a");
   const RECT place = OnScreen(note->hwnd());
-  const int width = 5'400 / TwipsPerPixelX();
+  const int width = PixelsFromTwips(5'400);
   const auto stated = static_cast<LONG>(0.87 * (screenWidth - width / 2.0));
   EXPECT_NEAR(place.left, std::min<LONG>(stated, screenWidth - width), 1);
   EXPECT_NEAR(place.top, 0.2 * screenHeight, 1);
@@ -328,8 +328,8 @@ TEST_F(frmNotesTest, ALeftPressHandsTheWindowToTheSystemsMove) {
 
 TEST_F(frmNotesTest, IsPulledBackWhenTheMouseMovesOverIt) {
   Show();
-  const int right = GetSystemMetrics(SM_CXSCREEN) - note->Width() / TwipsPerPixelX();
-  const int bottom = GetSystemMetrics(SM_CYSCREEN) - note->Height() / TwipsPerPixelY();
+  const int right = GetSystemMetrics(SM_CXSCREEN) - PixelsFromTwips(note->Width());
+  const int bottom = GetSystemMetrics(SM_CYSCREEN) - PixelsFromTwips(note->Height());
   struct Row {
     int x;
     int y;

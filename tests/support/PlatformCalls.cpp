@@ -21,6 +21,7 @@ const std::vector<RefusedCall> kWindows = {
     {{"BeginPaint"}, Gravity::kGivenUp, false},
     {{"AdjustWindowRectEx"}},
     {{"ChangeWindowMessageFilterEx", kNothing, ERROR_ACCESS_DENIED}},
+    {{"EnumDisplayMonitors"}},
     {{"FindWindowExW"}},
     {{"GetClassInfoExW"}},
     {{"GetClassLongPtrW"}},

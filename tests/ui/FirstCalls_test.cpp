@@ -12,11 +12,11 @@
 #include "tests/support/FreshProcess.h"
 #include "tests/support/GdiPlusSession.h"
 #include "tests/ui/UiTestSupport.h"
+#include "ui/Density.h"
 #include "ui/Handle.h"
 #include "ui/MemoryContext.h"
 #include "ui/ModTheme.h"
 #include "ui/ToolkitFont.h"
-#include "ui/Twips.h"
 #include "ui/clsNotifyIcon.h"
 
 namespace tellurvane {
@@ -37,26 +37,25 @@ LONG HeightOf(HFONT font) {
 
 void ExpectTheUsualDensityWhileItFails(FailingImport& call) {
   call.Fail(1, INT_MAX);
-  EXPECT_EQ(TwipsPerPixelX(), 15);
-  EXPECT_EQ(TwipsPerPixelY(), 15);
-  EXPECT_EQ(PixelsFromTwipsX(1'500), 100);
-  EXPECT_EQ(PixelsFromTwipsY(1'500), 100);
+  EXPECT_EQ(DotsPerInch(), 96);
+  EXPECT_EQ(PixelsFromTwips(1'500), 100);
+  EXPECT_EQ(Scaled(100), 100);
 
   call.LetAllThrough();
-  EXPECT_EQ(TwipsPerPixelX(), 1'440 / Density());
+  EXPECT_EQ(DotsPerInch(), Density());
   const int calls = call.Calls();
   EXPECT_GT(calls, 1) << "it did not ask again";
-  EXPECT_EQ(TwipsPerPixelX(), 1'440 / Density());
+  EXPECT_EQ(DotsPerInch(), Density());
   EXPECT_EQ(call.Calls(), calls + 1) << "only this test asked once more";
 }
 
-TEST(FirstCallsTest, WithoutAScreenAPixelHasFifteenTwips) {
+TEST(FirstCallsTest, WithoutAScreenTheDensityIs96) {
   if (!InFreshProcess()) return;
   FailingImport contexts({"GetDC"});
   ExpectTheUsualDensityWhileItFails(contexts);
 }
 
-TEST(FirstCallsTest, WithoutADensityAPixelHasFifteenTwips) {
+TEST(FirstCallsTest, WithoutADensityOfTheScreenItIs96) {
   if (!InFreshProcess()) return;
   FailingImport densities({"GetDeviceCaps"});
   ExpectTheUsualDensityWhileItFails(densities);

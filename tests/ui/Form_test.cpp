@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "UiTestSupport.h"
+#include "ui/Density.h"
 #include "ui/PictureBox.h"
 #include "ui/Timer.h"
-#include "ui/Twips.h"
 
 namespace tellurvane {
 namespace {
@@ -178,12 +178,24 @@ TEST(FormTest, IsCentredOnItsOwnerAndKeptOnTheScreen) {
   dialog.LoadPlain(FormBorder::kFixedDialog, owner.hwnd());
   dialog.ResizeInside(100, 50);
   dialog.Center();
-  const int tolerance = TwipsPerPixelX();
+  const int tolerance = TwipsFromPixels(1);
   EXPECT_NEAR(dialog.Left() + dialog.Width() / 2, owner.Left() + owner.Width() / 2, tolerance);
   EXPECT_NEAR(dialog.Top() + dialog.Height() / 2, owner.Top() + owner.Height() / 2, tolerance);
   owner.Move(-2900, 0);
   dialog.Center();
   EXPECT_GE(dialog.Left(), 0);
+}
+
+TEST(FormTest, IsPulledInsideWhenTheScreensChange) {
+  RecordingForm form;
+  form.LoadPlain(FormBorder::kNone);
+  for (const bool isShown : {false, true}) {
+    if (isShown) form.ShowWithoutFocus();
+    form.Move(-900, TwipsFromPixels(GetSystemMetrics(SM_CYSCREEN) - 10));
+    SendMessageW(form.hwnd(), WM_DISPLAYCHANGE, 32, 0);
+    EXPECT_EQ(form.Left(), 0);
+    EXPECT_EQ(form.Top() + form.Height(), TwipsFromPixels(GetSystemMetrics(SM_CYSCREEN)));
+  }
 }
 
 TEST(FormTest, ResizesItsInsideToPixels) {

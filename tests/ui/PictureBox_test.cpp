@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "UiTestSupport.h"
-#include "ui/Twips.h"
+#include "ui/Density.h"
 
 namespace tellurvane {
 namespace {
@@ -130,13 +130,13 @@ TEST_F(PictureBoxTest, MayBeDestroyedByItsOwnHandler) {
   EXPECT_FALSE(IsWindow(window));
 }
 
-TEST(TwipsTest, FollowTheScreen) {
+TEST(DensityTest, FollowsTheScreen) {
   const WindowDc screen(nullptr);
   const int dpi = GetDeviceCaps(screen.Get(), LOGPIXELSX);
-  EXPECT_EQ(TwipsPerPixelX(), 1440 / dpi);
-  EXPECT_EQ(TwipsPerPixelY(), 1440 / dpi);
-  EXPECT_EQ(PixelsFromTwipsX(TwipsPerPixelX() * 100), 100);
-  EXPECT_EQ(PixelsFromTwipsY(TwipsPerPixelY() * 101 - 1), 100);
+  EXPECT_EQ(DotsPerInch(), dpi);
+  EXPECT_EQ(PixelsFromTwips(1'440), dpi);
+  EXPECT_EQ(TwipsFromPixels(dpi), 1'440);
+  EXPECT_EQ(Scaled(96), dpi);
 }
 
 }  // namespace

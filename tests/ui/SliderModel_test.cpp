@@ -71,14 +71,18 @@ TEST(SliderGeometryTest, PutsTheTrackFivePixelsShortOfTheRightAndLowerEdges) {
   for (const Row& row : {Row{70, 18, 5, {0, 0, 65, 13}}, Row{240, 18, 5, {0, 0, 235, 13}},
                          Row{70, 18, 0, {0, -5, 65, 13}}, Row{70, 18, 8, {0, 3, 65, 13}},
                          Row{100, 40, 10, {0, 5, 95, 35}}}) {
-    EXPECT_EQ(SliderGeometry(row.width, row.height, row.delta).Track(), row.track)
+    EXPECT_EQ(SliderGeometry(row.width, row.height, row.delta, 5).Track(), row.track)
         << row.width << " x " << row.height << " inset " << row.delta;
   }
 }
 
+TEST(SliderGeometryTest, KeepsTheMarginOfADenserScreen) {
+  EXPECT_EQ(SliderGeometry(140, 38, 10, 10).Track(), (SliderBox{0, 0, 130, 28}));
+}
+
 TEST(SliderGeometryTest, FillsTheTracksInsideInProportion) {
   // Inside the frame of a host of 70 x 18 lie the columns 1 to 63: 63 of them.
-  const SliderGeometry geometry(70, 18, 5);
+  const SliderGeometry geometry(70, 18, 5, 5);
   struct Row {
     double fraction;
     int columns;
@@ -90,11 +94,11 @@ TEST(SliderGeometryTest, FillsTheTracksInsideInProportion) {
 }
 
 TEST(SliderGeometryTest, FillsNothingWhereThereIsNoRoom) {
-  EXPECT_TRUE(SliderGeometry(0, 0, 5).Fill(1).IsEmpty());
-  EXPECT_TRUE(SliderGeometry(7, 18, 5).Fill(1).IsEmpty());
-  EXPECT_FALSE(SliderGeometry(8, 18, 5).Fill(1).IsEmpty());
-  EXPECT_TRUE(SliderGeometry(70, 18, 20).Track().IsEmpty());
-  EXPECT_TRUE(SliderGeometry(70, 18, 20).Fill(1).IsEmpty());
+  EXPECT_TRUE(SliderGeometry(0, 0, 5, 5).Fill(1).IsEmpty());
+  EXPECT_TRUE(SliderGeometry(7, 18, 5, 5).Fill(1).IsEmpty());
+  EXPECT_FALSE(SliderGeometry(8, 18, 5, 5).Fill(1).IsEmpty());
+  EXPECT_TRUE(SliderGeometry(70, 18, 20, 5).Track().IsEmpty());
+  EXPECT_TRUE(SliderGeometry(70, 18, 20, 5).Fill(1).IsEmpty());
 }
 
 TEST(SliderGeometryTest, GivesTheValueThatAColumnStandsFor) {
@@ -107,14 +111,14 @@ TEST(SliderGeometryTest, GivesTheValueThatAColumnStandsFor) {
        {Row{0, 100, 0}, Row{-1, 100, 0}, Row{-30'000, 100, 0}, Row{35, 100, 50}, Row{7, 100, 10},
         Row{1, 70, 1}, Row{68, 70, 68}, Row{14, 0.5, 0.1}, Row{69, 100, 100}, Row{70, 100, 100},
         Row{71, 100, 100}, Row{30'000, 100, 100}, Row{70, 0.1, 0.1}, Row{70, 241.37, 241.37}}) {
-    EXPECT_EQ(SliderGeometry(70, 18, 5).ValueAt(row.x, row.max), row.value)
+    EXPECT_EQ(SliderGeometry(70, 18, 5, 5).ValueAt(row.x, row.max), row.value)
         << row.x << " of " << row.max;
   }
 }
 
 TEST(SliderGeometryTest, GivesZeroWhereTheHostHasNoWidth) {
-  EXPECT_EQ(SliderGeometry(0, 18, 5).ValueAt(3, 100), 0);
-  EXPECT_EQ(SliderGeometry(-4, 18, 5).ValueAt(3, 100), 0);
+  EXPECT_EQ(SliderGeometry(0, 18, 5, 5).ValueAt(3, 100), 0);
+  EXPECT_EQ(SliderGeometry(-4, 18, 5, 5).ValueAt(3, 100), 0);
 }
 
 }  // namespace

@@ -6,7 +6,7 @@
 #include <memory>
 
 #include "UiTestSupport.h"
-#include "ui/Twips.h"
+#include "ui/Density.h"
 
 namespace tellurvane {
 namespace {
@@ -19,11 +19,11 @@ class IconForm : public Form {
   IconForm() {
     FormArgs args;
     args.caption = L"tray";
-    args.icon = SharedIcon();
+    args.icons.small = SharedIcon();
     args.widthTwips = 3000;
     args.heightTwips = 3000;
     Load(args);
-    Move(600 * TwipsPerPixelX(), 500 * TwipsPerPixelY());
+    Move(TwipsFromPixels(600), TwipsFromPixels(500));
   }
 };
 

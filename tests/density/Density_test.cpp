@@ -1,0 +1,177 @@
+// Every window of the program on the screen that this runs on. The whole screen has one density;
+// the program is run once for each.
+#include <windows.h>
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+#include <urlmon.h>
+
+#include <memory>
+#include <string>
+
+#include "notes/frmNotes.h"
+#include "notes/frmNotesEdit.h"
+#include "radio/HttpGetText.h"
+#include "tests/clock/ClockRig.h"
+#include "tests/density/LayoutChecks.h"
+#include "tests/mainwin/FrmMainRig.h"
+#include "tests/radio/RadioRig.h"
+#include "tests/scheduler/EditorRig.h"
+#include "tests/support/GdiPlusSession.h"
+#include "tests/ui/ActingForm.h"
+
+namespace tellurvane {
+namespace {
+
+// Pixels between two rows of a list.
+int RowHeightOf(HWND list) {
+  RECT first = {LVIR_BOUNDS, 0, 0, 0};
+  SendMessageW(list, LVM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&first));
+  return static_cast<int>(first.bottom - first.top);
+}
+
+// Within 6 % of what the row of 96 dpi is on this screen.
+void ExpectRowHeight(HWND list, int pixelsAt96Dpi) {
+  const double expected = pixelsAt96Dpi * DotsPerInch() / 96.0;
+  EXPECT_NEAR(RowHeightOf(list), expected, 0.06 * expected);
+}
+
+int WidthOf(HWND window) {
+  const RECT place = OnScreen(window);
+  return static_cast<int>(place.right - place.left);
+}
+
+class MainWindowDensityTest : public FrmMainTest {
+ protected:
+  GdiPlusSession gdiPlus;
+};
+
+TEST_F(MainWindowDensityTest, TheMainWindowHasRoomForAll) {
+  Tasks({{kLocalMusic, L"a.mp3"}, {kInternetRadio, L"http://a"}});
+  Open();
+  EXPECT_EQ(WidthOf(window->hwnd()), PixelsFromTwips(5'320));
+  ExpectGoodLayout(window->hwnd());
+  ExpectRowHeight(list, 86);
+}
+
+TEST_F(MainWindowDensityTest, TheSlidersCanBeClickedFromTheirUpperToTheirLowerEdge) {
+  Open();
+  const int sliderX[] = {Scaled(5), Scaled(5 + 70 + 8)};
+  for (const int x : sliderX) {
+    const HWND top = ChildWindowFromPoint(window->hwnd(), {x + 3, Scaled(28)});
+    const HWND bottom = ChildWindowFromPoint(window->hwnd(), {x + 3, Scaled(28) + Scaled(19) - 1});
+    EXPECT_NE(top, window->hwnd());
+    EXPECT_EQ(top, bottom) << "something covers a part of it";
+  }
+}
+
+SIZE SizeOf(HICON icon) {
+  ICONINFO facts = {};
+  if (icon == nullptr || !GetIconInfo(icon, &facts)) return {};
+  const UniqueBitmap color(facts.hbmColor);
+  const UniqueBitmap mask(facts.hbmMask);
+  BITMAP extent = {};
+  GetObjectW(mask.Get(), sizeof(extent), &extent);
+  return {extent.bmWidth, extent.bmHeight};
+}
+
+TEST_F(MainWindowDensityTest, TheIconsHaveTheSystemsSizes) {
+  Open();
+  const auto icon = [&](WPARAM size) {
+    return SizeOf(reinterpret_cast<HICON>(SendMessageW(window->hwnd(), WM_GETICON, size, 0)));
+  };
+  EXPECT_EQ(icon(ICON_BIG).cx, GetSystemMetrics(SM_CXICON));
+  EXPECT_EQ(icon(ICON_SMALL).cx, GetSystemMetrics(SM_CXSMICON));
+}
+
+TEST_F(MainWindowDensityTest, TheToolbarsImagesGrowWithTheScreen) {
+  Open();
+  const auto images = reinterpret_cast<HIMAGELIST>(SendMessageW(toolbar, TB_GETIMAGELIST, 0, 0));
+  int width = 0;
+  int height = 0;
+  ASSERT_TRUE(ImageList_GetIconSize(images, &width, &height));
+  EXPECT_EQ(width, Scaled(16));
+  EXPECT_EQ(ImageList_GetImageCount(images), 5);
+}
+
+TEST_F(EditorTest, TheEditorHasRoomForAll) {
+  tasks = {Task(L"a"), Task(L"b")};
+  Play(0, [&] {
+    ExpectGoodLayout(window);
+    ExpectRowHeight(list, 18);
+    for (size_t media = 0; media < Entries(cboMediaType).size(); ++media) {
+      Choose(cboMediaType, static_cast<int>(media));
+      ExpectTextFits(lblSource);
+    }
+    for (size_t unit = 0; unit < Entries(cboTimeType).size(); ++unit) {
+      Choose(cboTimeType, static_cast<int>(unit));
+      ExpectTextFits(lblInterval);
+    }
+  });
+}
+
+TEST_F(RadioTest, TheRadioDirectoryHasRoomForAll) {
+  Play([&] {
+    fetch = [](const std::wstring&) { return HinetPage({L"a", L"b"}); };
+    ChooseHinet();
+    Search();
+    ASSERT_EQ(RowCount(), 2);
+    ExpectGoodLayout(window);
+    ExpectRowHeight(list, 28);
+    fetch = [](const std::wstring&) -> std::wstring { throw FetchError(INET_E_CANNOT_CONNECT); };
+    Search();
+    ASSERT_NE(Status(), L"");
+    ExpectTextFits(lblStatus);
+  });
+}
+
+TEST(NoteEditorDensityTest, TheNoteEditorHasRoomForAll) {
+  const std::wstring fullLine(21, L'國');
+  std::wstring full = fullLine;
+  for (int i = 1; i < 8; ++i) full += L"\\r\\n" + fullLine;
+  ActingForm owner;
+  frmNotesEdit editor(full, [](const std::wstring&) {});
+  owner.ActLater([&] {
+    ExpectGoodLayout(editor.hwnd());
+    PostMessageW(editor.hwnd(), WM_CLOSE, 0, 0);
+  });
+  editor.Open(owner.hwnd());
+}
+
+TEST(NoteDensityTest, ANoteHasRoomForItsLinesAndGrowsWithTheScreen) {
+  const GdiPlusSession gdiPlus;
+  const std::wstring fullLine(21, L'國');
+  std::wstring full = fullLine;
+  for (int i = 1; i < 8; ++i) full += L"\\r\\n" + fullLine;
+  frmNotes note(1, [](unsigned) {});
+  note.Prepare(full, L"2026/11/21 上午 09:05:07", {});
+  note.ShowNote();
+  EXPECT_EQ(WidthOf(note.hwnd()), PixelsFromTwips(5'400));
+  ExpectGoodLayout(note.hwnd());
+  // Ink of the text's own colour beyond where it would end at 96 dpi.
+  const int lastLine = note.ScaleHeight() - Scaled(10) - 1;
+  const int right = Scaled(10) + Scaled(16) * 20;
+  int ink = 0;
+  for (int y = lastLine - Scaled(16); y < lastLine; ++y) {
+    for (int x = right; x < right + Scaled(16); ++x) {
+      if (PixelOf(note.Dc(), x, y) == kBlack) ++ink;
+    }
+  }
+  EXPECT_GT(ink, 0) << "the last character stands where the screen's density puts it";
+}
+
+TEST_F(FrmTimeTest, TheClockHasRoomForAll) {
+  ShowAt(kMorning);
+  EXPECT_EQ(WidthOf(clock->hwnd()), PixelsFromTwips(4'170));
+  ExpectGoodLayout(clock->hwnd());
+  const Scale scale = FaceScale(DotsPerInch());
+  for (const Box box : kAllBoxes) {
+    RECT inside = {};
+    GetClientRect(BoxWindow(box), &inside);
+    EXPECT_EQ(inside.right, scale.Scaled(16) * (box == kYear ? 4 : 2));
+    EXPECT_EQ(inside.bottom, scale.Scaled(25));
+  }
+}
+
+}  // namespace
+}  // namespace tellurvane

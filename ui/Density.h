@@ -1,0 +1,20 @@
+// Lengths on this screen. Every length, font, row height and picture of the program goes through
+// here.
+#pragma once
+
+#include "ui/Scale.h"
+
+namespace tellurvane {
+
+// The screen's dots per inch; 96 where the system gives none. A program of one density, as the
+// manifest declares this one, keeps it while it runs.
+int DotsPerInch();
+
+// The pixels of a length that was designed for 96 dpi.
+int Scaled(int pixels);
+
+// Forms are designed in twips, 1,440 to an inch.
+int PixelsFromTwips(int twips);
+int TwipsFromPixels(int pixels);
+
+}  // namespace tellurvane
