@@ -234,8 +234,7 @@ void GalleryForm::MakePicture() {
 void GalleryForm::Picture_Paint(HDC target) {
   int x = Px(8);
   for (const ClsIcon& icon : icons_) {
-    icon.Draw(target, x, Px(6), 1);
-    icon.Draw(target, x + 36, Px(6), 0);
+    icon.Draw(target, x, Px(6), 0);
     x += 58;
   }
   ModTheme::SimpleHighlight(target, Px(8), Px(48), Px(190), Px(40), kSelectionLight,
@@ -281,7 +280,8 @@ void GalleryForm::ListView_CustomDraw(NMLVCUSTOMDRAW& draw, LRESULT& result) {
   if (row == list_.Selected()) {
     ModTheme::RichHighlight(target, 0, 0, width, Px(kRowHeight), kSelectionLight, kSelectionBase);
   }
-  icons_[static_cast<size_t>(row % 4)].Draw(target, Px(6), (Px(kRowHeight) - 16) / 2, 0);
+  // The marks: their first image is as small as the row.
+  icons_[static_cast<size_t>(4 + row % 3)].Draw(target, Px(6), (Px(kRowHeight) - 16) / 2, 0);
   ModTheme::Text(target, RowText(row), 14, 2, {}, {.size = 14});
   BitBlt(draw.nmcd.hdc, 0, list_.GetItemTop(row), width, Px(kRowHeight), target, 0, 0, SRCCOPY);
   result = CDRF_SKIPDEFAULT;

@@ -14,6 +14,7 @@ namespace {
 const std::wstring kIconFile = L"" TELLURVANE_SOURCE_DIR "/resources/icon101.ico";
 constexpr Color kGround = Rgb(255, 0, 255);
 constexpr int kSide = 16;
+constexpr int kCanvas = 104;
 
 template <typename Value>
 void Append(std::string& bytes, Value value) {
@@ -62,8 +63,8 @@ std::string OneIcon(Color color = Rgb(10, 200, 30)) {
 
 class Canvas {
  public:
-  Canvas() : picture_(MemoryContext::Create(64, 64)) {
-    const RECT all = {0, 0, 64, 64};
+  Canvas() : picture_(MemoryContext::Create(kCanvas, kCanvas)) {
+    const RECT all = {0, 0, kCanvas, kCanvas};
     const UniqueBrush brush(CreateSolidBrush(kGround));
     FillRect(Dc(), &all, brush.Get());
   }
@@ -73,8 +74,8 @@ class Canvas {
   // How many pixels are not the ground's, and how many of them lie outside the rectangle.
   std::pair<int, int> InkInsideAndOutside(int x, int y, int side) const {
     int inside = 0, outside = 0;
-    for (int row = 0; row < 64; ++row) {
-      for (int column = 0; column < 64; ++column) {
+    for (int row = 0; row < kCanvas; ++row) {
+      for (int column = 0; column < kCanvas; ++column) {
         if (PixelOf(Dc(), column, row) == kGround) continue;
         const bool isInside = column >= x && column < x + side && row >= y && row < y + side;
         ++(isInside ? inside : outside);
@@ -90,14 +91,14 @@ class Canvas {
 TEST(ClsIconTest, LoadsAFile) {
   ClsIcon icon;
   ASSERT_TRUE(icon.LoadFromFile(kIconFile));
-  ASSERT_EQ(icon.Count(), 3);
-  const int sides[] = {16, 32, 48};
-  for (int i = 0; i < 3; ++i) {
+  ASSERT_EQ(icon.Count(), 8);
+  const int sides[] = {32, 40, 48, 56, 64, 72, 80, 96};
+  for (int i = 0; i < 8; ++i) {
     EXPECT_EQ(icon.Width(i), sides[i]);
     EXPECT_EQ(icon.Height(i), sides[i]);
     EXPECT_EQ(icon.BitCount(i), 32);
     EXPECT_EQ(icon.ColorCount(i), 0);
-    EXPECT_GT(icon.Length(i), static_cast<DWORD>(4 * sides[i] * sides[i]));
+    EXPECT_TRUE(icon.Data(i).starts_with("\x89PNG"));
     EXPECT_EQ(icon.Data(i).size(), icon.Length(i));
   }
 }
