@@ -75,7 +75,8 @@ PlaybackActions FrmMain::PlayerActions() {
           .writeSavedVolume =
               [this](std::int32_t volume) {
                 (void)general_.settingsFile.Write(L"SavedVolume", volume);
-              }};
+              },
+          .milliseconds = GetTickCount64};
 }
 
 ClockSurroundings FrmMain::AroundTheClock() {
@@ -195,6 +196,8 @@ void FrmMain::StartTimers() {
   tmrJob_.Tick = [this] { runner_.Tick(); };
   TimerVis_.Interval(kVisMilliseconds);
   TimerVis_.Tick = [this] { playback_.TimerVis_Tick(); };
+  TimerOpening_.Interval(kVisMilliseconds);
+  TimerOpening_.Tick = [this] { playback_.TimerOpening_Tick(); };
   TimerSet_.Interval(kSetMilliseconds);
   TimerSet_.Tick = [this] { TimerSet_Tick(); };
   TimerSet_.Enabled(true);
@@ -263,7 +266,9 @@ void FrmMain::SaveAll() {
 // Their windows only: a task that was just started may be about to show itself in them, and finds
 // nothing then.
 void FrmMain::ReleaseChildren() {
-  for (Timer* const timer : {&tmrJob_, &TimerVis_, &TimerSet_}) timer->Enabled(false);
+  for (Timer* const timer : {&tmrJob_, &TimerVis_, &TimerOpening_, &TimerSet_}) {
+    timer->Enabled(false);
+  }
   clsIcon_.IconDelete();
   for (PictureBox* const box : {&PicListView_, &picToolbar_, &picSliderH_, &picSliderVolH_}) {
     DestroyWindow(box->hwnd());

@@ -60,6 +60,7 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   void PositionRange(double seconds) override { SliderH_.Max(seconds); }
   void PositionValue(double seconds) override { SliderH_.Value(seconds); }
   void EnableTimerVis(bool enable) override { TimerVis_.Enabled(enable); }
+  void EnableTimerOpening(bool enable) override { TimerOpening_.Enabled(enable); }
   // TaskTimer
   void SetInterval(unsigned milliseconds) override { tmrJob_.Interval(milliseconds); }
   void SetEnabled(bool enable) override;
@@ -119,6 +120,7 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   PictureBox picStatusBar_;
   Timer tmrJob_;
   Timer TimerVis_;
+  Timer TimerOpening_;
   Timer TimerSet_;
   clsNotifyIcon clsIcon_;
   TaskRowsView rows_;

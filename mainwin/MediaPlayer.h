@@ -11,6 +11,7 @@ enum PlayState : int {
   kStoppedState = 1,
   kPlayingState = 3,
   kBufferingState = 6,
+  kMediaEndedState = 8,
   kTransitioningState = 9,
 };
 
@@ -29,9 +30,11 @@ class MediaPlayer {
   virtual void Stop() = 0;
   virtual void Close() = 0;
 
-  // Waits until the length of what was started is known, or is not going to be: at most two
-  // seconds. Meanwhile nothing that the user does, and no timer, reaches the program.
-  virtual void AwaitDuration() = 0;
+  // True while what was started is neither open nor going to fail: its length may still come.
+  virtual bool IsOpening() = 0;
+  // True once the player has reported that what was started has come to its end; until the next
+  // URL or stop.
+  virtual bool HasEnded() = 0;
 
   virtual int PlayState() = 0;
   // What the player says of itself, in the user's language.

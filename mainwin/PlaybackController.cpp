@@ -5,6 +5,12 @@
 #include "base/Number.h"
 
 namespace tellurvane {
+namespace {
+
+// What is not open by then is not going to be.
+constexpr std::uint64_t kOpeningMilliseconds = 30'000;
+
+}  // namespace
 
 PlaybackController::PlaybackController(MediaPlayer& player, PlaybackView& view, bool& radioFlag,
                                        PlaybackActions actions)
@@ -17,12 +23,27 @@ void PlaybackController::StopPlayback() {
   view_.EnablePosition(false);
   view_.PositionValue(0);
   view_.EnableTimerVis(false);
+  view_.EnableTimerOpening(false);
 }
 
+// Position and length are both 0 until the media is open: the first tick of TimerVis would take it
+// for ended.
 void PlaybackController::FollowPosition() {
-  // The end of the media is told by equal position and length, and both are 0 until the file is
-  // open: without the wait the first tick would take it for ended.
-  player_.AwaitDuration();
+  if (!player_.IsOpening()) {
+    FollowNow();
+    return;
+  }
+  openingSince_ = actions_.milliseconds();
+  view_.EnableTimerOpening(true);
+}
+
+void PlaybackController::TimerOpening_Tick() {
+  if (player_.IsOpening() && actions_.milliseconds() - openingSince_ < kOpeningMilliseconds) return;
+  view_.EnableTimerOpening(false);
+  FollowNow();
+}
+
+void PlaybackController::FollowNow() {
   view_.PositionRange(player_.Duration());
   view_.EnablePosition(true);
   view_.EnableTimerVis(true);
@@ -33,8 +54,9 @@ void PlaybackController::TimerVis_Tick() {
   const double position = player_.Position();
   const double duration = player_.Duration();
   // Deliberately in whole seconds, and 0 of 0 counts too: a fraction that is left does not keep the
-  // end away, and what could not be opened has ended.
-  if (RoundHalfToEven(position) != RoundHalfToEven(duration)) {
+  // end away, and what could not be opened has ended. The player's own word is asked for as well:
+  // the moment in which both are equal can pass between two ticks, or not come at all.
+  if (!player_.HasEnded() && RoundHalfToEven(position) != RoundHalfToEven(duration)) {
     view_.PositionRange(duration);
     view_.PositionValue(position);
     return;

@@ -24,6 +24,8 @@ class PlaybackView {
   virtual void PositionValue(double seconds) = 0;
   // The timer whose tick is TimerVis_Tick.
   virtual void EnableTimerVis(bool enable) = 0;
+  // The timer whose tick is TimerOpening_Tick.
+  virtual void EnableTimerOpening(bool enable) = 0;
 };
 
 // All must be set.
@@ -34,6 +36,8 @@ struct PlaybackActions {
   std::function<void()> runSelectedTask;
   // Writes the volume to the settings file.
   std::function<void(std::int32_t volume)> writeSavedVolume;
+  // Milliseconds since some moment; never goes back, whatever the machine's clock is set to.
+  std::function<std::uint64_t()> milliseconds;
 };
 
 class PlaybackController final : public TaskPlayer {
@@ -48,18 +52,24 @@ class PlaybackController final : public TaskPlayer {
   void SetUrl(const std::wstring& url) override { player_.Url(url); }
   void Play() override { player_.Play(); }
   void ShowPlaying(size_t row) override { view_.ShowPlaying(row); }
+  // At once, or when what was started is open: a disk that sleeps takes longer than anybody should
+  // have to wait for.
   void FollowPosition() override;
 
   void TimerVis_Tick();
+  void TimerOpening_Tick();
   // Of the two sliders: what the user set.
   void SliderH_PositionSetByMouse(double seconds) { player_.Position(seconds); }
   void SliderVolH_PositionSet(double value);
 
  private:
+  void FollowNow();
+
   MediaPlayer& player_;
   PlaybackView& view_;
   bool& radioFlag_;
   PlaybackActions actions_;
+  std::uint64_t openingSince_ = 0;  // milliseconds
 };
 
 }  // namespace tellurvane

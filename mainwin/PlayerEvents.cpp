@@ -8,6 +8,7 @@
 namespace tellurvane {
 namespace {
 
+constexpr DISPID kOpenStateChange = 5001;
 constexpr DISPID kPlayStateChange = 5101;
 
 class PlayerEvents final : public IDispatch {
@@ -44,10 +45,12 @@ class PlayerEvents final : public IDispatch {
   }
   STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT*, EXCEPINFO*,
                       UINT*) noexcept override {
-    if (id != kPlayStateChange || parameters == nullptr || parameters->cArgs != 1) return S_OK;
+    if (parameters == nullptr || parameters->cArgs != 1) return S_OK;
     // One control gives it signed, another unsigned.
     const VARIANT& state = parameters->rgvarg[0];
-    if (state.vt == VT_I4 || state.vt == VT_UI4) news_->playState = state.lVal;
+    if (state.vt != VT_I4 && state.vt != VT_UI4) return S_OK;
+    if (id == kPlayStateChange) news_->PlayStateChanged(state.lVal);
+    if (id == kOpenStateChange) news_->OpenStateChanged(state.lVal);
     return S_OK;
   }
 

@@ -1,4 +1,4 @@
-// What the player control tells of its own accord.
+// Hears what the player control reports of its own accord.
 #pragma once
 
 #include <windows.h>
@@ -7,19 +7,14 @@
 
 #include <memory>
 
-#include "mainwin/MediaPlayer.h"
+#include "mainwin/PlayerNews.h"
 #include "ui/Com.h"
 
 namespace tellurvane {
 
-// Shared with the sink, which may be called when the player's owner is gone already.
-struct PlayerNews {
-  int playState = kUndefinedState;
-};
-
 // A sink for the control's events. It only writes down: events come in the middle of the control's
 // own calls, and a call back into it from there would find it unprepared. It calls nothing that
-// could throw.
+// could throw. The news are shared: the sink may be called when the player's owner is gone already.
 ComPtr<IDispatch> MakePlayerEvents(std::shared_ptr<PlayerNews> news);
 
 }  // namespace tellurvane

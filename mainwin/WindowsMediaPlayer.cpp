@@ -10,13 +10,11 @@
 #include <algorithm>
 #include <cmath>
 
-#include "mainwin/QuietWait.h"
 #include "mainwin/StatusLine.h"
 
 namespace tellurvane {
 namespace {
 
-constexpr unsigned kDurationMilliseconds = 2'000;
 constexpr ULONGLONG kMissingMilliseconds = 10'000;
 constexpr int kLoudest = 100;
 constexpr double kLongest = 1e9;  // seconds
@@ -50,13 +48,12 @@ WindowsMediaPlayer::~WindowsMediaPlayer() {
 }
 
 bool WindowsMediaPlayer::Make() {
-  if (!wasTried_ && !Create()) {
+  if (!player_ && !Create()) {
     settings_.Reset();
     controls_.Reset();
     player_.Reset();
   }
-  wasTried_ = true;
-  if (!player_) missedAt_ = GetTickCount64();
+  missedAt_ = player_ ? 0 : GetTickCount64();
   return static_cast<bool>(player_);
 }
 
@@ -70,6 +67,9 @@ bool WindowsMediaPlayer::Create() {
   // Opening an address must not start it: a start that fails inside the opening ends some controls.
   settings_->put_autoStart(VARIANT_FALSE);
   settings_->put_enableErrorDialogs(VARIANT_FALSE);
+  // The end is also told by a position that has reached the length: it is not to go back to 0.
+  const Bstr rewinding(L"autoRewind");
+  settings_->setMode(rewinding.Get(), VARIANT_FALSE);
   ApplyVolume();
   ListenToEvents();
   return true;
@@ -100,18 +100,22 @@ ComPtr<IWMPMedia> WindowsMediaPlayer::CurrentMedia() {
 void WindowsMediaPlayer::Url(const std::wstring& url) {
   if (!Make()) return;
   isStarted_ = false;
+  // Before it is set: what is reported meanwhile is of the new one already.
+  news_->ForgetMedia();
   const Bstr text(url);
   // A refused address leaves the one before in the control: it must not play.
   isOpen_ = SUCCEEDED(player_->put_URL(text.Get()));
 }
 
 void WindowsMediaPlayer::Play() {
-  if (Make() && isOpen_) isStarted_ = SUCCEEDED(controls_->play());
+  if (isOpen_) isStarted_ = SUCCEEDED(controls_->play());
 }
 
 void WindowsMediaPlayer::Stop() {
   if (controls_) controls_->stop();
   isStarted_ = false;
+  // After it: that it has stopped is reported meanwhile.
+  news_->ForgetMedia();
 }
 
 void WindowsMediaPlayer::Close() {
@@ -119,8 +123,10 @@ void WindowsMediaPlayer::Close() {
   isOpen_ = false;
 }
 
-void WindowsMediaPlayer::AwaitDuration() {
-  if (isOpen_ && isStarted_) AwaitQuietly([this] { return Duration() > 0; }, kDurationMilliseconds);
+// An undefined state is that of media which the control has given up.
+bool WindowsMediaPlayer::IsOpening() {
+  return isStarted_ && !news_->IsMediaOpen() && !news_->HasMediaEnded() &&
+         PlayState() != kUndefinedState && Duration() == 0;
 }
 
 int WindowsMediaPlayer::PlayState() {
@@ -131,7 +137,7 @@ int WindowsMediaPlayer::PlayState() {
   // A control that does not know how to close stays stopped; for the user it is closed.
   if (!player_ || !isOpen_) return kUndefinedState;
   WMPPlayState state = {};
-  return SUCCEEDED(player_->get_playState(&state)) ? static_cast<int>(state) : news_->playState;
+  return SUCCEEDED(player_->get_playState(&state)) ? static_cast<int>(state) : news_->PlayState();
 }
 
 std::wstring WindowsMediaPlayer::Status() {

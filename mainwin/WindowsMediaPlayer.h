@@ -20,7 +20,7 @@ namespace tellurvane {
 
 // The control is made once, when something is to be played for the first time: it costs more memory
 // than the whole program, and a list of notes needs none. Where it cannot be made the status says
-// so for a while whenever something should play.
+// so for a while, and the next time that something should play it is tried again.
 //
 // Needs a thread with COM.
 class WindowsMediaPlayer final : public MediaPlayer {
@@ -34,7 +34,8 @@ class WindowsMediaPlayer final : public MediaPlayer {
   void Play() override;
   void Stop() override;
   void Close() override;
-  void AwaitDuration() override;
+  bool IsOpening() override;
+  bool HasEnded() override { return news_->HasMediaEnded(); }
 
   int PlayState() override;
   std::wstring Status() override;
@@ -48,15 +49,15 @@ class WindowsMediaPlayer final : public MediaPlayer {
   void Volume(int volume) override;
 
  private:
-  // Makes the control if it was not tried before. False where there is none.
+  // Makes the control if there is none yet. False where it cannot be made.
   bool Make();
   bool Create();
   void ListenToEvents();
   void ApplyVolume();
   ComPtr<IWMPMedia> CurrentMedia();
 
-  bool wasTried_ = false;
-  ULONGLONG missedAt_ = 0;  // when something should have played without a control; 0 for never
+  ULONGLONG missedAt_ =
+      0;  // when something should have played without a control; 0 while there is one
   bool isOpen_ = false;     // a URL was set and not closed since
   bool isStarted_ = false;  // the control took the play command
   int volume_ = 0;

@@ -18,13 +18,6 @@ std::map<UINT_PTR, Timer*>& RunningTimers() {
 
 }  // namespace
 
-bool Timer::IsTick(const MSG& message) {
-  // By its number: the procedure that the message names is not on every system the one that was
-  // set.
-  return message.message == WM_TIMER && message.hwnd == nullptr &&
-         RunningTimers().contains(message.wParam);
-}
-
 void Timer::Interval(unsigned milliseconds) {
   milliseconds_ = milliseconds;
   if (Enabled()) Enabled(true);

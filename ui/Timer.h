@@ -18,9 +18,6 @@ class Timer {
   // the timer.
   std::function<void()> Tick;
 
-  // Whether the message is a tick of some object of this class.
-  static bool IsTick(const MSG& message);
-
   unsigned Interval() const { return milliseconds_; }
   // Starts the interval anew when the timer runs. Throws as Enabled does.
   void Interval(unsigned milliseconds);

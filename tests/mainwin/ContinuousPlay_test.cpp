@@ -10,12 +10,18 @@
 namespace tellurvane {
 namespace {
 
-class ContinuousPlayTest : public testing::Test, public PlaybackView {
+// How the player comes to the end.
+enum class End { kStaysAtTheEnd, kRewinds };
+
+class ContinuousPlayTest : public testing::TestWithParam<End>, public PlaybackView {
  protected:
   void SetUp() override {
     player.duration = 205;
     rig.Add(kLocalMusic, L"song");
-    rig.on["url"] = [this] { player.position = 0; };
+    rig.on["url"] = [this] {
+      player.position = 0;
+      player.hasEnded = false;
+    };
     rig.on["stop"] = [this] { playback.StopPlayback(); };
     rig.on["radio on"] = [this] { playback.SetRadioFlag(true); };
     rig.on["radio off"] = [this] { playback.SetRadioFlag(false); };
@@ -29,6 +35,7 @@ class ContinuousPlayTest : public testing::Test, public PlaybackView {
   void PositionRange(double) override {}
   void PositionValue(double) override {}
   void EnableTimerVis(bool enable) override { follows = enable; }
+  void EnableTimerOpening(bool) override {}
 
   // Runs the first task, a piece of music, and then lets it come to its end while a row is
   // selected. The calls from then on.
@@ -37,15 +44,21 @@ class ContinuousPlayTest : public testing::Test, public PlaybackView {
     EXPECT_TRUE(follows);
     selected = selectedAtTheEnd;
     rig.calls.clear();
-    player.position = player.duration;
+    if (GetParam() == End::kStaysAtTheEnd) {
+      player.position = player.duration;
+    } else {
+      player.position = 0;
+      player.hasEnded = true;
+    }
     playback.TimerVis_Tick();
     return rig.calls;
   }
 
-  // The steps of a run by hand round those that start the task.
+  // The steps of a run that continuous play asks for, round those that start the task.
   static Calls RunOf(size_t row, const Calls& steps) {
     const Calls before = {"timer off", "area off", "stop"};
-    const Calls after = {"save", "refresh " + std::to_string(row), "area on", "interval 1000",
+    const Calls after = {"save",     "refresh " + std::to_string(row),
+                         "area on",  "interval 1000",
                          "timer on"};
     return before + steps + after;
   }
@@ -56,28 +69,30 @@ class ContinuousPlayTest : public testing::Test, public PlaybackView {
   bool follows = false;
   bool isShownPlaying = false;
   std::optional<size_t> selected;
-  PlaybackController playback{player,
-                              *this,
-                              radioFlag,
-                              {.songLoop = [] { return true; },
-                               .runSelectedTask = [this] { rig.runner.RunNow(selected); },
-                               .writeSavedVolume = [](std::int32_t) {}}};
+  PlaybackController playback{
+      player,
+      *this,
+      radioFlag,
+      {.songLoop = [] { return true; },
+       .runSelectedTask = [this] { rig.runner.RunNow(selected); },
+       .writeSavedVolume = [](std::int32_t) {},
+       .milliseconds = [] { return 0; }}};
 };
 
-TEST_F(ContinuousPlayTest, PlaysTheSameAgainWhileItIsSelected) {
+TEST_P(ContinuousPlayTest, PlaysTheSameAgainWhileItIsSelected) {
   EXPECT_EQ(AfterTheEnd(0), RunOf(0, {"radio off", "exists? song", "url song", "play",
                                       "show playing 0", "follow position"}));
   EXPECT_TRUE(follows);
 }
 
-TEST_F(ContinuousPlayTest, PlaysTheSelectedMusicAndNotTheEndedOne) {
+TEST_P(ContinuousPlayTest, PlaysTheSelectedMusicAndNotTheEndedOne) {
   rig.Add(kLocalMusic, L"other");
   EXPECT_EQ(AfterTheEnd(1), RunOf(1, {"radio off", "exists? other", "url other", "play",
                                       "show playing 1", "follow position"}));
   EXPECT_TRUE(follows);
 }
 
-TEST_F(ContinuousPlayTest, StartsTheSelectedTaskOfWhateverKind) {
+TEST_P(ContinuousPlayTest, StartsTheSelectedTaskOfWhateverKind) {
   const struct {
     MediaType type;
     Calls steps;
@@ -97,7 +112,7 @@ TEST_F(ContinuousPlayTest, StartsTheSelectedTaskOfWhateverKind) {
 
 // There is nothing that could be played, and the music is over: it stays so until somebody selects
 // a task or stops.
-TEST_F(ContinuousPlayTest, RunsNothingAndAsksOnWithoutASelection) {
+TEST_P(ContinuousPlayTest, RunsNothingAndAsksOnWithoutASelection) {
   EXPECT_EQ(AfterTheEnd(std::nullopt), Calls());
   EXPECT_TRUE(follows) << "it goes on asking";
   EXPECT_TRUE(isShownPlaying);
@@ -109,7 +124,7 @@ TEST_F(ContinuousPlayTest, RunsNothingAndAsksOnWithoutASelection) {
   EXPECT_FALSE(isShownPlaying);
 }
 
-TEST_F(ContinuousPlayTest, PlaysOnAsSoonAsATaskIsSelectedAfterTheEnd) {
+TEST_P(ContinuousPlayTest, PlaysOnAsSoonAsATaskIsSelectedAfterTheEnd) {
   AfterTheEnd(std::nullopt);
   selected = 0;
   playback.TimerVis_Tick();
@@ -118,6 +133,11 @@ TEST_F(ContinuousPlayTest, PlaysOnAsSoonAsATaskIsSelectedAfterTheEnd) {
   playback.TimerVis_Tick();
   EXPECT_TRUE(follows) << "from the beginning";
 }
+
+INSTANTIATE_TEST_SUITE_P(, ContinuousPlayTest, testing::Values(End::kStaysAtTheEnd, End::kRewinds),
+                         [](const auto& end) {
+                           return end.param == End::kRewinds ? "Rewinding" : "StayingAtTheEnd";
+                         });
 
 }  // namespace
 }  // namespace tellurvane

@@ -12,7 +12,9 @@ namespace tellurvane {
 class FakePlayer final : public MediaPlayer {
  public:
   std::vector<std::wstring> calls;
-  std::function<void()> whileAwaiting;
+  std::function<void()> whilePlaying;  // called inside Play
+  bool isOpening = false;
+  bool hasEnded = false;  // forgotten by Url and Stop, as the real one forgets it
   int state = kUndefinedState;
   std::wstring status;
   double position = 0;
@@ -20,14 +22,21 @@ class FakePlayer final : public MediaPlayer {
   std::wstring positionText;
   std::wstring durationText;
 
-  void Url(const std::wstring& url) override { calls.push_back(L"url " + url); }
-  void Play() override { calls.emplace_back(L"play"); }
-  void Stop() override { calls.emplace_back(L"stop"); }
-  void Close() override { calls.emplace_back(L"close"); }
-  void AwaitDuration() override {
-    calls.emplace_back(L"await");
-    if (whileAwaiting) whileAwaiting();
+  void Url(const std::wstring& url) override {
+    calls.push_back(L"url " + url);
+    hasEnded = false;
   }
+  void Play() override {
+    calls.emplace_back(L"play");
+    if (whilePlaying) whilePlaying();
+  }
+  void Stop() override {
+    calls.emplace_back(L"stop");
+    hasEnded = false;
+  }
+  void Close() override { calls.emplace_back(L"close"); }
+  bool IsOpening() override { return isOpening; }
+  bool HasEnded() override { return hasEnded; }
   int PlayState() override { return state; }
   std::wstring Status() override { return status; }
   double Position() override { return position; }

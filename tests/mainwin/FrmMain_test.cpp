@@ -211,7 +211,7 @@ TEST_F(FrmMainTest, StartsATaskOnceThoughItIsAskedForAgainMeanwhile) {
   Open();
   Taken();
   Select(0);
-  player.whileAwaiting = [&] {
+  player.whilePlaying = [&] {
     EXPECT_FALSE(IsWindowEnabled(Area())) << "out of the user's reach";
     window->RunSelectedTask();
     Press(kPlay);
@@ -219,6 +219,37 @@ TEST_F(FrmMainTest, StartsATaskOnceThoughItIsAskedForAgainMeanwhile) {
   window->RunSelectedTask();
   EXPECT_EQ(std::ranges::count(Taken(), std::wstring(L"play")), 1);
   EXPECT_TRUE(IsWindowEnabled(Area()));
+}
+
+TEST_F(FrmMainTest, FollowsMusicOnceItIsOpenAndWaitsForNothing) {
+  Tasks({{kLocalMusic, folder.File(L"Setting.ini")}});
+  Open();
+  Select(0);
+  player.isOpening = true;
+  window->RunSelectedTask();
+  const auto isSliderEnabled = [&] {
+    HWND slider = GetWindow(window->hwnd(), GW_CHILD);
+    while (InParent(slider).top != 28 || InParent(slider).left == 5) {
+      slider = GetWindow(slider, GW_HWNDNEXT);
+    }
+    return IsWindowEnabled(slider) != FALSE;
+  };
+  EXPECT_FALSE(isSliderEnabled());
+  EXPECT_TRUE(IsWindowEnabled(Area())) << "the list can be used meanwhile";
+  EXPECT_TRUE(IsOn(kStop));
+  player.isOpening = false;
+  player.duration = 12;
+  EXPECT_TRUE(PumpUntil(isSliderEnabled));
+  player.position = 12;
+  EXPECT_TRUE(PumpUntil([&] { return !isSliderEnabled(); })) << "and notices its end";
+
+  // Stopped while it is opening it stays so.
+  player.isOpening = true;
+  window->RunSelectedTask();
+  Press(kStop);
+  player.isOpening = false;
+  player.position = 3;
+  EXPECT_FALSE(PumpUntil(isSliderEnabled, std::chrono::milliseconds(500)));
 }
 
 TEST_F(FrmMainTest, DoesNotPlayAMissingFileAndRecordsTheRun) {

@@ -19,6 +19,9 @@ class PlaybackTest : public testing::Test, public PlaybackView {
   void PositionRange(double seconds) override { Write(L"range " + std::to_wstring(seconds)); }
   void PositionValue(double seconds) override { Write(L"value " + std::to_wstring(seconds)); }
   void EnableTimerVis(bool enable) override { Write(enable ? L"timer on" : L"timer off"); }
+  void EnableTimerOpening(bool enable) override {
+    Write(enable ? L"opening timer on" : L"opening timer off");
+  }
 
   void Write(const std::wstring& call) { player.calls.push_back(call); }
   std::vector<std::wstring> Taken() { return std::exchange(player.calls, {}); }
@@ -26,6 +29,7 @@ class PlaybackTest : public testing::Test, public PlaybackView {
   FakePlayer player;
   bool radioFlag = false;
   bool isSongLoop = false;
+  std::uint64_t milliseconds = 1'000'000;
   PlaybackController playback{
       player,
       *this,
@@ -33,13 +37,14 @@ class PlaybackTest : public testing::Test, public PlaybackView {
       {.songLoop = [this] { return isSongLoop; },
        .runSelectedTask = [this] { Write(L"run selected"); },
        .writeSavedVolume =
-           [this](std::int32_t volume) { Write(L"write " + std::to_wstring(volume)); }}};
+           [this](std::int32_t volume) { Write(L"write " + std::to_wstring(volume)); },
+       .milliseconds = [this] { return milliseconds; }}};
 };
 
 TEST_F(PlaybackTest, StopsInTheOrderThatTheUserSees) {
   playback.StopPlayback();
   EXPECT_THAT(Taken(), ElementsAre(L"close", L"stop", L"stopped", L"slider off", L"value 0.000000",
-                                   L"timer off"));
+                                   L"timer off", L"opening timer off"));
 }
 
 TEST_F(PlaybackTest, LeavesTheRadioFlagAsItIsWhenItStops) {
@@ -57,10 +62,51 @@ TEST_F(PlaybackTest, HandsTheSourceAndTheRowOn) {
   EXPECT_THAT(Taken(), ElementsAre(L"url http://example.invalid/", L"play", L"playing: row 7"));
 }
 
-TEST_F(PlaybackTest, WaitsForTheLengthBeforeItFollows) {
-  player.whileAwaiting = [this] { player.duration = 12.5; };
+TEST_F(PlaybackTest, FollowsAtOnceWhatIsNotOpening) {
+  for (const double duration : {12.5, 0.0}) {
+    player.duration = duration;
+    playback.FollowPosition();
+    EXPECT_THAT(Taken(),
+                ElementsAre(L"range " + std::to_wstring(duration), L"slider on", L"timer on"));
+  }
+}
+
+TEST_F(PlaybackTest, FollowsWhatIsOpeningOnceItIsOpen) {
+  player.isOpening = true;
   playback.FollowPosition();
-  EXPECT_THAT(Taken(), ElementsAre(L"await", L"range 12.500000", L"slider on", L"timer on"));
+  EXPECT_THAT(Taken(), ElementsAre(L"opening timer on")) << "it does not wait";
+  milliseconds += 29'999;
+  playback.TimerOpening_Tick();
+  EXPECT_THAT(Taken(), IsEmpty());
+  player.isOpening = false;
+  player.duration = 12.5;
+  playback.TimerOpening_Tick();
+  EXPECT_THAT(Taken(),
+              ElementsAre(L"opening timer off", L"range 12.500000", L"slider on", L"timer on"));
+}
+
+TEST_F(PlaybackTest, TakesWhatIsStillOpeningAfterHalfAMinuteForEnded) {
+  player.isOpening = true;
+  playback.FollowPosition();
+  Taken();
+  milliseconds += 30'000;
+  playback.TimerOpening_Tick();
+  EXPECT_THAT(Taken(),
+              ElementsAre(L"opening timer off", L"range 0.000000", L"slider on", L"timer on"));
+  playback.TimerVis_Tick();
+  EXPECT_EQ(Taken().front(), L"close");
+}
+
+TEST_F(PlaybackTest, CountsTheTimeOfEachOpeningByItself) {
+  player.isOpening = true;
+  playback.FollowPosition();
+  milliseconds += 20'000;
+  playback.StopPlayback();
+  playback.FollowPosition();
+  milliseconds += 20'000;
+  Taken();
+  playback.TimerOpening_Tick();
+  EXPECT_THAT(Taken(), IsEmpty());
 }
 
 TEST_F(PlaybackTest, FollowsTheMedia) {
@@ -99,12 +145,36 @@ TEST_F(PlaybackTest, TakesEqualWholeSecondsForTheEnd) {
   }
 }
 
+// A control that rewinds is never seen at its end, and a stated length can be too long.
+TEST_F(PlaybackTest, TakesThePlayersOwnWordForTheEnd) {
+  player.duration = 205.52;
+  for (const double position : {0.0, 12.0, 203.0}) {
+    player.position = position;
+    player.hasEnded = true;
+    playback.TimerVis_Tick();
+    EXPECT_EQ(Taken().front(), L"close") << position;
+    playback.TimerVis_Tick();
+    EXPECT_THAT(Taken(), ElementsAre(L"range 205.520000", L"value " + std::to_wstring(position)))
+        << "it acts once";
+  }
+}
+
+TEST_F(PlaybackTest, TakesNoStreamForEnded) {
+  radioFlag = player.hasEnded = true;
+  playback.TimerVis_Tick();
+  EXPECT_THAT(Taken(), IsEmpty());
+}
+
 TEST_F(PlaybackTest, RunsTheSelectedTaskAgainWithContinuousPlay) {
   isSongLoop = true;
-  player.position = player.duration = 20;
-  playback.TimerVis_Tick();
-  // Its own stop step is part of the run.
-  EXPECT_THAT(Taken(), ElementsAre(L"run selected"));
+  player.duration = 20;
+  for (const bool isRewound : {false, true}) {
+    player.position = isRewound ? 0 : 20;
+    player.hasEnded = isRewound;
+    playback.TimerVis_Tick();
+    // Its own stop step is part of the run.
+    EXPECT_THAT(Taken(), ElementsAre(L"run selected"));
+  }
 }
 
 TEST_F(PlaybackTest, StopsWhatNeverOpenedThoughPlayIsContinuous) {

@@ -30,9 +30,17 @@ class PlayerEventsTest : public testing::Test {
 
 TEST_F(PlayerEventsTest, WritesDownThePlayStateOfEitherSign) {
   EXPECT_EQ(Raise(kPlayStateChange, VT_UI4, kPlayingState), S_OK);
-  EXPECT_EQ(news->playState, kPlayingState);
+  EXPECT_EQ(news->PlayState(), kPlayingState);
   EXPECT_EQ(Raise(kPlayStateChange, VT_I4, kStoppedState), S_OK);
-  EXPECT_EQ(news->playState, kStoppedState);
+  EXPECT_EQ(news->PlayState(), kStoppedState);
+}
+
+TEST_F(PlayerEventsTest, WritesDownThatTheMediaIsOpen) {
+  constexpr LONG kMediaOpen = 13;
+  EXPECT_EQ(Raise(kPlayStateChange, VT_UI4, kMediaOpen), S_OK);
+  EXPECT_FALSE(news->IsMediaOpen());
+  EXPECT_EQ(Raise(kOpenStateChange, VT_UI4, kMediaOpen), S_OK);
+  EXPECT_TRUE(news->IsMediaOpen());
 }
 
 TEST_F(PlayerEventsTest, TakesWhateverElseIsRaisedAndWritesNothingDown) {
@@ -49,14 +57,14 @@ TEST_F(PlayerEventsTest, TakesWhateverElseIsRaisedAndWritesNothingDown) {
     DISPPARAMS parameters = {states, nullptr, count, 0};
     EXPECT_EQ(Raise(kPlayStateChange, &parameters), S_OK) << count;
   }
-  EXPECT_EQ(news->playState, kUndefinedState);
+  EXPECT_EQ(news->PlayState(), kUndefinedState);
 }
 
 TEST_F(PlayerEventsTest, OutlivesTheOneWhoAsked) {
   const std::weak_ptr<PlayerNews> left = news;
   news = nullptr;
   EXPECT_EQ(Raise(kPlayStateChange, VT_I4, kPlayingState), S_OK);
-  EXPECT_EQ(left.lock()->playState, kPlayingState);
+  EXPECT_EQ(left.lock()->PlayState(), kPlayingState);
   sink = ComPtr<IDispatch>();
   EXPECT_TRUE(left.expired());
 }

@@ -122,7 +122,7 @@ void UsePlayer() {
   player.Volume(30);
   player.Url(L"C:\\none.mp3");
   player.Play();
-  player.AwaitDuration();
+  player.IsOpening();
   player.Status();
   player.PositionText();
   player.Stop();

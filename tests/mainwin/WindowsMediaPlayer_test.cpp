@@ -56,7 +56,7 @@ class WindowsMediaPlayerTest : public testing::Test {
     player.Stop();
     player.Url(source);
     player.Play();
-    player.AwaitDuration();
+    EXPECT_TRUE(PumpUntil([&] { return !player.IsOpening(); }));
   }
 
   TemporaryFolder folder;
@@ -71,7 +71,8 @@ TEST_F(WindowsMediaPlayerTest, IsIdleBeforeAnythingWasPlayed) {
   EXPECT_EQ(player.PlayState(), kUndefinedState);
   EXPECT_EQ(player.Position(), 0);
   EXPECT_EQ(player.Duration(), 0);
-  player.AwaitDuration();
+  EXPECT_FALSE(player.IsOpening());
+  EXPECT_FALSE(player.HasEnded());
 }
 
 TEST_F(WindowsMediaPlayerTest, PlaysAFileAndKnowsItsLength) {
@@ -107,6 +108,23 @@ TEST_F(WindowsMediaPlayerTest, PlaysAgainFromTheStart) {
   Start(file);
   EXPECT_LT(player.Position(), 1.5);
   EXPECT_TRUE(PumpUntil([&] { return player.Position() > 0.1 && player.Position() < 1.5; }));
+}
+
+TEST_F(WindowsMediaPlayerTest, SaysThatItHasEndedUntilItIsStartedAgainOrStopped) {
+  for (const bool isStopped : {false, true}) {
+    const std::wstring file = WaveFile(1);
+    Start(file);
+    EXPECT_FALSE(player.HasEnded());
+    EXPECT_TRUE(PumpUntil([&] { return player.HasEnded(); }));
+    if (isStopped) {
+      player.Stop();
+    } else {
+      player.Url(file);
+    }
+    EXPECT_FALSE(player.HasEnded());
+    Pump();
+    EXPECT_FALSE(player.HasEnded());
+  }
 }
 
 TEST_F(WindowsMediaPlayerTest, OutlivesWhatItCannotPlay) {

@@ -40,8 +40,6 @@ NOT_REFUSED = {
         UpdateWindow""",
     "comes after a refusal only, or in a locale that has no Chinese, and is drawing": """
         GetBitmapBits GetTextMetricsW PatBlt TextOutW""",
-    "waits: without it the wait is a busy one, and as long": """
-        MsgWaitForMultipleObjects""",
     "a box that does not come up has been answered with no": """
         MessageBoxW""",
     "where the system has no such thing, its own order of searching holds": """
