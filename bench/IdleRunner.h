@@ -23,6 +23,8 @@ class IdleRunner : private TaskRows, private TaskTimer, private TaskPlayer {
 
   void SetInterval(unsigned) override {}
   void SetEnabled(bool) override {}
+  void PostTick() override {}
+  std::uint64_t Milliseconds() override { return 0; }
 
   void StopPlayback() override {}
   void SetRadioFlag(bool) override {}

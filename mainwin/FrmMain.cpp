@@ -38,6 +38,7 @@ constexpr int kToolbarImageSizes[] = {16, 20, 24, 28, 32, 36, 40, 48};
 constexpr unsigned kDesignedTaskMilliseconds = 2'000;
 constexpr unsigned kVisMilliseconds = 100;
 constexpr unsigned kSetMilliseconds = 1'000;
+constexpr UINT kPostedTick = WM_APP;  // of the task timer
 
 constexpr Color kStatusGround = Rgb(0xFB, 0xFA, 0xFE);
 constexpr Color kPercentGrey = 0x979797;
@@ -71,7 +72,7 @@ TaskActions FrmMain::RunnerActions() {
 
 PlaybackActions FrmMain::PlayerActions() {
   return {.songLoop = [this] { return IsOn(general_.settings.SongLoop); },
-          .runSelectedTask = [this] { RunSelectedTask(); },
+          .runSelectedTask = [this] { runner_.RunForContinuousPlay(rows_.SelectedRow()); },
           .writeSavedVolume =
               [this](std::int32_t volume) {
                 (void)general_.settingsFile.Write(L"SavedVolume", volume);
@@ -215,6 +216,9 @@ void FrmMain::SetEnabled(bool enable) {
   tmrJob_.Enabled(enable && IsLoaded() && editor_ == nullptr);
 }
 
+// A tick that cannot be posted is made up for by the next run of continuous play.
+void FrmMain::PostTick() { (void)PostMessageW(hwnd(), kPostedTick, 0, 0); }
+
 void FrmMain::Form_Resize() {
   if (!Visible() || IsIconic(hwnd())) return;
   if (PixelsFromTwips(Width()) != PixelsFromTwips(kWidth) ||
@@ -286,6 +290,10 @@ LRESULT FrmMain::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       // From the keyboard; the mouse is the list's, and the system's on the caption.
       if (lParam != -1) return Form::HandleMessage(message, wParam, lParam);
       ListView_Click(rows_.MenuPlace());
+      return 0;
+    case kPostedTick:
+      // The editor may have been opened since.
+      if (tmrJob_.Enabled()) runner_.Tick();
       return 0;
     case WM_ENDSESSION:
       // Windows is about to end the process, without another word.

@@ -64,6 +64,8 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   // TaskTimer
   void SetInterval(unsigned milliseconds) override { tmrJob_.Interval(milliseconds); }
   void SetEnabled(bool enable) override;
+  void PostTick() override;
+  std::uint64_t Milliseconds() override { return GetTickCount64(); }
 
   void CreateTrayIcon();
   void CreateList();

@@ -47,6 +47,7 @@ void TaskRunner::SetTaskTimer(bool enable) {
 void TaskRunner::Tick() {
   if (isBusy_) return;
   isBusy_ = true;
+  latestTick_ = timer_.Milliseconds();
   timer_.SetEnabled(false);
 
   const Sweep sweep = SweepRows();
@@ -110,8 +111,7 @@ void TaskRunner::EnableRows() {
 void TaskRunner::Execute(size_t row) {
   Attempt([&] { player_.StopPlayback(); });
   tasks_[row].RunStarted = clock_();
-  // A copy: a player that waits for its media lets messages through, and the list may be another
-  // one when it is done.
+  // A copy: a step may let messages through, and the list may be another one when it is done.
   const TaskRecord started = tasks_[row];
   Start(row, started);
   if (row < tasks_.size() && tasks_[row].Name == started.Name) {
@@ -136,6 +136,12 @@ void TaskRunner::RunNow(std::optional<size_t> row) {
   isBusy_ = false;
   rows_.EnableArea(true);
   SetTaskTimer(true);
+}
+
+void TaskRunner::RunForContinuousPlay(std::optional<size_t> row) {
+  const bool runs = !isBusy_ && HasTask(row);
+  RunNow(row);
+  if (runs && timer_.Milliseconds() - latestTick_ >= kTaskTimerMilliseconds) timer_.PostTick();
 }
 
 void TaskRunner::SwitchEnabled(std::optional<size_t> row) {

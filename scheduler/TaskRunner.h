@@ -1,6 +1,7 @@
 // Finds the tasks that have fallen due, starts them, records the runs.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -32,6 +33,10 @@ class TaskTimer {
   virtual ~TaskTimer() = default;
   virtual void SetInterval(unsigned milliseconds) = 0;
   virtual void SetEnabled(bool enable) = 0;
+  // One more tick, as soon as the messages before it are handled, if the timer is on by then.
+  virtual void PostTick() = 0;
+  // Since some moment; never goes back, whatever the machine's clock is set to.
+  virtual std::uint64_t Milliseconds() = 0;
 };
 
 // The steps of playing a source, in the order in which the runner takes them.
@@ -76,6 +81,11 @@ class TaskRunner {
   void RunNow(std::optional<size_t> row);
   void SwitchEnabled(std::optional<size_t> row);
 
+  // Runs the row as RunNow does, because music has ended. Each run starts the interval of the timer
+  // again, and sounds that are shorter than it would keep every task from running: a tick that is
+  // overdue is posted.
+  void RunForContinuousPlay(std::optional<size_t> row);
+
   // Switches the task timer on, at its one interval, or off.
   void SetTaskTimer(bool enable);
 
@@ -109,6 +119,7 @@ class TaskRunner {
   DateWriter writeDate_;
   Clock clock_;
   bool isBusy_ = false;
+  std::uint64_t latestTick_ = 0;  // milliseconds
 };
 
 }  // namespace tellurvane

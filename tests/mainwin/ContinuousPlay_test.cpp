@@ -59,7 +59,7 @@ class ContinuousPlayTest : public testing::TestWithParam<End>, public PlaybackVi
     const Calls before = {"timer off", "area off", "stop"};
     const Calls after = {"save",     "refresh " + std::to_string(row),
                          "area on",  "interval 1000",
-                         "timer on"};
+                         "timer on", "post tick"};
     return before + steps + after;
   }
 
@@ -74,7 +74,7 @@ class ContinuousPlayTest : public testing::TestWithParam<End>, public PlaybackVi
       *this,
       radioFlag,
       {.songLoop = [] { return true; },
-       .runSelectedTask = [this] { rig.runner.RunNow(selected); },
+       .runSelectedTask = [this] { rig.runner.RunForContinuousPlay(selected); },
        .writeSavedVolume = [](std::int32_t) {},
        .milliseconds = [] { return 0; }}};
 };

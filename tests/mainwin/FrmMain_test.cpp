@@ -252,6 +252,24 @@ TEST_F(FrmMainTest, FollowsMusicOnceItIsOpenAndWaitsForNothing) {
   EXPECT_FALSE(PumpUntil(isSliderEnabled, std::chrono::milliseconds(500)));
 }
 
+TEST_F(FrmMainTest, ASoundOfLessThanASecondPlayedAgainAndAgainKeepsNoTaskFromRunning) {
+  Tasks({{kLocalMusic, folder.File(L"Setting.ini")}, {kApplication, L"no such program"}});
+  Open();
+  general->settings.SongLoop = 1;
+  general->tasks[1].NextRun = SerialFromSeconds(SecondsFromSerial(Now()) + 1);
+  Select(0);
+  player.duration = 1;
+  const auto url = L"url " + folder.File(L"Setting.ini");
+  ULONGLONG started = 0;
+  player.whilePlaying = [&] { started = GetTickCount64(); };
+  window->RunSelectedTask();
+  EXPECT_TRUE(PumpUntil([&] {
+    player.hasEnded = GetTickCount64() - started > 600;
+    return general->tasks[1].LastRun != 0;
+  }));
+  EXPECT_GT(std::ranges::count(Taken(), url), 1) << "the sound was played again";
+}
+
 TEST_F(FrmMainTest, DoesNotPlayAMissingFileAndRecordsTheRun) {
   Tasks({{kLocalMusic, folder.File(L"missing.mp3")}});
   Open();

@@ -27,6 +27,7 @@ class RunnerRig : public TaskRows, public TaskTimer, public TaskPlayer {
 
   TaskList tasks;
   DateSerial now = At(2011, 2, 14, 12, 0, 10);
+  std::uint64_t elapsed = 1'000'000;  // milliseconds
   bool pathExists = true;
   std::vector<std::string> calls;
   unsigned interval = 0;
@@ -43,6 +44,8 @@ class RunnerRig : public TaskRows, public TaskTimer, public TaskPlayer {
 
   void SetInterval(unsigned milliseconds) override;
   void SetEnabled(bool enable) override;
+  void PostTick() override { Call("post tick"); }
+  std::uint64_t Milliseconds() override { return elapsed; }
 
   void StopPlayback() override { Call("stop"); }
   void SetRadioFlag(bool isRadio) override { Call(isRadio ? "radio on" : "radio off"); }

@@ -119,6 +119,8 @@ class Soak : public TaskRows, public TaskTimer, public TaskPlayer {
   void SetRedraw(bool) override {}
   void SetInterval(unsigned milliseconds) override { interval_ = milliseconds; }
   void SetEnabled(bool enable) override { isTimerOn_ = enable; }
+  void PostTick() override {}
+  std::uint64_t Milliseconds() override { return static_cast<std::uint64_t>(elapsed_ / 1'000); }
   void StopPlayback() override {}
   void SetRadioFlag(bool) override {}
   void SetUrl(const std::wstring& url) override { Ran(url); }

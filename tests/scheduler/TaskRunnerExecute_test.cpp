@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 #include "base/FatalError.h"
 #include "scheduler/TaskRunner.h"
@@ -198,6 +199,66 @@ TEST(TaskRunnerRunNowTest, RecordsNothingWhenTheListWasReplacedMeanwhile) {
   rig.on["command"] = [&] { rig.tasks.clear(); };
   rig.runner.RunNow(0);
   EXPECT_TRUE(rig.tasks.empty());
+}
+
+size_t PostedTicks(const RunnerRig& rig) {
+  return static_cast<size_t>(std::count(rig.calls.begin(), rig.calls.end(), "post tick"));
+}
+
+TEST(TaskRunnerContinuousPlayTest, PostsOneTickBehindTheRunWhenTheLastIsASecondOld) {
+  RunnerRig rig;
+  rig.Add(kApplication, L"tool", At(2011, 2, 14, 13));
+  rig.runner.Tick();
+  rig.calls.clear();
+  rig.elapsed += 999;
+  const Calls run = {"timer off", "area off", "stop",          "command tool", "save",
+                     "refresh 0", "area on",  "interval 1000", "timer on"};
+  rig.runner.RunForContinuousPlay(0);
+  EXPECT_EQ(rig.calls, run);
+  rig.calls.clear();
+  rig.elapsed += 1;
+  rig.runner.RunForContinuousPlay(0);
+  EXPECT_EQ(rig.calls, run + Calls{"post tick"});
+  rig.runner.Tick();
+  rig.calls.clear();
+  rig.runner.RunForContinuousPlay(0);
+  EXPECT_EQ(rig.calls, run) << "the tick has come";
+}
+
+TEST(TaskRunnerContinuousPlayTest, PostsNothingWithoutARunOrForARunByHand) {
+  RunnerRig rig;
+  rig.runner.RunForContinuousPlay(std::nullopt);
+  rig.runner.RunForContinuousPlay(0);
+  rig.Add(kApplication, L"tool");
+  rig.runner.RunNow(0);
+  rig.on["command"] = [&] { rig.runner.RunForContinuousPlay(0); };
+  rig.runner.RunNow(0);
+  EXPECT_EQ(PostedTicks(rig), 0U);
+}
+
+// The timer ticks a second after it was switched on, unless it is switched on again before.
+TEST(TaskRunnerContinuousPlayTest, ASoundOfOneSecondKeepsNoTaskFromRunning) {
+  RunnerRig rig;
+  rig.Add(kLocalMusic, L"sound", At(2011, 2, 15));
+  TaskRecord& task = rig.Add(kReminderNote, L"drink", At(2011, 2, 14, 12, 1));
+  task.Interval = 1;
+  std::uint64_t switchedOn = rig.elapsed;
+  bool isPosted = false;
+  int notes = 0;
+  rig.on["timer on"] = [&] { switchedOn = rig.elapsed; };
+  rig.on["post tick"] = [&] { isPosted = true; };
+  rig.on["note"] = [&] { ++notes; };
+  constexpr int kSeconds = 600;
+  for (int step = 0; step < kSeconds * 10; ++step) {
+    rig.elapsed += 100;
+    rig.now = At(2011, 2, 14, 12, 0, 10) + step / 10 / 86'400.0;
+    // The end is seen by a tick of its own, at the latest when the timer is about to tick.
+    if (step % 10 == 0) rig.runner.RunForContinuousPlay(0);
+    if (std::exchange(isPosted, false) || rig.elapsed - switchedOn >= 1'000) {
+      rig.runner.Tick();
+    }
+  }
+  EXPECT_EQ(notes, kSeconds / 60);
 }
 
 TEST(TaskRunnerExecuteTest, RecordsTheRunOnTheSameTaskOfAListThatWasLoadedMeanwhile) {
