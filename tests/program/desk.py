@@ -44,9 +44,9 @@ class Desk:
         return picture(self.parts["strip"])
 
     def look_of(self, text):
-        """What the strip shows for a text: in state 1 it shows the control's status and no more."""
+        """What the strip shows for a text: in state 6 it shows the control's status and no more."""
         before = self.player.facts
-        self.player.facts = {"playState": 1, "status": text, "currentPosition": 65, "duration": 205}
+        self.player.facts = {"playState": 6, "status": text, "currentPosition": 65, "duration": 205}
         look = self.shows()
         self.player.facts = before
         self.player.plays()

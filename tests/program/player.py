@@ -8,6 +8,10 @@ from harness import BINARIES, run, until, windows_path
 CLASS = r"HKCR\CLSID\{6BF52A52-394A-11D3-B153-00C04F79FAA6}\InprocServer32"
 E_NOTIMPL, E_FAIL, NOTHING = "80004001", "80004005", "null"
 
+# What the stand-in can be: one that says what the test tells it, moment by moment, and stays where it
+# is at the end, or one that goes by itself and goes back to the start, as Windows' own does.
+SCRIPTED, WINDOWS = "scripted", "windows"
+
 # What is asked again and again while something plays.
 QUESTIONS = {"playState", "status", "currentPosition", "currentPositionString", "currentMedia",
              "duration", "durationString"}
@@ -24,22 +28,40 @@ def register(library):
     assert registered() == library
 
 
+def in_place_of_the_real_control():
+    """Registers the stand-in while it is used."""
+    real = registered()
+    register(StandIn.LIBRARY)
+    yield
+    register(r"C:\windows\system32\wmp.dll" if real == StandIn.LIBRARY else real)
+
+
 class StandIn:
     """The stand-in of one program: what it plays and what was asked of it."""
 
     LIBRARY = windows_path(BINARIES / "PlayerStandIn.dll")
 
-    def __init__(self, folder):
+    def __init__(self, folder, mode=SCRIPTED):
         self.path = folder
+        self.mode = mode
         self.environment = {"TELLURVANE_PLAYER": windows_path(folder)}
-        self.facts = {}
-        self.plays(playState=3, currentPosition=65, duration=205, status="甲乙丙",
+        self.facts = {"mode": mode}
+        # Position and length are equal for a moment only, which most ticks miss.
+        duration = 205.52 if mode == WINDOWS else 205
+        self.plays(playState=3, currentPosition=65, duration=duration, status="甲乙丙",
                    currentPositionString="01:05", durationString="03:25")
 
     def plays(self, **facts):
         """From now on its members of these names answer so."""
         self.facts |= facts
         self._write()
+
+    def comes_to_its_end(self):
+        if self.mode == WINDOWS:
+            self.plays(currentPosition=float(self.facts["duration"]) - 0.3)
+        else:
+            # A fraction that is left does not keep the end away.
+            self.plays(currentPosition=204.6, duration=205.4)
 
     def refuses(self, member, result):
         """From now on one member refuses, and the others do not."""

@@ -1,5 +1,5 @@
 // Stands in for the Windows Media Player control: plays nothing, writes down every call, and says
-// of itself what its script says. See Script.h.
+// of itself what its script says, or goes by itself. See Script.h and Timeline.h.
 #include <windows.h>
 
 #include <ocidl.h>
@@ -10,6 +10,7 @@
 #include <string>
 
 #include "tests/standin/Script.h"
+#include "tests/standin/Timeline.h"
 #include "tests/standin/UnusedMembers.h"
 #include "tests/support/Utf8.h"
 
@@ -18,6 +19,7 @@ namespace {
 
 constexpr DISPID kPlayStateChange = 5101;
 constexpr DWORD kCookie = 7;
+constexpr UINT kBeatMilliseconds = 30;
 
 Script& TheScript() {
   static Script script;
@@ -34,16 +36,28 @@ std::string NumberText(double number) {
   return text;
 }
 
-void TellState(int state) {
-  TheScript().Write("event " + std::to_string(kPlayStateChange) + " " + std::to_string(state));
+void TellState(DISPID event, int state) {
+  TheScript().Write("event " + std::to_string(event) + " " + std::to_string(state));
+  if (theSink == nullptr) return;
   VARIANT argument = {};
   argument.vt = VT_UI4;
   argument.lVal = state;
   DISPPARAMS parameters = {&argument, nullptr, 1, 0};
   isTelling = true;
-  theSink->Invoke(kPlayStateChange, IID{}, LOCALE_NEUTRAL, DISPATCH_METHOD, &parameters, nullptr,
-                  nullptr, nullptr);
+  theSink->Invoke(event, IID{}, LOCALE_NEUTRAL, DISPATCH_METHOD, &parameters, nullptr, nullptr,
+                  nullptr);
   isTelling = false;
+}
+
+Timeline& TheTimeline() {
+  static Timeline timeline(TheScript(), TellState);
+  return timeline;
+}
+
+// Its events come from the program's message loop, as those of a control of its thread do.
+void CALLBACK Beat(HWND, UINT, UINT_PTR, DWORD) {
+  TheScript().Read();
+  TheTimeline().Beat();
 }
 
 // What each member does first. Its result is what the member answers.
@@ -54,16 +68,27 @@ HRESULT Called(const std::string& member, const std::string& argument = "") {
   if (!argument.empty()) line += " " + argument;
   script.Write(line);
   const int state = static_cast<int>(script.Number("playState"));
-  if (theSink != nullptr && !isTelling && state != theToldState) {
+  if (!TheTimeline().IsOn() && theSink != nullptr && !isTelling && state != theToldState) {
     theToldState = state;
-    TellState(state);
+    TellState(kPlayStateChange, state);
   }
   return script.Result(member);
 }
 
-HRESULT GiveNumber(const std::string& member, double* number) {
+// The same, and what the media then does.
+template <typename Step>
+HRESULT Called(const std::string& member, const std::string& argument, Step step) {
+  const HRESULT result = Called(member, argument);
+  if (SUCCEEDED(result) && TheTimeline().IsOn()) step(TheTimeline());
+  return result;
+}
+
+HRESULT GiveNumber(const std::string& member, double* number,
+                   double (Timeline::*ofTimeline)() const) {
   const HRESULT result = Called(member);
-  if (SUCCEEDED(result)) *number = TheScript().Number(member);
+  if (FAILED(result)) return result;
+  const Timeline& timeline = TheTimeline();
+  *number = timeline.IsOn() ? (timeline.*ofTimeline)() : TheScript().Number(member);
   return result;
 }
 
@@ -87,13 +112,18 @@ HRESULT GiveObject(const std::string& member, Interface* object, Interface** giv
 
 class Controls final : public UnusedControls {
  public:
-  STDMETHODIMP play() override { return Called("play"); }
-  STDMETHODIMP stop() override { return Called("stop"); }
+  STDMETHODIMP play() override {
+    return Called("play", "", [](Timeline& timeline) { timeline.Play(); });
+  }
+  STDMETHODIMP stop() override {
+    return Called("stop", "", [](Timeline& timeline) { timeline.Stop(); });
+  }
   STDMETHODIMP get_currentPosition(double* seconds) override {
-    return GiveNumber("currentPosition", seconds);
+    return GiveNumber("currentPosition", seconds, &Timeline::Position);
   }
   STDMETHODIMP put_currentPosition(double seconds) override {
-    return Called("put_currentPosition", NumberText(seconds));
+    return Called("put_currentPosition", NumberText(seconds),
+                  [seconds](Timeline& timeline) { timeline.Seek(seconds); });
   }
   STDMETHODIMP get_currentPositionString(BSTR* text) override {
     return GiveText("currentPositionString", text);
@@ -105,6 +135,12 @@ class Settings final : public UnusedSettings {
   STDMETHODIMP put_autoStart(VARIANT_BOOL isOn) override {
     return Called("put_autoStart", std::to_string(isOn));
   }
+  STDMETHODIMP setMode(BSTR mode, VARIANT_BOOL isOn) override {
+    const std::string name = tellurvane::Utf8({mode, SysStringLen(mode)});
+    return Called("setMode", name + " " + std::to_string(isOn), [&](Timeline& timeline) {
+      if (name == "autoRewind") timeline.AutoRewind(isOn != VARIANT_FALSE);
+    });
+  }
   STDMETHODIMP put_volume(LONG volume) override {
     return Called("put_volume", std::to_string(volume));
   }
@@ -115,7 +151,9 @@ class Settings final : public UnusedSettings {
 
 class Media final : public UnusedMedia {
  public:
-  STDMETHODIMP get_duration(double* seconds) override { return GiveNumber("duration", seconds); }
+  STDMETHODIMP get_duration(double* seconds) override {
+    return GiveNumber("duration", seconds, &Timeline::Duration);
+  }
   STDMETHODIMP get_durationString(BSTR* text) override { return GiveText("durationString", text); }
 };
 
@@ -162,13 +200,19 @@ class Player final : public UnusedPlayer, public IConnectionPointContainer {
     return GiveObject<IConnectionPoint>("FindConnectionPoint", point_, point);
   }
 
-  STDMETHODIMP close() override { return Called("close"); }
+  STDMETHODIMP close() override {
+    return Called("close", "", [](Timeline& timeline) { timeline.Close(); });
+  }
   STDMETHODIMP put_URL(BSTR url) override {
-    return Called("put_URL", tellurvane::Utf8({url, SysStringLen(url)}));
+    return Called("put_URL", tellurvane::Utf8({url, SysStringLen(url)}),
+                  [](Timeline& timeline) { timeline.SetUrl(); });
   }
   STDMETHODIMP get_playState(WMPPlayState* state) override {
     const HRESULT result = Called("playState");
-    if (SUCCEEDED(result)) *state = static_cast<WMPPlayState>(TheScript().Number("playState"));
+    if (FAILED(result)) return result;
+    const Timeline& timeline = TheTimeline();
+    *state = static_cast<WMPPlayState>(
+        timeline.IsOn() ? timeline.PlayState() : static_cast<int>(TheScript().Number("playState")));
     return result;
   }
   STDMETHODIMP get_controls(IWMPControls** controls) override {
@@ -184,6 +228,7 @@ class Player final : public UnusedPlayer, public IConnectionPointContainer {
 
  private:
   ~Player() override {
+    KillTimer(nullptr, beat_);
     Called("the end");
     for (IUnknown* const part :
          {static_cast<IUnknown*>(controls_), static_cast<IUnknown*>(media_),
@@ -192,6 +237,7 @@ class Player final : public UnusedPlayer, public IConnectionPointContainer {
     }
   }
 
+  UINT_PTR beat_ = SetTimer(nullptr, 0, kBeatMilliseconds, Beat);
   Controls* controls_ = new Controls;
   Settings* settings_ = new Settings;
   Media* media_ = new Media;

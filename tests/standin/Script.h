@@ -4,8 +4,9 @@
 //
 //   player.script  lines KEY=VALUE. The facts that the members of these names answer with:
 //                  playState, currentPosition, duration, status, currentPositionString,
-//                  durationString. "fail.MEMBER" is the result, in hexadecimal digits, with which a
-//                  member refuses, or "null" where it says yes and hands out nothing.
+//                  durationString. Those of a control that goes by itself are in Timeline.h.
+//                  "fail.MEMBER" is the result, in hexadecimal digits, with which a member
+//                  refuses, or "null" where it says yes and hands out nothing.
 //                  Read anew at each call.
 //   player.calls   one line a call: the member, a blank, its argument. "event 5101 3" is an event
 //                  that the stand-in sent; a member called from within one has "(in event) " before

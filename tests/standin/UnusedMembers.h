@@ -85,7 +85,6 @@ class UnusedSettings : public Automation<IWMPSettings> {
   STDMETHODIMP put_balance(LONG) override { return E_NOTIMPL; }
   STDMETHODIMP get_volume(LONG*) override { return E_NOTIMPL; }
   STDMETHODIMP getMode(BSTR, VARIANT_BOOL*) override { return E_NOTIMPL; }
-  STDMETHODIMP setMode(BSTR, VARIANT_BOOL) override { return E_NOTIMPL; }
   STDMETHODIMP get_enableErrorDialogs(VARIANT_BOOL*) override { return E_NOTIMPL; }
 };
 

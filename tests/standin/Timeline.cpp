@@ -1,0 +1,95 @@
+#include "tests/standin/Timeline.h"
+
+#include <wmp.h>
+
+#include <utility>
+
+namespace standin {
+namespace {
+
+constexpr DISPID kOpenStateChange = 5001;
+constexpr DISPID kPlayStateChange = 5101;
+constexpr double kStandsStillBefore = 1;
+constexpr double kStandsStillAfter = 0.1;
+
+double Seconds() { return static_cast<double>(GetTickCount64()) / 1'000; }
+
+}  // namespace
+
+Timeline::Timeline(Script& script, Tell tell) : script_(script), tell_(std::move(tell)) {}
+
+void Timeline::SetUrl() {
+  isOpen_ = false;
+  restsAt_ = 0;
+  TellOpenState(wmposPlaylistChanging);
+  Become(wmppsTransitioning);
+  TellOpenState(wmposPlaylistOpenNoMedia);
+  Become(wmppsReady);
+}
+
+void Timeline::Play() {
+  opensAt_ = Seconds() + script_.Number("opening");
+  Become(wmppsTransitioning);
+  TellOpenState(wmposOpeningUnknownURL);
+}
+
+void Timeline::Stop() {
+  if (state_ == wmppsPlaying || state_ == wmppsTransitioning) Become(wmppsStopped);
+  restsAt_ = 0;
+}
+
+void Timeline::Close() {
+  Stop();
+  isOpen_ = false;
+  TellOpenState(wmposPlaylistOpenNoMedia);
+  Become(wmppsUndefined);
+}
+
+void Timeline::Seek(double seconds) {
+  if (state_ == wmppsPlaying) Begin(seconds);
+}
+
+double Timeline::Position() const {
+  return state_ == wmppsPlaying ? Seconds() - begunAt_ : restsAt_;
+}
+
+void Timeline::Beat() {
+  if (state_ == wmppsTransitioning && Seconds() >= opensAt_) {
+    isOpen_ = true;
+    scripted_ = script_.Number("currentPosition");
+    Begin(scripted_);
+    TellOpenState(wmposMediaOpen);
+    Become(wmppsPlaying);
+  }
+  if (state_ != wmppsPlaying) return;
+  if (script_.Number("currentPosition") != scripted_) {
+    scripted_ = script_.Number("currentPosition");
+    Begin(scripted_);
+  }
+  if (script_.Number("lateTick") != 0 && Position() >= End() - kStandsStillBefore) {
+    Sleep(static_cast<DWORD>((End() - Position() + kStandsStillAfter) * 1'000));
+  }
+  if (Position() >= End()) ReachTheEnd();
+}
+
+void Timeline::Become(int state) {
+  if (state == state_) return;
+  state_ = state;
+  tell_(kPlayStateChange, state);
+}
+
+void Timeline::TellOpenState(int state) { tell_(kOpenStateChange, state); }
+
+void Timeline::Begin(double position) { begunAt_ = Seconds() - position; }
+
+double Timeline::End() const {
+  const double end = script_.Number("ends");
+  return end > 0 ? end : script_.Number("duration");
+}
+
+void Timeline::ReachTheEnd() {
+  restsAt_ = rewinds_ ? 0 : End();
+  for (const int state : {wmppsMediaEnded, wmppsStopped, wmppsReady}) Become(state);
+}
+
+}  // namespace standin
