@@ -103,7 +103,6 @@ TEST(RefusedCallsTest, TheMainWindowKeepsItsFiles) {
                  "ImageList_AddMasked",
                  "ImageList_Create",
                  "LoadBitmapW",
-                 "LoadIconW",
                  "LoadResource",
                  "MoveFileExW",
                  "ReadFile",

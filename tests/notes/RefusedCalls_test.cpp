@@ -85,7 +85,7 @@ TEST(RefusedCallsTest, NotesAreShownOrPassedOver) {
       {"note stack", StackNotes, {"CreateWindowExW", "RegisterClassExW", "SetTimer"}},
       {"note editor",
        EditNote,
-       {"CreateWindowExW", "GetMonitorInfoW", "LoadIconW", "LoadLibraryExW"}},
+       {"CreateWindowExW", "GetMonitorInfoW", "LoadLibraryExW"}},
   };
   for (const Deed& deed : deeds) FailEachCall(deed);
 }

@@ -62,7 +62,7 @@ TEST(RefusedCallsTest, TheDirectoryIsSearchedOrEndsInAFatalError) {
       {"radio directory",
        UseDirectory,
        {"CreateCompatibleDC", "CreatePatternBrush", "CreateWindowExW", "GdipDrawString",
-        "IntersectClipRect", "LoadCursorW", "LoadIconW", "RestoreDC", "SaveDC", "VirtualAlloc"}});
+        "IntersectClipRect", "LoadCursorW", "RestoreDC", "SaveDC", "VirtualAlloc"}});
 }
 
 TEST(RefusedCallsTest, APageThatCannotBeAskedForIsNotFetched) {

@@ -71,7 +71,7 @@ TEST(RefusedCallsTest, TheEditorKeepsTheTasks) {
       {"editor",
        SaveInEditor,
        {"CreateSolidBrush", "CreateWindowExW", "GetSystemMetrics", "GetWindowTextLengthW",
-        "GetWindowTextW", "InitCommonControlsEx", "LoadIconW", "LoadLibraryExW", "VirtualAlloc"}});
+        "GetWindowTextW", "InitCommonControlsEx", "LoadLibraryExW", "VirtualAlloc"}});
 }
 
 TaskList OldTasks() { return {Reminder(L"甲"), Reminder(L"乙")}; }

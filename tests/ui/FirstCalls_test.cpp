@@ -71,6 +71,18 @@ TEST(FirstCallsTest, AFontThatWasRefusedIsMadeLater) {
   EXPECT_EQ(ToolkitFont(), ToolkitFont());
 }
 
+TEST(FirstCallsTest, IconsThatWereRefusedAreLoadedLater) {
+  if (!InFreshProcess()) return;
+  FailingImport icons({"LoadImageW"});
+  icons.Fail(1, INT_MAX);
+  EXPECT_EQ(ExecutableIcons().big, nullptr);
+  EXPECT_EQ(ExecutableIcons().small, nullptr);
+  icons.LetAllThrough();
+  EXPECT_NE(ExecutableIcons().big, nullptr);
+  EXPECT_NE(ExecutableIcons().small, nullptr);
+  EXPECT_EQ(ExecutableIcons().big, ExecutableIcons().big);
+}
+
 TEST(FirstCallsTest, WithoutAScreenTheFontHasTheHeightOfMostScreens) {
   if (!InFreshProcess()) return;
   FailingImport contexts({"GetDC"});
