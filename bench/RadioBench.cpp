@@ -45,9 +45,11 @@ std::vector<Directory> Directories() {
         L"&p",      L";&",         L"&;;;;;;;",  L"<<b>b>",   L"</<b>b>"}},
       {"GetShoutcast",
        ShoutcastPage,
-       [](std::wstring page) { return GetShoutcast(PreparedShoutcast(std::move(page))).size(); },
+       [](std::wstring page) {
+         return GetShoutcast(PreparedShoutcast(std::move(page))).rows.size();
+       },
        [](const std::wstring& page) {
-         return literal::GetShoutcast(PreparedShoutcast(page)).size();
+         return literal::GetShoutcast(PreparedShoutcast(page)).rows.size();
        },
        {L"id:", L"id\"", L"i", L"id", L"d:", L"\"", L"\":", L",", L"mt:", L"t:e:c:r:d:",
         L"id:\"1\",mt:\"", L"id:\"1\",mt:\"t\",name:\"", L"id:\"1\",mt:\"t\",name:\"n\",lc:1"}},

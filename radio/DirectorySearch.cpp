@@ -57,7 +57,7 @@ StationSearch SearchDirectory(const DirectoryQuery& query, const std::wstring& h
   std::wstring page = fetch(AddressOf(query));
   switch (query.source) {
     case DirectorySource::kShoutcast:
-      return {GetShoutcast(PreparedShoutcast(std::move(page))), true};
+      return GetShoutcast(PreparedShoutcast(std::move(page)));
     case DirectorySource::kIcecast:
       return {GetIcecast(std::move(page)), true};
     case DirectorySource::kLiveDoor:

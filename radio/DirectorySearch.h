@@ -34,7 +34,7 @@ struct DirectoryQuery {
 
 std::wstring AddressOf(const DirectoryQuery& query);
 
-// Throws what `fetch` throws. Of the four only HiNet's page shows whether it was cut off.
+// Throws what `fetch` throws. Only SHOUTcast's and HiNet's pages show whether they were cut off.
 StationSearch SearchDirectory(const DirectoryQuery& query, const std::wstring& hinetUrl,
                               const std::function<std::wstring(const std::wstring& url)>& fetch);
 

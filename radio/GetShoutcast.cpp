@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <utility>
 
 #include "radio/DirectoryHosts.h"
@@ -9,7 +8,7 @@ namespace tellurvane {
 namespace {
 
 // Positions count from 1, as the rules of this page do: a marker that is not found is at 0, and the
-// places that are reckoned from it are small numbers.
+// places that are reckoned from it are small numbers. No search starts at 0.
 class Markers {
  public:
   explicit Markers(std::wstring_view text)
@@ -36,7 +35,7 @@ class Markers {
 
  private:
   static size_t Position(Occurrences& marker, size_t from) {
-    const size_t found = marker.From(std::max<size_t>(from, 1) - 1);
+    const size_t found = marker.From(from - 1);
     return found == kNotFound ? 0 : found + 1;
   }
 
@@ -67,21 +66,27 @@ std::wstring PreparedShoutcast(std::wstring page) {
                          {kColon, L":", kColon.find(L':')});
 }
 
-StationRows GetShoutcast(std::wstring page) {
-  StationRows rows(std::move(page), RowOf);
+StationSearch GetShoutcast(std::wstring page) {
+  StationSearch stations = {StationRows(std::move(page), RowOf), true};
+  StationRows& rows = stations.rows;
   Markers markers(rows.Page());
   StationCuts cuts;
+  size_t last = 0;
   size_t resume = 0;
   while (rows.size() < kMostShoutcastRows) {
     const size_t start = markers.Id(resume + 1);
     if (start == 0) break;
+    // The page does not hold what the last station needed: the search went back for it.
+    if (start <= last) stations.isWhole = false;
+    last = start;
     size_t a = markers.Quote(start) + 1;
     size_t b = markers.Quote(a);
     markers.Take(cuts.url, a, b);
-    a = markers.Type(b) + 4;
+    // Behind a quote that was not found nothing is searched, and `a` stays.
+    if (b != 0) a = markers.Type(b) + 4;
     b = markers.Quote(a);
     markers.Take(cuts.type, a, b);
-    a = markers.Name(b) + 6;
+    if (b != 0) a = markers.Name(b) + 6;
     b = markers.Quote(a);
     markers.Take(cuts.name, a, b);
     // From the name's beginning: the count may stand in the name's own text.
@@ -94,7 +99,7 @@ StationRows GetShoutcast(std::wstring page) {
     resume = b;
     rows.Append(cuts);
   }
-  return rows;
+  return stations;
 }
 
 }  // namespace tellurvane

@@ -9,13 +9,20 @@
 
 namespace tellurvane {
 
+struct StationSearch {
+  StationRows rows;
+  // False where the page ends in the middle of a station: those before it are there.
+  bool isWhole = true;
+};
+
 // At most so many stations are taken from SHOUTcast's answer, however many it holds.
 inline constexpr size_t kMostShoutcastRows = 200;
 
 // A line break before every id, and no quote before a colon.
 std::wstring PreparedShoutcast(std::wstring page);
-// Of a prepared page. A field that cannot be cut keeps the text of the station before.
-StationRows GetShoutcast(std::wstring page);
+// Of a prepared page. A field that cannot be cut keeps the text of the station before. On a page
+// that is not whole the search goes back, and lists stations again.
+StationSearch GetShoutcast(std::wstring page);
 
 // Of a page as it came. A field that is missing, or too long, keeps the text of the station before.
 StationRows GetIcecast(std::wstring page);
@@ -25,11 +32,6 @@ std::wstring PreparedLiveDoor(std::wstring page);
 // Of a prepared page; the same holds for missing fields.
 StationRows GetLiveDoor(std::wstring page);
 
-struct StationSearch {
-  StationRows rows;
-  // False where the page ends in the middle of a station: those before it are there.
-  bool isWhole = true;
-};
 // `urlPrefix` is what a station's id is appended to.
 StationSearch GetHinet(std::wstring page, std::wstring_view urlPrefix);
 

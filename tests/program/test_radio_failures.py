@@ -7,9 +7,9 @@ import pytest
 
 from directories import NO_HOST, Answer, Proxy
 from harness import click_at, press_key, until
-from radio import HINET, ICECAST, NOTHING, SHOUTCAST, UNREACHABLE, RadioDesk, found
-from radio_pages import (hinet_page, hinet_rows, icecast_page, icecast_rows, shoutcast_page,
-                         shoutcast_rows)
+from radio import HINET, ICECAST, NOTHING, UNREACHABLE, RadioDesk, found
+from radio_pages import (hinet_page, hinet_rows, icecast_page, icecast_rows, shoutcast_name,
+                         shoutcast_page, shoutcast_rows)
 
 PAGE = shoutcast_page(3)
 ROWS = shoutcast_rows(3)
@@ -85,10 +85,20 @@ def test_half_a_page_gives_the_stations_that_are_whole(desk, directories):
     dialog.choose("source", ICECAST)
     desk.search()
     assert (dialog.status(), dialog.rows()) == (found(7), icecast_rows()[:7])
-    directories.serves(ADDRESS, Answer(PAGE[:len(PAGE) // 2], length=len(PAGE.encode("utf-8"))))
-    dialog.choose("source", SHOUTCAST)
+
+
+def test_half_a_shoutcast_page_is_listed_again_and_again_and_told(desk, directories):
+    dialog = desk.dialog
+    # In the second station's name. The search for what is missing goes back to the first station,
+    # and from there finds the second one again, until the list is full.
+    cut = PAGE.index(shoutcast_name(1)) + 3
+    directories.serves(ADDRESS, Answer(PAGE[:cut], length=len(PAGE.encode("utf-8"))))
     desk.search()
-    assert dialog.rows()[0] == ROWS[0]
+    name, kind, rate, _, _, last = ROWS[0]
+    address = ROWS[1][3]
+    listeners = '收聽人數："\r\nid:"0"'
+    assert dialog.rows() == [ROWS[0]] + 199 * [(name, kind, rate, address, listeners, last)]
+    assert dialog.status() == found(200) + INCOMPLETE
     assert dialog.usable() == USABLE
 
 

@@ -59,12 +59,21 @@ TEST(DirectorySearchTest, ReadsThePageAsTheDirectoryWritesIt) {
 }
 
 TEST(DirectorySearchTest, TellsAPageThatWasCutOff) {
-  const StationSearch found =
-      SearchDirectory({kHinet, kGenre, L""}, L"", [](const std::wstring& /*url*/) {
-        return std::wstring(L"<item id=\"1\" myTitle=\"a\"/><item id=\"2");
-      });
-  EXPECT_FALSE(found.isWhole);
-  EXPECT_EQ(found.rows.size(), 1U);
+  const struct {
+    DirectorySource source;
+    const wchar_t* page;
+    size_t rows;
+  } cases[] = {
+      {kHinet, L"<item id=\"1\" myTitle=\"a\"/><item id=\"2", 1},
+      {kShoutcast,
+       L"{\"id\":\"7\",\"mt\":\"t\",\"name\":\"n\",\"lc\":1,\"br\":64,},{\"id\":\"8\",\"mt", 200},
+  };
+  for (const auto& [source, page, rows] : cases) {
+    const StationSearch found = SearchDirectory({source, kGenre, L""}, L"",
+                                                [&](const std::wstring& /*url*/) { return page; });
+    EXPECT_FALSE(found.isWhole) << page;
+    EXPECT_EQ(found.rows.size(), rows) << page;
+  }
 }
 
 TEST(DirectorySearchTest, LetsThroughWhatTheFetchThrows) {

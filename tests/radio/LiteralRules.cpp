@@ -44,7 +44,7 @@ std::wstring Trim(std::wstring_view part) {
 
 // 0 when there is none at or after the place.
 int InStr(int start, std::wstring_view text, std::wstring_view part) {
-  for (int at = start < 1 ? 1 : start; at + Length(part) - 1 <= Length(text); ++at) {
+  for (int at = start; at + Length(part) - 1 <= Length(text); ++at) {
     if (text[static_cast<size_t>(at - 1)] != part[0]) continue;
     if (Mid(text, at, Length(part)) == part) return at;
   }
@@ -117,7 +117,7 @@ bool IsAt(std::wstring_view text, int at, std::wstring_view marker) {
 }
 
 int InStrAnyCase(int start, std::wstring_view text, std::wstring_view part) {
-  for (int at = start < 1 ? 1 : start; at + Length(part) - 1 <= Length(text); ++at) {
+  for (int at = start; at + Length(part) - 1 <= Length(text); ++at) {
     if (IsAt(text, at, part)) return at;
   }
   return 0;
@@ -142,8 +142,8 @@ std::wstring ReplaceHTML(std::wstring text) {
   return text;
 }
 
-std::vector<StationRow> GetShoutcast(const std::wstring& text) {
-  std::vector<StationRow> rows;
+Search GetShoutcast(const std::wstring& text) {
+  Search stations;
   std::wstring id;
   std::wstring type;
   std::wstring name;
@@ -151,16 +151,20 @@ std::vector<StationRow> GetShoutcast(const std::wstring& text) {
   std::wstring bitRate;
   int count = 0;
   int resume = 0;
+  int last = 0;
   while (count != 200) {
     const int start = InStrAnyCase(resume + 1, text, L"id:");
     if (start == 0) break;
+    if (start <= last) stations.isWhole = false;
+    last = start;
     int a = InStr(start, text, L"\"") + 1;
     int b = InStr(a, text, L"\"");
     Cut(id, text, a, b);
-    a = InStr(b, text, L"mt:") + 4;
+    // A search from 0 fails, and the statement that it is part of does nothing.
+    if (b != 0) a = InStr(b, text, L"mt:") + 4;
     b = InStr(a, text, L"\"");
     Cut(type, text, a, b);
-    a = InStr(b, text, L"name:") + 6;
+    if (b != 0) a = InStr(b, text, L"name:") + 6;
     b = InStr(a, text, L"\"");
     Cut(name, text, a, b);
     a = InStr(a, text, L"lc:") + 3;
@@ -171,11 +175,11 @@ std::vector<StationRow> GetShoutcast(const std::wstring& text) {
     Cut(bitRate, text, a, b);
     resume = b;
     ++count;
-    rows.push_back({name, type, bitRate + L" kbps",
-                    std::wstring(kShoutcastTuneIn) + L"/sbin/tunein-station.pls?id=" + id,
-                    L"收聽人數：" + listeners, L""});
+    stations.rows.push_back({name, type, bitRate + L" kbps",
+                             std::wstring(kShoutcastTuneIn) + L"/sbin/tunein-station.pls?id=" + id,
+                             L"收聽人數：" + listeners, L""});
   }
-  return rows;
+  return stations;
 }
 
 std::vector<StationRow> GetIcecast(const std::wstring& page) {
@@ -272,11 +276,11 @@ std::vector<StationRow> GetLiveDoor(const std::wstring& page) {
   return rows;
 }
 
-HinetSearch GetHinet(const std::wstring& text, const std::wstring& urlPrefix) {
+Search GetHinet(const std::wstring& text, const std::wstring& urlPrefix) {
   constexpr std::array<const wchar_t*, 13> kExcluded = {L"警廣", L"全國", L"Br",   L"ne",   L"大愛",
                                                         L"古都", L"真心", L"臺北", L"台灣", L"正義",
                                                         L"快樂", L"非凡", L"新客"};
-  HinetSearch stations;
+  Search stations;
   int resume = 0;
   for (;;) {
     const int item = InStrAnyCase(resume + 1, text, L"item id");

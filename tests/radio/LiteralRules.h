@@ -9,15 +9,15 @@
 
 namespace tellurvane::literal {
 
-struct HinetSearch {
+struct Search {
   std::vector<StationRow> rows;
   bool isWhole = true;
 };
 
 std::wstring ReplaceHTML(std::wstring text);
-std::vector<StationRow> GetShoutcast(const std::wstring& text);
+Search GetShoutcast(const std::wstring& text);
 std::vector<StationRow> GetIcecast(const std::wstring& page);
 std::vector<StationRow> GetLiveDoor(const std::wstring& page);
-HinetSearch GetHinet(const std::wstring& text, const std::wstring& urlPrefix);
+Search GetHinet(const std::wstring& text, const std::wstring& urlPrefix);
 
 }  // namespace tellurvane::literal

@@ -20,6 +20,11 @@ std::string Difference(const std::vector<StationRow>& fast, const std::vector<St
   return {};
 }
 
+std::string Difference(const StationSearch& fast, const literal::Search& slow) {
+  if (fast.isWhole != slow.isWhole) return "the end is told otherwise";
+  return Difference(Listed(fast.rows), slow.rows);
+}
+
 }  // namespace
 
 std::string DecodingDifference(const std::wstring& page) {
@@ -29,7 +34,7 @@ std::string DecodingDifference(const std::wstring& page) {
 std::string ShoutcastDifference(const std::wstring& page) {
   const std::wstring prepared = Replaced(Replaced(page, L"id\"", L"\r\nid"), L"\":", L":");
   if (PreparedShoutcast(page) != prepared) return "prepared otherwise";
-  return Difference(Listed(GetShoutcast(page)), literal::GetShoutcast(page));
+  return Difference(GetShoutcast(page), literal::GetShoutcast(page));
 }
 
 std::string IcecastDifference(const std::wstring& page) {
@@ -43,10 +48,7 @@ std::string LiveDoorDifference(const std::wstring& page) {
 }
 
 std::string HinetDifference(const std::wstring& page) {
-  const StationSearch fast = GetHinet(page, L"p");
-  const literal::HinetSearch slow = literal::GetHinet(page, L"p");
-  if (fast.isWhole != slow.isWhole) return "the end is told otherwise";
-  return Difference(Listed(fast.rows), slow.rows);
+  return Difference(GetHinet(page, L"p"), literal::GetHinet(page, L"p"));
 }
 
 std::wstring PageOfSeed(std::string_view bytes) {

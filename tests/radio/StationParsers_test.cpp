@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 
 #include "base/Text.h"
-#include "tests/radio/LiteralRules.h"
 #include "tests/radio/RuleDifference.h"
 
 namespace tellurvane {
@@ -20,7 +19,9 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-std::vector<StationRow> Shoutcast(const std::wstring& page) { return Listed(GetShoutcast(page)); }
+std::vector<StationRow> Shoutcast(const std::wstring& page) {
+  return Listed(GetShoutcast(page).rows);
+}
 std::vector<StationRow> Icecast(const std::wstring& page) { return Listed(GetIcecast(page)); }
 std::vector<StationRow> LiveDoor(const std::wstring& page) { return Listed(GetLiveDoor(page)); }
 std::vector<StationRow> Hinet(const std::wstring& page, const std::wstring& prefix) {
@@ -89,18 +90,59 @@ TEST(GetShoutcast, FindsNothingInAnEmptyAnswer) {
   EXPECT_THAT(Shoutcast(L"an error page, 404"), IsEmpty());
 }
 
+// After a station that is cut off the search goes back to the page's beginning.
 TEST(GetShoutcast, KeepsTheFieldsThatItCannotCut) {
-  const std::wstring page = L"id:\"1\" mt:\"t\" name:\"n\" lc:2,br:3, id:\"4\" mt:\"u";
-  const std::vector<StationRow> rows = Shoutcast(page);
-  EXPECT_EQ(rows, literal::GetShoutcast(page));
-  ASSERT_GT(rows.size(), 1U);
-  EXPECT_EQ(rows[1].type, L"t");
+  const StationSearch stations =
+      GetShoutcast(L"id:\"1\" mt:\"t\" name:\"n\" lc:2,br:3, id:\"4\" mt:\"u");
+  EXPECT_FALSE(stations.isWhole);
+  const std::wstring url = L"http://yp.shoutcast.com/sbin/tunein-station.pls?id=";
+  std::vector<StationRow> expected = {{L"n", L"t", L"3 kbps", url + L"1", L"收聽人數：2", L""}};
+  expected.resize(
+      200, {L"n", L"t", L"3 kbps", url + L"4", L"收聽人數：:\"1\" mt:\"t\" name:\"n\" lc:2", L""});
+  EXPECT_EQ(Listed(stations.rows), expected);
+}
+
+TEST(GetShoutcast, SearchesNothingAfterAQuoteThatIsMissing) {
+  const StationSearch stations = GetShoutcast(L"id:id:\"");
+  EXPECT_FALSE(stations.isWhole);
+  const StationRow row = {L"",           L"",
+                          L" kbps",      L"http://yp.shoutcast.com/sbin/tunein-station.pls?id=",
+                          L"收聽人數：", L""};
+  EXPECT_EQ(Listed(stations.rows), std::vector<StationRow>(200, row));
+}
+
+TEST(GetShoutcast, TellsAPageThatIsCutOff) {
+  const std::wstring whole = ShoutcastRecord(1) + ShoutcastRecord(2);
+  std::wstring many;
+  for (int i = 0; i < 199; ++i) many += ShoutcastRecord(i);
+  const std::wstring noComma = L"{\"id\":\"3\",\"mt\":\"t\",\"name\":\"n\",\"lc\":1,\"br\":64}]";
+  const struct {
+    std::wstring page;
+    bool isWhole;
+    size_t rows;
+  } cases[] = {
+      {L"", true, 0},
+      {L"[" + whole + L"]", true, 2},
+      {many + ShoutcastRecord(199) + ShoutcastRecord(200), true, 200},
+      {whole + noComma, false, 200},
+      // The last one that is listed: nothing is searched after it.
+      {many + noComma, true, 200},
+      {many.substr(0, many.size() - 60), false, 200},
+      {whole + L"{\"id\":", false, 200},
+      {whole + L"{\"id\":\"3\",\"mt\":\"audio/mp", false, 200},
+      {whole + L"{\"id\":\"3\",\"mt\":\"t\",\"name\":\"n\",\"lc\":", false, 200},
+  };
+  for (const auto& [page, isWhole, rows] : cases) {
+    const StationSearch stations = GetShoutcast(PreparedShoutcast(page));
+    EXPECT_EQ(stations.isWhole, isWhole) << testing::PrintToString(page);
+    EXPECT_EQ(stations.rows.size(), rows) << testing::PrintToString(page);
+  }
 }
 
 // Without a comma the search goes on at the beginning each time.
 TEST(GetShoutcast, ListsAStationThatIsFoundAgainAndAgainWithoutCopies) {
   const std::wstring name(1'000'000, L'n');
-  const StationRows rows = GetShoutcast(L"id:\"1\" mt:\"t\" name:\"" + name + L"\" lc:2 br:3");
+  const StationRows rows = GetShoutcast(L"id:\"1\" mt:\"t\" name:\"" + name + L"\" lc:2 br:3").rows;
   ASSERT_EQ(rows.size(), 200U);
   EXPECT_EQ(rows[199].name, name);
   EXPECT_LE(sizeof(StationCuts), 48U);
