@@ -42,7 +42,8 @@ DateSerial ReadPickedTime(const SYSTEMTIME& picked, const SystemDateReader& syst
 }
 
 ClsDate::~ClsDate() {
-  if (IsWindow(picker_)) DestroyWindow(picker_);
+  subclass_.Terminate();
+  if (picker_ != nullptr) DestroyWindow(picker_);
 }
 
 void ClsDate::Create(HWND parent, int left, int top, int width, int height, bool dateMode) {
@@ -59,6 +60,15 @@ void ClsDate::Create(HWND parent, int left, int top, int width, int height, bool
                                .width = width,
                                .height = height});
   SendMessageW(picker_, WM_SETFONT, reinterpret_cast<WPARAM>(ToolkitFont()), TRUE);
+  subclass_.Subclass(picker_, *this, 0);
+  subclass_.AddMessage(picker_, WM_NCDESTROY, kBeforePrevious);
+}
+
+// Another window may get the handle later.
+void ClsDate::WndProc(bool /*before*/, bool& /*handled*/, LRESULT& /*result*/, HWND /*window*/,
+                      UINT /*message*/, WPARAM /*wParam*/, LPARAM /*lParam*/,
+                      LONG_PTR& /*userParam*/) {
+  picker_ = nullptr;
 }
 
 void ClsDate::Enabled(bool enabled) {

@@ -4,12 +4,14 @@
 #include <windows.h>
 
 #include "base/DateText.h"
+#include "ui/GXISubclass.h"
+#include "ui/GXMSubclass.h"
 
 namespace tellurvane {
 
 // The picker belongs to its parent window and goes with it, or with this object if that ends
 // first.
-class ClsDate {
+class ClsDate : private GXISubclass {
  public:
   ClsDate() = default;
   ClsDate(const ClsDate&) = delete;
@@ -30,11 +32,16 @@ class ClsDate {
   DateSerial Value() const;
   void Value(DateSerial date);
 
+  // None once the parent took the picker with it.
   HWND hwnd() const { return picker_; }
 
  private:
+  void WndProc(bool before, bool& handled, LRESULT& result, HWND window, UINT message,
+               WPARAM wParam, LPARAM lParam, LONG_PTR& userParam) override;
+
   HWND picker_ = nullptr;
   bool isEnabled_ = false;
+  GXMSubclass subclass_;
 };
 
 // The moment that a picker names, by way of its text "2011/2/14 9:5:0": read by the platform in

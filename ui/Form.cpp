@@ -153,11 +153,13 @@ void Form::ShowModal() {
 bool Form::Unload() {
   if (hwnd() == nullptr) return true;
   if (!Form_Unload()) return false;
-  RemoveKeyboardForm(hwnd());
   ReleaseOwner();
   DestroyWindow(hwnd());
   return true;
 }
+
+// Also when the owner took the form with it: another window may get the handle later.
+void Form::OnDestroyed(HWND window) { RemoveKeyboardForm(window); }
 
 // Before the form goes: a disabled owner would lose the foreground to another program.
 void Form::ReleaseOwner() {

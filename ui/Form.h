@@ -96,6 +96,7 @@ class Form : public DrawnWindow {
   LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
  private:
+  void OnDestroyed(HWND window) final;
   void OnMouseDown(const MouseEvent& event) final;
   void OnMouseMove(const MouseEvent& event) final;
   void OnMouseUp(const MouseEvent& event) final;

@@ -12,7 +12,7 @@ std::set<HWND>& KeyboardForms() {
 
 void Dispatch(MSG& message) {
   const HWND root = message.hwnd == nullptr ? nullptr : GetAncestor(message.hwnd, GA_ROOT);
-  if (root != nullptr && KeyboardForms().contains(root) && IsDialogMessageW(root, &message)) {
+  if (root != nullptr && IsKeyboardForm(root) && IsDialogMessageW(root, &message)) {
     return;
   }
   TranslateMessage(&message);
@@ -52,5 +52,7 @@ void ProcessPendingMessages() {
 void AddKeyboardForm(HWND form) { KeyboardForms().insert(form); }
 
 void RemoveKeyboardForm(HWND form) { KeyboardForms().erase(form); }
+
+bool IsKeyboardForm(HWND window) { return KeyboardForms().contains(window); }
 
 }  // namespace tellurvane

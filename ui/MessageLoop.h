@@ -19,5 +19,6 @@ void ProcessPendingMessages();
 // Names a top-level window whose Tab, Enter and Esc keys the loop is to handle, or forgets it.
 void AddKeyboardForm(HWND form);
 void RemoveKeyboardForm(HWND form);
+bool IsKeyboardForm(HWND window);
 
 }  // namespace tellurvane

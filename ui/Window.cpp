@@ -59,7 +59,19 @@ void Window::CreateBound(const wchar_t* className, UINT classStyle, const Window
 }
 
 LRESULT Window::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_SYSCOLORCHANGE || message == WM_SETTINGCHANGE) {
+    PassToChildren(message, wParam, lParam);
+  }
   return DefWindowProcW(window_, message, wParam, lParam);
+}
+
+// The system tells top-level windows only, and the native controls keep colours and settings.
+void Window::PassToChildren(UINT message, WPARAM wParam, LPARAM lParam) const {
+  HWND child = GetWindow(window_, GW_CHILD);
+  while (child != nullptr) {
+    SendMessageW(child, message, wParam, lParam);
+    child = GetWindow(child, GW_HWNDNEXT);
+  }
 }
 
 LRESULT CALLBACK Window::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -76,6 +88,7 @@ LRESULT CALLBACK Window::Procedure(HWND window, UINT message, WPARAM wParam, LPA
   if (message == WM_NCDESTROY) {
     SetWindowLongPtrW(window, GWLP_USERDATA, 0);
     self->window_ = nullptr;
+    self->OnDestroyed(window);
     return DefWindowProcW(window, message, wParam, lParam);
   }
   return GuardBoundary([&] { return self->HandleMessage(message, wParam, lParam); });

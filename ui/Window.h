@@ -53,11 +53,16 @@ class Window {
   // FatalError where the system refuses.
   void CreateBound(const wchar_t* className, UINT classStyle, const WindowArgs& args);
 
-  // Every message from WM_NCCREATE on. The default is the platform's own handling.
+  // Every message from WM_NCCREATE on. The default is the platform's own handling; what the system
+  // tells top-level windows about its colours and settings is passed to the children first.
   virtual LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam);
+
+  // The window is gone, whoever destroyed it; not called by the destructor. Must not throw.
+  virtual void OnDestroyed(HWND /*window*/) {}
 
  private:
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+  void PassToChildren(UINT message, WPARAM wParam, LPARAM lParam) const;
 
   HWND window_ = nullptr;
 };

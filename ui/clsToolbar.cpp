@@ -21,7 +21,7 @@ constexpr DWORD kStyle =
 
 clsToolbar::~clsToolbar() {
   subclass_.Terminate();
-  if (IsWindow(toolbar_)) DestroyWindow(toolbar_);
+  if (toolbar_ != nullptr) DestroyWindow(toolbar_);
 }
 
 void clsToolbar::Create(int imageSize) {
@@ -38,16 +38,18 @@ void clsToolbar::Create(int imageSize) {
   Send(TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_DRAWDDARROWS);
   Send(WM_SETFONT, reinterpret_cast<WPARAM>(ToolkitFont()), FALSE);
   ImageList(images_.Get());
-  SubclassHost();
+  SubclassBoth();
 }
 
-void clsToolbar::SubclassHost() {
+void clsToolbar::SubclassBoth() {
   subclass_.Subclass(host_->hwnd(), *this, 0);
   for (const UINT message :
        std::initializer_list<UINT>{WM_COMMAND, WM_NOTIFY, WM_NOTIFYFORMAT, WM_ERASEBKGND}) {
     subclass_.AddMessage(host_->hwnd(), message, kBeforePrevious);
   }
   subclass_.AddMessage(host_->hwnd(), WM_SIZE, kAfterPrevious);
+  subclass_.Subclass(toolbar_, *this, 0);
+  subclass_.AddMessage(toolbar_, WM_NCDESTROY, kBeforePrevious);
   // The toolbar asked its host before there was anybody to answer; now it asks again.
   Send(WM_NOTIFYFORMAT, reinterpret_cast<WPARAM>(host_->hwnd()), NF_REQUERY);
 }
@@ -160,6 +162,10 @@ void clsToolbar::WndProc(bool /*before*/, bool& handled, LRESULT& result, HWND /
     case WM_SIZE:
       SetWindowPos(toolbar_, nullptr, 0, 0, host_->ScaleWidth(), host_->ScaleHeight(),
                    SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+      break;
+    case WM_NCDESTROY:
+      // Another window may get the handle later.
+      toolbar_ = nullptr;
       break;
     default:
       break;

@@ -56,6 +56,7 @@ class clsToolbar : private GXISubclass {
   // The size in pixels that all visible buttons take together, for the host to be fitted to.
   SIZE ButtonsSize() const;
 
+  // None once the host took the toolbar with it.
   HWND hwnd() const { return toolbar_; }
 
  private:
@@ -67,7 +68,7 @@ class clsToolbar : private GXISubclass {
 
   void WndProc(bool before, bool& handled, LRESULT& result, HWND window, UINT message,
                WPARAM wParam, LPARAM lParam, LONG_PTR& userParam) override;
-  void SubclassHost();
+  void SubclassBoth();
   bool HandleNotify(NMHDR& notification);
   void ShowCaptions();
   void ChangeState(int id, BYTE bit, bool isSet);

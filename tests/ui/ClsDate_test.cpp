@@ -178,8 +178,10 @@ TEST_P(DateTest, IsReachedByTheTabKey) {
 }
 
 TEST_P(DateTest, EndsWithItsParent) {
+  const HWND window = picker.hwnd();
   form.Unload();
-  EXPECT_FALSE(IsWindow(picker.hwnd()));
+  EXPECT_FALSE(IsWindow(window));
+  EXPECT_EQ(picker.hwnd(), nullptr) << "the handle may be another window's by now";
 }
 
 TEST(DateLeakTest, LeavesNothingBehind) {

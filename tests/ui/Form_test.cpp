@@ -1,5 +1,8 @@
 #include "ui/Form.h"
 
+#include <windows.h>
+
+#include <commctrl.h>
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -7,6 +10,7 @@
 
 #include "UiTestSupport.h"
 #include "ui/Density.h"
+#include "ui/MessageLoop.h"
 #include "ui/PictureBox.h"
 #include "ui/Timer.h"
 
@@ -87,6 +91,67 @@ TEST(FormTest, LetsGoWhenItsWindowIsDestroyedByOthers) {
   form.LoadPlain();
   DestroyWindow(form.hwnd());
   EXPECT_EQ(form.hwnd(), nullptr);
+}
+
+TEST(FormTest, HasItsKeysHandledForAsLongAsItsWindowLives) {
+  RecordingForm owner;
+  owner.LoadPlain();
+  auto form = std::make_unique<RecordingForm>();
+  const auto load = [&] {
+    form->LoadPlain(FormBorder::kFixedDialog, owner.hwnd());
+    EXPECT_TRUE(IsKeyboardForm(form->hwnd()));
+    return form->hwnd();
+  };
+  HWND window = load();
+  form->Unload();
+  EXPECT_FALSE(IsKeyboardForm(window)) << "unloaded";
+  window = load();
+  form.reset();
+  EXPECT_FALSE(IsKeyboardForm(window)) << "ended with its object";
+  form = std::make_unique<RecordingForm>();
+  window = load();
+  DestroyWindow(owner.hwnd());
+  EXPECT_FALSE(IsWindow(window));
+  EXPECT_FALSE(IsKeyboardForm(window)) << "destroyed by its owner";
+}
+
+// Writes down the texts of the settings that a window is told of, and how often of the colours.
+struct Told {
+  std::vector<std::wstring> settings;
+  int colors = 0;
+
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                    UINT_PTR, DWORD_PTR object) {
+    auto& self = *reinterpret_cast<Told*>(object);
+    if (message == WM_SYSCOLORCHANGE) ++self.colors;
+    if (message == WM_SETTINGCHANGE) {
+      self.settings.emplace_back(reinterpret_cast<const wchar_t*>(lParam));
+    }
+    return DefSubclassProc(window, message, wParam, lParam);
+  }
+};
+
+// The system tells top-level windows only.
+TEST(FormTest, PassesNewColoursAndSettingsOnToEachControlOnce) {
+  RecordingForm form;
+  form.LoadPlain();
+  PictureBox outer;
+  outer.Create({.parent = form.hwnd(), .width = 90, .height = 50});
+  PictureBox inner;
+  inner.Create({.parent = outer.hwnd(), .width = 50, .height = 20});
+  Told told[3];
+  const HWND parents[] = {form.hwnd(), outer.hwnd(), inner.hwnd()};
+  for (size_t i = 0; i < std::size(told); ++i) {
+    const HWND edit = CreateWindowExW(0, L"EDIT", L"", WS_CHILD, 0, 0, 50, 20, parents[i], nullptr,
+                                      nullptr, nullptr);
+    ASSERT_TRUE(SetWindowSubclass(edit, Told::Procedure, 1, reinterpret_cast<DWORD_PTR>(&told[i])));
+  }
+  SendMessageW(form.hwnd(), WM_SYSCOLORCHANGE, 0, 0);
+  SendMessageW(form.hwnd(), WM_SETTINGCHANGE, 0, reinterpret_cast<LPARAM>(L"intl"));
+  for (const Told& each : told) {
+    EXPECT_EQ(each.colors, 1);
+    EXPECT_EQ(each.settings, std::vector<std::wstring>{L"intl"});
+  }
 }
 
 TEST(FormTest, TheDestructorEndsTheWindow) {

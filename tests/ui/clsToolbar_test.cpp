@@ -243,8 +243,10 @@ TEST_F(ToolbarTest, EndsBeforeOrAfterItsHost) {
   toolbar = std::make_unique<clsToolbar>();
   toolbar->TargetPictureBox(*host);
   toolbar->Create(kImageSize);
+  const HWND other = toolbar->hwnd();
   host.reset();
-  EXPECT_FALSE(IsWindow(toolbar->hwnd()));
+  EXPECT_FALSE(IsWindow(other));
+  EXPECT_EQ(toolbar->hwnd(), nullptr) << "the handle may be another window's by now";
 }
 
 TEST_F(ToolbarTest, ItsHostWantsAnsiNotifications) {
