@@ -43,6 +43,8 @@ constexpr UINT kPostedTick = WM_APP;  // of the task timer
 constexpr Color kStatusGround = Rgb(0xFB, 0xFA, 0xFE);
 constexpr Color kPercentGrey = 0x979797;
 
+constexpr UINT kPostedLeave = WM_APP + 1;
+
 enum ToolbarButton { kNewButton = 1, kPlayButton, kStopButton, kOptionsButton, kLeaveButton };
 
 void PrintPercent(clsProgress& slider, int decimals) {
@@ -164,8 +166,8 @@ void FrmMain::CreateSliders() {
   SliderH_.TargetPictureBox(AddBox(picSliderH_, hwnd(), true));
   SliderH_.PostRender = [this](bool) { SliderH_PostRender(); };
   SliderH_.Create();
-  SliderH_.Max(100);
-  SliderH_.Value(0);
+  SliderH_.Max(position_.range);
+  SliderH_.Value(position_.value);
   SliderH_.Enabled(false);
   SliderH_.PositionSetByMouse = [this](double seconds) {
     playback_.SliderH_PositionSetByMouse(seconds);
@@ -220,7 +222,7 @@ void FrmMain::SetEnabled(bool enable) {
 void FrmMain::PostTick() { (void)PostMessageW(hwnd(), kPostedTick, 0, 0); }
 
 void FrmMain::Form_Resize() {
-  if (!Visible() || IsIconic(hwnd())) return;
+  if (!IsOnScreen()) return;
   if (PixelsFromTwips(Width()) != PixelsFromTwips(kWidth) ||
       PixelsFromTwips(Height()) != PixelsFromTwips(kHeight)) {
     // Comes back here with the right size.
@@ -243,6 +245,8 @@ void FrmMain::Form_Resize() {
   listHost_.Move(0, 0, width, listHeight);
   picStatusBar_.Move(0, listHeight, width, statusHeight);
   rows_.FitColumn();
+  SliderH_.Max(position_.range);
+  SliderH_.Value(position_.value);
 }
 
 bool FrmMain::Form_Unload() {
@@ -299,6 +303,9 @@ LRESULT FrmMain::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       // Windows is about to end the process, without another word.
       if (wParam != FALSE) SaveAll();
       return 0;
+    case kPostedLeave:
+      Leave();
+      return 0;
     case WM_DESTROY:
       PostQuitMessage(0);
       return 0;
@@ -343,6 +350,18 @@ void FrmMain::EnablePlayButtons(bool isPlaying) {
   ToolBar_.Enabled(kStopButton, isPlaying);
 }
 
+// Each setter of the slider draws it. What a hidden window does not draw is drawn by Form_Resize
+// when the window comes back.
+void FrmMain::PositionRange(double seconds) {
+  position_.range = seconds;
+  if (IsOnScreen()) SliderH_.Max(seconds);
+}
+
+void FrmMain::PositionValue(double seconds) {
+  position_.value = seconds;
+  if (IsOnScreen()) SliderH_.Value(seconds);
+}
+
 void FrmMain::ToolBar_ButtonClick(int id) {
   switch (id) {
     case kNewButton:
@@ -358,7 +377,8 @@ void FrmMain::ToolBar_ButtonClick(int id) {
       OptionsMenuClick();
       break;
     case kLeaveButton:
-      Leave();
+      // Later: leaving destroys the toolbar, which is still inside its own click.
+      if (!PostMessageW(hwnd(), kPostedLeave, 0, 0)) Leave();
       break;
     default:
       break;
@@ -371,7 +391,7 @@ void FrmMain::SliderVolH_PostRender() { PrintPercent(SliderVolH_, 0); }
 
 // Nobody sees a hidden window: it costs nothing.
 void FrmMain::TimerSet_Tick() {
-  if (!Visible() || IsIconic(hwnd())) return;
+  if (!IsOnScreen()) return;
   statusText_ = StatusLineText(player_, general_.radioFlag, Now(), dayHalves_);
   picStatusBar_.Redraw();
   rows_.RefreshMarks();

@@ -57,8 +57,8 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   void ShowPlaying(size_t row) override;
   void ShowStopped() override;
   void EnablePosition(bool enable) override { SliderH_.Enabled(enable); }
-  void PositionRange(double seconds) override { SliderH_.Max(seconds); }
-  void PositionValue(double seconds) override { SliderH_.Value(seconds); }
+  void PositionRange(double seconds) override;
+  void PositionValue(double seconds) override;
   void EnableTimerVis(bool enable) override { TimerVis_.Enabled(enable); }
   void EnableTimerOpening(bool enable) override { TimerOpening_.Enabled(enable); }
   // TaskTimer
@@ -97,6 +97,8 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   void SaveAll();
   void ReleaseChildren();
   void ShowInTaskbar(bool show);
+  // Neither hidden nor minimised.
+  bool IsOnScreen() const { return Visible() && !IsIconic(hwnd()); }
   void EnablePlayButtons(bool isPlaying);
 
   TaskActions RunnerActions();
@@ -110,6 +112,11 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   std::function<void()> releaseProcess_;
   bool quitFlag_ = false;
   FrmSet* editor_ = nullptr;  // while it is open
+  // What the position slider shows, or is to show when the window is on the screen again. Seconds.
+  struct Position {
+    double range = 100;
+    double value = 0;
+  } position_;
   std::wstring statusText_;
   DayHalves dayHalves_;
 

@@ -18,6 +18,7 @@ class FakePlayer final : public MediaPlayer {
   int state = kUndefinedState;
   std::wstring status;
   double position = 0;
+  int positionReads = 0;
   double duration = 0;
   std::wstring positionText;
   std::wstring durationText;
@@ -39,7 +40,10 @@ class FakePlayer final : public MediaPlayer {
   bool HasEnded() override { return hasEnded; }
   int PlayState() override { return state; }
   std::wstring Status() override { return status; }
-  double Position() override { return position; }
+  double Position() override {
+    ++positionReads;
+    return position;
+  }
   void Position(double seconds) override {
     calls.push_back(L"position " + std::to_wstring(seconds));
   }

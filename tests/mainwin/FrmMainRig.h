@@ -26,6 +26,16 @@ namespace tellurvane {
 // Of the toolbar.
 enum Button { kNew = 1, kPlay, kStop, kOptions, kLeave };
 
+// What a box of the window shows.
+inline std::vector<Color> Shown(HWND box) {
+  const DrawnWindow& drawn = ObjectOf(box);
+  std::vector<Color> pixels;
+  for (int y = 0; y < drawn.ScaleHeight(); ++y) {
+    for (int x = 0; x < drawn.ScaleWidth(); ++x) pixels.push_back(PixelOf(drawn.Dc(), x, y));
+  }
+  return pixels;
+}
+
 class FrmMainTest : public testing::Test {
  protected:
   void SetUp() override { WriteBytes(folder.File(L"Setting.ini"), WholeSettings().Bytes()); }

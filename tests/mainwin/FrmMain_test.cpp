@@ -87,16 +87,6 @@ TEST_F(FrmMainTest, GivesThePlayerTheSavedVolume) {
   EXPECT_NE(SettingsText().find(L"SavedVolume=37\r\n"), std::wstring::npos);
 }
 
-// What a box of the window shows.
-std::vector<Color> Shown(HWND box) {
-  const DrawnWindow& drawn = ObjectOf(box);
-  std::vector<Color> pixels;
-  for (int y = 0; y < drawn.ScaleHeight(); ++y) {
-    for (int x = 0; x < drawn.ScaleWidth(); ++x) pixels.push_back(PixelOf(drawn.Dc(), x, y));
-  }
-  return pixels;
-}
-
 // A slider alone, as large as the box, with a text of the test's.
 std::vector<Color> WithText(HWND box, double value, bool isEnabled, const std::wstring& text) {
   const DrawnWindow& drawn = ObjectOf(box);
@@ -304,7 +294,12 @@ TEST_F(FrmMainTest, LeavesInOrder) {
   });
   DeleteFileW(folder.File(L"JobList.dbs").c_str());
   general->settings.FilesPath = L"D:\\New\\";
+  // What comes after a click is still the toolbar's.
+  const HWND bar = toolbar;
   Press(kLeave);
+  EXPECT_TRUE(IsWindow(bar)) << "destroyed inside its own click";
+  EXPECT_THAT(order, IsEmpty());
+  ASSERT_TRUE(PumpUntil([&] { return !window->IsLoaded(); }));
   EXPECT_THAT(order, ElementsAre(L"release"));
   EXPECT_FALSE(window->IsLoaded());
   EXPECT_THAT(Taken(), ElementsAre(L"close", L"stop"));

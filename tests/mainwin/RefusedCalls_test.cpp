@@ -52,6 +52,7 @@ class WindowDeed {
     window.FormMin();
     const HWND toolbar = InsideOf(window.hwnd(), TOOLBARCLASSNAMEW).at(0);
     SendMessageW(GetParent(toolbar), WM_COMMAND, kLeaveButton, reinterpret_cast<LPARAM>(toolbar));
+    Pump();
     EXPECT_FALSE(window.IsLoaded());
   }
 
@@ -105,6 +106,7 @@ TEST(RefusedCallsTest, TheMainWindowKeepsItsFiles) {
                  "LoadBitmapW",
                  "LoadResource",
                  "MoveFileExW",
+                 "PostMessageW",
                  "ReadFile",
                  "SetTimer",
                  "Shell_NotifyIconW",

@@ -36,6 +36,7 @@ const std::vector<RefusedCall> kWindows = {
     {{"GetWindowTextW"}},
     {{"InitCommonControlsEx"}},
     {{"MoveWindow"}},
+    {{"PostMessageW"}},
     {{"SetClassLongPtrW"}},
     {{"SetLayeredWindowAttributes"}},
     {{"SetWindowPos"}},

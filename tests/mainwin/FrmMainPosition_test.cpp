@@ -1,0 +1,76 @@
+// The position slider of the main window while music plays.
+#include <functional>
+
+#include "tests/mainwin/FrmMainRig.h"
+
+namespace tellurvane {
+namespace {
+
+class FrmMainPositionTest : public FrmMainTest {
+ protected:
+  void SetUp() override {
+    FrmMainTest::SetUp();
+    WriteBytes(folder.File(L"music.mp3"), "");
+    Tasks({{kLocalMusic, folder.File(L"music.mp3")}});
+    player.duration = 100;
+    Open();
+    Select(0);
+    // The right one of the two.
+    for (HWND child = GetWindow(window->hwnd(), GW_CHILD); child != nullptr;
+         child = GetWindow(child, GW_HWNDNEXT)) {
+      const RECT place = OnScreen(child);
+      if (place.bottom - place.top == 19 && place.left > OnScreen(window->hwnd()).left + 70) {
+        slider = child;
+      }
+    }
+    ASSERT_NE(slider, nullptr);
+  }
+
+  // The slider's picture once two more ticks have asked for the position.
+  std::vector<Color> PictureAt(double seconds) {
+    player.position = seconds;
+    const int reads = player.positionReads;
+    EXPECT_TRUE(PumpUntil([&] { return player.positionReads >= reads + 2; }));
+    return Shown(slider);
+  }
+
+  HWND slider = nullptr;
+};
+
+TEST_F(FrmMainPositionTest, IsNotPaintedWhileNobodySeesIt) {
+  const struct {
+    const char* name;
+    std::function<void()> hide, show;
+  } ways[] = {
+      {"hidden", [&] { window->FormMin(); }, [&] { window->FormMin(); }},
+      {"minimised", [&] { ShowWindow(window->hwnd(), SW_MINIMIZE); },
+       [&] { ShowWindow(window->hwnd(), SW_RESTORE); }},
+  };
+  for (const auto& [name, hide, show] : ways) {
+    SCOPED_TRACE(name);
+    window->RunSelectedTask();
+    const std::vector<Color> at40 = PictureAt(40);
+    const std::vector<Color> at10 = PictureAt(10);
+    EXPECT_NE(at40, at10);
+    hide();
+    EXPECT_EQ(PictureAt(40), at10);
+    show();
+    EXPECT_EQ(Shown(slider), at40) << "without waiting for a tick";
+  }
+}
+
+TEST_F(FrmMainPositionTest, IsBackAtTheStartAfterAStopWhileNobodySeesIt) {
+  window->RunSelectedTask();
+  PictureAt(40);
+  Press(kStop);
+  const std::vector<Color> stopped = Shown(slider);
+  window->RunSelectedTask();
+  EXPECT_NE(PictureAt(40), stopped);
+  window->FormMin();
+  Press(kStop);
+  window->FormMin();
+  EXPECT_EQ(Shown(slider), stopped);
+}
+
+}  // namespace
+}  // namespace tellurvane
