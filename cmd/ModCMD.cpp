@@ -38,10 +38,17 @@ bool RunCommand(const std::wstring& commandLine, PipeTest pipeTest) {
   // Deliberately this way round: a pipe that takes the settings is not the one that we expect.
   if (!pipeTest(readEnd.Get())) return false;
 
+  // Empty input: programs such as xcopy quit at once when their standard input is no handle at all.
+  // Should it not open, the program is started without one: most never read it.
+  const UniqueKernelHandle emptyInput =
+      OwnedFile(CreateFileW(L"NUL", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, &inheritable,
+                            OPEN_EXISTING, 0, nullptr));
+
   STARTUPINFOW startup = {};
   startup.cb = sizeof(startup);
   startup.dwFlags = STARTF_USESHOWWINDOW | STARTF_USESTDHANDLES;
   startup.wShowWindow = SW_SHOW;
+  startup.hStdInput = emptyInput.Get();
   startup.hStdOutput = writeEnd.Get();
   startup.hStdError = writeEnd.Get();
 

@@ -1,5 +1,5 @@
 // A child process that tells what it was started with:
-//   CommandProbe REPORT-FILE [write=BYTES] [wait=EVENT-NAME] [anything else]...
+//   CommandProbe REPORT-FILE [read] [write=BYTES] [wait=EVENT-NAME] [anything else]...
 // The report is UTF-8, one fact a line, and appears whole. Without a report file nothing is told.
 #include <windows.h>
 
@@ -20,13 +20,25 @@ std::string Kind(DWORD standardHandle) {
   switch (GetFileType(handle)) {
     case FILE_TYPE_PIPE:
       return "pipe";
-    case FILE_TYPE_CHAR:
-      return "console";
+    case FILE_TYPE_CHAR: {
+      DWORD mode = 0;
+      return GetConsoleMode(handle, &mode) ? "console" : "device";
+    }
     case FILE_TYPE_DISK:
       return "file";
     default:
       return "unknown";
   }
+}
+
+// What the first read of the standard input gives.
+std::string ReadInput() {
+  char byte = 0;
+  DWORD size = 0;
+  if (!ReadFile(GetStdHandle(STD_INPUT_HANDLE), &byte, 1, &size, nullptr)) {
+    return "refused " + std::to_string(GetLastError());
+  }
+  return size == 0 ? "end" : "data";
 }
 
 // Writes to the standard output until all is written or refused. How it ended.
@@ -66,7 +78,9 @@ std::string Report(int argumentCount, wchar_t** arguments) {
   for (int i = 2; i < argumentCount; ++i) {
     const std::wstring_view argument = arguments[i];
     report += "argument=" + Utf8(argument) + "\n";
-    if (argument.starts_with(L"write=")) {
+    if (argument == L"read") {
+      report += "read=" + ReadInput() + "\n";
+    } else if (argument.starts_with(L"write=")) {
       report += "write=" + WriteOutput(std::wcstoul(arguments[i] + 6, nullptr, 10)) + "\n";
     } else if (argument.starts_with(L"wait=")) {
       const tellurvane::UniqueKernelHandle event(OpenEventW(SYNCHRONIZE, FALSE, arguments[i] + 5));

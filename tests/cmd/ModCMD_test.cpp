@@ -96,9 +96,16 @@ TEST_F(RunCommandTest, TheChildStartsVisiblyInTheFolderOfTheCaller) {
   EXPECT_THAT(report, HasSubstr("\nshow=5\nflags=257\n"));
 }
 
-TEST_F(RunCommandTest, TheOutputsAreOnePipeAndThereIsNoInput) {
+TEST_F(RunCommandTest, TheOutputsAreOnePipe) {
   ASSERT_TRUE(RunCommand(Probe()));
-  EXPECT_THAT(Report(), HasSubstr("\ninput=none\noutput=pipe\nerror=pipe\n"));
+  EXPECT_THAT(Report(), HasSubstr("\noutput=pipe\nerror=pipe\n"));
+}
+
+TEST_F(RunCommandTest, TheInputIsThereAndEmpty) {
+  ASSERT_TRUE(RunCommand(Probe(L" read")));
+  const std::string report = Report();
+  EXPECT_THAT(report, HasSubstr("\ninput=device\n"));
+  EXPECT_THAT(report, HasSubstr("\nread=end\n"));
 }
 
 TEST_F(RunCommandTest, AChildThatWritesMuchIsRefusedAndGoesOn) {

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
 
 #include "cmd/ModCMD.h"
@@ -31,6 +32,16 @@ TEST(RefusedCallsTest, ACommandIsStartedWholeOrNotAtAll) {
               ResourceCounts())
         << name;
   }
+}
+
+TEST(RefusedCallsTest, WithoutAnEmptyInputACommandIsStartedAllTheSame) {
+  FailingImport files({"CreateFileW", static_cast<std::uint64_t>(-1), ERROR_ACCESS_DENIED});
+  EXPECT_EQ(LeakedBy([&] {
+              files.Fail(1);
+              EXPECT_TRUE(RunCommand(OwnCommand()));
+              EXPECT_EQ(files.Calls(), 1);
+            }),
+            ResourceCounts());
 }
 
 }  // namespace
