@@ -13,8 +13,9 @@ namespace {
 
 constexpr const wchar_t* kRunKey = L"Software\\Microsoft\\Windows\\CurrentVersion\\Run";
 constexpr const char* kRunValue = "RunTellurvane";
+constexpr const wchar_t* kUserRunValue = L"RunTellurvane";
 
-UniqueKey OpenRunKey() {
+UniqueKey OpenMachineKey() {
   UniqueKey key;
   HKEY opened = nullptr;
   if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, kRunKey, 0, KEY_SET_VALUE, &opened) == ERROR_SUCCESS) {
@@ -23,10 +24,8 @@ UniqueKey OpenRunKey() {
   return key;
 }
 
-}  // namespace
-
-bool WriteRunValue(const std::wstring& executable) {
-  const UniqueKey key = OpenRunKey();
+bool WriteMachineValue(const std::wstring& executable) {
+  const UniqueKey key = OpenMachineKey();
   if (!key) return false;
   const std::string bytes = AnsiText(executable);
   if (bytes.empty()) return false;
@@ -35,11 +34,38 @@ bool WriteRunValue(const std::wstring& executable) {
                         static_cast<DWORD>(bytes.size())) == ERROR_SUCCESS;
 }
 
+bool IsGone(LSTATUS status) { return status == ERROR_SUCCESS || status == ERROR_FILE_NOT_FOUND; }
+
+bool DeleteMachineValue() {
+  const UniqueKey key = OpenMachineKey();
+  return key && IsGone(RegDeleteValueA(key.Get(), kRunValue));
+}
+
+// With quotes: what stands here is a command line, and the folder may have blanks in its name.
+bool WriteUserValue(const std::wstring& executable) {
+  const std::wstring command = L"\"" + executable + L"\"";
+  return RegSetKeyValueW(HKEY_CURRENT_USER, kRunKey, kUserRunValue, REG_SZ, command.c_str(),
+                         static_cast<DWORD>((command.size() + 1) * sizeof(wchar_t))) ==
+         ERROR_SUCCESS;
+}
+
+bool DeleteUserValue() {
+  return IsGone(RegDeleteKeyValueW(HKEY_CURRENT_USER, kRunKey, kUserRunValue));
+}
+
+}  // namespace
+
+bool WriteRunValue(const std::wstring& executable) {
+  if (!WriteMachineValue(executable)) return WriteUserValue(executable);
+  // One value is enough. Should the other one stay, the second start ends silently.
+  (void)DeleteUserValue();
+  return true;
+}
+
 bool DeleteRunValue() {
-  const UniqueKey key = OpenRunKey();
-  if (!key) return false;
-  const LSTATUS status = RegDeleteValueA(key.Get(), kRunValue);
-  return status == ERROR_SUCCESS || status == ERROR_FILE_NOT_FOUND;
+  const bool isMachineDone = DeleteMachineValue();
+  const bool isUserDone = DeleteUserValue();
+  return isMachineDone && isUserDone;
 }
 
 std::wstring ExecutablePath() {

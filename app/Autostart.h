@@ -1,15 +1,18 @@
-// Starting with Windows: one value in the registry's Run key.
+// Starting with Windows: a value in one of the registry's two Run keys.
 #pragma once
 
 #include <string>
 
 namespace tellurvane {
 
-// The value "RunTellurvane" under HKEY_LOCAL_MACHINE\Software\Microsoft\Windows\CurrentVersion\Run:
-// text in the ANSI code page, handed over without a terminating NUL; what the code page does not
-// have is lost. Both answer whether it was done; without the right to write there it is not.
+// Writes the value "RunTellurvane" under
+// HKEY_LOCAL_MACHINE\Software\Microsoft\Windows\CurrentVersion\Run: text in the ANSI code page,
+// handed over without a terminating NUL; what the code page does not have is lost. An ordinary user
+// is denied that key. Then the same key under HKEY_CURRENT_USER gets it: the path in quotes, in
+// Unicode. Where the machine's key takes it, the user's value is deleted. False when neither key
+// takes it.
 bool WriteRunValue(const std::wstring& executable);
-// A value that is not there counts as done.
+// Deletes both values; one that is not there counts as deleted. False when one of them may be left.
 bool DeleteRunValue();
 
 // The full path that is written: the program's folder, its name and ".exe".

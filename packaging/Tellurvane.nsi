@@ -104,8 +104,13 @@ Section /o "$(DesktopLink)"
   CreateShortcut "$DESKTOP\${PRODUCT}.lnk" "$INSTDIR\Tellurvane.exe"
 SectionEnd
 
-; A copy in another folder may have put itself there.
+; A copy in another folder may have put itself there. The program writes the machine's value, or
+; where that is denied the user's, with quotes.
 Function un.RemoveRunValue
+  ReadRegStr $0 HKCU "${RUN_KEY}" "${RUN_VALUE}"
+  ${If} $0 == '"$INSTDIR\Tellurvane.exe"'
+    DeleteRegValue HKCU "${RUN_KEY}" "${RUN_VALUE}"
+  ${EndIf}
   ReadRegStr $0 HKLM "${RUN_KEY}" "${RUN_VALUE}"
   ${If} $0 == "$INSTDIR\Tellurvane.exe"
     ClearErrors

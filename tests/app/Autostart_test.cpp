@@ -4,8 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <string>
 
+#include "tests/support/FailingImport.h"
 #include "ui/Handle.h"
 
 namespace tellurvane {
@@ -19,10 +21,10 @@ struct StoredValue {
   std::wstring text;
 };
 
-StoredValue Stored() {
+StoredValue Stored(HKEY root = HKEY_LOCAL_MACHINE) {
   StoredValue value;
   HKEY opened = nullptr;
-  value.status = RegOpenKeyExW(HKEY_LOCAL_MACHINE, kKey, 0, KEY_QUERY_VALUE, &opened);
+  value.status = RegOpenKeyExW(root, kKey, 0, KEY_QUERY_VALUE, &opened);
   const UniqueKey key(opened);
   std::wstring text(1'024, L'\0');
   auto size = static_cast<DWORD>(text.size() * sizeof(wchar_t));
@@ -36,10 +38,23 @@ StoredValue Stored() {
   return value;
 }
 
+bool IsAbsent(HKEY root) { return Stored(root).status == ERROR_FILE_NOT_FOUND; }
+
 class AutostartTest : public testing::Test {
  protected:
-  void SetUp() override { ASSERT_TRUE(DeleteRunValue()); }
-  void TearDown() override { DeleteRunValue(); }
+  void SetUp() override {
+    ASSERT_TRUE(DeleteRunValue());
+    denied.LetAllThrough();
+  }
+  void TearDown() override {
+    denied.LetAllThrough();
+    DeleteRunValue();
+  }
+
+  // As for an ordinary user, whom Wine would let through: the machine's key cannot be opened.
+  void DenyMachineKey() { denied.Fail(1, INT_MAX); }
+
+  FailingImport denied{{"RegOpenKeyExW", ERROR_ACCESS_DENIED, ERROR_ACCESS_DENIED}};
 };
 
 TEST_F(AutostartTest, WritesTheWholeTextAndNothingBehindIt) {
@@ -65,6 +80,58 @@ TEST_F(AutostartTest, LeavesNothingBehind) {
 TEST_F(AutostartTest, DeletingWhatIsNotThereDoesNothing) {
   EXPECT_TRUE(DeleteRunValue());
   EXPECT_EQ(Stored().status, ERROR_FILE_NOT_FOUND);
+}
+
+TEST_F(AutostartTest, AnOrdinaryUserGetsAValueOfHisOwn) {
+  // The letters are in no code page of the tests; the blank is why the path is quoted.
+  const std::wstring path = L"C:\\我的 \u0e01\u0e02\\Tellurvane.exe";
+  DenyMachineKey();
+  EXPECT_TRUE(WriteRunValue(path));
+  denied.LetAllThrough();
+  EXPECT_TRUE(IsAbsent(HKEY_LOCAL_MACHINE));
+  const StoredValue value = Stored(HKEY_CURRENT_USER);
+  EXPECT_EQ(value.type, static_cast<DWORD>(REG_SZ));
+  EXPECT_EQ(value.text, L"\"" + path + L"\"");
+}
+
+TEST_F(AutostartTest, AMachineKeyThatOpensButTakesNoValueIsDeniedToo) {
+  FailingImport writes({"RegSetValueExA", ERROR_ACCESS_DENIED, ERROR_ACCESS_DENIED});
+  writes.Fail(1);
+  EXPECT_TRUE(WriteRunValue(L"C:\\Tools\\clock.exe"));
+  EXPECT_EQ(writes.Calls(), 1);
+  EXPECT_EQ(Stored(HKEY_CURRENT_USER).text, L"\"C:\\Tools\\clock.exe\"");
+}
+
+TEST_F(AutostartTest, TheMachinesValueReplacesTheUsers) {
+  DenyMachineKey();
+  ASSERT_TRUE(WriteRunValue(L"C:\\Tools\\clock.exe"));
+  denied.LetAllThrough();
+  ASSERT_FALSE(IsAbsent(HKEY_CURRENT_USER));
+  EXPECT_TRUE(WriteRunValue(L"C:\\Tools\\clock.exe"));
+  EXPECT_TRUE(IsAbsent(HKEY_CURRENT_USER));
+  EXPECT_EQ(Stored(HKEY_LOCAL_MACHINE).text, L"C:\\Tools\\clock.exe");
+}
+
+TEST_F(AutostartTest, SwitchingOffRemovesBothValues) {
+  WriteRunValue(L"C:\\Tools\\clock.exe");
+  DenyMachineKey();
+  WriteRunValue(L"C:\\Tools\\clock.exe");
+  denied.LetAllThrough();
+  ASSERT_FALSE(IsAbsent(HKEY_LOCAL_MACHINE));
+  ASSERT_FALSE(IsAbsent(HKEY_CURRENT_USER));
+  EXPECT_TRUE(DeleteRunValue());
+  EXPECT_TRUE(IsAbsent(HKEY_LOCAL_MACHINE));
+  EXPECT_TRUE(IsAbsent(HKEY_CURRENT_USER));
+}
+
+TEST_F(AutostartTest, ADeniedDeletionKeepsOnlyWhatIsDenied) {
+  ASSERT_TRUE(WriteRunValue(L"C:\\Tools\\clock.exe"));
+  DenyMachineKey();
+  ASSERT_TRUE(WriteRunValue(L"C:\\Tools\\clock.exe"));
+  EXPECT_FALSE(DeleteRunValue());
+  denied.LetAllThrough();
+  EXPECT_FALSE(IsAbsent(HKEY_LOCAL_MACHINE));
+  EXPECT_TRUE(IsAbsent(HKEY_CURRENT_USER));
 }
 
 TEST(ExecutablePath, IsThatOfThisProgram) {

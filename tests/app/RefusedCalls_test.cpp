@@ -55,35 +55,61 @@ TEST(RefusedCallsTest, TheSettingsAreReadAndWrittenOrLeftAlone) {
                 [&] { return deed.Fault(); }});
 }
 
-std::wstring StoredRunValue() {
+constexpr const wchar_t* kProgram = L"C:\\Tools\\clock.exe";
+const std::wstring kQuoted = L"\"" + std::wstring(kProgram) + L"\"";
+
+std::wstring StoredRunValue(HKEY root) {
   std::wstring text(100, L'\0');
   auto size = static_cast<DWORD>(text.size() * sizeof(wchar_t));
-  const LSTATUS status =
-      RegGetValueW(HKEY_LOCAL_MACHINE, L"Software\\Microsoft\\Windows\\CurrentVersion\\Run",
-                   L"RunTellurvane", RRF_RT_REG_SZ, nullptr, text.data(), &size);
+  const LSTATUS status = RegGetValueW(root, L"Software\\Microsoft\\Windows\\CurrentVersion\\Run",
+                                      L"RunTellurvane", RRF_RT_REG_SZ, nullptr, text.data(), &size);
   return status == ERROR_SUCCESS ? std::wstring(text.c_str()) : L"none";
 }
 
+// Both keys as an ordinary user leaves them and an administrator after him: a value in each.
+void WriteBothRunValues() {
+  FailingImport machine({"RegSetValueExA", ERROR_ACCESS_DENIED, ERROR_ACCESS_DENIED});
+  machine.Fail(1);
+  ASSERT_TRUE(WriteRunValue(kProgram));
+  FailingImport user({"RegDeleteKeyValueW", ERROR_ACCESS_DENIED, ERROR_ACCESS_DENIED});
+  user.Fail(1);
+  ASSERT_TRUE(WriteRunValue(kProgram));
+}
+
 TEST(RefusedCallsTest, StartWithWindowsIsWrittenWholeOrNotAtAll) {
-  constexpr const wchar_t* kPath = L"C:\\Tools\\clock.exe";
-  std::wstring expected;
-  const auto fault = [&] { return StoredRunValue() == expected ? "" : "not what was told"; };
+  bool isWritten = false;
   FailEachCall({"start with Windows",
-                [&] { expected = WriteRunValue(kPath) ? kPath : L"none"; },
-                {"RegOpenKeyExW", "RegSetValueExA", "WideCharToMultiByte"},
+                [&] { isWritten = WriteRunValue(kProgram); },
+                {"RegOpenKeyExW", "RegSetValueExA", "RegSetKeyValueW", "WideCharToMultiByte"},
                 [&] {
                   ASSERT_TRUE(DeleteRunValue());
-                  expected = L"none";
+                  isWritten = false;
                 },
-                fault});
-  FailEachCall({"start without Windows",
-                [&] { expected = DeleteRunValue() ? L"none" : kPath; },
-                {"RegDeleteValueA", "RegOpenKeyExW"},
                 [&] {
-                  ASSERT_TRUE(WriteRunValue(kPath));
-                  expected = kPath;
+                  const std::wstring machine = StoredRunValue(HKEY_LOCAL_MACHINE);
+                  const std::wstring user = StoredRunValue(HKEY_CURRENT_USER);
+                  const bool isInOne = (machine == kProgram && user == L"none") ||
+                                       (machine == L"none" && user == kQuoted);
+                  const bool isInNone = machine == L"none" && user == L"none";
+                  return (isWritten ? isInOne : isInNone) ? "" : "not what was told";
+                }});
+  ASSERT_TRUE(DeleteRunValue());
+}
+
+TEST(RefusedCallsTest, StartWithWindowsIsTakenBackAsFarAsItIsAllowed) {
+  bool isDeleted = false;
+  FailEachCall({"start without Windows",
+                [&] { isDeleted = DeleteRunValue(); },
+                {"RegDeleteKeyValueW", "RegDeleteValueA", "RegOpenKeyExW"},
+                [&] {
+                  WriteBothRunValues();
+                  isDeleted = false;
                 },
-                fault});
+                [&] {
+                  const bool isGone = StoredRunValue(HKEY_LOCAL_MACHINE) == L"none" &&
+                                      StoredRunValue(HKEY_CURRENT_USER) == L"none";
+                  return isDeleted == isGone ? "" : "not what was told";
+                }});
   ASSERT_TRUE(DeleteRunValue());
 }
 

@@ -21,7 +21,7 @@ os.environ["WINEDLLOVERRIDES"] = "mscoree,mshtml,winemenubuilder.exe="
 
 PREFIX = Path(os.environ["WINEPREFIX"])
 UNINSTALL_KEY = r"HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Tellurvane"
-RUN_KEY = r"HKLM\Software\Microsoft\Windows\CurrentVersion\Run"
+RUN_KEYS = tuple(root + r"\Software\Microsoft\Windows\CurrentVersion\Run" for root in ("HKLM", "HKCU"))
 RUN_VALUE = "RunTellurvane"
 GUIDE = "使用說明.html"
 PROGRAM_FILES = {"Tellurvane.exe", "Setting.ini", GUIDE, "licenses/README.txt", "licenses/gcc.txt",
@@ -95,7 +95,8 @@ class Installation:
         self.desktop.mkdir(exist_ok=True)
         self.desktop_link.unlink(missing_ok=True)
         harness.run("wine", "reg", "delete", UNINSTALL_KEY, "/f")
-        harness.run("wine", "reg", "delete", RUN_KEY, "/v", RUN_VALUE, "/f")
+        for key in RUN_KEYS:
+            harness.run("wine", "reg", "delete", key, "/v", RUN_VALUE, "/f")
 
     def install(self, setup, *options):
         """Installs without a window, and returns the exit code."""

@@ -4,7 +4,7 @@ from datetime import datetime, timedelta
 
 import pytest
 
-from packages import (PROGRAM_FILES, RUN_KEY, RUN_VALUE, UNINSTALL_KEY, Installation, harness,
+from packages import (PROGRAM_FILES, RUN_KEYS, RUN_VALUE, UNINSTALL_KEY, Installation, harness,
                       registry, version)
 from harness import press_key, run, until, windows_path
 from joblist import APPLICATION, MINUTES, NOTE, Task, list_bytes, now, read_tasks
@@ -159,10 +159,14 @@ def test_a_removal_keeps_what_others_put_into_the_folder(installation):
 
 @pytest.mark.parametrize("is_ours", [True, False], ids=["this copy", "another copy"])
 def test_a_removal_takes_back_the_start_with_windows_of_this_copy_only(installation, is_ours):
-    value = r"C:\other\Tellurvane.exe"
+    path = r"C:\other\Tellurvane.exe"
     if is_ours:
-        value = installation.in_windows(installation.executable)
-    run("wine", "reg", "add", RUN_KEY, "/v", RUN_VALUE, "/d", value, "/f")
-    assert registry(RUN_KEY)[RUN_VALUE] == value
+        path = installation.in_windows(installation.executable)
+    machine, user = RUN_KEYS
+    values = {machine: path, user: f'"{path}"'}
+    for key, value in values.items():
+        run("wine", "reg", "add", key, "/v", RUN_VALUE, "/d", value, "/f")
+    assert {key: registry(key)[RUN_VALUE] for key in RUN_KEYS} == values
     installation.uninstall()
-    assert registry(RUN_KEY).get(RUN_VALUE) == (None if is_ours else value)
+    for key, value in values.items():
+        assert registry(key).get(RUN_VALUE) == (None if is_ours else value)
