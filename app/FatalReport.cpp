@@ -6,6 +6,7 @@
 
 #include "app/ModGeneral.h"
 #include "base/FatalError.h"
+#include "ui/clsNotifyIcon.h"
 
 namespace tellurvane {
 namespace {
@@ -27,6 +28,7 @@ const wchar_t* MessageOf(const std::exception_ptr& error) {
 }  // namespace
 
 void ReportFatal(const std::exception_ptr& error) {
+  clsNotifyIcon::DeleteAll();
   MessageBoxW(nullptr, MessageOf(error), kApplicationTitle,
               MB_OK | MB_ICONERROR | MB_TASKMODAL | MB_SETFOREGROUND);
   // Only now: while the box stands this copy still holds its files.

@@ -5,8 +5,8 @@
 
 namespace tellurvane {
 
-// Shows one box that says in Chinese what went wrong, lets another copy start, and ends the
-// process with exit code 1. Does not return.
+// Takes the tray icon away, shows one box that says in Chinese what went wrong, lets another copy
+// start, and ends the process with exit code 1. Does not return.
 void ReportFatal(const std::exception_ptr& error);
 
 }  // namespace tellurvane

@@ -1,6 +1,7 @@
 #include "ui/clsNotifyIcon.h"
 
 #include <algorithm>
+#include <set>
 
 #include "ui/Event.h"
 
@@ -16,6 +17,11 @@ HICON IconOf(const Form& form) {
   return LoadIconW(nullptr, IDI_APPLICATION);
 }
 
+std::set<clsNotifyIcon*>& AllIcons() {
+  static std::set<clsNotifyIcon*> icons;
+  return icons;
+}
+
 // What the taskbar tells all top-level windows when it has started.
 UINT TaskbarCreatedMessage() {
   static const UINT message = RegisterWindowMessageW(L"TaskbarCreated");
@@ -24,7 +30,17 @@ UINT TaskbarCreatedMessage() {
 
 }  // namespace
 
+clsNotifyIcon::~clsNotifyIcon() {
+  AllIcons().erase(this);
+  IconDelete();
+}
+
+void clsNotifyIcon::DeleteAll() noexcept {
+  for (clsNotifyIcon* const icon : AllIcons()) icon->IconDelete();
+}
+
 void clsNotifyIcon::IconInit(Form& form) {
+  AllIcons().insert(this);
   box_.MouseMove = [this](const MouseEvent& event) { Decode(event); };
   box_.Create({.parent = form.hwnd(), .isVisible = false});
   SetWindowTextW(box_.hwnd(), L"NotifyIcon");
@@ -56,15 +72,19 @@ void clsNotifyIcon::IconTip(const std::wstring& text) {
   Shell_NotifyIconW(NIM_MODIFY, &record_);
 }
 
-void clsNotifyIcon::IconAdd() {
+bool clsNotifyIcon::IconAdd() {
   isWanted_ = true;
-  Shell_NotifyIconW(NIM_ADD, &record_);
-  Shell_NotifyIconW(NIM_SETVERSION, &record_);
+  // An icon that is there already cannot be added, only changed. It may be there although adding it
+  // was reported as failed: the taskbar took it after the time-out of the call.
+  isInTray_ = Shell_NotifyIconW(NIM_ADD, &record_) || Shell_NotifyIconW(NIM_MODIFY, &record_);
+  if (isInTray_) Shell_NotifyIconW(NIM_SETVERSION, &record_);
+  return isInTray_;
 }
 
 void clsNotifyIcon::IconDelete() {
   if (!isWanted_) return;
   isWanted_ = false;
+  isInTray_ = false;
   Shell_NotifyIconW(NIM_DELETE, &record_);
 }
 
@@ -84,7 +104,7 @@ void clsNotifyIcon::WndProc(bool /*before*/, bool& /*handled*/, LRESULT& /*resul
   if (message == WM_DESTROY) {
     IconDelete();
   } else if (isWanted_) {
-    IconAdd();
+    (void)IconAdd();
   }
 }
 

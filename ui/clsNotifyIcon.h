@@ -23,7 +23,11 @@ class clsNotifyIcon : private GXISubclass {
   clsNotifyIcon() = default;
   clsNotifyIcon(const clsNotifyIcon&) = delete;
   clsNotifyIcon& operator=(const clsNotifyIcon&) = delete;
-  ~clsNotifyIcon() { IconDelete(); }
+  ~clsNotifyIcon();
+
+  // Takes all icons of the process out of the tray, for the end after a fatal error: no window
+  // handles messages then, and an icon that stays behind is a dead one.
+  static void DeleteAll() noexcept;
 
   // A mouse button went down on the icon. The handler may end this object.
   std::function<void()> LButtonDown;
@@ -36,8 +40,12 @@ class clsNotifyIcon : private GXISubclass {
   // Of a longer text the first 127 UTF-16 units are shown. An empty one leaves the tip as it was.
   void IconTip(const std::wstring& text);
 
-  void IconAdd();
+  // False when the taskbar did not take it, which happens while the shell is busy. The icon is
+  // wanted all the same, and IsMissing until another IconAdd succeeds.
+  bool IconAdd();
   void IconDelete();
+  bool IsInTray() const { return isInTray_; }
+  bool IsMissing() const { return isWanted_ && !isInTray_; }
 
  private:
   void WndProc(bool before, bool& handled, LRESULT& result, HWND window, UINT message,
@@ -47,6 +55,7 @@ class clsNotifyIcon : private GXISubclass {
   PictureBox box_;
   NOTIFYICONDATAW record_ = {};
   bool isWanted_ = false;
+  bool isInTray_ = false;
   GXMSubclass subclass_;
 };
 

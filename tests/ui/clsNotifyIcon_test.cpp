@@ -3,9 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <climits>
 #include <memory>
 
 #include "UiTestSupport.h"
+#include "tests/support/FailingImport.h"
 #include "ui/Density.h"
 
 namespace tellurvane {
@@ -131,6 +133,39 @@ TEST_F(NotifyIconTest, LeavesTheTrayWhileItsFormIsStillThere) {
   form.Unload();
   EXPECT_FALSE(Shell_NotifyIconW(NIM_MODIFY, &record));
   icon->IconDelete();
+}
+
+TEST_F(NotifyIconTest, AllIconsCanBeTakenAwayAtOnce) {
+  IconForm otherForm;
+  clsNotifyIcon other;
+  other.IconInit(otherForm);
+  icon->IconAdd();
+  other.IconAdd();
+  clsNotifyIcon::DeleteAll();
+  EXPECT_FALSE(IsInTray());
+  EXPECT_FALSE(other.IsInTray());
+}
+
+TEST_F(NotifyIconTest, TellsWhetherTheTaskbarHasTakenIt) {
+  EXPECT_FALSE(icon->IsInTray());
+  EXPECT_FALSE(icon->IsMissing());
+  EXPECT_TRUE(icon->IconAdd());
+  EXPECT_TRUE(icon->IsInTray());
+  EXPECT_TRUE(icon->IconAdd()) << "it is there already";
+  icon->IconDelete();
+  EXPECT_FALSE(icon->IsInTray());
+
+  FailingImport taskbar({"Shell_NotifyIconW"});
+  taskbar.Fail(1, INT_MAX);
+  EXPECT_FALSE(icon->IconAdd());
+  EXPECT_FALSE(icon->IsInTray());
+  EXPECT_TRUE(icon->IsMissing());
+  // Adding fails by its time-out, though the taskbar has taken the icon.
+  taskbar.LetAllThrough();
+  ASSERT_TRUE(icon->IconAdd());
+  taskbar.Fail(1);
+  EXPECT_TRUE(icon->IconAdd());
+  EXPECT_FALSE(icon->IsMissing());
 }
 
 TEST_F(NotifyIconTest, ComesBackAfterTheTaskbarRestarts) {
