@@ -185,4 +185,10 @@ void frmNotes::Form_MouseMove(const MouseEvent&) { PullInside(); }
 
 void frmNotes::Form_DblClick(const MouseEvent&) { Close(); }
 
+LRESULT frmNotes::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message != WM_CLOSE) return Form::HandleMessage(message, wParam, lParam);
+  Close();
+  return 0;
+}
+
 }  // namespace tellurvane

@@ -59,6 +59,7 @@ class frmNotes final : public Form {
   void Form_MouseMove(const MouseEvent& event) override;
   void Form_DblClick(const MouseEvent& event) override;
   void Form_Escape() override { Close(); }
+  LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
   int HeightNeeded();
   void Draw(HDC context);

@@ -231,7 +231,8 @@ void Form::Opacity(BYTE opacity) {
 LRESULT Form::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_CLOSE:
-      Unload();
+      // A form that waits for its dialog has no close box that works.
+      if (Enabled()) Unload();
       return 0;
     case WM_COMMAND:
       if (wParam == IDOK) Form_Enter();

@@ -147,6 +147,7 @@ class clsControl final : private GXISubclass {
   void Destroy();
   void Attach();
   void AttachKeyboard(HWND window);
+  void AttachDropDown();
   DWORD Style() const;
   HWND TypingWindow() const;
   void FitToHost();

@@ -30,9 +30,21 @@ void clsControl::Attach() {
   }
   AttachKeyboard(hwnd_);
   const HWND inner = TypingWindow();
-  if (inner == nullptr || inner == hwnd_) return;
-  engine_.Subclass(inner, *this, 0);
-  AttachKeyboard(inner);
+  if (inner != nullptr && inner != hwnd_) {
+    engine_.Subclass(inner, *this, 0);
+    AttachKeyboard(inner);
+  }
+  if (DropsDown(kind_)) AttachDropDown();
+}
+
+// The list that drops down is a window of the screen, not of the control. Some programs post a
+// close message to every such window, and without its list the combo box would lose its entries.
+void clsControl::AttachDropDown() {
+  COMBOBOXINFO info = {};
+  info.cbSize = sizeof(info);
+  if (!GetComboBoxInfo(hwnd_, &info)) return;
+  engine_.Subclass(info.hwndList, *this, 0);
+  engine_.AddMessage(info.hwndList, WM_CLOSE, kBeforePrevious);
 }
 
 void clsControl::AttachKeyboard(HWND window) {
@@ -87,6 +99,10 @@ void clsControl::ControlMessageBefore(bool& handled, LRESULT& result, HWND windo
   constexpr LPARAM kWasDown = 1 << 30;
   if (message == WM_KEYDOWN) {
     handled = OnKeyDown(window, static_cast<UINT>(wParam), (lParam & kWasDown) != 0);
+    return;
+  }
+  if (message == WM_CLOSE) {
+    handled = true;
     return;
   }
   if (message == WM_ERASEBKGND) {

@@ -226,6 +226,13 @@ TEST_F(frmNotesTest, ADoubleClickAnywhereOnItClosesIt) {
   }
 }
 
+TEST_F(frmNotesTest, ACloseMessageClosesItLikeADoubleClick) {
+  Show();
+  SendMessageW(note->hwnd(), WM_CLOSE, 0, 0);
+  EXPECT_FALSE(note->IsLoaded());
+  EXPECT_EQ(log.opacities.size(), 6U);
+}
+
 TEST_F(frmNotesTest, AClickOnTheCloseImageClosesIt) {
   Show();
   SendMouse(CloseImageWindow(), WM_LBUTTONDOWN, 8, 8, MK_LBUTTON);

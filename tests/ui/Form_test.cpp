@@ -72,6 +72,15 @@ TEST(FormTest, TheCloseBoxUnloadsUnlessTheFormRefuses) {
   EXPECT_EQ(form.events, (std::vector<std::string>{"load", "unload", "unload"}));
 }
 
+TEST(FormTest, ACloseMessageDoesNotReachAFormThatWaitsForItsDialog) {
+  RecordingForm form;
+  form.LoadPlain();
+  EnableWindow(form.hwnd(), FALSE);
+  SendMessageW(form.hwnd(), WM_CLOSE, 0, 0);
+  EXPECT_TRUE(form.IsLoaded());
+  EXPECT_EQ(form.events, std::vector<std::string>{"load"});
+}
+
 TEST(FormTest, UnloadingWhatIsNotLoadedDoesNothing) {
   RecordingForm form;
   EXPECT_TRUE(form.Unload());

@@ -39,6 +39,21 @@ TEST(clsControlLifeTest, FindsTheRichEditLibraryInTheSystemFolder) {
   EXPECT_EQ(lstrcmpiW(path.substr(0, system.size()).c_str(), system.c_str()), 0);
 }
 
+TEST(clsControlLifeTest, TheListOfAComboBoxOutlivesACloseMessageToEveryWindow) {
+  for (const ControlKind kind : {ControlKind::kDropDownList, ControlKind::kEditableComboBox}) {
+    HostedControl hosted(kind);
+    hosted.control.AddItem(L"one");
+    hosted.control.AddItem(L"two");
+    hosted.control.ListIndex(1);
+    COMBOBOXINFO info = {};
+    info.cbSize = sizeof(info);
+    ASSERT_TRUE(GetComboBoxInfo(hosted.control.hwnd(), &info));
+    SendMessageW(info.hwndList, WM_CLOSE, 0, 0);
+    EXPECT_TRUE(IsWindow(info.hwndList));
+    EXPECT_EQ(hosted.control.ListIndex(), 1);
+  }
+}
+
 TEST(clsControlLifeTest, MayBeAskedWithoutAWindow) {
   clsControl control;
   EXPECT_EQ(control.hwnd(), nullptr);
