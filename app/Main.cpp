@@ -16,6 +16,9 @@ int Main() {
   // Nothing beside the executable is ever loaded as a library.
   SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
   SetFatalHandler(ReportFatal);
+  // A page that is fetched or a note that fades keeps the one thread busy. Windows would put a
+  // ghost over the windows then, and invite the user to end the program.
+  DisableProcessWindowsGhosting();
 
   const std::wstring folder = ApplicationFolder();
   SetCurrentDirectoryW(folder.c_str());

@@ -362,15 +362,19 @@ void FrmTime::DrawDigit(HDC source, PictureBox& target, int digit, int row, int 
 
 void FrmTime::Form_MouseDown(const MouseEvent& event) {
   if (event.button == kLeftButton) BeginDrag();
-  if (event.button == kRightButton) surroundings_.openTrayMenu();
+  if (event.button == kRightButton) surroundings_.openTrayMenu(hwnd());
 }
 
 void FrmTime::Form_MouseMove(const MouseEvent&) { PullInside(); }
 
-// Whoever is typing keeps the keyboard while the clock is clicked or moved. Besides, X11 gives a
-// window that becomes active in the middle of a move a new frame, and the move is lost.
+// Whoever is typing keeps the keyboard while the clock is clicked or moved; its menu takes the
+// foreground by itself. Besides, X11 gives a window that becomes active in the middle of a move a
+// new frame, and the move is lost.
 LRESULT FrmTime::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
+    case WM_CLOSE:
+      // Only its menu hides it: the setting has to say so too.
+      return 0;
     case WM_MOUSEACTIVATE:
       return MA_NOACTIVATE;
     case WM_WINDOWPOSCHANGING:

@@ -26,8 +26,8 @@ struct ClockSurroundings {
   Pause pause;
   // What the locale calls this half of the day.
   std::function<std::wstring(DateSerial)> dayHalf;
-  // The tray icon's menu.
-  std::function<void()> openTrayMenu;
+  // The tray icon's menu. The clock is given because its owner has to be in the foreground.
+  std::function<void(HWND clock)> openTrayMenu;
 };
 
 class FrmTime final : public Form {

@@ -39,6 +39,11 @@ constexpr unsigned kDesignedTaskMilliseconds = 2'000;
 constexpr unsigned kVisMilliseconds = 100;
 constexpr unsigned kSetMilliseconds = 1'000;
 constexpr UINT kPostedTick = WM_APP;  // of the task timer
+// Ten seconds with the task timer's own one: by then network and sound are back.
+constexpr unsigned kWakeUpMilliseconds = 9'000;
+
+// The system uses the lowest four bits itself.
+constexpr WPARAM kSystemCommand = 0xFFF0;
 
 constexpr Color kStatusGround = Rgb(0xFB, 0xFA, 0xFE);
 constexpr Color kPercentGrey = 0x979797;
@@ -87,7 +92,7 @@ ClockSurroundings FrmMain::AroundTheClock() {
       .clock = Now,
       .pause = SleepFor,
       .dayHalf = [this](DateSerial moment) { return FormatMoment(L"AMPM", moment, dayHalves_); },
-      .openTrayMenu = [this] { IconMenuClick(); }};
+      .openTrayMenu = [this](HWND clock) { IconMenuClick(clock); }};
 }
 
 void FrmMain::Create() {
@@ -120,6 +125,7 @@ void FrmMain::Form_Load() {
 }
 
 void FrmMain::Open() {
+  StayInFront();
   Show();
   Form_Resize();
   // The screens may have changed while it was hidden.
@@ -130,14 +136,6 @@ void FrmMain::Open() {
 PictureBox& FrmMain::AddBox(PictureBox& box, HWND parent, bool isTabStop) {
   box.Create({.parent = parent, .backColor = ModTheme::kWindowGround, .isTabStop = isTabStop});
   return box;
-}
-
-// The icon is not in the tray before the window hides.
-void FrmMain::CreateTrayIcon() {
-  clsIcon_.LButtonDown = [this] { clsIcon_LButtonDown(); };
-  clsIcon_.RButtonDown = [this] { clsIcon_RButtonDown(); };
-  clsIcon_.IconInit(*this);
-  clsIcon_.IconTip(kApplicationTitle);
 }
 
 void FrmMain::CreateList() {
@@ -204,6 +202,8 @@ void FrmMain::StartTimers() {
   TimerSet_.Interval(kSetMilliseconds);
   TimerSet_.Tick = [this] { TimerSet_Tick(); };
   TimerSet_.Enabled(true);
+  WakeUp_.Interval(kWakeUpMilliseconds);
+  WakeUp_.Tick = [this] { WakeUp_Tick(); };
 }
 
 void FrmMain::ReloadTaskList() {
@@ -213,9 +213,25 @@ void FrmMain::ReloadTaskList() {
 }
 
 // A window that is gone has no timer: a tick that ends the program still tries to go on. While the
-// editor is open no task falls due, though music that ends may run one again.
+// editor is open no task falls due, though music that ends may run one again. Nor does one while
+// the computer falls asleep or wakes up.
 void FrmMain::SetEnabled(bool enable) {
-  tmrJob_.Enabled(enable && IsLoaded() && editor_ == nullptr);
+  tmrJob_.Enabled(enable && IsLoaded() && editor_ == nullptr && !WakeUp_.Enabled());
+}
+
+// The task timer rests from the suspension on: a tick can come before the system says that it has
+// resumed. Should the computer not fall asleep after all, it goes on by itself.
+void FrmMain::HandlePower(WPARAM event) {
+  if (event != PBT_APMSUSPEND && event != PBT_APMRESUMEAUTOMATIC) return;
+  if (event == PBT_APMSUSPEND) playback_.StopPlayback();
+  WakeUp_.Enabled(true);
+  SetEnabled(false);
+}
+
+// What fell due meanwhile runs once, at the next tick.
+void FrmMain::WakeUp_Tick() {
+  WakeUp_.Enabled(false);
+  runner_.SetTaskTimer(rows_.RowCount() > 0);
 }
 
 // A tick that cannot be posted is made up for by the next run of continuous play.
@@ -223,6 +239,7 @@ void FrmMain::PostTick() { (void)PostMessageW(hwnd(), kPostedTick, 0, 0); }
 
 void FrmMain::Form_Resize() {
   if (!IsOnScreen()) return;
+  StayInFront();
   if (PixelsFromTwips(Width()) != PixelsFromTwips(kWidth) ||
       PixelsFromTwips(Height()) != PixelsFromTwips(kHeight)) {
     // Comes back here with the right size.
@@ -251,10 +268,11 @@ void FrmMain::Form_Resize() {
 
 bool FrmMain::Form_Unload() {
   if (!quitFlag_) {
-    // The editor is not minimised from under the user's hands.
-    if (editor_ != nullptr) return false;
+    // The editor is not minimised from under the user's hands. A window that is hidden already
+    // would be shown by that.
+    if (editor_ != nullptr || !Visible()) return false;
     ShowWindow(hwnd(), SW_MINIMIZE);
-    FormMin();
+    GoBehindIcon();
     return false;
   }
   playback_.StopPlayback();
@@ -274,7 +292,7 @@ void FrmMain::SaveAll() {
 // Their windows only: a task that was just started may be about to show itself in them, and finds
 // nothing then.
 void FrmMain::ReleaseChildren() {
-  for (Timer* const timer : {&tmrJob_, &TimerVis_, &TimerOpening_, &TimerSet_}) {
+  for (Timer* const timer : {&tmrJob_, &TimerVis_, &TimerOpening_, &TimerSet_, &WakeUp_}) {
     timer->Enabled(false);
   }
   clsIcon_.IconDelete();
@@ -299,6 +317,16 @@ LRESULT FrmMain::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       // The editor may have been opened since.
       if (tmrJob_.Enabled()) runner_.Tick();
       return 0;
+    case WM_SYSCOMMAND:
+      // Minimised, a window without a taskbar button would stay as a stub above the taskbar.
+      if ((wParam & kSystemCommand) != SC_MINIMIZE || !clsIcon_.IsInTray()) {
+        return Form::HandleMessage(message, wParam, lParam);
+      }
+      GoBehindIcon();
+      return 0;
+    case WM_POWERBROADCAST:
+      HandlePower(wParam);
+      return TRUE;
     case WM_ENDSESSION:
       // Windows is about to end the process, without another word.
       if (wParam != FALSE) SaveAll();
@@ -312,25 +340,6 @@ LRESULT FrmMain::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     default:
       return Form::HandleMessage(message, wParam, lParam);
   }
-}
-
-void FrmMain::FormMin() {
-  if (Visible()) {
-    Hide();
-    ShowInTaskbar(false);
-    clsIcon_.IconAdd();
-    return;
-  }
-  ShowInTaskbar(true);
-  Open();
-  clsIcon_.IconDelete();
-}
-
-// The window has an owner, and so a taskbar button only as long as it asks for one.
-void FrmMain::ShowInTaskbar(bool show) {
-  const LONG_PTR style = GetWindowLongPtrW(hwnd(), GWL_EXSTYLE);
-  SetWindowLongPtrW(hwnd(), GWL_EXSTYLE,
-                    show ? style | WS_EX_APPWINDOW : style & ~LONG_PTR{WS_EX_APPWINDOW});
 }
 
 void FrmMain::RunSelectedTask() { runner_.RunNow(rows_.SelectedRow()); }
@@ -389,8 +398,9 @@ void FrmMain::SliderH_PostRender() { PrintPercent(SliderH_, 2); }
 
 void FrmMain::SliderVolH_PostRender() { PrintPercent(SliderVolH_, 0); }
 
-// Nobody sees a hidden window: it costs nothing.
+// Nobody sees a hidden window: drawing it costs nothing.
 void FrmMain::TimerSet_Tick() {
+  KeepTrayIcon();
   if (!IsOnScreen()) return;
   statusText_ = StatusLineText(player_, general_.radioFlag, Now(), dayHalves_);
   picStatusBar_.Redraw();

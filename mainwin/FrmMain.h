@@ -26,6 +26,13 @@
 
 namespace tellurvane {
 
+// Never shown: a window that has an owner is in the taskbar only where it asks for it. A close
+// message, which some programs post to every window, must not end it: Windows would destroy the
+// main window with it, and nothing would be saved.
+class TaskbarOwner final : public Form {
+  bool Form_Unload() override { return false; }
+};
+
 class FrmMain final : public Form, private PlaybackView, private TaskTimer {
  public:
   // Both outlive the window.
@@ -75,8 +82,8 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   void StartTimers();
   PictureBox& AddBox(PictureBox& box, HWND parent, bool isTabStop = false);
 
-  void clsIcon_LButtonDown() { FormMin(); }
-  void clsIcon_RButtonDown() { IconMenuClick(); }
+  void clsIcon_LButtonDown();
+  void clsIcon_RButtonDown() { IconMenuClick(FrontWindow()); }
   void ToolBar_ButtonClick(int id);
   void ListView_Click(std::optional<POINT> place);
   void ListView_DblClick() { RunSelectedTask(); }
@@ -86,7 +93,8 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   void picStatusBar_Paint(HDC context);
 
   void OptionsMenuClick();
-  void IconMenuClick();
+  // Opens the tray menu. `owner` is in the foreground meanwhile.
+  void IconMenuClick(HWND owner);
   void SwitchSongLoop();
   void SwitchStartPlay();
   void SwitchClock();
@@ -99,6 +107,15 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   void ShowInTaskbar(bool show);
   // Neither hidden nor minimised.
   bool IsOnScreen() const { return Visible() && !IsIconic(hwnd()); }
+  void GoBehindIcon();
+  // Each second: tries again what the taskbar did not take.
+  void KeepTrayIcon();
+  void StayInFront();
+  HWND FrontWindow() const;
+  // Shows the window as it is, before all others and with the keyboard; or the dialog that is open.
+  void ComeToFront();
+  void HandlePower(WPARAM event);
+  void WakeUp_Tick();
   void EnablePlayButtons(bool isPlaying);
 
   TaskActions RunnerActions();
@@ -111,7 +128,8 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   MediaPlayer& player_;
   std::function<void()> releaseProcess_;
   bool quitFlag_ = false;
-  FrmSet* editor_ = nullptr;  // while it is open
+  bool isGoingBehindIcon_ = false;  // as soon as the taskbar takes the icon
+  FrmSet* editor_ = nullptr;        // while it is open
   // What the position slider shows, or is to show when the window is on the screen again. Seconds.
   struct Position {
     double range = 100;
@@ -120,7 +138,7 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   std::wstring statusText_;
   DayHalves dayHalves_;
 
-  Form taskbarOwner_;  // never shown: what has an owner is in the taskbar only where it asks for it
+  TaskbarOwner taskbarOwner_;
   PictureBox picToolbar_;
   PictureBox picSliderVolH_;
   PictureBox picSliderH_;
@@ -131,6 +149,7 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   Timer TimerVis_;
   Timer TimerOpening_;
   Timer TimerSet_;
+  Timer WakeUp_;  // runs while the computer falls asleep and for a while after it has woken up
   clsNotifyIcon clsIcon_;
   TaskRowsView rows_;
   clsToolbar ToolBar_;

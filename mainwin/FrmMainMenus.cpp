@@ -2,30 +2,27 @@
 #include "app/Autostart.h"
 #include "mainwin/FrmMain.h"
 #include "mainwin/Menus.h"
+#include "mainwin/PopupMenus.h"
 #include "ui/clsPopupMenu.h"
 
 namespace tellurvane {
-namespace {
 
-// A menu that is built, shown and thrown away. At the mouse, unless a place is named.
-UINT Choose(HWND owner, const std::vector<MenuEntry>& entries, std::optional<UINT> defaultItem,
-            std::optional<POINT> place = {}) {
+UINT ShowPopupMenu(HWND owner, const std::vector<MenuEntry>& entries,
+                   std::optional<UINT> defaultItem, std::optional<POINT> place) {
   clsPopupMenu menu;
   for (const MenuEntry& entry : entries) menu.AddMenuItem(entry.text, entry.flags, entry.id);
   if (defaultItem) menu.SetMenuDefItem(*defaultItem);
   return place ? menu.TrackMenu(owner, *place) : menu.TrackMenu(owner);
 }
 
-}  // namespace
-
 void FrmMain::ListView_Click(std::optional<POINT> place) {
   const std::optional<size_t> row = rows_.SelectedRow();
   if (!row || *row >= general_.tasks.size()) {
-    if (Choose(hwnd(), NoTaskMenu(), {}, place) == kNewTask) OpenEditor({});
+    if (ShowPopupMenu(hwnd(), NoTaskMenu(), {}, place) == kNewTask) OpenEditor({});
     return;
   }
   const TaskRecord& task = general_.tasks[*row];
-  switch (Choose(hwnd(), TaskMenu(task.Name, task.Enabled), {}, place)) {
+  switch (ShowPopupMenu(hwnd(), TaskMenu(task.Name, task.Enabled), {}, place)) {
     case kRunTask:
       runner_.RunNow(row);
       break;
@@ -41,7 +38,7 @@ void FrmMain::ListView_Click(std::optional<POINT> place) {
 }
 
 void FrmMain::OptionsMenuClick() {
-  switch (Choose(hwnd(), OptionsMenu(general_.settings), 0)) {
+  switch (ShowPopupMenu(hwnd(), OptionsMenu(general_.settings), 0)) {
     case kSwitchSongLoop:
       SwitchSongLoop();
       break;
@@ -50,23 +47,6 @@ void FrmMain::OptionsMenuClick() {
       break;
     case kSwitchClock:
       SwitchClock();
-      break;
-    default:
-      break;
-  }
-}
-
-void FrmMain::IconMenuClick() {
-  switch (Choose(hwnd(), TrayMenu(general_.settings), 0)) {
-    case kShowMainWindow:
-      // Deliberately without the rest of the way back: the tray icon stays, and no taskbar button.
-      Open();
-      break;
-    case kSwitchClockFromTray:
-      SwitchClock();
-      break;
-    case kLeave:
-      Leave();
       break;
     default:
       break;

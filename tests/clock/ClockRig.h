@@ -104,7 +104,11 @@ class FrmTimeTest : public testing::Test {
             [](DateSerial moment) {
               return std::wstring(CivilFromSerial(moment).hour < 12 ? L"上午" : L"下午");
             },
-        .openTrayMenu = [this] { ++menus; }});
+        .openTrayMenu =
+            [this](HWND owner) {
+              EXPECT_EQ(owner, clock->hwnd());
+              ++menus;
+            }});
   }
   void ShowAt(DateSerial moment) {
     now = moment;

@@ -113,6 +113,14 @@ TEST_F(FrmTimeTest, NobodyWaitsForTheFadeOfAHiddenClock) {
   EXPECT_THAT(log.milliseconds, IsEmpty());
 }
 
+TEST_F(FrmTimeTest, ACloseMessageDoesNothing) {
+  ShowAt(kMorning);
+  SendMessageW(clock->hwnd(), WM_CLOSE, 0, 0);
+  EXPECT_TRUE(clock->IsLoaded());
+  EXPECT_TRUE(clock->Visible());
+  EXPECT_THAT(log.opacities, IsEmpty());
+}
+
 TEST_F(FrmTimeTest, CanBeLoadedAgainAfterItsEnd) {
   ShowAt(kMorning);
   clock->Unload();

@@ -16,7 +16,7 @@ void UseClock() {
   FrmTime clock({.clock = [&] { return now; },
                  .pause = [](unsigned) {},
                  .dayHalf = [](DateSerial) { return L"上午"; },
-                 .openTrayMenu = [] {}});
+                 .openTrayMenu = [](HWND) {}});
   clock.ShowClock();
   Pump();
   now = At(2026, 11, 22, 10, 6, 8);

@@ -10,10 +10,11 @@ WATCHED = ("CreatePopupMenu", "AppendMenuW", "SetMenuDefaultItem", "TrackPopupMe
 _CALL = re.compile(r"Call user32\.(\w+)\(([0-9a-f,]*)")
 
 
-def watch():
-    """From now on the trace of a program holds the calls that make menus."""
+def watch(*more):
+    """From now on the trace of a program holds the calls that make menus, and more of user32."""
     run("wine", "reg", "add", r"HKCU\Software\Wine\Debug", "/v", "RelayInclude", "/t", "REG_SZ",
-        "/d", ";".join(f"user32.{name}" for name in WATCHED), "/f")
+        "/d", ";".join(f"user32.{name}" for name in (*WATCHED, *more)),
+        "/f")
 
 
 def calls(program):

@@ -31,10 +31,19 @@ NOT_REFUSED = {
         PostMessageW""",
     "cannot fail, or its failure is one of its usual answers": """
         CompareStringOrdinal ExitProcess GetACP GetActiveWindow GetAncestor GetCapture GetFocus
+        GetForegroundWindow
         GetKeyState GetLastError GetLocalTime GetModuleHandleW GetSysColor GetTickCount64 GetWindow
         InitCommonControls IsChild IsDialogMessageW IsIconic IsWindow IsWindowEnabled
         IsWindowVisible MonitorFromWindow MulDiv PathFileExistsW PeekMessageW PostQuitMessage
         PtInRect SetLastError Sleep SysStringLen TranslateMessage VariantInit lstrcpynW""",
+    "a window that does not come to the front can be clicked": """
+        SetForegroundWindow""",
+    "without a dialog that was found the window itself is meant": """
+        EnumThreadWindows""",
+    "only makes a menu close for certain the next time": """
+        PostMessageW""",
+    "where the system has no such thing, a busy window looks as if it hung": """
+        DisableProcessWindowsGhosting""",
     "fails only for a window that is gone": """
         CallWindowProcW ClientToScreen DefWindowProcW DispatchMessageW EnableWindow GetMessageW
         GetWindowLongPtrW GetWindowThreadProcessId InvalidateRect MapWindowPoints RedrawWindow
