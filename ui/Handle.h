@@ -72,11 +72,6 @@ struct MenuTraits {
   static void Close(Type handle) { DestroyMenu(handle); }
 };
 
-struct ModuleTraits {
-  using Type = HMODULE;
-  static void Close(Type handle) { FreeLibrary(handle); }
-};
-
 struct ImageListTraits {
   using Type = HIMAGELIST;
   static void Close(Type handle) { ImageList_Destroy(handle); }
@@ -98,7 +93,6 @@ using UniqueRegion = UniqueHandle<GdiObjectTraits<HRGN>>;
 using UniqueIcon = UniqueHandle<IconTraits>;
 using UniqueKey = UniqueHandle<KeyTraits>;
 using UniqueMenu = UniqueHandle<MenuTraits>;
-using UniqueModule = UniqueHandle<ModuleTraits>;
 using UniqueImageList = UniqueHandle<ImageListTraits>;
 
 // Of what CreateFileW gives, which has a value of its own for none.

@@ -18,10 +18,13 @@ constexpr int kDropDownRows = 12;
 
 }  // namespace
 
-clsControl::clsControl()
-    // From the system's folder only: a namesake beside the executable is not taken. Where it is
-    // missing, every kind but the rich edit box works.
-    : richEditLibrary_(LoadLibraryExW(L"RICHED20.DLL", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32)) {}
+clsControl::clsControl() {
+  // From the system's folder only: a namesake beside the executable is not taken. Where it is
+  // missing, every kind but the rich edit box works. Never given back: what the library has left
+  // with the system (input methods, drag and drop, the clipboard) may call it after the last box.
+  // cppcheck-suppress leakReturnValNotUsed
+  (void)LoadLibraryExW(L"RICHED20.DLL", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+}
 
 clsControl::~clsControl() { Destroy(); }
 
@@ -35,6 +38,8 @@ void clsControl::Create(ControlKind kind) {
                              .style = Style(),
                              .width = host_->ScaleWidth(),
                              .height = host_->ScaleHeight()});
+  // Possible only while the box is empty.
+  if (FamilyOf(kind) == ControlFamily::kRichEdit) Send(EM_SETTEXTMODE, TM_PLAINTEXT);
   Send(WM_SETFONT, reinterpret_cast<WPARAM>(ToolkitFont()), TRUE);
   // The platform's own limits, 30,000 characters or so, would cut a long text that is typed.
   if (FamilyOf(kind) == ControlFamily::kEdit) Send(EM_LIMITTEXT);

@@ -83,7 +83,7 @@ class clsControl final : private GXISubclass {
   Color ForeColor() const;
   void ForeColor(Color color);
 
-  // Line breaks are CR LF.
+  // Line breaks are CR LF. A rich edit box holds plain text only, whatever is pasted.
   std::wstring text() const;
   void text(const std::wstring& value);
 
@@ -142,6 +142,7 @@ class clsControl final : private GXISubclass {
   void ControlMessageAfter(HWND window, UINT message);
   void OnCommand(UINT notification);
   bool OnKeyDown(HWND window, UINT key, bool isRepeated);
+  bool PastePlainText(UINT key) const;
   std::optional<LRESULT> DialogCode(const MSG* message) const;
 
   void Destroy();
@@ -163,8 +164,6 @@ class clsControl final : private GXISubclass {
   bool HasEntry(int index) const;
   bool IsSelected(int index) const;
 
-  // First, so that it goes last: the window's class lives in it.
-  UniqueModule richEditLibrary_;
   GXMSubclass engine_;
   PictureBox* host_ = nullptr;
   HWND hostWindow_ = nullptr;

@@ -1,6 +1,13 @@
 // The messages of clsControl: what its host is asked and told, and what the keyboard does.
-#include <initializer_list>
+#include <windows.h>
 
+#include <richedit.h>
+
+#include <algorithm>
+#include <initializer_list>
+#include <string>
+
+#include "ui/ClipboardText.h"
 #include "ui/ControlKinds.h"
 #include "ui/Event.h"
 #include "ui/clsControl.h"
@@ -162,7 +169,7 @@ bool clsControl::OnKeyDown(HWND window, UINT key, bool isRepeated) {
   // Copied: either handler may destroy the control that holds it.
   const auto ask = KeyDown;
   const auto press = Click;
-  if (ask && ask(key)) {
+  if ((ask && ask(key)) || PastePlainText(key)) {
     // The character of the key waits behind it.
     MSG character = {};
     if (IsWindow(window)) PeekMessageW(&character, window, WM_CHAR, WM_CHAR, PM_REMOVE);
@@ -170,6 +177,26 @@ bool clsControl::OnKeyDown(HWND window, UINT key, bool isRepeated) {
   }
   if (presses && !isRepeated) Raise(press);
   return presses;
+}
+
+// The keys of pasting in a rich edit box; true when the key was one. Done here because not every
+// system's box pastes well in its plain-text mode: Wine's takes formats all the same, and replaces
+// the whole text.
+bool clsControl::PastePlainText(UINT key) const {
+  if (FamilyOf(kind_) != ControlFamily::kRichEdit || GetKeyState(VK_MENU) < 0) return false;
+  const bool isControl = GetKeyState(VK_CONTROL) < 0;
+  const bool isShift = GetKeyState(VK_SHIFT) < 0;
+  if (!(key == 'V' && isControl) && !(key == VK_INSERT && isShift)) return false;
+  if ((Send(EM_GETOPTIONS) & ECO_READONLY) != 0) return true;
+  std::wstring pasted = ClipboardText(hwnd_);
+  // As the box itself does: what is more than it may hold is cut.
+  CHARRANGE selected = {};
+  Send(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selected));
+  const LRESULT kept = GetWindowTextLengthW(hwnd_) - (selected.cpMax - selected.cpMin);
+  const LRESULT room = std::max(Send(EM_GETLIMITTEXT) - kept, LRESULT{0});
+  pasted.resize(std::min(pasted.size(), static_cast<size_t>(room)));
+  if (!pasted.empty()) Send(EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(pasted.c_str()));
+  return true;
 }
 
 // Which keys the control keeps from the form. The boxes' own answers are not asked for: with them

@@ -247,6 +247,12 @@ void clsLictView::Checked(int row, bool checked) {
   InvalidateRows(row, row);
 }
 
+void clsLictView::EmptyText(const std::wstring& text) {
+  if (text == emptyText_) return;
+  emptyText_ = text;
+  if (list_ != nullptr && ListCount() == 0) InvalidateRect(list_, nullptr, TRUE);
+}
+
 int clsLictView::ItemCountPage() const { return Ask(list_, LVM_GETCOUNTPERPAGE); }
 
 bool clsLictView::ItemVisible(int row) const {

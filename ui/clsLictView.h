@@ -24,6 +24,8 @@ enum class ColumnAlignment { kLeft = LVCFMT_LEFT, kRight = LVCFMT_RIGHT, kCenter
 //
 // The list holds no texts: it knows how many rows there are, asks OnData for the cells that it is
 // about to show, and so costs the same for ten rows and for a million. One row is selected at most.
+// What the user types while the list has the keyboard selects the next row whose first cell begins
+// with it.
 //
 // The host's object must outlive the list; its window may die first. The list fills the host and
 // follows its size, and takes the host's Resize event for that. Handlers of keys, the mouse, clicks
@@ -97,6 +99,9 @@ class clsLictView final : public GXISubclass {
   void CheckBoxes(bool shown);
   bool Checked(int row) const { return checked_.contains(row); }
   void Checked(int row, bool checked);
+
+  // Shown in the middle of the list while it has no rows. At first there is none.
+  void EmptyText(const std::wstring& text);
 
   // How many rows fit wholly.
   int ItemCountPage() const;
@@ -182,6 +187,8 @@ class clsLictView final : public GXISubclass {
   void RaiseMouseUp(int button, const POINT& position);
   bool IsKeyHeldBack(UINT key) const;
   bool HandleKeyDown(UINT key);
+  int FindRow(const NMLVFINDITEMW& search);
+  void DrawEmptyText() const;
 
   void RaiseItemChanged(const NMLISTVIEW& change);
   void ToggleCheck(int row);
@@ -207,6 +214,7 @@ class clsLictView final : public GXISubclass {
   // The native list may look at a text until it has asked for two more.
   std::array<std::wstring, 4> texts_;
   size_t nextText_ = 0;
+  std::wstring emptyText_;
   Lifetime lifetime_;
   GXMSubclass engine_;
 };

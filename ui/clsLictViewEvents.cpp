@@ -3,8 +3,11 @@
 
 #include <windowsx.h>
 
+#include <algorithm>
 #include <initializer_list>
 
+#include "base/LetterCase.h"
+#include "ui/ToolkitFont.h"
 #include "ui/clsLictView.h"
 
 namespace tellurvane {
@@ -55,8 +58,8 @@ void clsLictView::SubclassBoth() {
   for (UINT message = WM_MOUSEMOVE; message <= WM_MBUTTONDBLCLK; ++message) {
     engine_.AddMessage(list_, message, kBeforePrevious);
   }
-  for (const UINT message :
-       std::initializer_list<UINT>{WM_KEYDOWN, WM_KEYUP, WM_GETDLGCODE, WM_NOTIFY, WM_NCDESTROY}) {
+  for (const UINT message : std::initializer_list<UINT>{WM_KEYDOWN, WM_KEYUP, WM_GETDLGCODE,
+                                                        WM_NOTIFY, WM_PAINT, WM_NCDESTROY}) {
     engine_.AddMessage(list_, message, kBeforePrevious);
   }
   engine_.Subclass(container_, *this, 0);
@@ -89,6 +92,11 @@ LRESULT clsLictView::zLVCallBack(HWND window, UINT message, WPARAM wParam, LPARA
       // The header speaks to the list.
       if (IsHeaderHeldBack(*reinterpret_cast<const NMHDR*>(lParam))) return TRUE;
       break;
+    case WM_PAINT: {
+      const LRESULT result = engine_.CallOldWndProc(window, message, wParam, lParam);
+      if (!isGone()) DrawEmptyText();
+      return result;
+    }
     case WM_NCDESTROY:
       list_ = nullptr;
       break;
@@ -118,6 +126,8 @@ LRESULT clsLictView::HandleNotification(NMHDR& notification) {
       RecordOf<NMLVDISPINFOW>(notification).item = cell;
       break;
     }
+    case LVN_ODFINDITEMW:
+      return FindRow(RecordOf<NMLVFINDITEMW>(notification));
     case NM_CUSTOMDRAW:
       return RaiseCustomDraw(RecordOf<NMLVCUSTOMDRAW>(notification));
     case LVN_BEGINDRAG:
@@ -148,6 +158,43 @@ LRESULT clsLictView::HandleNotification(NMHDR& notification) {
       break;
   }
   return 0;
+}
+
+// The owner has the texts, so the native list asks for the row that it looks for. Without an answer
+// every letter would lead to row 0.
+int clsLictView::FindRow(const NMLVFINDITEMW& search) {
+  const UINT flags = search.lvfi.flags;
+  const bool isByText = (flags & (LVFI_STRING | LVFI_PARTIAL)) != 0;
+  if ((flags & LVFI_PARAM) != 0 || !isByText || search.lvfi.psz == nullptr) return -1;
+  const std::wstring wanted = Capitals(search.lvfi.psz);
+  const int count = ListCount();
+  const int first = std::max(search.iStart, 0);
+  const int end = (flags & LVFI_WRAP) != 0 ? first + count : count;
+  for (int place = first; place < end; ++place) {
+    const std::wstring found = Capitals(text(place % count));
+    if ((flags & LVFI_PARTIAL) != 0 ? found.starts_with(wanted) : found == wanted) {
+      return place % count;
+    }
+  }
+  return -1;
+}
+
+// Over what the native list has painted; opaque, or the letters would grow bolder each time.
+void clsLictView::DrawEmptyText() const {
+  if (list_ == nullptr || emptyText_.empty() || ListCount() > 0) return;
+  constexpr UINT kLayout = DT_CENTER | DT_WORDBREAK | DT_NOPREFIX;
+  const WindowDc context(list_);
+  const SelectedObject font(context.Get(), ToolkitFont());
+  SetTextColor(context.Get(), GetSysColor(COLOR_WINDOWTEXT));
+  SetBkColor(context.Get(), GetSysColor(COLOR_WINDOW));
+  RECT client = {};
+  GetClientRect(list_, &client);
+  client.top = HeaderBottom();
+  RECT needed = client;
+  DrawTextW(context.Get(), emptyText_.c_str(), -1, &needed, kLayout | DT_CALCRECT);
+  const LONG spare = (client.bottom - client.top) - (needed.bottom - needed.top);
+  client.top += std::max(spare, LONG{0}) / 2;
+  DrawTextW(context.Get(), emptyText_.c_str(), -1, &client, kLayout);
 }
 
 LRESULT clsLictView::RaiseCustomDraw(NMLVCUSTOMDRAW& draw) const {

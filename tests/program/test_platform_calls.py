@@ -21,9 +21,9 @@ NOT_REFUSED = {
         GetCurrentDirectoryW GetDeviceCaps GetOpenFileNameW LoadLibraryW RegisterWindowMessageW
         SetCurrentDirectoryW SetHandleInformation""",
     "gives something back: where that fails, nothing can be done": """
-        CloseHandle CoUninitialize DeleteDC DeleteObject DestroyIcon DestroyMenu DestroyWindow
+        CloseClipboard CloseHandle CoUninitialize DeleteDC DeleteObject DestroyIcon DestroyMenu DestroyWindow
         EndPaint FreeLibrary GdipDeleteBrush GdipDeleteFont GdipDeleteFontFamily GdipDeleteGraphics
-        GdipFree GdiplusShutdown ImageList_Destroy KillTimer RegCloseKey ReleaseCapture ReleaseDC
+        GdipFree GdiplusShutdown GlobalUnlock ImageList_Destroy KillTimer RegCloseKey ReleaseCapture ReleaseDC
         ReleaseMutex SysFreeString UnregisterClassW VariantClear VirtualFree""",
     "removes a file that is done with: one that stays is the next save's to write over": """
         DeleteFileW""",

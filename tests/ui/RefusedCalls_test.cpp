@@ -9,6 +9,7 @@
 #include <string>
 
 #include "ActingForm.h"
+#include "ClipboardSupport.h"
 #include "ControlTestSupport.h"
 #include "tests/support/EachCallFails.h"
 #include "tests/support/FailingAllocation.h"
@@ -101,6 +102,8 @@ void UseList() {
   list.ColumnAdd(L"專案名稱", 120);
   list.CheckBoxes(true);
   list.AutoDraw(true);
+  list.EmptyText(L"空");
+  Repaint(stage.form.hwnd());
   list.ListCount(3);
   list.SetSelectList(1);
   list.Checked(2, true);
@@ -141,6 +144,11 @@ void UseControls() {
     EXPECT_TRUE(text.empty() || text == L"文字") << "not a part of it";
     control.AddItem(L"項目");
     control.ListIndex(0);
+    if (kind == ControlKind::kRichEditBox) {
+      (void)PutRtfOnClipboard(form.hwnd());
+      const HeldKeys keys({VK_CONTROL});
+      SendMessageW(control.hwnd(), WM_KEYDOWN, 'V', 1);
+    }
     control.ForeColor(kHostColor);
     control.Enabled(false);
     host.Move(0, 0, 120, 70);
@@ -234,9 +242,9 @@ TEST(RefusedCallsTest, TheToolkitGoesOnOrSaysThatItCannot) {
       {"toolbar", UseToolbar},
       {"controls",
        UseControls,
-       {"CreateSolidBrush", "CreateWindowExW", "FindWindowExW", "GetComboBoxInfo",
-        "GetWindowTextLengthW", "GetWindowTextW", "LoadLibraryExW", "SetBkColor",
-        "SetWindowLongPtrW", "SetWindowTextW", "VirtualAlloc"}},
+       {"CreateSolidBrush", "CreateWindowExW", "FindWindowExW", "GetClipboardData",
+        "GetComboBoxInfo", "GetWindowTextLengthW", "GetWindowTextW", "GlobalLock", "LoadLibraryExW",
+        "OpenClipboard", "SetBkColor", "SetWindowLongPtrW", "SetWindowTextW", "VirtualAlloc"}},
       {"pickers", UsePickers, {"CreateWindowExW", "InitCommonControlsEx"}},
       {"menu",
        UseMenu,

@@ -236,5 +236,58 @@ TEST_F(ListDrawTest, RedrawingARowNeverShowsItErased) {
   EXPECT_EQ(during, kRowColor);
 }
 
+class ListEmptyTextTest : public ListTest {
+ protected:
+  ListEmptyTextTest() { list().LockColumn(true); }
+
+  // Pixels below the header that are not the window's colour, as what is on the screen has them.
+  int Ink() {
+    Pump();
+    RECT header = {};
+    GetClientRect(list().HeaderhWnd(), &header);
+    RECT client = {};
+    GetClientRect(list().hwnd(), &client);
+    const WindowDc screen(list().hwnd());
+    const auto ground = static_cast<Color>(GetSysColor(COLOR_WINDOW));
+    int ink = 0;
+    for (int y = static_cast<int>(header.bottom); y < client.bottom; ++y) {
+      for (int x = 0; x < client.right; ++x) ink += PixelOf(screen.Get(), x, y) != ground ? 1 : 0;
+    }
+    return ink;
+  }
+};
+
+TEST_F(ListEmptyTextTest, IsShownWhileThereAreNoRows) {
+  EXPECT_EQ(Ink(), 0);
+  list().EmptyText(L"目前無法開啟");
+  const int text = Ink();
+  EXPECT_GT(text, 0);
+  list().ListCount(1);
+  list().OnData = nullptr;
+  EXPECT_NE(Ink(), text);
+  list().ListCount(0);
+  EXPECT_EQ(Ink(), text);
+  list().EmptyText(L"");
+  EXPECT_EQ(Ink(), 0);
+}
+
+TEST_F(ListEmptyTextTest, LooksTheSameHoweverOftenItIsPainted) {
+  list().EmptyText(L"目前無法開啟");
+  const int text = Ink();
+  for (const RECT& part : {RECT{0, 0, 300, 200}, RECT{100, 60, 160, 120}}) {
+    InvalidateRect(list().hwnd(), &part, FALSE);
+    EXPECT_EQ(Ink(), text);
+  }
+}
+
+TEST_F(ListEmptyTextTest, ALongTextGetsMoreLinesAndNoneIsCut) {
+  list().EmptyText(L"無法開啟");
+  const int one = Ink();
+  std::wstring many;
+  for (int i = 0; i < 12; ++i) many += L"無法開啟";
+  list().EmptyText(many);
+  EXPECT_NEAR(Ink(), 12 * one, one);
+}
+
 }  // namespace
 }  // namespace tellurvane
