@@ -7,6 +7,7 @@
 
 #include "base/FatalError.h"
 #include "base/Number.h"
+#include "scheduler/HeldFile.h"
 
 namespace tellurvane {
 namespace {
@@ -14,11 +15,31 @@ namespace {
 constexpr const wchar_t* kSection = L"Setting";
 constexpr size_t kBufferUnits = 128;
 
+// As the platform's own reader opens it.
+UniqueKernelHandle OpenToRead(const std::wstring& path) {
+  return OpenFile(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING);
+}
+
+const wchar_t* ReasonForNoValue(const std::wstring& path) {
+  const bool isOpened = static_cast<bool>(OpenToRead(path));
+  return !isOpened && IsHeldByOthers(GetLastError()) ? L"無法讀取，設定檔可能正由其他程式使用"
+                                                     : L"沒有數值";
+}
+
 }  // namespace
 
-SettingsFile::SettingsFile(std::wstring path) : path_(std::move(path)) {}
+SettingsFile::SettingsFile(std::wstring path, Pause pause)
+    : path_(std::move(path)), pause_(std::move(pause)) {}
 
 Settings SettingsFile::ReadAll() const {
+  // Kept open until all values are read: nobody can take the file in between. Where it cannot be
+  // opened, the first number that is missing says so.
+  UniqueKernelHandle opened;
+  bool wasHeld = false;
+  (void)RetryWhileHeld(wasHeld, pause_, [&] {
+    opened = OpenToRead(path_);
+    return static_cast<bool>(opened);
+  });
   Settings settings;
   settings.SavedVolume = ReadNumber(L"SavedVolume");
   settings.TimeForm = ReadNumber(L"TimeForm");
@@ -49,7 +70,7 @@ std::int32_t SettingsFile::ReadNumber(const std::wstring& key) const {
   const std::wstring text = Read(key);
   if (const auto number = ParseInteger(text)) return *number;
   throw FatalError(L"設定檔 Setting.ini 的「" + key + L"」" +
-                   (text.empty() ? std::wstring(L"沒有數值") : L"不是有效的數字：" + text) +
+                   (text.empty() ? ReasonForNoValue(path_) : L"不是有效的數字：" + text) +
                    L"。\n\n請檢查程式資料夾裡的設定檔：\n" + path_);
 }
 

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string>
 
+#include "base/Pause.h"
+
 namespace tellurvane {
 
 // An on/off setting is on only when it is exactly 1; switching it writes 1 or 0.
@@ -23,9 +25,12 @@ struct Settings {
 // One file, one section. Each call opens the file anew: nothing is held between them.
 class SettingsFile {
  public:
-  explicit SettingsFile(std::wstring path);
+  // The pause comes before a file that another program holds is tried again. Only tests name
+  // another one than the platform's own.
+  explicit SettingsFile(std::wstring path, Pause pause = SleepFor);
 
   // Throws FatalError when a number is missing or is none: the program never starts on defaults.
+  // Tries for a moment first to open a file that another program holds.
   Settings ReadAll() const;
 
   // The value cut at 127 units; empty when the key, the section or the file is missing.
@@ -39,6 +44,7 @@ class SettingsFile {
   std::int32_t ReadNumber(const std::wstring& key) const;
 
   std::wstring path_;
+  Pause pause_;
 };
 
 }  // namespace tellurvane

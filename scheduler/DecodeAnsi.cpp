@@ -22,7 +22,9 @@ std::optional<std::wstring> Decode(UINT codePage, DWORD flags, std::string_view 
 
 }  // namespace
 
-DecodedText DecodeAnsi(std::string_view bytes) {
+DecodedText DecodeAnsi(std::string_view bytes) { return DecodeFromCodePage(bytes, GetACP()); }
+
+DecodedText DecodeFromCodePage(std::string_view bytes, unsigned codePage) {
   // Some editors mark UTF-8; in no code page does a list begin like this.
   constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
   const bool isMarked = bytes.starts_with(kUtf8Mark);
@@ -32,12 +34,12 @@ DecodedText DecodeAnsi(std::string_view bytes) {
   if (isPlain) return {std::wstring(bytes.begin(), bytes.end())};
 
   auto utf8 = Decode(CP_UTF8, MB_ERR_INVALID_CHARS, bytes);
-  if (isMarked && utf8) return {*std::move(utf8)};
-  if (auto ansi = Decode(CP_ACP, MB_ERR_INVALID_CHARS, bytes)) {
+  if (utf8 && (isMarked || codePage == CP_UTF8)) return {*std::move(utf8)};
+  if (auto ansi = Decode(codePage, MB_ERR_INVALID_CHARS, bytes)) {
     return {*std::move(ansi), isMarked || utf8.has_value()};
   }
   if (utf8) return {*std::move(utf8)};
-  return {Decode(CP_ACP, 0, bytes).value_or(L""), true};
+  return {Decode(codePage, 0, bytes).value_or(L""), true};
 }
 
 }  // namespace tellurvane

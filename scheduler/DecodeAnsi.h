@@ -12,4 +12,7 @@ namespace tellurvane {
 // could be both, and where they bear the mark of UTF-8 and are none.
 DecodedText DecodeAnsi(std::string_view bytes);
 
+// The same with a code page by its number. Where it is UTF-8 itself, nothing can be both.
+DecodedText DecodeFromCodePage(std::string_view bytes, unsigned codePage);
+
 }  // namespace tellurvane

@@ -20,14 +20,16 @@ class FileOperations {
   FileOperations& operator=(const FileOperations&) = delete;
   virtual ~FileOperations() = default;
 
-  // Others may go on reading. Tries again for a moment while somebody else writes.
+  // Others may go on reading. Tries again for a moment while somebody else writes. Missing is only
+  // what is known not to be there; with any other error the file may be there.
   virtual OpenOutcome OpenForReading(const std::wstring& path) = 0;
   virtual std::optional<std::uint64_t> SizeOfReading() = 0;
   // Fewer bytes than asked when the file ends; nothing when it fails.
   virtual std::optional<size_t> Read(char* buffer, size_t size) = 0;
   virtual void CloseReading() = 0;
 
-  // Makes the file anew; one that exists is emptied.
+  // Makes the file anew; one that exists is emptied. Tries again for a moment while somebody holds
+  // it open.
   virtual bool CreateForWriting(const std::wstring& path) = 0;
   // The number of bytes written; nothing when it fails.
   virtual std::optional<size_t> Write(std::string_view bytes) = 0;

@@ -31,7 +31,10 @@ class Win32FileOperations : public FileOperations {
   UniqueKernelHandle reading_;
   UniqueKernelHandle writing_;
   Pause pause_;
-  bool wasHeld_ = false;  // the last move was in vain
+  // Whether another program held the file through the whole last wait.
+  bool wasReadingHeld_ = false;
+  bool wasWritingHeld_ = false;
+  bool wasTargetHeld_ = false;
 };
 
 }  // namespace tellurvane

@@ -31,7 +31,7 @@ class SettingsDeed {
     isWritten_ = false;
   }
   void ReadAndWrite() {
-    const SettingsFile file(Path());
+    const SettingsFile file(Path(), [](unsigned) {});
     EXPECT_EQ(file.ReadAll().SavedVolume, 37);
     isWritten_ = file.Write(L"SavedVolume", 50);
   }
@@ -50,7 +50,7 @@ TEST(RefusedCallsTest, TheSettingsAreReadAndWrittenOrLeftAlone) {
   SettingsDeed deed;
   FailEachCall({"settings",
                 [&] { deed.ReadAndWrite(); },
-                {"GetPrivateProfileStringW", "WritePrivateProfileStringW"},
+                {"CreateFileW", "GetPrivateProfileStringW", "WritePrivateProfileStringW"},
                 [&] { deed.Prepare(); },
                 [&] { return deed.Fault(); }});
 }

@@ -36,6 +36,12 @@ class SettingsFileTest : public testing::Test {
     Put(TextWith(key, line + L"\r\n"));
   }
 
+  // As another program that shares it with nobody.
+  UniqueKernelHandle Held() const {
+    return OwnedFile(
+        CreateFileW(path_.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+  }
+
   // What the fatal error says; empty when there is none.
   std::wstring FatalMessage() const {
     try {
@@ -192,6 +198,43 @@ TEST_F(SettingsFileTest, WritingIntoAFileThatAnotherHoldsIsFalseAndChangesNothin
   held.Reset();
   EXPECT_TRUE(file_.Write(L"FilesPath", L"E:\\"));
   EXPECT_EQ(file_.ReadAll().FilesPath, L"E:\\");
+}
+
+// Another program, a backup say, holds the file.
+TEST_F(SettingsFileTest, WaitsForAFileThatIsHeldForAMoment) {
+  Put(TextWith(L"", L""));
+  UniqueKernelHandle held = Held();
+  int pauses = 0;
+  const SettingsFile file(path_, [&](unsigned) {
+    if (++pauses == 5) held.Reset();
+  });
+  EXPECT_EQ(file.ReadAll().FilesPath, L"C:\\Music\\");
+  EXPECT_EQ(pauses, 5);
+  EXPECT_EQ(file.ReadAll().SavedVolume, 1);
+  EXPECT_EQ(pauses, 5) << "nobody holds it";
+  EXPECT_TRUE(Held()) << "it is free again";
+}
+
+TEST_F(SettingsFileTest, AFileThatStaysHeldIsFatalAfterHalfASecond) {
+  Put(TextWith(L"", L""));
+  const UniqueKernelHandle held = Held();
+  unsigned paused = 0;
+  const SettingsFile file(path_, [&](unsigned milliseconds) { paused += milliseconds; });
+  std::wstring message;
+  try {
+    (void)file.ReadAll();
+  } catch (const FatalError& error) {
+    message = error.Message();
+  }
+  EXPECT_NE(message.find(L"可能正由其他程式使用"), std::wstring::npos);
+  EXPECT_NE(message.find(path_), std::wstring::npos);
+  EXPECT_GE(paused, 400U);
+  EXPECT_LE(paused, 600U);
+}
+
+TEST_F(SettingsFileTest, AFileThatIsMissingIsNotWaitedFor) {
+  const SettingsFile file(path_, [](unsigned) { ADD_FAILURE() << "waits"; });
+  EXPECT_THROW((void)file.ReadAll(), FatalError);
 }
 
 // Windows refuses to write into a write-protected file; Wine, run by root, writes: the answer has

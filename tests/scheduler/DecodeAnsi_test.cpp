@@ -43,6 +43,15 @@ TEST(DecodeAnsiTest, TakesWhatCouldBeBothForTheCodePageAndTellsTheDoubt) {
             DecodedText(IsBig5() ? L"皜祈岫" : L"\x00E6\x00B8\x00AC\x00E8\x00A9\x00A6", true));
 }
 
+// Wine offers no such page as the user's own; the number stands in for it.
+TEST(DecodeAnsiTest, WhereTheCodePageIsUtf8ItselfThereIsNoDoubt) {
+  constexpr std::string_view kTest = "\xE6\xB8\xAC\xE8\xA9\xA6";  // 測試
+  EXPECT_EQ(DecodeFromCodePage(kTest, CP_UTF8), DecodedText(L"測試"));
+  EXPECT_EQ(DecodeFromCodePage(kTest, 1252).hasLoss, true);
+  EXPECT_EQ(DecodeFromCodePage("plain", CP_UTF8), DecodedText(L"plain"));
+  EXPECT_TRUE(DecodeFromCodePage("\xAD\xB5", CP_UTF8).hasLoss) << "no UTF-8";
+}
+
 TEST(DecodeAnsiTest, TheMarkLeavesNoDoubt) {
   EXPECT_EQ(DecodeAnsi("\xEF\xBB\xBFplain"), DecodedText(L"plain"));
   EXPECT_EQ(DecodeAnsi("\xEF\xBB\xBF\xC3\xA9"), DecodedText(L"\x00E9"));

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 #include <utility>
 
@@ -137,7 +138,8 @@ TEST_F(Win32FileOperationsTest, TellsAMissingSourceFromACopyThatFails) {
   EXPECT_EQ(files_.CopyToNew(folder_.File(L"none"), folder_.File(L"to")),
             CopyOutcome::kSourceMissing);
   EXPECT_EQ(files_.CopyToNew(folder_.File(L"none\\none"), folder_.File(L"to")),
-            CopyOutcome::kSourceMissing);
+            CopyOutcome::kFailed)
+      << "a folder that is gone may come back with the list in it";
   // The source is there: nobody may take its bytes for given up.
   EXPECT_EQ(files_.CopyToNew(from, folder_.File(L"none\\to")), CopyOutcome::kFailed);
   const UniqueKernelHandle held = Hold(from, kShareNothing);
@@ -196,6 +198,47 @@ TEST_F(Win32FileOperationsTest, WritingBeginsWithAnEmptyFile) {
   EXPECT_TRUE(files_.Flush());
   EXPECT_TRUE(files_.CloseWriting());
   EXPECT_EQ(ReadBytes(path), "abc");
+}
+
+TEST_F(Win32FileOperationsTest, CreatingWaitsForAFileThatIsHeldForAMoment) {
+  const std::wstring path = Put(L"file", "left behind");
+  HoldThroughRefusals(5, path, FILE_SHARE_READ);
+  EXPECT_TRUE(files_.CreateForWriting(path));
+  EXPECT_EQ(pauses_, 5) << "one for each refusal";
+  EXPECT_EQ(files_.Write("new"), 3U);
+  EXPECT_TRUE(files_.CloseWriting());
+  EXPECT_EQ(ReadBytes(path), "new");
+}
+
+// The list that cannot be opened is loaded again each second.
+TEST_F(Win32FileOperationsTest, WhatWasHeldThroughOneWaitIsTriedOnceUntilItSucceeds) {
+  const std::wstring path = Put(L"file", "bytes");
+  const struct {
+    const char* what;
+    std::function<bool()> act;
+  } rows[] = {
+      {"open",
+       [&] {
+         const bool opened = files_.OpenForReading(path) == OpenOutcome::kOpened;
+         files_.CloseReading();
+         return opened;
+       }},
+      {"create", [&] { return files_.CreateForWriting(path) && files_.CloseWriting(); }},
+  };
+  for (const auto& row : rows) {
+    HoldThroughRefusals(kForEver, path, kShareNothing);
+    EXPECT_FALSE(row.act()) << row.what;
+    EXPECT_GE(pausedMilliseconds_, 400U) << row.what << ": about half a second";
+    EXPECT_LE(pausedMilliseconds_, 600U) << row.what;
+    pauses_ = 0;
+    EXPECT_FALSE(row.act()) << row.what;
+    EXPECT_EQ(pauses_, 0) << row.what;
+    held_.Reset();
+    EXPECT_TRUE(row.act()) << row.what;
+    HoldThroughRefusals(5, path, kShareNothing);
+    EXPECT_TRUE(row.act()) << row.what;
+    EXPECT_EQ(pauses_, 5) << row.what;
+  }
 }
 
 TEST_F(Win32FileOperationsTest, SaysWhatCannotBeCreated) {
