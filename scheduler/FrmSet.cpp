@@ -56,12 +56,12 @@ void FrmSet::Form_Load() {
   ShowState();
 }
 
-bool FrmSet::Form_Unload() { return mayClose_ || MayLoseTyping(); }
+bool FrmSet::Form_Unload() {
+  return mayClose_ || MayLoseTyping(L"正在編輯的排程專案尚未儲存，您確定要關閉嗎？");
+}
 
-bool FrmSet::MayLoseTyping() {
-  if (!editor_.IsEditing() || ReadFields() == shown_) return true;
-  return Ask(L"正在編輯的排程專案尚未儲存，您確定要關閉嗎？",
-             MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2) == IDYES;
+bool FrmSet::MayLoseTyping(const std::wstring& question) {
+  return !IsChanged() || Ask(question, MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2) == IDYES;
 }
 
 void FrmSet::Form_Enter() {
@@ -72,11 +72,12 @@ void FrmSet::Form_Enter() {
   }
 }
 
+// The key is pressed by mistake more easily than the button 放棄編輯, which asks nothing.
 void FrmSet::Form_Escape() {
-  if (editor_.IsEditing()) {
-    cmdCancelJob_Click();
-  } else {
+  if (!editor_.IsEditing()) {
     Unload();
+  } else if (MayLoseTyping(L"排程專案尚未儲存，您確定要放棄變更嗎？")) {
+    cmdCancelJob_Click();
   }
 }
 
@@ -161,8 +162,9 @@ bool FrmSet::SaveJob() {
   return true;
 }
 
+// What nobody touched is neither checked nor saved: one may look at a task that would be refused.
 void FrmSet::cmdSave_Click() {
-  if (!SaveJob()) return;
+  if (IsChanged() && !SaveJob()) return;
   mayClose_ = true;
   Unload();
 }

@@ -76,7 +76,9 @@ class FrmSet final : public Form {
 
   // False when the task was refused.
   bool SaveJob();
-  bool MayLoseTyping();
+  bool IsChanged() const { return editor_.IsEditing() && ReadFields() != shown_; }
+  // Asks where something was typed. True without a question where nothing was.
+  bool MayLoseTyping(const std::wstring& question);
   void BeginEditing();
   void RefreshList();
   void ShowState();

@@ -10,6 +10,7 @@ from joblist import (APPLICATION, DAYS, HOURS, MINUTES, MUSIC, NOTE, RADIO, ZERO
 
 SAME_NAME = "排程專案名稱重複，請另外指定一個新的排程專案名稱"
 UNSAVED = "正在編輯的排程專案尚未儲存，您確定要關閉嗎？"
+GIVING_UP = "排程專案尚未儲存，您確定要放棄變更嗎？"
 FIRST_BUTTON, SECOND_BUTTON = 0, 1
 YES, NO = FIRST_BUTTON, SECOND_BUTTON
 
@@ -195,6 +196,13 @@ def test_a_task_is_made_and_given_up_by_keys_alone(folder, start):
     type_text("given up")
     until(lambda: editor.texts()["name"] == "given up", "the typed name")
     press_key("Escape")
+    assert editor.box()[0] == GIVING_UP
+    # The safe answer is the one that Enter gives.
+    press_key("Return")
+    until(lambda: not editor.find_box(), "the end of the question")
+    assert editor.texts()["name"] == "given up"
+    press_key("Escape")
+    editor.answer(YES)
     until(lambda: editor.texts()["name"] == "by keys", "the task's own name")
     press_key("Insert")
     until(editor.is_editing, "a new task")

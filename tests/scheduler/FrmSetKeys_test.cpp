@@ -86,23 +86,48 @@ TEST_F(FrmSetKeysTest, EnterEditsTheSelectedTask) {
   });
 }
 
-TEST_F(FrmSetKeysTest, EscGivesTheEditingUpAndThenCloses) {
+TEST_F(FrmSetKeysTest, EscAsksBeforeItGivesUpWhatWasTypedAndThenCloses) {
   tasks = {Task(L"a")};
+  const Question question = {L"排程專案尚未儲存，您確定要放棄變更嗎？",
+                             MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2};
   for (HWND* const field : {&txtName, &txtSrc, &cboTimeType, &dtpDate, &cmdFiles}) {
+    asked.clear();
     Play(0, [&] {
       Type(txtName, L"b");
       SetFocus(*field);
       const std::string where = Focused();
+      answer = IDNO;
+      Press(VK_ESCAPE);
+      EXPECT_THAT(asked, ElementsAre(question)) << where;
+      EXPECT_EQ(WindowText(txtName), L"b") << where;
+      EXPECT_EQ(Writable(), "name source interval") << where;
+      EXPECT_EQ(Focused(), where);
+      answer = IDYES;
       Press(VK_ESCAPE);
       ASSERT_TRUE(IsOpen()) << where;
+      EXPECT_EQ(asked.size(), 2U) << where;
       EXPECT_EQ(Writable(), "") << where;
       EXPECT_EQ(WindowText(txtName), L"a") << where;
       Press(VK_ESCAPE);
       EXPECT_FALSE(IsOpen()) << where;
+      EXPECT_EQ(asked.size(), 2U) << where;
+    });
+  }
+  EXPECT_EQ(saves, 0);
+}
+
+TEST_F(FrmSetKeysTest, EscAsksNothingWhereNothingWasTyped) {
+  tasks = {Task(L"a")};
+  for (const std::optional<size_t> element : {std::optional<size_t>(), std::optional<size_t>(0)}) {
+    Play(element, [&] {
+      Press(VK_ESCAPE);
+      ASSERT_TRUE(IsOpen());
+      EXPECT_EQ(Writable(), "");
+      Press(VK_ESCAPE);
+      EXPECT_FALSE(IsOpen());
     });
   }
   EXPECT_THAT(asked, IsEmpty());
-  EXPECT_EQ(saves, 0);
 }
 
 TEST_F(FrmSetKeysTest, EscOnlyClosesAListThatIsDroppedDown) {

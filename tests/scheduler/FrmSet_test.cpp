@@ -1,5 +1,5 @@
-// What the editor shows, allows and does. Its keys are in FrmSetKeys_test.cpp, unusual tasks in
-// FrmSetContent_test.cpp.
+// What the editor shows, allows and does. Its keys are in FrmSetKeys_test.cpp, its end in
+// FrmSetClosing_test.cpp, unusual tasks in FrmSetContent_test.cpp.
 #include "scheduler/FrmSet.h"
 
 #include <gmock/gmock.h>
@@ -308,83 +308,6 @@ TEST_F(FrmSetTest, RemovesATaskOnlyAfterAYes) {
     EXPECT_EQ(asked.back().text, L"排程專案名稱重複，請另外指定一個新的排程專案名稱");
   });
   for (const TaskRecord& task : tasks) EXPECT_TRUE(task.Deleted);
-}
-
-TEST_F(FrmSetTest, AsksBeforeTheCloseBoxLosesWhatWasTyped) {
-  tasks = {Task(L"a")};
-  const Question question = {L"正在編輯的排程專案尚未儲存，您確定要關閉嗎？",
-                             MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2};
-  Play(0, [&] {
-    Type(txtName, L"b");
-    answer = IDNO;
-    ClickCloseBox();
-    EXPECT_TRUE(IsOpen());
-    EXPECT_THAT(asked, ElementsAre(question));
-    EXPECT_EQ(WindowText(txtName), L"b");
-    answer = IDYES;
-    ClickCloseBox();
-    EXPECT_FALSE(IsOpen());
-  });
-  const struct {
-    const char* what;
-    std::function<void()> change;
-    bool asks;
-  } rows[] = {
-      {"nothing", [] {}, false},
-      {"the source", [&] { Type(txtSrc, L"x"); }, true},
-      {"the kind", [&] { Choose(cboMediaType, kInternetRadio); }, true},
-      {"the moment", [&] { Pick(At(2012, 1, 1)); }, true},
-      {"the unit", [&] { Choose(cboTimeType, kDays); }, true},
-      {"the interval", [&] { Type(txtInterval, L""); }, true},
-      {"the mark", [&] { Click(chkEnabled); }, true},
-      {"given up", [&] { Type(txtSrc, L"x"), Click(cmdCancelJob); }, false},
-  };
-  for (const auto& row : rows) {
-    asked.clear();
-    Play(0, [&] {
-      row.change();
-      ClickCloseBox();
-      EXPECT_FALSE(IsOpen()) << row.what;
-    });
-    EXPECT_EQ(asked.size(), row.asks ? 1U : 0U) << row.what;
-  }
-  EXPECT_EQ(saves, 0);
-}
-
-TEST_F(FrmSetTest, CancelsWithoutAQuestion) {
-  tasks = {Task(L"a")};
-  Play(0, [&] {
-    Type(txtName, L"b");
-    Click(cmdCancel);
-    EXPECT_FALSE(IsOpen());
-  });
-  EXPECT_THAT(asked, IsEmpty());
-  EXPECT_EQ(tasks[0].Name, L"a");
-  EXPECT_EQ(saves, 0);
-}
-
-TEST_F(FrmSetTest, ClosesAfterSavingAndStaysWhenTheTaskIsRefused) {
-  tasks = {Task(L"a")};
-  Play(0, [&] {
-    Type(txtName, L"b");
-    Type(txtInterval, L"61");
-    Click(cmdSave);
-    EXPECT_TRUE(IsOpen());
-    EXPECT_EQ(asked.size(), 1U);
-    EXPECT_EQ(WindowText(txtInterval), L"");
-    Type(txtInterval, L"60");
-    Click(cmdSave);
-    EXPECT_FALSE(IsOpen());
-  });
-  EXPECT_EQ(asked.size(), 1U);
-  EXPECT_EQ(saves, 1);
-  EXPECT_EQ(tasks[0].Name, L"b");
-  EXPECT_EQ(tasks[0].Interval, 60);
-  Browse(0, [&] {
-    Click(cmdSave);
-    EXPECT_FALSE(IsOpen());
-  });
-  EXPECT_EQ(saves, 1) << "nothing was being edited";
 }
 
 }  // namespace

@@ -1,0 +1,117 @@
+// How the schedule editor is closed, and when it asks.
+#include <gmock/gmock.h>
+
+#include "tests/scheduler/EditorRig.h"
+
+namespace tellurvane {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class FrmSetClosingTest : public EditorTest {};
+
+TEST_F(FrmSetClosingTest, AsksBeforeTheCloseBoxLosesWhatWasTyped) {
+  tasks = {Task(L"a")};
+  const Question question = {L"正在編輯的排程專案尚未儲存，您確定要關閉嗎？",
+                             MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2};
+  Play(0, [&] {
+    Type(txtName, L"b");
+    answer = IDNO;
+    ClickCloseBox();
+    EXPECT_TRUE(IsOpen());
+    EXPECT_THAT(asked, ElementsAre(question));
+    EXPECT_EQ(WindowText(txtName), L"b");
+    answer = IDYES;
+    ClickCloseBox();
+    EXPECT_FALSE(IsOpen());
+  });
+  const struct {
+    const char* what;
+    std::function<void()> change;
+    bool asks;
+  } rows[] = {
+      {"nothing", [] {}, false},
+      {"the source", [&] { Type(txtSrc, L"x"); }, true},
+      {"the kind", [&] { Choose(cboMediaType, kInternetRadio); }, true},
+      {"the moment", [&] { Pick(At(2012, 1, 1)); }, true},
+      {"the unit", [&] { Choose(cboTimeType, kDays); }, true},
+      {"the interval", [&] { Type(txtInterval, L""); }, true},
+      {"the mark", [&] { Click(chkEnabled); }, true},
+      {"given up", [&] { Type(txtSrc, L"x"), Click(cmdCancelJob); }, false},
+  };
+  for (const auto& row : rows) {
+    asked.clear();
+    Play(0, [&] {
+      row.change();
+      ClickCloseBox();
+      EXPECT_FALSE(IsOpen()) << row.what;
+    });
+    EXPECT_EQ(asked.size(), row.asks ? 1U : 0U) << row.what;
+  }
+  EXPECT_EQ(saves, 0);
+}
+
+TEST_F(FrmSetClosingTest, CancelsWithoutAQuestion) {
+  tasks = {Task(L"a")};
+  Play(0, [&] {
+    Type(txtName, L"b");
+    Click(cmdCancel);
+    EXPECT_FALSE(IsOpen());
+  });
+  EXPECT_THAT(asked, IsEmpty());
+  EXPECT_EQ(tasks[0].Name, L"a");
+  EXPECT_EQ(saves, 0);
+}
+
+// Each of them would be refused if it were saved.
+TEST_F(FrmSetClosingTest, ClosesAnEditThatNobodyTouchedWithoutCheckingOrSaving) {
+  tasks = {Task(L"away", kLocalMusic, L"C:\\none.mp3"), Task(L"by hand")};
+  tasks[1].Interval = 90;
+  doPathsExist = false;
+  const struct {
+    const char* what;
+    std::optional<size_t> element;
+  } rows[] = {{"a new task", {}}, {"a file that is away", 0}, {"90 minutes", 1}};
+  for (const auto& row : rows) {
+    Play(row.element, [&] {
+      const std::wstring interval = WindowText(txtInterval);
+      Click(cmdSave);
+      EXPECT_FALSE(IsOpen()) << row.what;
+      if (IsOpen()) {
+        EXPECT_EQ(WindowText(txtInterval), interval) << row.what;
+      }
+    });
+    EXPECT_THAT(asked, IsEmpty()) << row.what;
+  }
+  EXPECT_EQ(saves, 0);
+  EXPECT_EQ(tasks.size(), 2U);
+  EXPECT_EQ(tasks[1].Interval, 90);
+}
+
+TEST_F(FrmSetClosingTest, ClosesAfterSavingAndStaysWhenTheTaskIsRefused) {
+  tasks = {Task(L"a")};
+  Play(0, [&] {
+    Type(txtName, L"b");
+    Type(txtInterval, L"61");
+    Click(cmdSave);
+    EXPECT_TRUE(IsOpen());
+    EXPECT_EQ(asked.size(), 1U);
+    EXPECT_EQ(WindowText(txtInterval), L"");
+    Type(txtInterval, L"60");
+    Click(cmdSave);
+    EXPECT_FALSE(IsOpen());
+  });
+  EXPECT_EQ(asked.size(), 1U);
+  EXPECT_EQ(saves, 1);
+  EXPECT_EQ(tasks[0].Name, L"b");
+  EXPECT_EQ(tasks[0].Interval, 60);
+  Browse(0, [&] {
+    Click(cmdSave);
+    EXPECT_FALSE(IsOpen());
+  });
+  EXPECT_EQ(saves, 1) << "nothing was being edited";
+}
+
+}  // namespace
+}  // namespace tellurvane
