@@ -208,6 +208,10 @@ void FrmMain::StartTimers() {
 
 void FrmMain::ReloadTaskList() {
   (void)general_.taskListFile.Load(general_.tasks);
+  ShowTaskList();
+}
+
+void FrmMain::ShowTaskList() {
   rows_.Refill();
   runner_.SetTaskTimer(rows_.RowCount() > 0);
 }
@@ -398,9 +402,10 @@ void FrmMain::SliderH_PostRender() { PrintPercent(SliderH_, 2); }
 
 void FrmMain::SliderVolH_PostRender() { PrintPercent(SliderVolH_, 0); }
 
-// Nobody sees a hidden window: drawing it costs nothing.
 void FrmMain::TimerSet_Tick() {
+  RetryUnreadList();
   KeepTrayIcon();
+  // Nobody sees a hidden window: drawing it costs nothing.
   if (!IsOnScreen()) return;
   statusText_ = StatusLineText(player_, general_.radioFlag, Now(), dayHalves_);
   picStatusBar_.Redraw();

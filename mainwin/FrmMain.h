@@ -51,6 +51,8 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   void RunSelectedTask();
   // Reads the list from the file again. The task timer runs while there is at least one task.
   void ReloadTaskList();
+  // The same while the list is empty only because its file could not be read.
+  void RetryUnreadList();
 
  private:
   // Form
@@ -123,6 +125,7 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   ClockSurroundings AroundTheClock();
   EditorServices ForTheEditor();
   bool TakeOverEditedList(bool isSaved);
+  void ShowTaskList();
 
   ModGeneral& general_;
   MediaPlayer& player_;

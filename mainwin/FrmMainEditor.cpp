@@ -10,15 +10,6 @@
 #include "scheduler/Schedule.h"
 
 namespace tellurvane {
-namespace {
-
-bool IsSameIgnoringCase(std::wstring_view left, std::wstring_view right) {
-  return CompareStringOrdinal(left.data(), static_cast<int>(left.size()), right.data(),
-                              static_cast<int>(right.size()), TRUE) == CSTR_EQUAL;
-}
-
-}  // namespace
-
 EditorServices FrmMain::ForTheEditor() {
   return {
       .browseForSource =
@@ -51,8 +42,17 @@ EditorServices FrmMain::ForTheEditor() {
       .noteForList = StoredNoteText};
 }
 
+// Not behind the editor's back, which works on the list.
+void FrmMain::RetryUnreadList() {
+  if (editor_ != nullptr || !general_.taskListFile.IsUnread()) return;
+  (void)general_.taskListFile.Load(general_.tasks);
+  if (!general_.taskListFile.IsUnread()) ShowTaskList();
+}
+
 void FrmMain::OpenEditor(std::optional<size_t> row) {
   if (editor_ != nullptr) return;
+  // A task that is made now would count instead of the list in the file.
+  RetryUnreadList();
   runner_.SetTaskTimer(false);
   bool isSaved = general_.taskListFile.Save(general_.tasks);
   bool isEdited = false;
@@ -60,9 +60,7 @@ void FrmMain::OpenEditor(std::optional<size_t> row) {
     isEdited = true;
     isSaved = general_.taskListFile.Save(general_.tasks);
   };
-  FrmSet editor(general_.tasks,
-                {.clock = Now, .pathExists = PathExists, .isSameName = IsSameIgnoringCase}, save,
-                ForTheEditor());
+  FrmSet editor(general_.tasks, {.clock = Now, .pathExists = PathExists}, save, ForTheEditor());
   editor_ = &editor;
   editor.Open(hwnd(), row);
   editor_ = nullptr;
@@ -88,8 +86,7 @@ bool FrmMain::TakeOverEditedList(bool isSaved) {
   for (TaskRecord& task : general_.tasks) {
     task.NextRun = CaughtUpNextRun(task, Now(), CatchUp::kStrict);
   }
-  rows_.Refill();
-  runner_.SetTaskTimer(rows_.RowCount() > 0);
+  ShowTaskList();
   return general_.taskListFile.Save(general_.tasks);
 }
 

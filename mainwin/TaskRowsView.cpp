@@ -10,6 +10,11 @@ namespace tellurvane {
 namespace {
 
 constexpr int kColumnWidth = 400;  // pixels of 96 dpi
+constexpr const wchar_t* kUnreadList =
+    L"排程清單 JobList.dbs 目前無法開啟，也無法備份，\n可能正由其他程式使用。\n\n"
+    L"原有的清單不會被覆寫，\n程式每秒會再試一次，可以開啟時便會顯示。";
+
+bool IsRemoved(const TaskRecord& task) { return task.Deleted; }
 
 }  // namespace
 
@@ -47,24 +52,28 @@ void TaskRowsView::EnableArea(bool enable) {
 
 void TaskRowsView::Refill() {
   shownMarks_.assign(general_.tasks.size(), RowMark::kNone);
+  list_.EmptyText(general_.taskListFile.IsUnread() ? kUnreadList : L"");
   list_.ListCount(static_cast<int>(general_.tasks.size()));
   list_.RedrawVisibleItems();
   FitColumn();
 }
 
 void TaskRowsView::DropRemoved() {
-  const auto isRemoved = [](const TaskRecord& task) { return task.Deleted; };
-  TaskList& tasks = general_.tasks;
-  if (playing_ && *playing_ < tasks.size()) {
-    const auto task = tasks.begin() + static_cast<std::ptrdiff_t>(*playing_);
-    const auto removedBefore = std::count_if(tasks.begin(), task, isRemoved);
-    if (isRemoved(*task)) {
-      playing_.reset();
-    } else {
-      *playing_ -= static_cast<size_t>(removedBefore);
-    }
+  const std::optional<size_t> selected = SelectedRow();
+  playing_ = RowWithoutRemoved(playing_);
+  if (const auto row = RowWithoutRemoved(selected); row != selected) {
+    list_.SetSelectList(row ? static_cast<int>(*row) : -1);
   }
-  std::erase_if(tasks, isRemoved);
+  std::erase_if(general_.tasks, IsRemoved);
+}
+
+// Where a row will be once the removed tasks are taken out; none for a removed one.
+std::optional<size_t> TaskRowsView::RowWithoutRemoved(std::optional<size_t> row) const {
+  const TaskList& tasks = general_.tasks;
+  if (!row || *row >= tasks.size()) return row;
+  if (IsRemoved(tasks[*row])) return std::nullopt;
+  const auto task = tasks.begin() + static_cast<std::ptrdiff_t>(*row);
+  return *row - static_cast<size_t>(std::count_if(tasks.begin(), task, IsRemoved));
 }
 
 std::optional<size_t> TaskRowsView::SelectedRow() const {

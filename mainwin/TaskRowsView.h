@@ -31,10 +31,12 @@ class TaskRowsView final : public TaskRows {
   void EnableArea(bool enable) override;
   void SetRedraw(bool redraw) override { list_.Block(!redraw); }
 
-  // Takes over the list of tasks anew; the selection stays as far as there are rows.
+  // Takes over the list of tasks anew; the selection stays as far as there are rows. An empty list
+  // says why where its file could not be read.
   void Refill();
-  // Takes the tasks that were removed out of the list of tasks. What plays keeps its mark, whatever
-  // its name and its row are by then; a removed task plays on without one.
+  // Takes the tasks that were removed out of the list of tasks. The task that is selected stays
+  // selected, and the one that plays keeps its mark, whatever their names and rows are by then. A
+  // removed task plays on without a mark, and nothing is selected where it was.
   void DropRemoved();
   std::optional<size_t> SelectedRow() const;
   // The row of the task that plays.
@@ -55,6 +57,7 @@ class TaskRowsView final : public TaskRows {
   void ListView_OnData(int row, int column, LVITEMW& cell);
   void ListView_CustomDraw(NMLVCUSTOMDRAW& draw, LRESULT& result);
   RowMark MarkOfRow(size_t row) const;
+  std::optional<size_t> RowWithoutRemoved(std::optional<size_t> row) const;
 
   ModGeneral& general_;
   Clock clock_;

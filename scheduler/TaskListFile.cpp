@@ -35,15 +35,22 @@ TaskListFile::TaskListFile(FileOperations& files, std::wstring path, TaskListDia
 
 bool TaskListFile::Load(TaskList& tasks) {
   tasks.clear();
+  isUnread_ = false;
   TaskListReading reading = Read();
   backupOwed_ = reading.hasLoss;
   tasks = std::move(reading.tasks);
   // The caller learns whether there are tasks; a rewrite that fails is made up by the next save.
-  (void)Save(tasks);
+  if (Write(tasks)) isUnread_ = false;
   return !tasks.empty();
 }
 
 bool TaskListFile::Save(std::span<const TaskRecord> tasks) {
+  if (isUnread_ && tasks.empty()) return false;
+  isUnread_ = false;
+  return Write(tasks);
+}
+
+bool TaskListFile::Write(std::span<const TaskRecord> tasks) {
   const std::string bytes = TaskListBytes(tasks, dialect_.writeDate);
   // What the next load would refuse is not written: it would lose the whole list.
   if (bytes.size() >= kTaskListSizeLimit) return false;
@@ -62,7 +69,8 @@ bool TaskListFile::Save(std::span<const TaskRecord> tasks) {
 TaskListReading TaskListFile::Read() {
   const OpenOutcome opened = files_.OpenForReading(path_);
   if (opened == OpenOutcome::kMissing) return {};
-  if (opened == OpenOutcome::kRefused) return {.tasks = {}, .hasLoss = true};
+  isUnread_ = opened == OpenOutcome::kRefused;
+  if (isUnread_) return {.tasks = {}, .hasLoss = true};
   const auto bytes = ReadBytes();
   if (!bytes) return {.tasks = {}, .hasLoss = true};
   if (bytes->empty()) return {};
@@ -77,13 +85,15 @@ std::optional<std::string> TaskListFile::ReadBytes() {
   // Also when memory runs out: a file that stays open could never be replaced again.
   const EndOfReading end(files_);
   const auto size = files_.SizeOfReading();
+  isUnread_ = !size;
   if (!size || *size >= kTaskListSizeLimit) return std::nullopt;
   std::string bytes(static_cast<size_t>(*size), '\0');
   size_t filled = 0;
   while (filled < bytes.size()) {
     const auto got = files_.Read(bytes.data() + filled, bytes.size() - filled);
     // An end before the size that was told is a failure like any other: half a list is no list.
-    if (!got || *got == 0) return std::nullopt;
+    isUnread_ = !got || *got == 0;
+    if (isUnread_) return std::nullopt;
     filled += *got;
   }
   return bytes;

@@ -35,13 +35,19 @@ class TaskListFile {
   // written over the file.
   bool Load(TaskList& tasks);
 
+  // Whether the list is empty because the last load could neither read the file nor replace it.
+  // Loading again may succeed. A save of a list with tasks ends this state: the caller's list is
+  // then the one that counts.
+  bool IsUnread() const { return isUnread_; }
+
   // Writes the whole list beside the file and moves it over the file, so that a reader or a
   // killed process finds the old list or the new one. False when anything fails, or when the list
   // has grown to the size that is not read; then the old file stands and nothing is left beside
-  // it.
+  // it. An empty list is not written while the file is unread: it may hold tasks.
   bool Save(std::span<const TaskRecord> tasks);
 
  private:
+  bool Write(std::span<const TaskRecord> tasks);
   TaskListReading Read();
   std::optional<std::string> ReadBytes();
   // Names the copy that was made; none where there was nothing to copy.
@@ -55,6 +61,7 @@ class TaskListFile {
   TaskListDialect dialect_;
   Clock clock_;
   bool backupOwed_ = false;
+  bool isUnread_ = false;
 };
 
 }  // namespace tellurvane

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "base/LetterCase.h"
 #include "base/Number.h"
 #include "base/Text.h"
 #include "scheduler/Schedule.h"
@@ -36,10 +37,12 @@ std::optional<TaskRefusal> RefusedInterval(const TaskFields& fields) {
       std::wstring(L"時間數值超過 ") + limit.text + L"，請再次輸入一個您所要執行的時間。", true};
 }
 
-bool IsNameTaken(const TaskRecord& task, std::optional<size_t> edited, const TaskList& tasks,
-                 const TaskSurroundings& surroundings) {
+// Without regard to case, and as the file will hold the names: a list that was written by hand may
+// have blanks at their ends.
+bool IsNameTaken(const std::wstring& name, std::optional<size_t> edited, const TaskList& tasks) {
+  const std::wstring capitals = Capitals(name);
   for (size_t i = 0; i < tasks.size(); ++i) {
-    if (i != edited && surroundings.isSameName(tasks[i].Name, task.Name)) return true;
+    if (i != edited && Capitals(FieldText(tasks[i].Name)) == capitals) return true;
   }
   return false;
 }
@@ -79,9 +82,8 @@ std::variant<TaskRecord, TaskRefusal> ValidateTask(const TaskFields& fields,
   task.Interval = static_cast<std::int32_t>(RoundHalfToEven(*ParseNumber(fields.interval)));
   task.NextRun = fields.firstRun;
   task.NextRun = CaughtUpNextRun(task, surroundings.clock(), CatchUp::kStrict);
-  // As the file will hold it: two names that read back alike are the same.
   task.Name = FieldText(fields.name);
-  if (IsNameTaken(task, edited, tasks, surroundings)) return TaskRefusal{kSameName};
+  if (IsNameTaken(task.Name, edited, tasks)) return TaskRefusal{kSameName};
   task.Enabled = fields.isEnabled;
   task.Source = FieldText(fields.source);
   if (const auto refusal = RefusedSource(fields.mediaType, task.Source, surroundings)) {

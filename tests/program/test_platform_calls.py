@@ -27,10 +27,8 @@ NOT_REFUSED = {
         ReleaseMutex SysFreeString UnregisterClassW VariantClear VirtualFree""",
     "removes a file that is done with: one that stays is the next save's to write over": """
         DeleteFileW""",
-    "a tick that is not posted: the next run of continuous play posts one again": """
-        PostMessageW""",
     "cannot fail, or its failure is one of its usual answers": """
-        CompareStringOrdinal ExitProcess GetACP GetActiveWindow GetAncestor GetCapture GetFocus
+        ExitProcess GetACP GetActiveWindow GetAncestor GetCapture GetFocus
         GetForegroundWindow
         GetKeyState GetLastError GetLocalTime GetModuleHandleW GetSysColor GetTickCount64 GetWindow
         InitCommonControls IsChild IsDialogMessageW IsIconic IsWindow IsWindowEnabled

@@ -50,6 +50,22 @@ def test_half_a_unit_at_the_end_loads_nothing_and_is_kept(folder, start):
     assert [path.read_bytes() for path in folder.backups()] == [data]
 
 
+def test_a_list_that_cannot_be_opened_is_loaded_once_it_can_be(folder, start):
+    # A folder of the list's name can be neither opened nor copied. The link is exchanged in one step.
+    folder.list.symlink_to(folder.path.parent, target_is_directory=True)
+    start().started()
+    assert folder.list.is_symlink()
+    assert folder.backups() == []
+    data = list_bytes(Task("一"), Task("二"))
+    beside = folder.path / "beside"
+    beside.write_bytes(data)
+    beside.replace(folder.list)
+    # Written back with dates as the program writes them.
+    until(lambda: folder.list.read_bytes() != data, "the list that was loaded")
+    assert names(folder.list.read_bytes()) == ["一", "二"]
+    assert folder.backups() == []
+
+
 def test_a_list_in_the_users_code_page_is_rewritten_as_utf16(folder, start):
     data = list_bytes(Task("音樂", "C:\\音樂\\a.mp3"))[2:].decode("utf-16-le").encode("big5")
     folder.list.write_bytes(data)

@@ -88,8 +88,7 @@ void EditorTest::Play(std::optional<size_t> element, const std::function<void()>
   FrmSet editor(
       tasks,
       {.clock = [this] { return now; },
-       .pathExists = [this](const std::wstring&) { return doPathsExist; },
-       .isSameName = EqualsIgnoringAsciiCase},
+       .pathExists = [this](const std::wstring&) { return doPathsExist; }},
       [this] { ++saves; }, Services());
   editor.Open(owning, element);
   EXPECT_TRUE(IsWindowEnabled(owning)) << "the owner can be used again";

@@ -6,7 +6,6 @@
 #include <new>
 #include <string>
 
-#include "base/Text.h"
 #include "scheduler/ScheduleEditor.h"
 #include "tests/scheduler/TaskListRig.h"
 #include "tests/support/FailingAllocation.h"
@@ -155,8 +154,7 @@ TEST(EditorOutOfMemoryTest, KeepsEveryTask) {
     editor = std::make_unique<ScheduleEditor>(
         tasks,
         TaskSurroundings{.clock = [] { return At(2011, 2, 14, 12); },
-                         .pathExists = [](const std::wstring&) { return true; },
-                         .isSameName = EqualsIgnoringAsciiCase},
+                         .pathExists = [](const std::wstring&) { return true; }},
         [] {});
     editor->New();
   };

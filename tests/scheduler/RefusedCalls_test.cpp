@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <set>
@@ -14,6 +16,7 @@
 #include "scheduler/Win32FileOperations.h"
 #include "tests/scheduler/ListOnDisk.h"
 #include "tests/support/EachCallFails.h"
+#include "tests/support/FailingImport.h"
 #include "tests/support/Moments.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Utf8.h"
@@ -42,10 +45,7 @@ void SaveInEditor() {
   ActingForm owner;
   TaskList tasks = {Reminder(L"甲"), Reminder(L"乙")};
   int saves = 0;
-  FrmSet editor(tasks,
-                {.clock = Noon,
-                 .pathExists = [](const std::wstring&) { return true; },
-                 .isSameName = [](std::wstring_view a, std::wstring_view b) { return a == b; }},
+  FrmSet editor(tasks, {.clock = Noon, .pathExists = [](const std::wstring&) { return true; }},
                 [&] { ++saves; },
                 {.browseForSource = [](bool) { return std::nullopt; },
                  .chooseStation = {},
@@ -125,6 +125,33 @@ TEST(RefusedCallsTest, ADamagedListFileIsKeptBesideItselfOrLeftAlone) {
   }
   FailEachCallOf("damaged list file", ListDeed(bytes + "?\r\n"),
                  {"CopyFileW", "GetFileAttributesW", "MultiByteToWideChar", "VarDateFromStr"});
+}
+
+// Whatever it is that fails: a disk that is not ready, a share that is gone, a file that is denied.
+TEST(RefusedCallsTest, OnlyWhatIsKnownNotToBeThereIsAMissingList) {
+  const TemporaryFolder folder;
+  const std::wstring list = folder.File(L"JobList.dbs");
+  WriteBytes(list, "bytes");
+  Win32FileOperations files([](unsigned) {});
+  for (const DWORD error : {ERROR_PATH_NOT_FOUND, ERROR_ACCESS_DENIED, ERROR_SHARING_VIOLATION,
+                            ERROR_NOT_READY, ERROR_BAD_NETPATH, ERROR_IO_DEVICE, ERROR_CRC}) {
+    FailingImport open({"CreateFileW", static_cast<std::uint64_t>(-1), error});
+    open.Fail(1, INT_MAX);
+    EXPECT_EQ(files.OpenForReading(list), OpenOutcome::kRefused) << error;
+    FailingImport copy({"CopyFileW", 0, ERROR_PATH_NOT_FOUND});
+    FailingImport look({"GetFileAttributesW", INVALID_FILE_ATTRIBUTES, error});
+    copy.Fail(1, INT_MAX);
+    look.Fail(1, INT_MAX);
+    EXPECT_EQ(files.CopyToNew(list, folder.File(L"to")), CopyOutcome::kFailed) << error;
+  }
+  FailingImport open({"CreateFileW", static_cast<std::uint64_t>(-1), ERROR_FILE_NOT_FOUND});
+  open.Fail(1, INT_MAX);
+  EXPECT_EQ(files.OpenForReading(list), OpenOutcome::kMissing);
+  FailingImport copy({"CopyFileW", 0, ERROR_PATH_NOT_FOUND});
+  FailingImport look({"GetFileAttributesW", INVALID_FILE_ATTRIBUTES, ERROR_FILE_NOT_FOUND});
+  copy.Fail(1, INT_MAX);
+  look.Fail(1, INT_MAX);
+  EXPECT_EQ(files.CopyToNew(list, folder.File(L"to")), CopyOutcome::kSourceMissing);
 }
 
 }  // namespace

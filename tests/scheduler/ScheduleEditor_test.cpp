@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <random>
 
-#include "base/Text.h"
 #include "tests/support/Moments.h"
 
 namespace tellurvane {
@@ -30,11 +29,10 @@ TaskRecord Note(const std::wstring& name) {
 class ScheduleEditorTest : public testing::Test {
  protected:
   ScheduleEditor Editor() {
-    return {tasks,
-            {.clock = [this] { return now; },
-             .pathExists = [](const std::wstring&) { return true; },
-             .isSameName = EqualsIgnoringAsciiCase},
-            [this] { ++saves; }};
+    return {
+        tasks,
+        {.clock = [this] { return now; }, .pathExists = [](const std::wstring&) { return true; }},
+        [this] { ++saves; }};
   }
   static std::vector<std::wstring> Names(const ScheduleEditor& editor) {
     std::vector<std::wstring> names;

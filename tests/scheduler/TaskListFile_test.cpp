@@ -182,16 +182,81 @@ TEST(TaskListFileTest, WritesNothingOverTheFileWhenNoNameForABackupIsFree) {
 TEST(TaskListFileTest, KeepsAFileThatCannotBeOpenedBeforeItIsReplaced) {
   const std::string bytes = Utf16Bytes(Line(L"a"));
   TaskListRig rig(bytes);
+  rig.files.refusedToRead.insert(kListPath);
+  TaskList tasks;
+  EXPECT_FALSE(rig.file.Load(tasks));
+  EXPECT_EQ(rig.Backups(), std::vector{bytes});
+  EXPECT_EQ(rig.Bytes(), kMarkAlone);
+  EXPECT_FALSE(rig.file.IsUnread()) << "nothing is left to be read";
+}
+
+TEST(TaskListFileTest, LeavesAFileAloneThatCanNeitherBeOpenedNorCopied) {
+  const std::string bytes = Utf16Bytes(Line(L"a"));
+  TaskListRig rig(bytes);
+  rig.files.refused.insert(kListPath);
+  TaskList tasks = {Reminder(L"b", L"source")};
+  for (int attempt = 0; attempt < 3; ++attempt) {
+    EXPECT_FALSE(rig.file.Load(tasks));
+    EXPECT_TRUE(rig.file.IsUnread());
+    EXPECT_EQ(rig.Bytes(), bytes);
+  }
+  // Neither now nor when it could be done: an empty list is not worth it.
+  EXPECT_FALSE(rig.file.Save({}));
+  rig.files.refused.clear();
+  EXPECT_FALSE(rig.file.Save({}));
+  EXPECT_EQ(rig.files.files.size(), 1U);
+  EXPECT_EQ(rig.Bytes(), bytes);
+  EXPECT_TRUE(rig.file.Load(tasks));
+  EXPECT_FALSE(rig.file.IsUnread());
+  EXPECT_EQ(tasks.at(0).Name, L"a");
+  EXPECT_TRUE(rig.Backups().empty());
+  EXPECT_TRUE(rig.file.Save({})) << "now it is an empty list of the user's";
+}
+
+TEST(TaskListFileTest, ReplacesAnUnreadFileByTheUsersTasksOnceItIsKept) {
+  const std::string bytes = Utf16Bytes(Line(L"a"));
+  TaskListRig rig(bytes);
   rig.files.refused.insert(kListPath);
   TaskList tasks;
   EXPECT_FALSE(rig.file.Load(tasks));
-  EXPECT_EQ(rig.Bytes(), bytes);
-  EXPECT_FALSE(rig.file.Save({}));
+  tasks = {Reminder(L"b", L"source")};
+  EXPECT_FALSE(rig.file.Save(tasks)) << "it cannot be kept yet";
+  EXPECT_FALSE(rig.file.IsUnread()) << "what the user has made counts";
   EXPECT_EQ(rig.Bytes(), bytes);
   rig.files.refused.clear();
-  EXPECT_TRUE(rig.file.Save({}));
+  EXPECT_TRUE(rig.file.Save(tasks));
   EXPECT_EQ(rig.Backups(), std::vector{bytes});
-  EXPECT_EQ(rig.Bytes(), kMarkAlone);
+  EXPECT_EQ(rig.Bytes(), Utf16Bytes(Line(L"b")));
+}
+
+TEST(TaskListFileTest, ReadsAgainOnlyWhatMayReadBetterThen) {
+  const std::string bytes = Utf16Bytes(Line(L"a"));
+  const struct {
+    const char* what;
+    std::string bytes;
+    int failing;  // operation of the load
+    bool isUnread;
+  } rows[] = {
+      {"open", bytes, 0, true},
+      {"size", bytes, 1, true},
+      {"read", bytes, 2, true},
+      {"too large", ListOfSize(4'194'304), -1, false},
+      {"half a unit", bytes + "x", -1, false},
+      {"malformed", Utf16Bytes(L"malformed\r\n"), -1, false},
+  };
+  for (const auto& row : rows) {
+    TaskListRig rig(row.bytes);
+    rig.files.isCopyRefused = true;
+    rig.files.SetFaults({.first = row.failing});
+    TaskList tasks;
+    EXPECT_FALSE(rig.file.Load(tasks)) << row.what;
+    EXPECT_EQ(rig.file.IsUnread(), row.isUnread) << row.what;
+    EXPECT_EQ(rig.Bytes(), row.bytes) << row.what;
+  }
+  TaskListRig missing;
+  TaskList tasks;
+  EXPECT_FALSE(missing.file.Load(tasks));
+  EXPECT_FALSE(missing.file.IsUnread());
 }
 
 TEST(TaskListFileTest, SavesWithoutABackupWhenTheFileHasGone) {
@@ -201,7 +266,7 @@ TEST(TaskListFileTest, SavesWithoutABackupWhenTheFileHasGone) {
   EXPECT_FALSE(rig.file.Load(tasks));
   rig.files.refused.clear();
   rig.files.files.clear();
-  EXPECT_TRUE(rig.file.Save({}));
+  EXPECT_TRUE(rig.file.Save(TaskList{Reminder(L"b", L"source")}));
   EXPECT_EQ(rig.files.files.size(), 1U);
 }
 

@@ -2,7 +2,9 @@
 
 #include <gmock/gmock.h>
 
-#include "base/Text.h"
+#include <cwchar>
+#include <string>
+
 #include "tests/support/Moments.h"
 
 namespace tellurvane {
@@ -35,8 +37,7 @@ class ValidateTaskTest : public testing::Test {
     return ValidateTask(
         fields, edited, tasks,
         {.clock = [this] { return now; },
-         .pathExists = [](const std::wstring& path) { return path == L"C:\\a.mp3"; },
-         .isSameName = EqualsIgnoringAsciiCase});
+         .pathExists = [](const std::wstring& path) { return path == L"C:\\a.mp3"; }});
   }
   // Empty when the task is accepted.
   std::wstring Message() {
@@ -175,6 +176,38 @@ TEST_F(ValidateTaskTest, ComparesNamesAsTheFileWillHoldThem) {
   EXPECT_EQ(Accepted().Name, L"a c");
 }
 
+TEST_F(ValidateTaskTest, KnowsTheLettersOfEveryScriptWithoutRegardToCase) {
+  const struct {
+    const wchar_t* taken;
+    const wchar_t* typed;
+    bool isTaken;
+  } rows[] = {
+      {L"Éa", L"éA", true},      {L"é", L"É", true},   {L"Ａ", L"ａ", true},
+      {L"ａ１", L"Ａ１", true},  {L"Ж", L"ж", true},   {L"жук", L"ЖУК", true},
+      {L"É", L"E", false},       {L"Ａ", L"A", false}, {L"Ж", L"Z", false},
+      {L"音樂", L"音楽", false},
+  };
+  for (const auto& row : rows) {
+    tasks.clear();
+    AddTask(row.taken);
+    fields.name = row.typed;
+    EXPECT_EQ(Message(), row.isTaken ? kSameName : L"") << "row " << &row - rows;
+  }
+}
+
+// A list that was written by hand is not trimmed when it is read.
+TEST_F(ValidateTaskTest, ComparesTheNamesOfTheListAsTheyReadBack) {
+  for (const wchar_t* const taken : {L" a c ", L"a c  ", L"  A C", L"a c\t"}) {
+    tasks.clear();
+    AddTask(taken);
+    fields.name = L"a c";
+    EXPECT_EQ(Message(), kSameName) << std::string(taken, taken + std::wcslen(taken));
+  }
+  tasks.clear();
+  AddTask(L" a  c ");
+  EXPECT_EQ(Message(), L"") << "blanks inside count";
+}
+
 TEST_F(ValidateTaskTest, KeepsTheNamesOfRemovedTasksTaken) {
   AddTask(L"休息", true);
   EXPECT_EQ(Message(), kSameName);
@@ -211,8 +244,7 @@ TEST_F(ValidateTaskTest, MovesItOnceMoreAfterTheChecks) {
                                          [this](const std::wstring&) {
                                            now = At(2011, 2, 14, 12, 0, 1);
                                            return true;
-                                         },
-                                     .isSameName = EqualsIgnoringAsciiCase});
+                                         }});
   EXPECT_EQ(std::get<TaskRecord>(outcome).NextRun, At(2011, 2, 14, 12, 5));
 }
 

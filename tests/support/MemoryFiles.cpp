@@ -21,7 +21,9 @@ bool MemoryFiles::IsOpen(const std::wstring& path) const {
 }
 
 OpenOutcome MemoryFiles::OpenForReading(const std::wstring& path) {
-  if (!Begin("open") || refused.contains(path)) return OpenOutcome::kRefused;
+  if (!Begin("open") || refused.contains(path) || refusedToRead.contains(path)) {
+    return OpenOutcome::kRefused;
+  }
   if (!files.contains(path)) return OpenOutcome::kMissing;
   reading_ = path;
   readPosition_ = 0;
@@ -84,7 +86,7 @@ bool MemoryFiles::MoveOver(const std::wstring& from, const std::wstring& to) {
 }
 
 CopyOutcome MemoryFiles::CopyToNew(const std::wstring& from, const std::wstring& to) {
-  if (!Begin("copy")) return CopyOutcome::kFailed;
+  if (!Begin("copy") || isCopyRefused) return CopyOutcome::kFailed;
   if (files.contains(to)) return CopyOutcome::kTargetExists;
   if (refused.contains(from)) return CopyOutcome::kFailed;
   if (!files.contains(from)) return CopyOutcome::kSourceMissing;

@@ -36,8 +36,10 @@ class MemoryFiles : public FileOperations {
   const std::vector<std::string>& Operations() const { return operations_; }
 
   std::map<std::wstring, File> files;
-  // Paths that exist and cannot be opened.
+  // Paths that exist and cannot be opened, and those that can be copied all the same.
   std::set<std::wstring> refused;
+  std::set<std::wstring> refusedToRead;
+  bool isCopyRefused = false;
   // Called when one file is about to take another's place.
   std::function<void(const std::wstring& from, const std::wstring& to)> beforeMoveOver;
 

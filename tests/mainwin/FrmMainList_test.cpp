@@ -1,0 +1,233 @@
+// The main window's list after an edit, and while its file cannot be opened.
+#include <gmock/gmock.h>
+
+#include <functional>
+#include <string>
+
+#include "tests/mainwin/FrmMainRig.h"
+#include "tests/ui/ActingForm.h"
+#include "ui/Handle.h"
+
+namespace tellurvane {
+namespace {
+
+using testing::Contains;
+using testing::IsEmpty;
+
+class FrmMainListTest : public FrmMainTest {
+ protected:
+  int SelectedRow() const {
+    return static_cast<int>(
+        SendMessageW(list, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
+  }
+  int Rows() const { return static_cast<int>(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0)); }
+
+  // Opens the editor, changes the list as the editor does, and closes it.
+  void Edit(const std::function<void(TaskList& tasks)>& change) {
+    user.ActLater([&] {
+      change(general->tasks);
+      (void)general->taskListFile.Save(general->tasks);
+      EndDialogWindow(GetLastActivePopup(window->hwnd()));
+    });
+    Press(kNew);
+  }
+
+  std::wstring ListPath() const { return folder.File(L"JobList.dbs"); }
+  // As another program that shares the file with nobody.
+  void Hold() {
+    held = OwnedFile(
+        CreateFileW(ListPath().c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    ASSERT_TRUE(held);
+  }
+  size_t Backups() const {
+    size_t backups = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(folder.Path())) {
+      if (entry.path().extension() == L".bak") ++backups;
+    }
+    return backups;
+  }
+  // Pixels of the list's area that are not its ground.
+  int Ink() const {
+    Pump();
+    RECT header = {};
+    GetClientRect(reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0)), &header);
+    RECT client = {};
+    GetClientRect(list, &client);
+    const WindowDc screen(list);
+    int ink = 0;
+    for (int y = static_cast<int>(header.bottom); y < client.bottom; ++y) {
+      for (int x = 0; x < client.right; ++x) {
+        ink += PixelOf(screen.Get(), x, y) != GetSysColor(COLOR_WINDOW) ? 1 : 0;
+      }
+    }
+    return ink;
+  }
+
+  ActingForm user;
+  UniqueKernelHandle held;
+};
+
+TEST_F(FrmMainListTest, TheSelectionStaysWithItsTaskThroughTheEditor) {
+  const auto remove = [](std::initializer_list<size_t> rows) {
+    return [rows = std::vector<size_t>(rows)](TaskList& tasks) {
+      for (const size_t row : rows) tasks[row].Deleted = true;
+    };
+  };
+  const struct {
+    const char* what;
+    std::function<void(TaskList& tasks)> change;
+    int row;  // of the task that was on row 2
+  } cases[] = {
+      {"nothing", [](TaskList&) {}, 2},
+      {"the first removed", remove({0}), 1},
+      {"the two before removed", remove({0, 1}), 0},
+      {"the one behind removed", remove({3}), 2},
+      {"removed itself", remove({2}), -1},
+      {"removed with the one before", remove({0, 2}), -1},
+      {"all removed", remove({0, 1, 2, 3}), -1},
+      {"renamed", [](TaskList& tasks) { tasks[2].Name = L"other"; }, 2},
+      {"a new one", [](TaskList& tasks) { tasks.push_back(tasks[0]); }, 2},
+  };
+  for (const auto& [what, change, row] : cases) {
+    Tasks({{kReminderNote, L"a"},
+           {kReminderNote, L"b"},
+           {kReminderNote, L"c"},
+           {kReminderNote, L"d"}});
+    Open();
+    Select(2);
+    Edit(change);
+    EXPECT_EQ(SelectedRow(), row) << what;
+    window.reset();
+    Pump();
+  }
+}
+
+TEST_F(FrmMainListTest, NothingIsSelectedAfterAnEditWhereNothingWas) {
+  Tasks({{kReminderNote, L"a"}, {kReminderNote, L"b"}});
+  Open();
+  Edit([](TaskList& tasks) { tasks[0].Deleted = true; });
+  EXPECT_EQ(SelectedRow(), -1);
+}
+
+// What continuous play goes on with is the selected task.
+TEST_F(FrmMainListTest, TheTaskThatWasSelectedRunsAfterAnEdit) {
+  Tasks({{kInternetRadio, L"http://a.invalid/"},
+         {kInternetRadio, L"http://b.invalid/"},
+         {kInternetRadio, L"http://c.invalid/"}});
+  Open();
+  Select(1);
+  Edit([](TaskList& tasks) { tasks[0].Deleted = true; });
+  Taken();
+  window->RunSelectedTask();
+  EXPECT_THAT(Taken(), Contains(L"url http://b.invalid/"));
+  Select(0);
+  Edit([](TaskList& tasks) { tasks[0].Deleted = true; });
+  Taken();
+  window->RunSelectedTask();
+  EXPECT_THAT(Taken(), IsEmpty()) << "it was removed";
+}
+
+// Through the loop and the form, which might take the letter for one of a control.
+TEST_F(FrmMainListTest, ATypedLetterGoesToTheNextTaskThatBeginsWithIt) {
+  Tasks({{kReminderNote, L"a"}, {kReminderNote, L"b"}, {kReminderNote, L"c"}});
+  Open();
+  general->tasks[1].Name = L"other";
+  Select(0);
+  SetFocus(list);
+  PostMessageW(list, WM_CHAR, L'T', 1);
+  Pump();
+  EXPECT_EQ(SelectedRow(), 2);
+}
+
+class FrmMainUnreadListTest : public FrmMainListTest, public testing::WithParamInterface<bool> {};
+
+TEST_P(FrmMainUnreadListTest, AListThatCannotBeOpenedIsLoadedAsSoonAsItCanBe) {
+  const bool isHidden = GetParam();
+  Tasks({{kReminderNote, L"a"}, {kReminderNote, L"b"}});
+  const std::string bytes = ReadBytes(ListPath());
+  Hold();
+  Open();
+  EXPECT_EQ(Rows(), 0);
+  EXPECT_GT(Ink(), 100) << "the list says why it is empty";
+  if (isHidden) window->FormMin();
+  held.Reset();
+  // A save, such as the one when the session ends, writes nothing.
+  SendMessageW(window->hwnd(), WM_ENDSESSION, TRUE, 0);
+  EXPECT_EQ(ReadBytes(ListPath()), bytes);
+  EXPECT_TRUE(PumpUntil([&] { return Rows() == 2; }));
+  EXPECT_EQ(general->tasks.size(), 2U);
+  EXPECT_EQ(window->Visible(), !isHidden);
+  EXPECT_EQ(Backups(), 0U);
+}
+
+INSTANTIATE_TEST_SUITE_P(Window, FrmMainUnreadListTest, testing::Bool(),
+                         [](const auto& row) { return row.param ? "Hidden" : "Visible"; });
+
+TEST_F(FrmMainListTest, AnEmptyListOfTheUsersSaysNothing) {
+  Open();
+  EXPECT_EQ(Ink(), 0);
+}
+
+TEST_F(FrmMainListTest, TheListSaysNothingMoreOnceItWasReplaced) {
+  Tasks({{kReminderNote, L"a"}});
+  Hold();
+  Open();
+  EXPECT_GT(Ink(), 100);
+  held.Reset();
+  WriteBytes(ListPath(), "");
+  EXPECT_TRUE(PumpUntil([&] { return Ink() == 0; }));
+  EXPECT_EQ(Rows(), 0);
+}
+
+TEST_F(FrmMainListTest, TheEditorFirstLoadsAListThatCouldNotBeOpened) {
+  Tasks({{kReminderNote, L"a"}});
+  Hold();
+  Open();
+  held.Reset();
+  Edit([](TaskList& tasks) {
+    EXPECT_EQ(tasks.size(), 1U);
+    tasks.push_back(tasks.at(0));
+    tasks[1].Name = L"new";
+  });
+  EXPECT_EQ(Rows(), 2);
+  EXPECT_EQ(Backups(), 0U);
+}
+
+TEST_F(FrmMainListTest, TheListIsNotLoadedBehindTheEditor) {
+  Tasks({{kReminderNote, L"a"}});
+  Hold();
+  Open();
+  user.ActLater([&] {
+    held.Reset();
+    window->RetryUnreadList();
+    EXPECT_TRUE(general->tasks.empty());
+    EndDialogWindow(GetLastActivePopup(window->hwnd()));
+  });
+  Press(kNew);
+  EXPECT_TRUE(PumpUntil([&] { return Rows() == 1; })) << "but after it";
+}
+
+TEST_F(FrmMainListTest, WhatTheUserHasSavedTakesThePlaceOfAListThatCannotBeOpened) {
+  Tasks({{kReminderNote, L"a"}});
+  const std::string bytes = ReadBytes(ListPath());
+  Hold();
+  Open();
+  TaskRecord task;
+  task.Name = L"new";
+  task.Source = L"text";
+  task.MediaType = kReminderNote;
+  task.Interval = 5;
+  task.NextRun = SerialFromSeconds(SecondsFromSerial(Now()) + 3'600);
+  Edit([&](TaskList& tasks) { tasks.push_back(task); });
+  EXPECT_EQ(Rows(), 1);
+  held.Reset();
+  window->RetryUnreadList();
+  EXPECT_EQ(general->tasks.at(0).Name, L"new") << "it is not loaded over what was made";
+  EXPECT_EQ(ReadBytes(ListPath()), bytes);
+  Press(kLeave);
+  EXPECT_EQ(Backups(), 1U);
+  EXPECT_NE(ReadBytes(ListPath()), bytes);
+}
+
+}  // namespace
+}  // namespace tellurvane
