@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "base/Number.h"
+#include "base/Text.h"
 #include "notes/NoteText.h"
 #include "scheduler/TaskListText.h"
 #include "scheduler/TaskValidation.h"
@@ -55,7 +56,8 @@ Typed FromBytes(std::string_view bytes) {
 void TryTask(const TaskFields& fields) {
   const TaskSurroundings surroundings = {
       .clock = [] { return 40'050.5; },
-      .pathExists = [](const std::wstring& path) { return path.size() % 2 == 0; }};
+      .pathExists = [](const std::wstring& path) { return path.size() % 2 == 0; },
+      .isSameName = EqualsIgnoringAsciiCase};
   TaskRecord other;
   other.Name = L"other";
   const auto outcome = ValidateTask(fields, {}, {other}, surroundings);

@@ -7,7 +7,6 @@
 #include "base/LocaleDates.h"
 #include "base/Pause.h"
 #include "cmd/ModCMD.h"
-#include "mainwin/StatusLine.h"
 #include "ui/Density.h"
 #include "ui/MessageLoop.h"
 #include "ui/ModTheme.h"
@@ -36,19 +35,12 @@ constexpr int kToolbarImages = 101;
 constexpr int kToolbarImageSize = 16;  // pixels of 96 dpi
 constexpr int kToolbarImageSizes[] = {16, 20, 24, 28, 32, 36, 40, 48};
 constexpr unsigned kDesignedTaskMilliseconds = 2'000;
-constexpr unsigned kVisMilliseconds = 100;
-constexpr unsigned kSetMilliseconds = 1'000;
-constexpr UINT kPostedTick = WM_APP;  // of the task timer
-// Ten seconds with the task timer's own one: by then network and sound are back.
-constexpr unsigned kWakeUpMilliseconds = 9'000;
 
 // The system uses the lowest four bits itself.
 constexpr WPARAM kSystemCommand = 0xFFF0;
 
 constexpr Color kStatusGround = Rgb(0xFB, 0xFA, 0xFE);
 constexpr Color kPercentGrey = 0x979797;
-
-constexpr UINT kPostedLeave = WM_APP + 1;
 
 enum ToolbarButton { kNewButton = 1, kPlayButton, kStopButton, kOptionsButton, kLeaveButton };
 
@@ -193,19 +185,6 @@ void FrmMain::CreateStatusBar() {
                SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_FRAMECHANGED | SWP_NOOWNERZORDER);
 }
 
-void FrmMain::StartTimers() {
-  tmrJob_.Tick = [this] { runner_.Tick(); };
-  TimerVis_.Interval(kVisMilliseconds);
-  TimerVis_.Tick = [this] { playback_.TimerVis_Tick(); };
-  TimerOpening_.Interval(kVisMilliseconds);
-  TimerOpening_.Tick = [this] { playback_.TimerOpening_Tick(); };
-  TimerSet_.Interval(kSetMilliseconds);
-  TimerSet_.Tick = [this] { TimerSet_Tick(); };
-  TimerSet_.Enabled(true);
-  WakeUp_.Interval(kWakeUpMilliseconds);
-  WakeUp_.Tick = [this] { WakeUp_Tick(); };
-}
-
 void FrmMain::ReloadTaskList() {
   (void)general_.taskListFile.Load(general_.tasks);
   ShowTaskList();
@@ -215,31 +194,6 @@ void FrmMain::ShowTaskList() {
   rows_.Refill();
   runner_.SetTaskTimer(rows_.RowCount() > 0);
 }
-
-// A window that is gone has no timer: a tick that ends the program still tries to go on. While the
-// editor is open no task falls due, though music that ends may run one again. Nor does one while
-// the computer falls asleep or wakes up.
-void FrmMain::SetEnabled(bool enable) {
-  tmrJob_.Enabled(enable && IsLoaded() && editor_ == nullptr && !WakeUp_.Enabled());
-}
-
-// The task timer rests from the suspension on: a tick can come before the system says that it has
-// resumed. Should the computer not fall asleep after all, it goes on by itself.
-void FrmMain::HandlePower(WPARAM event) {
-  if (event != PBT_APMSUSPEND && event != PBT_APMRESUMEAUTOMATIC) return;
-  if (event == PBT_APMSUSPEND) playback_.StopPlayback();
-  WakeUp_.Enabled(true);
-  SetEnabled(false);
-}
-
-// What fell due meanwhile runs once, at the next tick.
-void FrmMain::WakeUp_Tick() {
-  WakeUp_.Enabled(false);
-  runner_.SetTaskTimer(rows_.RowCount() > 0);
-}
-
-// A tick that cannot be posted is made up for by the next run of continuous play.
-void FrmMain::PostTick() { (void)PostMessageW(hwnd(), kPostedTick, 0, 0); }
 
 void FrmMain::Form_Resize() {
   if (!IsOnScreen()) return;
@@ -401,16 +355,6 @@ void FrmMain::ToolBar_ButtonClick(int id) {
 void FrmMain::SliderH_PostRender() { PrintPercent(SliderH_, 2); }
 
 void FrmMain::SliderVolH_PostRender() { PrintPercent(SliderVolH_, 0); }
-
-void FrmMain::TimerSet_Tick() {
-  RetryUnreadList();
-  KeepTrayIcon();
-  // Nobody sees a hidden window: drawing it costs nothing.
-  if (!IsOnScreen()) return;
-  statusText_ = StatusLineText(player_, general_.radioFlag, Now(), dayHalves_);
-  picStatusBar_.Redraw();
-  rows_.RefreshMarks();
-}
 
 void FrmMain::picStatusBar_Paint(HDC context) {
   ModTheme::Text(context, statusText_, kStatusTextX, kStatusTextY, {.text = ModTheme::kBlueText},

@@ -55,6 +55,10 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   void RetryUnreadList();
 
  private:
+  // Messages that the window posts to itself: a tick of the task timer, and to leave the program.
+  static constexpr UINT kPostedTick = WM_APP;
+  static constexpr UINT kPostedLeave = WM_APP + 1;
+
   // Form
   void Form_Load() override;
   void Form_Resize() override;

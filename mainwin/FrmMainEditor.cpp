@@ -2,6 +2,7 @@
 
 #include "app/OpenFileDialog.h"
 #include "base/LocaleDates.h"
+#include "base/PlatformText.h"
 #include "mainwin/FrmMain.h"
 #include "notes/NoteText.h"
 #include "notes/frmNotesEdit.h"
@@ -60,7 +61,9 @@ void FrmMain::OpenEditor(std::optional<size_t> row) {
     isEdited = true;
     isSaved = general_.taskListFile.Save(general_.tasks);
   };
-  FrmSet editor(general_.tasks, {.clock = Now, .pathExists = PathExists}, save, ForTheEditor());
+  FrmSet editor(general_.tasks,
+                {.clock = Now, .pathExists = PathExists, .isSameName = EqualsIgnoringCase}, save,
+                ForTheEditor());
   editor_ = &editor;
   editor.Open(hwnd(), row);
   editor_ = nullptr;

@@ -2,7 +2,6 @@
 
 #include <array>
 
-#include "base/LetterCase.h"
 #include "base/Number.h"
 #include "base/Text.h"
 #include "scheduler/Schedule.h"
@@ -37,12 +36,12 @@ std::optional<TaskRefusal> RefusedInterval(const TaskFields& fields) {
       std::wstring(L"時間數值超過 ") + limit.text + L"，請再次輸入一個您所要執行的時間。", true};
 }
 
-// Without regard to case, and as the file will hold the names: a list that was written by hand may
-// have blanks at their ends.
-bool IsNameTaken(const std::wstring& name, std::optional<size_t> edited, const TaskList& tasks) {
-  const std::wstring capitals = Capitals(name);
+// Compares the names as the file will hold them: a list that was written by hand may have blanks at
+// their ends.
+bool IsNameTaken(const std::wstring& name, std::optional<size_t> edited, const TaskList& tasks,
+                 const TaskSurroundings& surroundings) {
   for (size_t i = 0; i < tasks.size(); ++i) {
-    if (i != edited && Capitals(FieldText(tasks[i].Name)) == capitals) return true;
+    if (i != edited && surroundings.isSameName(FieldText(tasks[i].Name), name)) return true;
   }
   return false;
 }
@@ -83,7 +82,7 @@ std::variant<TaskRecord, TaskRefusal> ValidateTask(const TaskFields& fields,
   task.NextRun = fields.firstRun;
   task.NextRun = CaughtUpNextRun(task, surroundings.clock(), CatchUp::kStrict);
   task.Name = FieldText(fields.name);
-  if (IsNameTaken(task.Name, edited, tasks)) return TaskRefusal{kSameName};
+  if (IsNameTaken(task.Name, edited, tasks, surroundings)) return TaskRefusal{kSameName};
   task.Enabled = fields.isEnabled;
   task.Source = FieldText(fields.source);
   if (const auto refusal = RefusedSource(fields.mediaType, task.Source, surroundings)) {

@@ -5,6 +5,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <variant>
 
 #include "base/DateSerial.h"
@@ -36,6 +37,8 @@ struct TaskRefusal {
 struct TaskSurroundings {
   Clock clock;
   std::function<bool(const std::wstring& path)> pathExists;
+  // Whether two names are the same but for the case of their letters.
+  std::function<bool(std::wstring_view, std::wstring_view)> isSameName;
 };
 
 // The task that the fields stand for, or the first reason why they stand for none. `edited` is the

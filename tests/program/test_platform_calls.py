@@ -28,7 +28,7 @@ NOT_REFUSED = {
     "removes a file that is done with: one that stays is the next save's to write over": """
         DeleteFileW""",
     "cannot fail, or its failure is one of its usual answers": """
-        ExitProcess GetACP GetActiveWindow GetAncestor GetCapture GetFocus
+        CompareStringOrdinal ExitProcess GetACP GetActiveWindow GetAncestor GetCapture GetFocus
         GetForegroundWindow
         GetKeyState GetLastError GetLocalTime GetModuleHandleW GetSysColor GetTickCount64 GetWindow
         InitCommonControls IsChild IsDialogMessageW IsIconic IsWindow IsWindowEnabled

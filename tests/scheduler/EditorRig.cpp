@@ -5,6 +5,7 @@
 
 #include <utility>
 
+#include "base/PlatformText.h"
 #include "base/Text.h"
 #include "tests/ui/ActingForm.h"
 #include "tests/ui/FormProbe.h"
@@ -88,7 +89,8 @@ void EditorTest::Play(std::optional<size_t> element, const std::function<void()>
   FrmSet editor(
       tasks,
       {.clock = [this] { return now; },
-       .pathExists = [this](const std::wstring&) { return doPathsExist; }},
+       .pathExists = [this](const std::wstring&) { return doPathsExist; },
+       .isSameName = EqualsIgnoringCase},
       [this] { ++saves; }, Services());
   editor.Open(owning, element);
   EXPECT_TRUE(IsWindowEnabled(owning)) << "the owner can be used again";

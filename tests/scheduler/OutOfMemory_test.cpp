@@ -6,6 +6,7 @@
 #include <new>
 #include <string>
 
+#include "base/Text.h"
 #include "scheduler/ScheduleEditor.h"
 #include "tests/scheduler/TaskListRig.h"
 #include "tests/support/FailingAllocation.h"
@@ -154,7 +155,8 @@ TEST(EditorOutOfMemoryTest, KeepsEveryTask) {
     editor = std::make_unique<ScheduleEditor>(
         tasks,
         TaskSurroundings{.clock = [] { return At(2011, 2, 14, 12); },
-                         .pathExists = [](const std::wstring&) { return true; }},
+                         .pathExists = [](const std::wstring&) { return true; },
+                         .isSameName = EqualsIgnoringAsciiCase},
         [] {});
     editor->New();
   };

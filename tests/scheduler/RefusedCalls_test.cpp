@@ -11,6 +11,7 @@
 #include <string>
 #include <utility>
 
+#include "base/PlatformText.h"
 #include "scheduler/FrmSet.h"
 #include "scheduler/TaskListFile.h"
 #include "scheduler/Win32FileOperations.h"
@@ -45,7 +46,10 @@ void SaveInEditor() {
   ActingForm owner;
   TaskList tasks = {Reminder(L"甲"), Reminder(L"乙")};
   int saves = 0;
-  FrmSet editor(tasks, {.clock = Noon, .pathExists = [](const std::wstring&) { return true; }},
+  FrmSet editor(tasks,
+                {.clock = Noon,
+                 .pathExists = [](const std::wstring&) { return true; },
+                 .isSameName = EqualsIgnoringCase},
                 [&] { ++saves; },
                 {.browseForSource = [](bool) { return std::nullopt; },
                  .chooseStation = {},
@@ -67,11 +71,10 @@ void SaveInEditor() {
 }
 
 TEST(RefusedCallsTest, TheEditorKeepsTheTasks) {
-  FailEachCall(
-      {"editor",
-       SaveInEditor,
-       {"CreateSolidBrush", "CreateWindowExW", "GetSystemMetrics", "GetWindowTextLengthW",
-        "GetWindowTextW", "InitCommonControlsEx", "LoadLibraryExW", "VirtualAlloc"}});
+  FailEachCall({"editor",
+                SaveInEditor,
+                {"CreateSolidBrush", "CreateWindowExW", "GetSystemMetrics", "GetWindowTextLengthW",
+                 "GetWindowTextW", "InitCommonControlsEx", "LoadLibraryExW", "VirtualAlloc"}});
 }
 
 TaskList OldTasks() { return {Reminder(L"甲"), Reminder(L"乙")}; }

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <random>
 
+#include "base/Text.h"
 #include "tests/support/Moments.h"
 
 namespace tellurvane {
@@ -29,10 +30,11 @@ TaskRecord Note(const std::wstring& name) {
 class ScheduleEditorTest : public testing::Test {
  protected:
   ScheduleEditor Editor() {
-    return {
-        tasks,
-        {.clock = [this] { return now; }, .pathExists = [](const std::wstring&) { return true; }},
-        [this] { ++saves; }};
+    return {tasks,
+            {.clock = [this] { return now; },
+             .pathExists = [](const std::wstring&) { return true; },
+             .isSameName = EqualsIgnoringAsciiCase},
+            [this] { ++saves; }};
   }
   static std::vector<std::wstring> Names(const ScheduleEditor& editor) {
     std::vector<std::wstring> names;

@@ -1,0 +1,12 @@
+#include "base/PlatformText.h"
+
+#include <windows.h>
+
+namespace tellurvane {
+
+bool EqualsIgnoringCase(std::wstring_view left, std::wstring_view right) {
+  return CompareStringOrdinal(left.data(), static_cast<int>(left.size()), right.data(),
+                              static_cast<int>(right.size()), TRUE) == CSTR_EQUAL;
+}
+
+}  // namespace tellurvane
