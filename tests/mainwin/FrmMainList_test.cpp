@@ -185,7 +185,7 @@ TEST_F(FrmMainListTest, TheEditorFirstLoadsAListThatCouldNotBeOpened) {
   Open();
   held.Reset();
   Edit([](TaskList& tasks) {
-    EXPECT_EQ(tasks.size(), 1U);
+    ASSERT_EQ(tasks.size(), 1U);
     tasks.push_back(tasks.at(0));
     tasks[1].Name = L"new";
   });
@@ -222,7 +222,8 @@ TEST_F(FrmMainListTest, WhatTheUserHasSavedTakesThePlaceOfAListThatCannotBeOpene
   EXPECT_EQ(Rows(), 1);
   held.Reset();
   window->RetryUnreadList();
-  EXPECT_EQ(general->tasks.at(0).Name, L"new") << "it is not loaded over what was made";
+  ASSERT_EQ(general->tasks.size(), 1U);
+  EXPECT_EQ(general->tasks[0].Name, L"new") << "it is not loaded over what was made";
   EXPECT_EQ(ReadBytes(ListPath()), bytes);
   Press(kLeave);
   EXPECT_EQ(Backups(), 1U);

@@ -274,6 +274,7 @@ TEST_F(ListEmptyTextTest, IsShownWhileThereAreNoRows) {
 TEST_F(ListEmptyTextTest, LooksTheSameHoweverOftenItIsPainted) {
   list().EmptyText(L"目前無法開啟");
   const int text = Ink();
+  EXPECT_GT(text, 0);
   for (const RECT& part : {RECT{0, 0, 300, 200}, RECT{100, 60, 160, 120}}) {
     InvalidateRect(list().hwnd(), &part, FALSE);
     EXPECT_EQ(Ink(), text);
@@ -283,6 +284,7 @@ TEST_F(ListEmptyTextTest, LooksTheSameHoweverOftenItIsPainted) {
 TEST_F(ListEmptyTextTest, ALongTextGetsMoreLinesAndNoneIsCut) {
   list().EmptyText(L"無法開啟");
   const int one = Ink();
+  ASSERT_GT(one, 0);
   std::wstring many;
   for (int i = 0; i < 12; ++i) many += L"無法開啟";
   list().EmptyText(many);
