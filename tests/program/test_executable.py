@@ -108,7 +108,7 @@ def test_it_is_stripped(image):
 
 
 def test_it_is_small(image):
-    assert len(image.data) <= 1.1 * 1024 * 1024
+    assert len(image.data) <= 1_100_000
 
 
 def test_the_manifest_asks_for_themed_controls_and_no_rights(manifest):
