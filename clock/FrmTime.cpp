@@ -228,8 +228,8 @@ void FrmTime::CreateDigits() {
   const UniqueBitmap strip = LoadStrip(kDigitStrip, kDigitWidth, width);
   BITMAP extent = {};
   if (GetObjectW(strip.Get(), sizeof(extent), &extent) == 0) {
-    extent.bmWidth = kStripCells * kDigitWidth;
-    extent.bmHeight = kDigitHeight;
+    extent.bmWidth = kStripCells * OwnScale().Scaled(kDigitWidth);
+    extent.bmHeight = OwnScale().Scaled(kDigitHeight);
   }
   cell_ = {extent.bmWidth / kStripCells, extent.bmHeight};
   wPw1_ = MemoryContext::Create(extent.bmWidth, extent.bmHeight);

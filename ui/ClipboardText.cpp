@@ -28,7 +28,12 @@ class LockedMemory {
     if (text_ != nullptr) GlobalUnlock(memory_);
   }
 
-  const wchar_t* Text() const { return static_cast<const wchar_t*>(text_); }
+  // Another program has put it there: it may lack its end.
+  std::wstring Text() const {
+    if (text_ == nullptr) return {};
+    const auto* const text = static_cast<const wchar_t*>(text_);
+    return {text, wcsnlen(text, GlobalSize(memory_) / sizeof(wchar_t))};
+  }
 
  private:
   HANDLE memory_;
@@ -40,7 +45,7 @@ class LockedMemory {
 std::wstring ClipboardText(HWND window) {
   const OpenedClipboard clipboard(window);
   const LockedMemory memory(clipboard.Data(CF_UNICODETEXT));
-  return memory.Text() == nullptr ? std::wstring() : std::wstring(memory.Text());
+  return memory.Text();
 }
 
 }  // namespace tellurvane

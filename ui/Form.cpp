@@ -239,8 +239,15 @@ LRESULT Form::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       if (wParam == IDCANCEL) Form_Escape();
       return 0;
     case WM_DISPLAYCHANGE:
-      // A screen may be gone, or smaller. A minimised window has no place of its own.
-      if (!IsIconic(hwnd())) PullInside();
+      // A screen may be gone, or smaller. A minimised window is pulled when it is restored.
+      if (IsIconic(hwnd())) {
+        isPullOwed_ = true;
+      } else {
+        PullInside();
+      }
+      return DrawnWindow::HandleMessage(message, wParam, lParam);
+    case WM_SIZE:
+      if (wParam != SIZE_MINIMIZED && std::exchange(isPullOwed_, false)) PullInside();
       return DrawnWindow::HandleMessage(message, wParam, lParam);
     case WM_ACTIVATE:
       KeepFocus();

@@ -108,6 +108,7 @@ class Form : public DrawnWindow {
   bool isModal_ = false;       // shown by ShowModal, neither hidden nor unloaded since
   HWND modalOwner_ = nullptr;  // disabled while the form is modal
   HWND focus_ = nullptr;       // where the keyboard was when the form lost it
+  bool isPullOwed_ = false;    // the screens have changed while the form was minimised
 };
 
 }  // namespace tellurvane

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <initializer_list>
 
-#include "base/LetterCase.h"
+#include "base/PlatformText.h"
 #include "ui/ToolkitFont.h"
 #include "ui/clsLictView.h"
 
@@ -64,7 +64,10 @@ void clsLictView::SubclassBoth() {
   }
   engine_.Subclass(container_, *this, 0);
   engine_.AddMessage(container_, WM_NOTIFY, kBeforePrevious);
-  engine_.AddMessage(container_, WM_NCDESTROY, kBeforePrevious);
+  for (const UINT message :
+       std::initializer_list<UINT>{WM_NCDESTROY, WM_SYSCOLORCHANGE, WM_SETTINGCHANGE}) {
+    engine_.AddMessage(container_, message, kBeforePrevious);
+  }
 }
 
 void clsLictView::WndProc(bool /*before*/, bool& handled, LRESULT& result, HWND window,
@@ -114,6 +117,9 @@ LRESULT clsLictView::zLVpCallBack(HWND window, UINT message, WPARAM wParam, LPAR
     auto& notification = *reinterpret_cast<NMHDR*>(lParam);
     if (notification.hwndFrom == list_) return HandleNotification(notification);
   }
+  // The container is of the system's own class, which passes nothing on.
+  const bool isForList = message == WM_SYSCOLORCHANGE || message == WM_SETTINGCHANGE;
+  if (isForList && list_ != nullptr) SendMessageW(list_, message, wParam, lParam);
   if (message == WM_NCDESTROY) container_ = nullptr;
   return engine_.CallOldWndProc(window, message, wParam, lParam);
 }
@@ -163,18 +169,19 @@ LRESULT clsLictView::HandleNotification(NMHDR& notification) {
 // The owner has the texts, so the native list asks for the row that it looks for. Without an answer
 // every letter would lead to row 0.
 int clsLictView::FindRow(const NMLVFINDITEMW& search) {
+  constexpr UINT kSubstring = 0x0004;  // LVFI_SUBSTRING, documented as the same as LVFI_PARTIAL
   const UINT flags = search.lvfi.flags;
-  const bool isByText = (flags & (LVFI_STRING | LVFI_PARTIAL)) != 0;
+  const bool isBeginning = (flags & (LVFI_PARTIAL | kSubstring)) != 0;
+  const bool isByText = isBeginning || (flags & LVFI_STRING) != 0;
   if ((flags & LVFI_PARAM) != 0 || !isByText || search.lvfi.psz == nullptr) return -1;
-  const std::wstring wanted = Capitals(search.lvfi.psz);
+  const std::wstring_view wanted = search.lvfi.psz;
   const int count = ListCount();
   const int first = std::max(search.iStart, 0);
   const int end = (flags & LVFI_WRAP) != 0 ? first + count : count;
   for (int place = first; place < end; ++place) {
-    const std::wstring found = Capitals(text(place % count));
-    if ((flags & LVFI_PARTIAL) != 0 ? found.starts_with(wanted) : found == wanted) {
-      return place % count;
-    }
+    std::wstring found = text(place % count);
+    if (isBeginning) found.resize(std::min(found.size(), wanted.size()));
+    if (EqualsIgnoringCase(found, wanted)) return place % count;
   }
   return -1;
 }

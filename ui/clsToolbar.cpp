@@ -50,6 +50,10 @@ void clsToolbar::SubclassBoth() {
   subclass_.AddMessage(host_->hwnd(), WM_SIZE, kAfterPrevious);
   subclass_.Subclass(toolbar_, *this, 0);
   subclass_.AddMessage(toolbar_, WM_NCDESTROY, kBeforePrevious);
+  if (const auto tips = reinterpret_cast<HWND>(Send(TB_GETTOOLTIPS)); tips != nullptr) {
+    subclass_.Subclass(tips, *this, 0);
+    subclass_.AddMessage(tips, WM_CLOSE, kBeforePrevious);
+  }
   // The toolbar asked its host before there was anybody to answer; now it asks again.
   Send(WM_NOTIFYFORMAT, reinterpret_cast<WPARAM>(host_->hwnd()), NF_REQUERY);
 }
@@ -140,6 +144,11 @@ SIZE clsToolbar::ButtonsSize() const {
 void clsToolbar::WndProc(bool /*before*/, bool& handled, LRESULT& result, HWND /*window*/,
                          UINT message, WPARAM wParam, LPARAM lParam, LONG_PTR& /*userParam*/) {
   switch (message) {
+    case WM_CLOSE:
+      // Of the tooltip, a window of the screen: some programs post a close message to every such
+      // window, and there would be no tooltips from then on.
+      handled = true;
+      break;
     case WM_COMMAND:
       if (toolbar_ != nullptr && reinterpret_cast<HWND>(lParam) == toolbar_) {
         Raise(ButtonClick, int{LOWORD(wParam)});

@@ -272,6 +272,20 @@ TEST(FormTest, IsPulledInsideWhenTheScreensChange) {
   }
 }
 
+TEST(FormTest, AMinimisedOneIsPulledInsideWhenItIsRestored) {
+  RecordingForm form;
+  form.LoadPlain();
+  form.Show();
+  for (const bool haveScreensChanged : {true, false}) {
+    form.Move(-900, 3'000);
+    ShowWindow(form.hwnd(), SW_MINIMIZE);
+    ASSERT_TRUE(IsIconic(form.hwnd()));
+    if (haveScreensChanged) SendMessageW(form.hwnd(), WM_DISPLAYCHANGE, 32, 0);
+    ShowWindow(form.hwnd(), SW_RESTORE);
+    EXPECT_EQ(form.Left() == 0, haveScreensChanged) << form.Left();
+  }
+}
+
 TEST(FormTest, ResizesItsInsideToPixels) {
   RecordingForm form;
   form.LoadPlain();

@@ -1,6 +1,7 @@
 // What the list tells its owner: by real mouse and key messages, and by the native list's own
 // notifications.
 #include "ListTestSupport.h"
+#include "tests/ui/FormProbe.h"
 #include "ui/clsLictView.h"
 
 namespace tellurvane {
@@ -64,6 +65,15 @@ class ListEventTest : public ListTest {
 
   std::vector<std::string> told;
 };
+
+// Its container is a window of the system's own class.
+TEST_F(ListEventTest, TheNativeListIsToldOfNewColoursAndSettings) {
+  for (const UINT message : {WM_SYSCOLORCHANGE, WM_SETTINGCHANGE}) {
+    CaughtMessage caught(list().hwnd(), message);
+    SendMessageW(form.hwnd(), message, 5, 0);
+    EXPECT_THAT(caught.Taken(), ElementsAre(WPARAM{5}));
+  }
+}
 
 TEST_F(ListEventTest, ClicksAreToldWithTheirSideRowAndColumn) {
   ClickAt(Middle(2));

@@ -49,6 +49,7 @@ TEST_F(ListTypingTest, ALetterThatNoNameBeginsWithChangesNothing) {
 
 TEST_F(ListTypingTest, FindsNamesAsTheNativeListAsksForThem) {
   constexpr UINT kBegins = LVFI_PARTIAL;
+  constexpr UINT kSubstring = 0x0004;  // LVFI_SUBSTRING, which means the same
   constexpr UINT kTyped = LVFI_STRING | LVFI_PARTIAL | LVFI_WRAP;
   const struct {
     UINT flags;
@@ -56,12 +57,24 @@ TEST_F(ListTypingTest, FindsNamesAsTheNativeListAsksForThem) {
     int start;
     int row;
   } rows[] = {
-      {kTyped, L"b", 0, 1},           {kTyped, L"b", 2, 3},      {kTyped, L"B", 4, 1},
-      {kTyped, L"beta 2", 0, 3},      {kTyped, L"音", 0, 2},     {kTyped, L"é", 0, 4},
-      {kTyped, L"x", 0, -1},          {kTyped, L"b", 6, 1},      {kTyped, L"b", -1, 1},
-      {kBegins, L"b", 4, -1},         {kBegins, L"c", 4, 5},     {LVFI_STRING, L"bet", 0, -1},
-      {LVFI_STRING, L"BETA 2", 0, 3}, {LVFI_PARAM, L"b", 0, -1}, {0, L"b", 0, -1},
+      {kTyped, L"b", 0, 1},
+      {kTyped, L"b", 2, 3},
+      {kTyped, L"B", 4, 1},
+      {kTyped, L"beta 2", 0, 3},
+      {kTyped, L"音", 0, 2},
+      {kTyped, L"é", 0, 4},
+      {kTyped, L"x", 0, -1},
+      {kTyped, L"b", 6, 1},
+      {kTyped, L"b", -1, 1},
+      {kBegins, L"b", 4, -1},
+      {kBegins, L"c", 4, 5},
+      {LVFI_STRING, L"bet", 0, -1},
+      {LVFI_STRING, L"BETA 2", 0, 3},
+      {LVFI_PARAM, L"b", 0, -1},
+      {0, L"b", 0, -1},
       {kTyped, nullptr, 0, -1},
+      {kSubstring, L"b", 0, 1},
+      {LVFI_STRING | kSubstring | LVFI_WRAP, L"B", 2, 3},
   };
   for (const auto& row : rows) {
     EXPECT_EQ(Found(row.flags, row.text, row.start), row.row) << "row " << &row - rows;

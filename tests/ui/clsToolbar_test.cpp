@@ -102,6 +102,14 @@ std::string Ansi(const std::wstring& text) {
   return buffer.data();
 }
 
+TEST_F(ToolbarTest, KeepsItsTooltipWhenEveryWindowOfTheScreenIsAskedToClose) {
+  AddTwoButtons();
+  const auto tip = reinterpret_cast<HWND>(Ask(TB_GETTOOLTIPS));
+  ASSERT_TRUE(IsWindow(tip));
+  SendMessageW(tip, WM_CLOSE, 0, 0);
+  EXPECT_TRUE(IsWindow(tip));
+}
+
 TEST_F(ToolbarTest, FillsItsHostInTheStyleOfAFlatToolbarWithToolTips) {
   std::array<wchar_t, 40> name = {};
   GetClassNameW(toolbar->hwnd(), name.data(), static_cast<int>(name.size()));
