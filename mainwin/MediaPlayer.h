@@ -13,6 +13,7 @@ enum PlayState : int {
   kBufferingState = 6,
   kMediaEndedState = 8,
   kTransitioningState = 9,
+  kReadyState = 10,
 };
 
 // Calls never fail towards the caller: what the player refuses does nothing, or answers 0 or an

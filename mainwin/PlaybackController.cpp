@@ -7,7 +7,7 @@
 namespace tellurvane {
 namespace {
 
-// What is not open by then is not going to be.
+// Opening is given up after this time.
 constexpr std::uint64_t kOpeningMilliseconds = 30'000;
 
 }  // namespace
@@ -53,17 +53,19 @@ void PlaybackController::TimerVis_Tick() {
   if (radioFlag_) return;
   const double position = player_.Position();
   const double duration = player_.Duration();
+  const bool hasEnded = player_.HasEnded();
   // Deliberately in whole seconds, and 0 of 0 counts too: a fraction that is left does not keep the
-  // end away, and what could not be opened has ended. The player's own word is asked for as well:
-  // the moment in which both are equal can pass between two ticks, or not come at all.
-  if (!player_.HasEnded() && RoundHalfToEven(position) != RoundHalfToEven(duration)) {
+  // end away, and what could not be opened has ended. The player's report counts as well: the
+  // moment in which both are equal can pass between two ticks, or not come at all.
+  if (!hasEnded && RoundHalfToEven(position) != RoundHalfToEven(duration)) {
     view_.PositionRange(duration);
     view_.PositionValue(position);
     return;
   }
-  // What never opened is not played again: it would end at once, again and again, and each start
-  // sets the task timer back before it can tick.
-  if (actions_.songLoop() && RoundHalfToEven(duration) > 0) {
+  // What never opened is not played again: it would end at once, again and again. A sound of less
+  // than half a second has no length in whole seconds either, but the player reports its end.
+  const bool hasPlayed = hasEnded || RoundHalfToEven(duration) > 0;
+  if (actions_.songLoop() && hasPlayed) {
     actions_.runSelectedTask();
   } else {
     StopPlayback();

@@ -15,6 +15,22 @@ void PlayerNews::PlayStateChanged(int state) {
   if (state == kMediaEndedState || state == kStoppedState) hasMediaEnded_ |= hasMediaPlayed_;
 }
 
+bool PlayerNews::IsMediaOpen(int stateNow) const {
+  return isMediaOpen_ && stateNow != kTransitioningState;
+}
+
+bool PlayerNews::HasMediaEnded(int stateNow) const {
+  switch (stateNow) {
+    case kUndefinedState:
+    case kStoppedState:
+    case kMediaEndedState:
+    case kReadyState:
+      return hasMediaEnded_;
+    default:
+      return false;
+  }
+}
+
 void PlayerNews::OpenStateChanged(int state) {
   if (state == kMediaOpenState) isMediaOpen_ = true;
 }

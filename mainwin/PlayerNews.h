@@ -6,8 +6,9 @@
 namespace tellurvane {
 
 // The media is what the URL that was set last names. The control reports its states in no
-// guaranteed order, and those of the media before may come late: an end counts only after the new
-// media has played.
+// guaranteed order, and those of the media before may come late, when the control is at work on the
+// new media already. So an end counts only after playing, and what is asked for names the state
+// that the control itself is in now.
 class PlayerNews {
  public:
   // When a URL is set, and when playing is stopped.
@@ -16,9 +17,9 @@ class PlayerNews {
   void OpenStateChanged(int state);
 
   int PlayState() const { return playState_; }
-  bool IsMediaOpen() const { return isMediaOpen_; }
-  // Stays true until the media is forgotten, so that it can be acted on later.
-  bool HasMediaEnded() const { return hasMediaEnded_; }
+  bool IsMediaOpen(int stateNow) const;
+  // The report is kept until the media is forgotten, so that it can be acted on later.
+  bool HasMediaEnded(int stateNow) const;
 
  private:
   int playState_ = kUndefinedState;

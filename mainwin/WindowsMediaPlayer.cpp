@@ -123,11 +123,14 @@ void WindowsMediaPlayer::Close() {
   isOpen_ = false;
 }
 
-// An undefined state is that of media which the control has given up.
+// The control gives up media that it cannot open, and its state is undefined then.
 bool WindowsMediaPlayer::IsOpening() {
-  return isStarted_ && !news_->IsMediaOpen() && !news_->HasMediaEnded() &&
-         PlayState() != kUndefinedState && Duration() == 0;
+  const int state = PlayState();
+  return isStarted_ && state != kUndefinedState && !news_->IsMediaOpen(state) &&
+         !news_->HasMediaEnded(state) && Duration() == 0;
 }
+
+bool WindowsMediaPlayer::HasEnded() { return news_->HasMediaEnded(PlayState()); }
 
 int WindowsMediaPlayer::PlayState() {
   if (missedAt_ != 0) {

@@ -35,7 +35,7 @@ class WindowsMediaPlayer final : public MediaPlayer {
   void Stop() override;
   void Close() override;
   bool IsOpening() override;
-  bool HasEnded() override { return news_->HasMediaEnded(); }
+  bool HasEnded() override;
 
   int PlayState() override;
   std::wstring Status() override;
@@ -56,8 +56,8 @@ class WindowsMediaPlayer final : public MediaPlayer {
   void ApplyVolume();
   ComPtr<IWMPMedia> CurrentMedia();
 
-  ULONGLONG missedAt_ =
-      0;  // when something should have played without a control; 0 while there is one
+  // When something should have played without a control; 0 while there is one.
+  ULONGLONG missedAt_ = 0;
   bool isOpen_ = false;     // a URL was set and not closed since
   bool isStarted_ = false;  // the control took the play command
   int volume_ = 0;

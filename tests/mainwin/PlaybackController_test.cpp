@@ -177,6 +177,14 @@ TEST_F(PlaybackTest, RunsTheSelectedTaskAgainWithContinuousPlay) {
   }
 }
 
+TEST_F(PlaybackTest, RunsASoundOfLessThanHalfASecondAgainOnceThePlayerReportsItsEnd) {
+  isSongLoop = true;
+  player.duration = 0.4;
+  player.hasEnded = true;
+  playback.TimerVis_Tick();
+  EXPECT_THAT(Taken(), ElementsAre(L"run selected"));
+}
+
 TEST_F(PlaybackTest, StopsWhatNeverOpenedThoughPlayIsContinuous) {
   isSongLoop = true;
   playback.TimerVis_Tick();

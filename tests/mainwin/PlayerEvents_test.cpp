@@ -38,9 +38,9 @@ TEST_F(PlayerEventsTest, WritesDownThePlayStateOfEitherSign) {
 TEST_F(PlayerEventsTest, WritesDownThatTheMediaIsOpen) {
   constexpr LONG kMediaOpen = 13;
   EXPECT_EQ(Raise(kPlayStateChange, VT_UI4, kMediaOpen), S_OK);
-  EXPECT_FALSE(news->IsMediaOpen());
+  EXPECT_FALSE(news->IsMediaOpen(kPlayingState));
   EXPECT_EQ(Raise(kOpenStateChange, VT_UI4, kMediaOpen), S_OK);
-  EXPECT_TRUE(news->IsMediaOpen());
+  EXPECT_TRUE(news->IsMediaOpen(kPlayingState));
 }
 
 TEST_F(PlayerEventsTest, TakesWhateverElseIsRaisedAndWritesNothingDown) {

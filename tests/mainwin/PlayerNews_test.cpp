@@ -7,7 +7,6 @@
 namespace tellurvane {
 namespace {
 
-constexpr int kReadyState = 10;
 constexpr int kPausedState = 2;
 constexpr int kMediaOpen = 13;
 
@@ -44,7 +43,7 @@ TEST(PlayerNewsTest, TellsTheEndByEndedOrStoppedAfterPlaying) {
   for (const auto& [states, hasEnded] : cases) {
     PlayerNews news;
     for (const int state : states) news.PlayStateChanged(state);
-    EXPECT_EQ(news.HasMediaEnded(), hasEnded) << testing::PrintToString(states);
+    EXPECT_EQ(news.HasMediaEnded(kStoppedState), hasEnded) << testing::PrintToString(states);
   }
 }
 
@@ -53,22 +52,41 @@ TEST(PlayerNewsTest, KeepsTheEndUntilTheMediaIsForgotten) {
   news.PlayStateChanged(kPlayingState);
   news.PlayStateChanged(kMediaEndedState);
   news.PlayStateChanged(kTransitioningState);
-  EXPECT_TRUE(news.HasMediaEnded());
+  EXPECT_TRUE(news.HasMediaEnded(kStoppedState));
   news.ForgetMedia();
-  EXPECT_FALSE(news.HasMediaEnded());
+  EXPECT_FALSE(news.HasMediaEnded(kStoppedState));
   news.PlayStateChanged(kStoppedState);
-  EXPECT_FALSE(news.HasMediaEnded()) << "the new media has not played yet";
+  EXPECT_FALSE(news.HasMediaEnded(kStoppedState)) << "the new media has not played yet";
 }
 
 TEST(PlayerNewsTest, KnowsThatTheMediaIsOpenUntilItIsForgotten) {
   PlayerNews news;
   for (const int state : {1, 7, 6, 21}) news.OpenStateChanged(state);
-  EXPECT_FALSE(news.IsMediaOpen());
+  EXPECT_FALSE(news.IsMediaOpen(kPlayingState));
   news.OpenStateChanged(kMediaOpen);
   news.OpenStateChanged(6);
-  EXPECT_TRUE(news.IsMediaOpen());
+  EXPECT_TRUE(news.IsMediaOpen(kPlayingState));
   news.ForgetMedia();
-  EXPECT_FALSE(news.IsMediaOpen());
+  EXPECT_FALSE(news.IsMediaOpen(kPlayingState));
+}
+
+// Music, a note that fades for a while, and other music in one tick: the reports of the first music
+// come when the second one is already set.
+TEST(PlayerNewsTest, LateReportsOfTheMediaBeforeDoNotCountForTheNewOne) {
+  PlayerNews news;
+  news.ForgetMedia();
+  news.OpenStateChanged(kMediaOpen);
+  for (const int late : {kTransitioningState, kPlayingState, kStoppedState}) {
+    news.PlayStateChanged(late);
+  }
+  EXPECT_FALSE(news.IsMediaOpen(kTransitioningState)) << "the new one is opening";
+  for (const int busy :
+       {int{kTransitioningState}, int{kPlayingState}, int{kBufferingState}, 2, 4, 5, 7, 11}) {
+    EXPECT_FALSE(news.HasMediaEnded(busy)) << busy;
+  }
+  for (const int atRest : {kUndefinedState, kStoppedState, kMediaEndedState, kReadyState}) {
+    EXPECT_TRUE(news.HasMediaEnded(atRest)) << atRest;
+  }
 }
 
 }  // namespace
