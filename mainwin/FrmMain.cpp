@@ -261,7 +261,8 @@ void FrmMain::ReleaseChildren() {
 }
 
 void FrmMain::Form_Enter() {
-  if (rows_.HasFocus()) RunSelectedTask();
+  // The hidden window may have the keyboard for a moment, because of the tray icon's menu.
+  if (IsOnScreen() && rows_.HasFocus()) RunSelectedTask();
 }
 
 LRESULT FrmMain::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -280,7 +281,8 @@ LRESULT FrmMain::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       if ((wParam & kSystemCommand) != SC_MINIMIZE || !clsIcon_.IsInTray()) {
         return Form::HandleMessage(message, wParam, lParam);
       }
-      GoBehindIcon();
+      // An open dialog would be left alone on the screen.
+      if (Enabled()) GoBehindIcon();
       return 0;
     case WM_POWERBROADCAST:
       HandlePower(wParam);

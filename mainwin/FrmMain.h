@@ -121,6 +121,7 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   // Shows the window as it is, before all others and with the keyboard; or the dialog that is open.
   void ComeToFront();
   void HandlePower(WPARAM event);
+  void RestTaskTimer();
   void WakeUp_Tick();
   void EnablePlayButtons(bool isPlaying);
 
@@ -136,7 +137,10 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   std::function<void()> releaseProcess_;
   bool quitFlag_ = false;
   bool isGoingBehindIcon_ = false;  // as soon as the taskbar takes the icon
-  FrmSet* editor_ = nullptr;        // while it is open
+  // Milliseconds, as GetTickCount64 counts.
+  ULONGLONG nextIconTry_ = 0;
+  ULONGLONG restingSince_ = 0;
+  FrmSet* editor_ = nullptr;  // while it is open
   // What the position slider shows, or is to show when the window is on the screen again. Seconds.
   struct Position {
     double range = 100;

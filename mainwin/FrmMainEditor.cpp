@@ -80,6 +80,7 @@ void FrmMain::OpenEditor(std::optional<size_t> row) {
 // meanwhile is skipped all the same. False when it is in memory alone.
 bool FrmMain::TakeOverEditedList(bool isSaved) {
   rows_.DropRemoved();
+  const std::optional<size_t> selected = rows_.SelectedRow();
   const TaskList edited = general_.tasks;
   if (isSaved) {
     ReloadTaskList();
@@ -90,6 +91,8 @@ bool FrmMain::TakeOverEditedList(bool isSaved) {
     task.NextRun = CaughtUpNextRun(task, Now(), CatchUp::kStrict);
   }
   ShowTaskList();
+  // A list that could not be read again was empty for a moment.
+  if (selected) rows_.SelectRow(*selected);
   return general_.taskListFile.Save(general_.tasks);
 }
 

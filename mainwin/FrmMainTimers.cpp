@@ -38,12 +38,22 @@ void FrmMain::SetEnabled(bool enable) {
 void FrmMain::HandlePower(WPARAM event) {
   if (event != PBT_APMSUSPEND && event != PBT_APMRESUMEAUTOMATIC) return;
   if (event == PBT_APMSUSPEND) playback_.StopPlayback();
+  RestTaskTimer();
+}
+
+void FrmMain::RestTaskTimer() {
+  restingSince_ = GetTickCount64();
   WakeUp_.Enabled(true);
   SetEnabled(false);
 }
 
 // What fell due meanwhile runs once, at the next tick.
 void FrmMain::WakeUp_Tick() {
+  // Far too late: the computer has slept meanwhile, and the system has not reported it yet.
+  if (GetTickCount64() - restingSince_ > 2 * kWakeUpMilliseconds) {
+    RestTaskTimer();
+    return;
+  }
   WakeUp_.Enabled(false);
   runner_.SetTaskTimer(rows_.RowCount() > 0);
 }

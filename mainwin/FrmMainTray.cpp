@@ -6,6 +6,9 @@
 namespace tellurvane {
 namespace {
 
+constexpr ULONGLONG kSlowMilliseconds = 1'000;
+constexpr ULONGLONG kPauseMilliseconds = 30'000;
+
 bool IsOwnedBy(HWND window, HWND owner) {
   while (window != nullptr && window != owner) window = GetWindow(window, GW_OWNER);
   return window == owner;
@@ -74,11 +77,16 @@ void FrmMain::GoBehindIcon() {
 void FrmMain::KeepTrayIcon() {
   // A dialog that was opened meanwhile is a reason to stay.
   isGoingBehindIcon_ = isGoingBehindIcon_ && Enabled();
+  const ULONGLONG start = GetTickCount64();
+  if (start < nextIconTry_) return;
   if (!isGoingBehindIcon_ && clsIcon_.IsMissing()) (void)clsIcon_.IconAdd();
   // Minimised by another program, without a taskbar button: Windows leaves a stub of such a window
   // above the taskbar.
   const bool isStub = Visible() && IsIconic(hwnd()) && Enabled() && clsIcon_.IsInTray();
   if (isGoingBehindIcon_ || isStub) GoBehindIcon();
+  // A taskbar that hangs answers after seconds: asked each second, it would stop this program too.
+  const ULONGLONG end = GetTickCount64();
+  if (end - start > kSlowMilliseconds) nextIconTry_ = end + kPauseMilliseconds;
 }
 
 // The user has brought the window back before the taskbar took the icon. Without a taskbar button
@@ -105,6 +113,7 @@ HWND FrmMain::FrontWindow() const {
 }
 
 void FrmMain::ComeToFront() {
+  StayInFront();
   if (!Visible() || IsIconic(hwnd())) Open();
   const HWND front = FrontWindow();
   // Above all others for a moment: where Windows refuses the foreground, and under Wine, where
@@ -125,7 +134,9 @@ void FrmMain::IconMenuClick(HWND owner) {
   PostMessageW(owner, WM_NULL, 0, 0);
   // Whoever was clicked instead of the menu has the foreground already.
   const bool isKept = chosen == kShowMainWindow || chosen == kLeave;
-  if (!isKept && before != nullptr && GetForegroundWindow() == owner) SetForegroundWindow(before);
+  // What the click on the icon came from, the overflow of the tray say, may be gone by now.
+  const bool canGiveBack = before != nullptr && IsWindowVisible(before);
+  if (!isKept && canGiveBack && GetForegroundWindow() == owner) SetForegroundWindow(before);
   switch (chosen) {
     case kShowMainWindow:
       // Deliberately without the rest of the way back: the tray icon stays, and no taskbar button.

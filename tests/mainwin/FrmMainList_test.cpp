@@ -226,6 +226,7 @@ TEST_F(FrmMainListTest, WhatTheUserHasSavedTakesThePlaceOfAListThatCannotBeOpene
   EXPECT_EQ(general->tasks[0].Name, L"new") << "it is not loaded over what was made";
   EXPECT_EQ(ReadBytes(ListPath()), bytes);
   Press(kLeave);
+  EXPECT_TRUE(PumpUntil([&] { return !window->IsLoaded(); }));
   EXPECT_EQ(Backups(), 1U);
   EXPECT_NE(ReadBytes(ListPath()), bytes);
 }

@@ -2,8 +2,10 @@
 #include <gmock/gmock.h>
 
 #include <chrono>
+#include <climits>
 
 #include "tests/mainwin/FrmMainRig.h"
+#include "tests/support/FailingImport.h"
 
 namespace tellurvane {
 namespace {
@@ -68,6 +70,19 @@ TEST_F(FrmMainPowerTest, RunningATaskByHandMeanwhileDoesNotShortenTheWait) {
   window->RunSelectedTask();
   MakeDue();
   EXPECT_GT(LetRun(), 9.5);
+}
+
+// The timer that was set before the sleep can end before the system reports the waking up.
+TEST_F(FrmMainPowerTest, TheWaitBeginsAgainWhereItEndedDuringTheSleep) {
+  Tasks({{kInternetRadio, L"http://example.invalid/"}});
+  Open();
+  Tell(PBT_APMSUSPEND);
+  MakeDue();
+  FailingImport later({"GetTickCount64", 1'000'000'000'000});
+  later.Fail(1, INT_MAX);
+  const auto begun = std::chrono::steady_clock::now();
+  EXPECT_TRUE(PumpUntil([&] { return HasRun(); }, std::chrono::seconds(40)));
+  EXPECT_GT(std::chrono::steady_clock::now() - begun, std::chrono::seconds(18));
 }
 
 TEST_F(FrmMainPowerTest, AComputerThatDoesNotFallAsleepAfterAllGoesOn) {

@@ -14,9 +14,16 @@ namespace {
 
 using testing::SizeIs;
 
-// Milliseconds, after which the window manager has given a new dialog the keyboard, and does not
-// any more take it from the window that is in front by then.
-constexpr unsigned kSettled = 500;
+// The X server tells of the keyboard a moment after a window was shown, and Wine then makes that
+// window the foreground again. Half a second is long enough for it.
+void LetFocusSettle() {
+  bool isOver = false;
+  Timer timer;
+  timer.Interval(500);
+  timer.Tick = [&] { isOver = true; };
+  timer.Enabled(true);
+  EXPECT_TRUE(PumpUntil([&] { return isOver; }));
+}
 
 // A window in the foreground that is none of the program's own.
 class OtherWindow : public TestForm {
@@ -24,7 +31,9 @@ class OtherWindow : public TestForm {
   OtherWindow() : TestForm(800, 600) { ComeToFront(); }
 
   void ComeToFront() {
+    LetFocusSettle();
     SetForegroundWindow(hwnd());
+    LetFocusSettle();
     EXPECT_TRUE(PumpUntil([&] { return GetForegroundWindow() == hwnd(); }));
   }
 };
@@ -146,6 +155,44 @@ TEST_F(FrmMainTrayTest, AWindowThatIsBroughtBackBeforeTheIconIsThereStays) {
   EXPECT_TRUE(IsInTaskbar());
 }
 
+TEST_F(FrmMainTrayTest, AWindowThatIsBroughtToTheFrontMeanwhileStays) {
+  Open();
+  FailingImport taskbar({"Shell_NotifyIconW"});
+  taskbar.Fail(1, INT_MAX);
+  TellIcon(WM_LBUTTONDOWN);
+  ASSERT_TRUE(window->Visible()) << "the taskbar did not take the icon";
+  ChooseInTrayMenu(1);
+  taskbar.LetAllThrough();
+  LetSecondsPass(2);
+  EXPECT_TRUE(window->Visible());
+}
+
+TEST_F(FrmMainTrayTest, IsNotMinimisedFromUnderADialog) {
+  Open();
+  Close();
+  ChooseInTrayMenu(1);
+  ASSERT_TRUE(window->Visible());
+  window->Enabled(false);
+  Minimise();
+  EXPECT_TRUE(window->Visible());
+  EXPECT_FALSE(IsIconic(window->hwnd()));
+  window->Enabled(true);
+  Minimise();
+  EXPECT_FALSE(window->Visible());
+}
+
+TEST_F(FrmMainTrayTest, EnterRunsNothingWhileTheWindowIsHidden) {
+  Tasks({{kInternetRadio, L"http://example.invalid/"}});
+  Open();
+  Select(0);
+  SetFocus(list);
+  Close();
+  Taken();
+  SetFocus(list);
+  SendMessageW(window->hwnd(), WM_COMMAND, IDOK, 0);
+  EXPECT_EQ(Taken().size(), 0U);
+}
+
 TEST_F(FrmMainTrayTest, AnIconThatTheNewTaskbarDidNotTakeIsAddedAgain) {
   Open();
   Close();
@@ -198,7 +245,7 @@ TEST_F(FrmMainTrayTest, AClickOnTheIconDoesNotHideTheWindowUnderADialogButRaises
   OtherWindow other;
   DialogOf dialog(window->hwnd());
   Timer user;
-  user.Interval(kSettled);
+  user.Interval(20);
   user.Tick = [&] {
     user.Enabled(false);
     other.ComeToFront();
@@ -235,7 +282,7 @@ TEST_F(FrmMainTrayTest, ADialogIsInTheForegroundForTheMenu) {
   DialogOf dialog(window->hwnd());
   HWND inFront = nullptr;
   Timer user;
-  user.Interval(kSettled);
+  user.Interval(20);
   user.Tick = [&] {
     user.Enabled(false);
     other.ComeToFront();
