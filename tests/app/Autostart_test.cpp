@@ -102,6 +102,17 @@ TEST_F(AutostartTest, AMachineKeyThatOpensButTakesNoValueIsDeniedToo) {
   EXPECT_EQ(Stored(HKEY_CURRENT_USER).text, L"\"C:\\Tools\\clock.exe\"");
 }
 
+TEST_F(AutostartTest, SaysSoWhereNeitherKeyTakesTheValue) {
+  FailingImport user({"RegSetKeyValueW", ERROR_ACCESS_DENIED, ERROR_ACCESS_DENIED});
+  user.Fail(1);
+  DenyMachineKey();
+  EXPECT_FALSE(WriteRunValue(L"C:\\Tools\\clock.exe"));
+  EXPECT_EQ(user.Calls(), 1);
+  denied.LetAllThrough();
+  EXPECT_TRUE(IsAbsent(HKEY_LOCAL_MACHINE));
+  EXPECT_TRUE(IsAbsent(HKEY_CURRENT_USER));
+}
+
 TEST_F(AutostartTest, TheMachinesValueReplacesTheUsers) {
   DenyMachineKey();
   ASSERT_TRUE(WriteRunValue(L"C:\\Tools\\clock.exe"));

@@ -290,6 +290,8 @@ class Program:
 
     def show_again(self):
         """Brings the main window back when it has been put away."""
+        # A search that is made while other windows come and go may miss one that stands.
+        until(lambda: self.on_screen() or tray_icon(), "the main window or its tray icon")
         if not self.on_screen():
             click_tray_icon()
             until(self.on_screen, "the main window again")

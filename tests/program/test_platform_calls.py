@@ -18,8 +18,8 @@ BOUND_LATER = ROOT / "cmake"
 NOT_REFUSED = {
     "a test of its own refuses it, because the deeds do it once only or not at all": """
         CreatePipe CreateProcessW GdipGetGenericFontFamilySansSerif GdiplusStartup
-        GetCurrentDirectoryW GetDeviceCaps GetOpenFileNameW LoadLibraryW RegisterWindowMessageW
-        SetCurrentDirectoryW SetHandleInformation""",
+        GetCurrentDirectoryW GetDeviceCaps GetOpenFileNameW LoadLibraryW RegSetKeyValueW
+        RegisterWindowMessageW SetCurrentDirectoryW SetHandleInformation""",
     "gives something back: where that fails, nothing can be done": """
         CloseClipboard CloseHandle CoUninitialize DeleteDC DeleteObject DestroyIcon DestroyMenu DestroyWindow
         EndPaint FreeLibrary GdipDeleteBrush GdipDeleteFont GdipDeleteFontFamily GdipDeleteGraphics
@@ -38,8 +38,6 @@ NOT_REFUSED = {
         SetForegroundWindow""",
     "without a dialog that was found the window itself is meant": """
         EnumThreadWindows""",
-    "only makes a menu close for certain the next time": """
-        PostMessageW""",
     "where the system has no such thing, a busy window looks as if it hung": """
         DisableProcessWindowsGhosting""",
     "fails only for a window that is gone": """

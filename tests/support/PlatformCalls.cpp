@@ -139,7 +139,6 @@ const std::vector<RefusedCall> kFilesAndTexts = {
     {{"RegDeleteKeyValueW", ERROR_ACCESS_DENIED}},
     {{"RegDeleteValueA", ERROR_ACCESS_DENIED}},
     {{"RegOpenKeyExW", ERROR_ACCESS_DENIED}},
-    {{"RegSetKeyValueW", ERROR_ACCESS_DENIED}},
     {{"RegSetValueExA", ERROR_ACCESS_DENIED}},
     {{"VarBstrFromDate", kOutOfMemory}},
     {{"VarDateFromStr", kOutOfMemory}},

@@ -14,8 +14,8 @@ struct WholeSettings {
   std::wstring filesPath = L"C:\\Music\\";
 
   std::string Bytes() const {
-    return Utf16Bytes(L"[Setting]\r\nSavedVolume=" + volume +
-                      L"\r\nTimeForm=" + timeForm + L"\r\nSongLoop=0\r\nStartPlay=0\r\nFilesPath=" + filesPath +
+    return Utf16Bytes(L"[Setting]\r\nSavedVolume=" + volume + L"\r\nTimeForm=" + timeForm +
+                      L"\r\nSongLoop=0\r\nStartPlay=0\r\nFilesPath=" + filesPath +
                       L"\r\nHinetUrl=mms://host/RA\r\n");
   }
 };
