@@ -367,9 +367,9 @@ void FrmTime::Form_MouseDown(const MouseEvent& event) {
 
 void FrmTime::Form_MouseMove(const MouseEvent&) { PullInside(); }
 
-// Whoever is typing keeps the keyboard while the clock is clicked or moved; its menu takes the
-// foreground by itself. Besides, X11 gives a window that becomes active in the middle of a move a
-// new frame, and the move is lost.
+// The program that is typed into keeps the keyboard while the clock is clicked or moved; its menu
+// takes the foreground by itself. Besides, X11 gives a window that becomes active in the middle of
+// a move a new frame, and the move is lost.
 LRESULT FrmTime::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_CLOSE:

@@ -124,7 +124,7 @@ void FrmMain::ComeToFront() {
   SetForegroundWindow(front);
 }
 
-// A menu hears of a click beside it and of Esc only while its owner is in the foreground, even
+// A menu closes by a click beside it and by Esc only while its owner is in the foreground, even
 // where that is hidden. The empty message makes the menu close the next time too, as the platform
 // asks.
 void FrmMain::IconMenuClick(HWND owner) {
@@ -132,7 +132,7 @@ void FrmMain::IconMenuClick(HWND owner) {
   SetForegroundWindow(owner);
   const UINT chosen = ShowPopupMenu(owner, TrayMenu(general_.settings), 0);
   PostMessageW(owner, WM_NULL, 0, 0);
-  // Whoever was clicked instead of the menu has the foreground already.
+  // A window that was clicked instead of the menu has the foreground already.
   const bool isKept = chosen == kShowMainWindow || chosen == kLeave;
   // What the click on the icon came from, the overflow of the tray say, may be gone by now.
   const bool canGiveBack = before != nullptr && IsWindowVisible(before);

@@ -90,8 +90,8 @@ void TaskRowPainter::PaintIcon(HDC context, size_t icon, int x, int y, int size)
 
 void TaskRowPainter::PaintTexts(HDC context, int width, const TaskRecord& task) const {
   for (const RowLine& line : TaskRowLines(task, writeDate_)) {
-    const int room = width - Scaled(2 * line.x) - Scaled(kRightMargin);
-    ModTheme::Text(context, FittingText(context, line.text, room, line.font), line.x, line.y,
+    const int available = width - Scaled(2 * line.x) - Scaled(kRightMargin);
+    ModTheme::Text(context, FittingText(context, line.text, available, line.font), line.x, line.y,
                    {.text = line.color}, FontOf(line.font));
   }
 }

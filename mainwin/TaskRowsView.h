@@ -31,7 +31,7 @@ class TaskRowsView final : public TaskRows {
   void EnableArea(bool enable) override;
   void SetRedraw(bool redraw) override { list_.Block(!redraw); }
 
-  // Takes over the list of tasks anew; the selection stays as far as there are rows. An empty list
+  // Takes over the list of tasks; the selection stays as far as there are rows. An empty list
   // says why where its file could not be read.
   void Refill();
   // Takes the tasks that were removed out of the list of tasks. The task that is selected stays

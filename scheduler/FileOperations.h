@@ -28,7 +28,7 @@ class FileOperations {
   virtual std::optional<size_t> Read(char* buffer, size_t size) = 0;
   virtual void CloseReading() = 0;
 
-  // Makes the file anew; one that exists is emptied. Tries again for a moment while somebody holds
+  // Creates the file; one that exists is emptied. Tries again for a moment while somebody holds
   // it open.
   virtual bool CreateForWriting(const std::wstring& path) = 0;
   // The number of bytes written; nothing when it fails.

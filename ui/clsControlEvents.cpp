@@ -193,8 +193,8 @@ bool clsControl::PastePlainText(UINT key) const {
   CHARRANGE selected = {};
   Send(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selected));
   const LRESULT kept = GetWindowTextLengthW(hwnd_) - (selected.cpMax - selected.cpMin);
-  const LRESULT room = std::max(Send(EM_GETLIMITTEXT) - kept, LRESULT{0});
-  pasted.resize(std::min(pasted.size(), static_cast<size_t>(room)));
+  const LRESULT available = std::max(Send(EM_GETLIMITTEXT) - kept, LRESULT{0});
+  pasted.resize(std::min(pasted.size(), static_cast<size_t>(available)));
   if (!pasted.empty()) Send(EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(pasted.c_str()));
   return true;
 }

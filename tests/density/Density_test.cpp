@@ -9,6 +9,8 @@
 #include <memory>
 #include <string>
 
+#include "mainwin/TaskRow.h"
+#include "mainwin/TaskRowPainter.h"
 #include "notes/frmNotes.h"
 #include "notes/frmNotesEdit.h"
 #include "radio/HttpGetText.h"
@@ -19,6 +21,7 @@
 #include "tests/scheduler/EditorRig.h"
 #include "tests/support/GdiPlusSession.h"
 #include "tests/ui/ActingForm.h"
+#include "ui/ModTheme.h"
 
 namespace tellurvane {
 namespace {
@@ -63,6 +66,33 @@ TEST_F(MainWindowDensityTest, TheSlidersCanBeClickedFromTheirUpperToTheirLowerEd
     EXPECT_NE(top, window->hwnd());
     EXPECT_EQ(top, bottom) << "something covers a part of it";
   }
+}
+
+TEST_F(MainWindowDensityTest, TheRowsOwnTextsAreNotClipped) {
+  TaskRecord task;
+  task.Name = L"早晨新聞";
+  task.Interval = 60;
+  task.LastRun = task.NextRun = At(2026, 12, 31, 23, 59, 59);
+  const std::vector<RowLine> lines = TaskRowLines(task, AppendLocaleDateText);
+  const auto picture = MemoryContext::Create(8, 8);
+  for (const RowLine& line : lines) {
+    if (line.font != RowFont::kLabel) continue;
+    const int beside = Scaled(2 * lines.back().x) - Scaled(2 * line.x);
+    EXPECT_EQ(FittingText(picture->Dc(), line.text, beside, line.font), line.text);
+  }
+  const auto last = ModTheme::MeasureText(picture->Dc(), lines.back().text, {.size = 13});
+  EXPECT_LE(static_cast<float>(Scaled(lines.back().y) + 1) + last.height,
+            static_cast<float>(Scaled(86)));
+}
+
+TEST_F(MainWindowDensityTest, TheStatusStripHoldsItsLongestDate) {
+  Open();
+  const auto picture = MemoryContext::Create(8, 8);
+  const auto extent =
+      ModTheme::MeasureText(picture->Dc(), L"2026 年 12 月 22 日 - 上午 12 時 58 分 58 秒",
+                            {.size = 12, .style = ModTheme::kBold});
+  EXPECT_LE(static_cast<float>(Scaled(4)) + extent.width, static_cast<float>(window->ScaleWidth()));
+  EXPECT_LE(static_cast<float>(Scaled(1) + 1) + extent.height, static_cast<float>(Scaled(22)));
 }
 
 SIZE SizeOf(HICON icon) {

@@ -58,11 +58,10 @@ void FetchPage() {
 }
 
 TEST(RefusedCallsTest, TheDirectoryIsSearchedOrEndsInAFatalError) {
-  FailEachCall(
-      {"radio directory",
-       UseDirectory,
-       {"CreateCompatibleDC", "CreatePatternBrush", "CreateWindowExW", "GdipDrawString",
-        "IntersectClipRect", "LoadCursorW", "RestoreDC", "SaveDC", "VirtualAlloc"}});
+  FailEachCall({"radio directory",
+                UseDirectory,
+                {"CreateCompatibleDC", "CreatePatternBrush", "CreateWindowExW", "GdipDrawString",
+                 "IntersectClipRect", "LoadCursorW", "RestoreDC", "SaveDC", "VirtualAlloc"}});
 }
 
 TEST(RefusedCallsTest, APageThatCannotBeAskedForIsNotFetched) {
