@@ -185,10 +185,14 @@ TEST_F(FrmMainTrayTest, EnterRunsNothingWhileTheWindowIsHidden) {
   Tasks({{kInternetRadio, L"http://example.invalid/"}});
   Open();
   Select(0);
+  // Unlike the close box this does not minimise it too.
+  TellIcon(WM_LBUTTONDOWN);
+  ASSERT_FALSE(window->Visible());
+  // As for the tray icon's menu.
+  SetForegroundWindow(window->hwnd());
   SetFocus(list);
-  Close();
+  ASSERT_EQ(GetFocus(), list);
   Taken();
-  SetFocus(list);
   SendMessageW(window->hwnd(), WM_COMMAND, IDOK, 0);
   EXPECT_EQ(Taken().size(), 0U);
 }
