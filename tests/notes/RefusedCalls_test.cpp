@@ -83,9 +83,7 @@ TEST(RefusedCallsTest, NotesAreShownOrPassedOver) {
   const Deed deeds[] = {
       {"note", ShowAndCloseNote},
       {"note stack", StackNotes, {"CreateWindowExW", "RegisterClassExW", "SetTimer"}},
-      {"note editor",
-       EditNote,
-       {"CreateWindowExW", "GetMonitorInfoW", "LoadLibraryExW"}},
+      {"note editor", EditNote, {"CreateWindowExW", "GetMonitorInfoW", "LoadLibraryExW"}},
   };
   for (const Deed& deed : deeds) FailEachCall(deed);
 }
