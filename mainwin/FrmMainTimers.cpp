@@ -10,6 +10,7 @@ constexpr unsigned kVisMilliseconds = 100;
 constexpr unsigned kSetMilliseconds = 1'000;
 // Ten seconds with the task timer's own one: by then network and sound are back.
 constexpr unsigned kWakeUpMilliseconds = 9'000;
+constexpr ULONGLONG kSleptMilliseconds = 18'000;
 
 }  // namespace
 
@@ -50,7 +51,7 @@ void FrmMain::RestTaskTimer() {
 // What fell due meanwhile runs once, at the next tick.
 void FrmMain::WakeUp_Tick() {
   // Far too late: the computer has slept meanwhile, and the system has not reported it yet.
-  if (GetTickCount64() - restingSince_ > 2 * kWakeUpMilliseconds) {
+  if (GetTickCount64() - restingSince_ > kSleptMilliseconds) {
     RestTaskTimer();
     return;
   }

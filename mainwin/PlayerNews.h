@@ -18,6 +18,8 @@ class PlayerNews {
 
   int PlayState() const { return playState_; }
   bool IsMediaOpen(int stateNow) const;
+  // Whether an end was reported at all; then the state is worth asking for.
+  bool IsEndReported() const { return hasMediaEnded_; }
   // The report is kept until the media is forgotten, so that it can be acted on later.
   bool HasMediaEnded(int stateNow) const;
 

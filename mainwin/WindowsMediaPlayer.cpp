@@ -130,7 +130,10 @@ bool WindowsMediaPlayer::IsOpening() {
          !news_->HasMediaEnded(state) && Duration() == 0;
 }
 
-bool WindowsMediaPlayer::HasEnded() { return news_->HasMediaEnded(PlayState()); }
+// Asked ten times a second: the state is read only where it matters.
+bool WindowsMediaPlayer::HasEnded() {
+  return news_->IsEndReported() && news_->HasMediaEnded(PlayState());
+}
 
 int WindowsMediaPlayer::PlayState() {
   if (missedAt_ != 0) {

@@ -9,7 +9,7 @@ namespace tellurvane {
 namespace {
 
 HICON IconOf(const Form& form) {
-  for (const WPARAM size : {ICON_SMALL, ICON_BIG}) {
+  for (const auto size : {WPARAM{ICON_SMALL}, WPARAM{ICON_BIG}}) {
     const LRESULT icon = SendMessageW(form.hwnd(), WM_GETICON, size, 0);
     if (icon != 0) return reinterpret_cast<HICON>(icon);
   }

@@ -50,7 +50,7 @@ void clsToolbar::SubclassBoth() {
   subclass_.AddMessage(host_->hwnd(), WM_SIZE, kAfterPrevious);
   subclass_.Subclass(toolbar_, *this, 0);
   subclass_.AddMessage(toolbar_, WM_NCDESTROY, kBeforePrevious);
-  if (const auto tips = reinterpret_cast<HWND>(Send(TB_GETTOOLTIPS)); tips != nullptr) {
+  if (auto* const tips = reinterpret_cast<HWND>(Send(TB_GETTOOLTIPS)); tips != nullptr) {
     subclass_.Subclass(tips, *this, 0);
     subclass_.AddMessage(tips, WM_CLOSE, kBeforePrevious);
   }
