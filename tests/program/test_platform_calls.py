@@ -31,6 +31,7 @@ NOT_REFUSED = {
         CompareStringOrdinal ExitProcess GetACP GetActiveWindow GetAncestor GetCapture GetFocus
         GetForegroundWindow
         GetKeyState GetLastError GetLocalTime GetModuleHandleW GetSysColor GetTickCount64 GetWindow
+        GlobalSize
         InitCommonControls IsChild IsDialogMessageW IsIconic IsWindow IsWindowEnabled
         IsWindowVisible MonitorFromWindow MulDiv PathFileExistsW PeekMessageW PostQuitMessage
         PtInRect SetLastError Sleep SysStringLen TranslateMessage VariantInit lstrcpynW""",

@@ -126,7 +126,6 @@ const std::vector<RefusedCall> kFilesAndTexts = {
     {{"DeleteUrlCacheEntryW", kNothing, ERROR_ACCESS_DENIED}},
     {{"GetClipboardData"}},
     {{"GlobalLock"}},
-    {{"GlobalSize"}},
     {{"OpenClipboard", kNothing, ERROR_ACCESS_DENIED}},
     {{"FlushFileBuffers", kNothing, ERROR_DISK_FULL}},
     {{"GetCalendarInfoW"}},
