@@ -20,7 +20,7 @@ PROGRAM = "Tellurvane"
 def rooms():
     """The folders that are a room by their CMakeLists.txt."""
     return {path.parent.name for path in ROOT.glob("*/CMakeLists.txt")
-            if f"tellurvane_room({path.parent.name}" in path.read_text("utf-8")}
+            if f"tellurvane_module({path.parent.name}" in path.read_text("utf-8")}
 
 
 def arrows(graph, nodes):

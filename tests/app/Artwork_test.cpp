@@ -9,7 +9,7 @@
 #include "app/ModGeneral.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/WholeSettings.h"
-#include "tests/ui/UiTestSupport.h"
+#include "tests/support/WindowTestSupport.h"
 #include "ui/Handle.h"
 #include "ui/MemoryContext.h"
 

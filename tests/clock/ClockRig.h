@@ -11,9 +11,9 @@
 #include <vector>
 
 #include "clock/FrmTime.h"
+#include "tests/support/FormProbe.h"
 #include "tests/support/Moments.h"
-#include "tests/ui/FormProbe.h"
-#include "tests/ui/UiTestSupport.h"
+#include "tests/support/WindowTestSupport.h"
 #include "ui/Density.h"
 #include "ui/Handle.h"
 

@@ -19,8 +19,8 @@
 #include "tests/mainwin/FrmMainRig.h"
 #include "tests/radio/RadioRig.h"
 #include "tests/scheduler/EditorRig.h"
+#include "tests/support/ActingForm.h"
 #include "tests/support/GdiPlusSession.h"
-#include "tests/ui/ActingForm.h"
 #include "ui/ModTheme.h"
 
 namespace tellurvane {

@@ -7,10 +7,10 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/DialogTestSupport.h"
+#include "tests/support/FormProbe.h"
 #include "tests/support/Utf8.h"
-#include "tests/ui/DialogTestSupport.h"
-#include "tests/ui/FormProbe.h"
-#include "tests/ui/UiTestSupport.h"
+#include "tests/support/WindowTestSupport.h"
 #include "ui/Density.h"
 #include "ui/Handle.h"
 

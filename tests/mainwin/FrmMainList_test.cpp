@@ -5,7 +5,7 @@
 #include <string>
 
 #include "tests/mainwin/FrmMainRig.h"
-#include "tests/ui/ActingForm.h"
+#include "tests/support/ActingForm.h"
 #include "ui/Handle.h"
 
 namespace tellurvane {

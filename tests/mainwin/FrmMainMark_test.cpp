@@ -6,7 +6,7 @@
 
 #include "mainwin/TaskRow.h"
 #include "tests/mainwin/FrmMainRig.h"
-#include "tests/ui/ActingForm.h"
+#include "tests/support/ActingForm.h"
 #include "ui/Handle.h"
 
 namespace tellurvane {

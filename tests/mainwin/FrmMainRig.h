@@ -16,10 +16,10 @@
 #include "mainwin/FrmMain.h"
 #include "scheduler/TaskListText.h"
 #include "tests/mainwin/FakePlayer.h"
+#include "tests/support/FormProbe.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/WholeSettings.h"
-#include "tests/ui/FormProbe.h"
-#include "tests/ui/UiTestSupport.h"
+#include "tests/support/WindowTestSupport.h"
 
 namespace tellurvane {
 

@@ -10,7 +10,7 @@
 #include "app/ModGeneral.h"
 #include "base/LocaleDates.h"
 #include "tests/support/Moments.h"
-#include "tests/ui/UiTestSupport.h"
+#include "tests/support/WindowTestSupport.h"
 #include "ui/Handle.h"
 #include "ui/ModTheme.h"
 

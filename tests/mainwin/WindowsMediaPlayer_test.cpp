@@ -9,7 +9,7 @@
 #include <numbers>
 
 #include "tests/support/TemporaryFolder.h"
-#include "tests/ui/UiTestSupport.h"
+#include "tests/support/WindowTestSupport.h"
 
 namespace tellurvane {
 namespace {

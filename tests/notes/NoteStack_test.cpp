@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "tests/support/FailingImport.h"
+#include "tests/support/FormProbe.h"
 #include "tests/support/GdiPlusSession.h"
-#include "tests/ui/FormProbe.h"
-#include "tests/ui/UiTestSupport.h"
+#include "tests/support/WindowTestSupport.h"
 #include "ui/Density.h"
 
 namespace tellurvane {

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "tests/ui/DialogTestSupport.h"
-#include "tests/ui/FormProbe.h"
-#include "tests/ui/UiTestSupport.h"
+#include "tests/support/DialogTestSupport.h"
+#include "tests/support/FormProbe.h"
+#include "tests/support/WindowTestSupport.h"
 #include "ui/Handle.h"
 #include "ui/Timer.h"
 

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/FormProbe.h"
 #include "tests/support/GdiPlusSession.h"
-#include "tests/ui/FormProbe.h"
-#include "tests/ui/UiTestSupport.h"
+#include "tests/support/WindowTestSupport.h"
 #include "ui/Density.h"
 
 namespace tellurvane {

@@ -12,7 +12,8 @@ namespace {
 
 TEST(RadioCorpus, EverySeedGivesWhatTheLiteralRulesGive) {
   int seeds = 0;
-  for (const auto& entry : std::filesystem::directory_iterator(RADIO_CORPUS)) {
+  for (const auto& entry :
+       std::filesystem::directory_iterator(TELLURVANE_SOURCE_DIR "/fuzz/corpus/radio")) {
     std::ifstream file(entry.path(), std::ios::binary);
     ASSERT_TRUE(file) << entry.path();
     const std::wstring page = PageOfSeed(std::string(std::istreambuf_iterator<char>(file), {}));

@@ -2,7 +2,7 @@
 
 #include <commctrl.h>
 
-#include "tests/ui/FormProbe.h"
+#include "tests/support/FormProbe.h"
 #include "ui/Timer.h"
 
 namespace tellurvane {

@@ -10,9 +10,9 @@
 #include <vector>
 
 #include "radio/frmRadioList.h"
+#include "tests/support/DialogTestSupport.h"
 #include "tests/support/GdiPlusSession.h"
-#include "tests/ui/DialogTestSupport.h"
-#include "tests/ui/UiTestSupport.h"
+#include "tests/support/WindowTestSupport.h"
 
 namespace tellurvane {
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "tests/support/GdiPlusSession.h"
-#include "tests/ui/UiTestSupport.h"
+#include "tests/support/WindowTestSupport.h"
 #include "ui/MemoryContext.h"
 #include "ui/ModTheme.h"
 

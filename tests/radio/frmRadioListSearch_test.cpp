@@ -7,8 +7,8 @@
 
 #include "radio/HttpGetText.h"
 #include "tests/radio/RadioRig.h"
+#include "tests/support/FormProbe.h"
 #include "tests/ui/ControlTestSupport.h"
-#include "tests/ui/FormProbe.h"
 #include "ui/Handle.h"
 #include "ui/Timer.h"
 

@@ -4,8 +4,8 @@
 #include <commctrl.h>
 
 #include "tests/radio/RadioRig.h"
-#include "tests/ui/DialogTestSupport.h"
-#include "tests/ui/FormProbe.h"
+#include "tests/support/DialogTestSupport.h"
+#include "tests/support/FormProbe.h"
 
 namespace tellurvane {
 namespace {

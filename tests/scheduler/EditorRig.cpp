@@ -7,8 +7,8 @@
 
 #include "base/PlatformText.h"
 #include "base/Text.h"
-#include "tests/ui/ActingForm.h"
-#include "tests/ui/FormProbe.h"
+#include "tests/support/ActingForm.h"
+#include "tests/support/FormProbe.h"
 
 namespace tellurvane {
 namespace {

@@ -10,9 +10,9 @@
 #include <vector>
 
 #include "scheduler/FrmSet.h"
+#include "tests/support/DialogTestSupport.h"
 #include "tests/support/Moments.h"
-#include "tests/ui/DialogTestSupport.h"
-#include "tests/ui/UiTestSupport.h"
+#include "tests/support/WindowTestSupport.h"
 
 namespace tellurvane {
 

@@ -12,7 +12,8 @@ namespace {
 
 TEST(TaskListCorpusTest, EverySeedIsReadWrittenAndReadTheSame) {
   int seeds = 0;
-  for (const auto& entry : std::filesystem::directory_iterator(TASK_LIST_CORPUS)) {
+  for (const auto& entry :
+       std::filesystem::directory_iterator(TELLURVANE_SOURCE_DIR "/fuzz/corpus/task_list")) {
     std::ifstream file(entry.path(), std::ios::binary);
     ASSERT_TRUE(file) << entry.path();
     const std::string bytes(std::istreambuf_iterator<char>(file), {});

@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/ActingForm.h"
 #include "tests/support/FailingAllocation.h"
-#include "tests/ui/ActingForm.h"
 
 namespace tellurvane {
 namespace {

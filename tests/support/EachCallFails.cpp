@@ -17,14 +17,14 @@
 #include "tests/support/CallStack.h"
 #include "tests/support/FailingAllocation.h"
 #include "tests/support/PlatformCalls.h"
-#include "tests/ui/UiTestSupport.h"
+#include "tests/support/WindowTestSupport.h"
 #include "ui/Boundary.h"
 #include "ui/GXMSubclass.h"
 
 namespace tellurvane {
 namespace {
 
-// Where the deed goes on at any rate, the first, the middle and the last are enough.
+// Where the scenario goes on at any rate, the first, the middle and the last are enough.
 constexpr int kMostNumbers = 3;
 constexpr int kMostFatalNumbers = 5;
 // Of the allocations the first ones each, and so many from the first to the last.
@@ -113,7 +113,7 @@ struct Refusal {
   int latest = 0;  // of the latest try
 };
 
-// What stands in the deed's way one time.
+// What stands in the scenario's way one time.
 struct Obstacle {
   std::string name = "nothing refused";
   bool mayBeFatal = false;
@@ -121,7 +121,7 @@ struct Obstacle {
   std::function<void()> remove = [] {};
 };
 
-// Those that have failed in any deed.
+// Those that have failed in any scenario.
 std::set<std::string>& EverFailed() {
   static std::set<std::string> failed;
   return failed;
@@ -136,8 +136,8 @@ std::set<int> Spread(int last, int count) {
 
 class Trial {
  public:
-  explicit Trial(const Deed& deed) : deed_(deed) {
-    for (const RefusedCall& refused : AllRefusedCalls()) {
+  explicit Trial(const Scenario& scenario) : deed_(scenario) {
+    for (const RefusedCall& refused : AllFailingCalls()) {
       auto import = std::make_unique<FailingImport>(refused.call);
       if (import->IsImported()) refusals_.push_back({&refused, std::move(import)});
     }
@@ -233,8 +233,8 @@ class Trial {
     EXPECT_TRUE(FailingAllocation::Happened()) << current;
   }
 
-  // Only what the deed does by itself: an exception inside a window procedure or another callback
-  // is meant to end the program, and ThrowingHandlers_test sees it do so.
+  // Only what the scenario does by itself: an exception inside a window procedure or another
+  // callback is meant to end the program, and ThrowingHandlers_test sees it do so.
   Obstacle AllocationRefusal(int granted, int failing) {
     return {.name = "allocation " + std::to_string(granted + 1),
             .mayBeFatal = failing > 0,
@@ -275,22 +275,23 @@ class Trial {
     EXPECT_EQ(deed_.fault(), "") << current;
   }
 
-  const Deed& deed_;
+  const Scenario& deed_;
   std::vector<Refusal> refusals_;
   std::optional<FailingAllocation> memory_;
   int count_ = 0;
 };
 
-// At the end of all: what no deed calls any more would be refused nowhere, and nobody would see.
+// At the end of all: what no scenario calls any more would be refused nowhere, and nobody would
+// see.
 class EveryCallWasRefused : public testing::Environment {
  public:
   void TearDown() override {
     const auto& tests = *testing::UnitTest::GetInstance();
     // A filter has left tests out.
     if (tests.test_to_run_count() < tests.total_test_count()) return;
-    for (const RefusedCall& refused : AllRefusedCalls()) {
+    for (const RefusedCall& refused : AllFailingCalls()) {
       EXPECT_TRUE(EverFailed().contains(refused.call.name))
-          << "no deed calls " << refused.call.name;
+          << "no scenario calls " << refused.call.name;
     }
   }
 };
@@ -298,17 +299,17 @@ const auto* const kEveryCallWasRefused = testing::AddGlobalTestEnvironment(new E
 
 }  // namespace
 
-void FailEachCall(const Deed& deed) {
+void FailEachCall(const Scenario& scenario) {
   const Witness witness;
-  Trial trial(deed);
+  Trial trial(scenario);
   const auto failed = trial.RefuseEachCall();
-  EXPECT_FALSE(failed.empty()) << deed.name;
-  for (const std::string& function : deed.refused) {
-    EXPECT_TRUE(failed.contains(function)) << deed.name << " does not call " << function;
+  EXPECT_FALSE(failed.empty()) << scenario.name;
+  for (const std::string& function : scenario.refused) {
+    EXPECT_TRUE(failed.contains(function)) << scenario.name << " does not call " << function;
   }
   const int allocations = trial.RefuseEachAllocation();
-  std::printf("%s: %zu functions and %d allocations failed in %d ways\n", deed.name, failed.size(),
-              allocations, trial.Count());
+  std::printf("%s: %zu functions and %d allocations failed in %d ways\n", scenario.name,
+              failed.size(), allocations, trial.Count());
 }
 
 }  // namespace tellurvane

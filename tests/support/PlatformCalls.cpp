@@ -149,7 +149,7 @@ const std::vector<RefusedCall> kFilesAndTexts = {
 
 }  // namespace
 
-std::span<const RefusedCall> AllRefusedCalls() {
+std::span<const RefusedCall> AllFailingCalls() {
   static const std::vector<RefusedCall> all = [] {
     std::vector<RefusedCall> joined;
     for (const auto& part : {kWindows, kMenusAndPictures, kDrawing, kFilesAndTexts}) {

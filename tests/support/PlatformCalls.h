@@ -20,6 +20,6 @@ struct RefusedCall {
   bool canFailForGood = true;
 };
 
-std::span<const RefusedCall> AllRefusedCalls();
+std::span<const RefusedCall> AllFailingCalls();
 
 }  // namespace tellurvane

@@ -10,8 +10,8 @@
 #include <optional>
 
 #include "SubclassTestSupport.h"
-#include "UiTestSupport.h"
 #include "base/LocaleDates.h"
+#include "tests/support/WindowTestSupport.h"
 #include "ui/ToolkitFont.h"
 
 namespace tellurvane {

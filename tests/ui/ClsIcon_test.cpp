@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <optional>
 
-#include "UiTestSupport.h"
+#include "tests/support/WindowTestSupport.h"
 #include "ui/MemoryContext.h"
 
 namespace tellurvane {

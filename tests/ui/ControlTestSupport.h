@@ -4,7 +4,7 @@
 #include <array>
 #include <string>
 
-#include "UiTestSupport.h"
+#include "tests/support/WindowTestSupport.h"
 #include "ui/clsControl.h"
 
 namespace tellurvane {

@@ -11,7 +11,7 @@
 #include "tests/support/FailingImport.h"
 #include "tests/support/FreshProcess.h"
 #include "tests/support/GdiPlusSession.h"
-#include "tests/ui/UiTestSupport.h"
+#include "tests/support/WindowTestSupport.h"
 #include "ui/Density.h"
 #include "ui/Handle.h"
 #include "ui/MemoryContext.h"

@@ -8,7 +8,7 @@
 #include <memory>
 #include <vector>
 
-#include "UiTestSupport.h"
+#include "tests/support/WindowTestSupport.h"
 #include "ui/Density.h"
 #include "ui/MessageLoop.h"
 #include "ui/PictureBox.h"

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "SubclassTestSupport.h"
-#include "UiTestSupport.h"
+#include "tests/support/WindowTestSupport.h"
 #include "ui/GXMSubclass.h"
 
 namespace tellurvane {

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "SubclassTestSupport.h"
-#include "UiTestSupport.h"
+#include "tests/support/WindowTestSupport.h"
 
 namespace tellurvane {
 namespace {

@@ -7,7 +7,7 @@
 #include <memory>
 #include <string>
 
-#include "UiTestSupport.h"
+#include "tests/support/WindowTestSupport.h"
 #include "ui/clsLictView.h"
 
 namespace tellurvane {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "UiTestSupport.h"
+#include "tests/support/WindowTestSupport.h"
 
 namespace tellurvane {
 namespace {

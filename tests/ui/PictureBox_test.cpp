@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "UiTestSupport.h"
+#include "tests/support/WindowTestSupport.h"
 #include "ui/Density.h"
 
 namespace tellurvane {

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "UiTestSupport.h"
+#include "tests/support/WindowTestSupport.h"
 #include "ui/clsProgress.h"
 
 namespace tellurvane {

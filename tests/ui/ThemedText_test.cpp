@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <optional>
 
-#include "UiTestSupport.h"
+#include "tests/support/WindowTestSupport.h"
 #include "ui/ModTheme.h"
 
 namespace tellurvane {

@@ -7,7 +7,7 @@
 #include <stdexcept>
 
 #include "SubclassTestSupport.h"
-#include "UiTestSupport.h"
+#include "tests/support/WindowTestSupport.h"
 #include "ui/Boundary.h"
 #include "ui/Form.h"
 #include "ui/MessageLoop.h"

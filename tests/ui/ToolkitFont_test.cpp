@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/ui/UiTestSupport.h"
+#include "tests/support/WindowTestSupport.h"
 #include "ui/Handle.h"
 #include "ui/MemoryContext.h"
 

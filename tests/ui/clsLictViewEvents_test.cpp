@@ -1,7 +1,7 @@
 // What the list tells its owner: by real mouse and key messages, and by the native list's own
 // notifications.
 #include "ListTestSupport.h"
-#include "tests/ui/FormProbe.h"
+#include "tests/support/FormProbe.h"
 #include "ui/clsLictView.h"
 
 namespace tellurvane {

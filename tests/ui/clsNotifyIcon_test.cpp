@@ -6,8 +6,8 @@
 #include <climits>
 #include <memory>
 
-#include "UiTestSupport.h"
 #include "tests/support/FailingImport.h"
+#include "tests/support/WindowTestSupport.h"
 #include "ui/Density.h"
 
 namespace tellurvane {

@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include "UiTestSupport.h"
+#include "tests/support/WindowTestSupport.h"
 #include "ui/Timer.h"
 
 namespace tellurvane {

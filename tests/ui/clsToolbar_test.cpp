@@ -6,7 +6,7 @@
 #include <memory>
 
 #include "SubclassTestSupport.h"
-#include "UiTestSupport.h"
+#include "tests/support/WindowTestSupport.h"
 #include "ui/MemoryContext.h"
 
 namespace tellurvane {

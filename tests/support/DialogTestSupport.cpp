@@ -1,10 +1,10 @@
-#include "DialogTestSupport.h"
+#include "tests/support/DialogTestSupport.h"
 
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
-#include "FormProbe.h"
-#include "UiTestSupport.h"
+#include "tests/support/FormProbe.h"
+#include "tests/support/WindowTestSupport.h"
 
 namespace tellurvane {
 

@@ -8,9 +8,9 @@
 #include <new>
 #include <string>
 
-#include "ActingForm.h"
 #include "ClipboardSupport.h"
 #include "ControlTestSupport.h"
+#include "tests/support/ActingForm.h"
 #include "tests/support/EachCallFails.h"
 #include "tests/support/FailingAllocation.h"
 #include "tests/support/GdiPlusSession.h"
@@ -235,8 +235,8 @@ void RunTimer() {
   EXPECT_TRUE(PumpUntil([&] { return hasTicked; }));
 }
 
-TEST(RefusedCallsTest, TheToolkitGoesOnOrSaysThatItCannot) {
-  const Deed deeds[] = {
+TEST(FailingCallsTest, TheToolkitGoesOnOrSaysThatItCannot) {
+  const Scenario scenarios[] = {
       {"slider", UseSlider},
       {"list", UseList},
       {"toolbar", UseToolbar},
@@ -258,11 +258,11 @@ TEST(RefusedCallsTest, TheToolkitGoesOnOrSaysThatItCannot) {
       {"icon", DrawIcon},
       {"timer", RunTimer, {"SetTimer"}},
   };
-  for (const Deed& deed : deeds) FailEachCall(deed);
+  for (const Scenario& scenario : scenarios) FailEachCall(scenario);
 }
 
 // Its own procedure is still there, and hears of the window's end.
-TEST(RefusedCallsTest, AWindowIsSubclassedWholeOrNotAtAll) {
+TEST(FailingCallsTest, AWindowIsSubclassedWholeOrNotAtAll) {
   bool isDone = false;
   for (int granted = 0; !isDone; ++granted) {
     ASSERT_LT(granted, 20) << "it always fails";
@@ -293,7 +293,7 @@ TEST(RefusedCallsTest, AWindowIsSubclassedWholeOrNotAtAll) {
   }
 }
 
-TEST(RefusedCallsTest, ATimerThatHasNoPlaceDoesNotRun) {
+TEST(FailingCallsTest, ATimerThatHasNoPlaceDoesNotRun) {
   Timer timer;
   timer.Interval(10);
   {

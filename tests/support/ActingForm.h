@@ -5,8 +5,8 @@
 #include <string>
 #include <utility>
 
-#include "tests/ui/FormProbe.h"
-#include "tests/ui/UiTestSupport.h"
+#include "tests/support/FormProbe.h"
+#include "tests/support/WindowTestSupport.h"
 
 namespace tellurvane {
 

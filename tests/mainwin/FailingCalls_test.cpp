@@ -12,12 +12,12 @@
 #include "tests/mainwin/FakePlayer.h"
 #include "tests/scheduler/ListOnDisk.h"
 #include "tests/support/EachCallFails.h"
+#include "tests/support/FormProbe.h"
 #include "tests/support/GdiPlusSession.h"
 #include "tests/support/Moments.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/WholeSettings.h"
-#include "tests/ui/FormProbe.h"
-#include "tests/ui/UiTestSupport.h"
+#include "tests/support/WindowTestSupport.h"
 #include "ui/Com.h"
 
 namespace tellurvane {
@@ -26,7 +26,7 @@ namespace {
 constexpr WPARAM kLeaveButton = 5;
 
 // The program's window from its creation to its end, on a folder of its own.
-class WindowDeed {
+class WindowScenario {
  public:
   void Prepare() {
     folder_ = std::make_unique<TemporaryFolder>();
@@ -89,10 +89,10 @@ class WindowDeed {
   std::string before_;
 };
 
-TEST(RefusedCallsTest, TheMainWindowKeepsItsFiles) {
-  WindowDeed deed;
+TEST(FailingCallsTest, TheMainWindowKeepsItsFiles) {
+  WindowScenario scenario;
   FailEachCall({"main window",
-                [&] { deed.OpenHideAndLeave(); },
+                [&] { scenario.OpenHideAndLeave(); },
                 {"CreateFileW",
                  "CreateIconFromResourceEx",
                  "CreateWindowExW",
@@ -113,8 +113,8 @@ TEST(RefusedCallsTest, TheMainWindowKeepsItsFiles) {
                  "VirtualAlloc",
                  "WriteFile",
                  "WritePrivateProfileStringW"},
-                [&] { deed.Prepare(); },
-                [&] { return deed.Fault(); }});
+                [&] { scenario.Prepare(); },
+                [&] { return scenario.Fault(); }});
 }
 
 void UsePlayer() {
@@ -129,7 +129,7 @@ void UsePlayer() {
   player.Stop();
 }
 
-TEST(RefusedCallsTest, ThePlayerIsDoneWithout) {
+TEST(FailingCallsTest, ThePlayerIsDoneWithout) {
   FailEachCall({"player", UsePlayer, {"CoCreateInstance", "CoInitializeEx", "SysAllocStringLen"}});
 }
 

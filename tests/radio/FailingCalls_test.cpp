@@ -8,10 +8,10 @@
 
 #include "radio/HttpGetText.h"
 #include "radio/frmRadioList.h"
+#include "tests/support/ActingForm.h"
+#include "tests/support/DialogTestSupport.h"
 #include "tests/support/EachCallFails.h"
 #include "tests/support/GdiPlusSession.h"
-#include "tests/ui/ActingForm.h"
-#include "tests/ui/DialogTestSupport.h"
 #include "ui/Com.h"
 
 namespace tellurvane {
@@ -57,14 +57,14 @@ void FetchPage() {
   }
 }
 
-TEST(RefusedCallsTest, TheDirectoryIsSearchedOrEndsInAFatalError) {
+TEST(FailingCallsTest, TheDirectoryIsSearchedOrEndsInAFatalError) {
   FailEachCall({"radio directory",
                 UseDirectory,
                 {"CreateCompatibleDC", "CreatePatternBrush", "CreateWindowExW", "GdipDrawString",
                  "IntersectClipRect", "LoadCursorW", "RestoreDC", "SaveDC", "VirtualAlloc"}});
 }
 
-TEST(RefusedCallsTest, APageThatCannotBeAskedForIsNotFetched) {
+TEST(FailingCallsTest, APageThatCannotBeAskedForIsNotFetched) {
   FailEachCall(
       {"fetch",
        FetchPage,

@@ -8,7 +8,7 @@
 
 #include "cmd/ModCMD.h"
 #include "tests/support/FailingImport.h"
-#include "tests/ui/UiTestSupport.h"
+#include "tests/support/WindowTestSupport.h"
 
 namespace tellurvane {
 namespace {
@@ -20,7 +20,7 @@ std::wstring OwnCommand() {
   return L"\"" + std::wstring(path) + L"\" --gtest_filter=none";
 }
 
-TEST(RefusedCallsTest, ACommandIsStartedWholeOrNotAtAll) {
+TEST(FailingCallsTest, ACommandIsStartedWholeOrNotAtAll) {
   ASSERT_TRUE(RunCommand(OwnCommand()));
   for (const char* const name : {"CreatePipe", "SetHandleInformation", "CreateProcessW"}) {
     FailingImport call({name, 0, ERROR_NO_SYSTEM_RESOURCES});
@@ -34,7 +34,7 @@ TEST(RefusedCallsTest, ACommandIsStartedWholeOrNotAtAll) {
   }
 }
 
-TEST(RefusedCallsTest, WithoutAnEmptyInputACommandIsStartedAllTheSame) {
+TEST(FailingCallsTest, WithoutAnEmptyInputACommandIsStartedAllTheSame) {
   FailingImport files({"CreateFileW", static_cast<std::uint64_t>(-1), ERROR_ACCESS_DENIED});
   EXPECT_EQ(LeakedBy([&] {
               files.Fail(1);

@@ -1,4 +1,4 @@
-#include "UiTestSupport.h"
+#include "tests/support/WindowTestSupport.h"
 
 #include <winternl.h>
 

@@ -6,7 +6,7 @@
 #include "clock/FrmTime.h"
 #include "tests/support/EachCallFails.h"
 #include "tests/support/Moments.h"
-#include "tests/ui/UiTestSupport.h"
+#include "tests/support/WindowTestSupport.h"
 
 namespace tellurvane {
 namespace {
@@ -29,7 +29,7 @@ void UseClock() {
   Pump();
 }
 
-TEST(RefusedCallsTest, TheClockShowsWhatItCan) {
+TEST(FailingCallsTest, TheClockShowsWhatItCan) {
   FailEachCall({"clock",
                 UseClock,
                 {"BeginPaint", "CreateCompatibleBitmap", "CreateCompatibleDC", "CreatePen",

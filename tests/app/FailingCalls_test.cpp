@@ -15,7 +15,7 @@
 #include "tests/support/FailingImport.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/WholeSettings.h"
-#include "tests/ui/UiTestSupport.h"
+#include "tests/support/WindowTestSupport.h"
 #include "ui/Handle.h"
 
 namespace tellurvane {
@@ -23,7 +23,7 @@ namespace {
 
 std::string With(const std::wstring& volume) { return WholeSettings{.volume = volume}.Bytes(); }
 
-class SettingsDeed {
+class SettingsScenario {
  public:
   void Prepare() {
     folder_ = std::make_unique<TemporaryFolder>();
@@ -46,13 +46,13 @@ class SettingsDeed {
   bool isWritten_ = false;
 };
 
-TEST(RefusedCallsTest, TheSettingsAreReadAndWrittenOrLeftAlone) {
-  SettingsDeed deed;
+TEST(FailingCallsTest, TheSettingsAreReadAndWrittenOrLeftAlone) {
+  SettingsScenario scenario;
   FailEachCall({"settings",
-                [&] { deed.ReadAndWrite(); },
+                [&] { scenario.ReadAndWrite(); },
                 {"CreateFileW", "GetPrivateProfileStringW", "WritePrivateProfileStringW"},
-                [&] { deed.Prepare(); },
-                [&] { return deed.Fault(); }});
+                [&] { scenario.Prepare(); },
+                [&] { return scenario.Fault(); }});
 }
 
 constexpr const wchar_t* kProgram = L"C:\\Tools\\clock.exe";
@@ -76,7 +76,7 @@ void WriteBothRunValues() {
   ASSERT_TRUE(WriteRunValue(kProgram));
 }
 
-TEST(RefusedCallsTest, StartWithWindowsIsWrittenWholeOrNotAtAll) {
+TEST(FailingCallsTest, StartWithWindowsIsWrittenWholeOrNotAtAll) {
   bool isWritten = false;
   FailEachCall({"start with Windows",
                 [&] { isWritten = WriteRunValue(kProgram); },
@@ -96,7 +96,7 @@ TEST(RefusedCallsTest, StartWithWindowsIsWrittenWholeOrNotAtAll) {
   ASSERT_TRUE(DeleteRunValue());
 }
 
-TEST(RefusedCallsTest, StartWithWindowsIsTakenBackAsFarAsItIsAllowed) {
+TEST(FailingCallsTest, StartWithWindowsIsTakenBackAsFarAsItIsAllowed) {
   bool isDeleted = false;
   FailEachCall({"start without Windows",
                 [&] { isDeleted = DeleteRunValue(); },
@@ -113,7 +113,7 @@ TEST(RefusedCallsTest, StartWithWindowsIsTakenBackAsFarAsItIsAllowed) {
   ASSERT_TRUE(DeleteRunValue());
 }
 
-TEST(RefusedCallsTest, AProgramThatDoesNotKnowItsFolderSaysSo) {
+TEST(FailingCallsTest, AProgramThatDoesNotKnowItsFolderSaysSo) {
   FailEachCall({"paths",
                 [] {
                   EXPECT_FALSE(ApplicationFolder().empty());
@@ -127,7 +127,7 @@ void ClaimAndRelease() {
   ReleaseInstance();
 }
 
-TEST(RefusedCallsTest, WithoutTheMutexThisIsNoFirstCopy) {
+TEST(FailingCallsTest, WithoutTheMutexThisIsNoFirstCopy) {
   FailEachCall({"instance", ClaimAndRelease, {"CreateMutexW"}});
   FailingImport mutexes({"CreateMutexW", 0, ERROR_ACCESS_DENIED});
   mutexes.Fail(1);
@@ -136,7 +136,7 @@ TEST(RefusedCallsTest, WithoutTheMutexThisIsNoFirstCopy) {
   ReleaseInstance();
 }
 
-TEST(RefusedCallsTest, WithoutGdiPlusTheProgramIsToldSo) {
+TEST(FailingCallsTest, WithoutGdiPlusTheProgramIsToldSo) {
   for (const PlatformCall& call : {PlatformCall{"LoadLibraryW", 0, ERROR_MOD_NOT_FOUND},
                                    PlatformCall{"GdiplusStartup", 2, ERROR_SUCCESS}}) {
     ASSERT_TRUE(StartGdiplus());
@@ -147,7 +147,7 @@ TEST(RefusedCallsTest, WithoutGdiPlusTheProgramIsToldSo) {
   }
 }
 
-TEST(RefusedCallsTest, AnIconThatIsNotThereIsFatal) {
+TEST(FailingCallsTest, AnIconThatIsNotThereIsFatal) {
   const TemporaryFolder folder;
   WriteBytes(folder.File(L"Setting.ini"), WholeSettings().Bytes());
   FailEachCall({"icons",
@@ -159,7 +159,7 @@ TEST(RefusedCallsTest, AnIconThatIsNotThereIsFatal) {
                 {"FindResourceW", "LoadResource", "LockResource", "SizeofResource"}});
 }
 
-TEST(RefusedCallsTest, AnOpenFileDialogThatDoesNotComeUpChoosesNothing) {
+TEST(FailingCallsTest, AnOpenFileDialogThatDoesNotComeUpChoosesNothing) {
   const TestForm owner;
   FailingImport dialogs({"GetOpenFileNameW"});
   FailingImport folders({"GetCurrentDirectoryW"});

@@ -16,12 +16,12 @@
 #include "scheduler/TaskListFile.h"
 #include "scheduler/Win32FileOperations.h"
 #include "tests/scheduler/ListOnDisk.h"
+#include "tests/support/ActingForm.h"
 #include "tests/support/EachCallFails.h"
 #include "tests/support/FailingImport.h"
 #include "tests/support/Moments.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Utf8.h"
-#include "tests/ui/ActingForm.h"
 
 namespace tellurvane {
 namespace {
@@ -70,7 +70,7 @@ void SaveInEditor() {
   EXPECT_EQ(saves, tasks[1].Interval == 7 ? 1 : 0);
 }
 
-TEST(RefusedCallsTest, TheEditorKeepsTheTasks) {
+TEST(FailingCallsTest, TheEditorKeepsTheTasks) {
   FailEachCall({"editor",
                 SaveInEditor,
                 {"CreateSolidBrush", "CreateWindowExW", "GetSystemMetrics", "GetWindowTextLengthW",
@@ -81,9 +81,9 @@ TaskList OldTasks() { return {Reminder(L"甲"), Reminder(L"乙")}; }
 TaskList NewTasks() { return {Reminder(L"甲"), Reminder(L"乙"), Reminder(L"丙")}; }
 
 // A list that is loaded, changed and saved.
-class ListDeed {
+class ListScenario {
  public:
-  explicit ListDeed(std::string before) : before_(std::move(before)) {}
+  explicit ListScenario(std::string before) : before_(std::move(before)) {}
 
   void Prepare() {
     folder_ = std::make_unique<TemporaryFolder>();
@@ -108,30 +108,30 @@ class ListDeed {
   std::unique_ptr<TemporaryFolder> folder_;
 };
 
-void FailEachCallOf(const char* name, ListDeed list, std::set<std::string> refused) {
+void FailEachCallOf(const char* name, ListScenario list, std::set<std::string> refused) {
   FailEachCall({name, [&] { list.LoadAndSave(); }, std::move(refused), [&] { list.Prepare(); },
                 [&] { return list.Fault(); }});
 }
 
-TEST(RefusedCallsTest, TheListFileIsTheOldOneOrTheNewOneOrKeptBesideItself) {
-  FailEachCallOf("list file", ListDeed(TaskListBytes(OldTasks(), AppendLocaleDateText)),
+TEST(FailingCallsTest, TheListFileIsTheOldOneOrTheNewOneOrKeptBesideItself) {
+  FailEachCallOf("list file", ListScenario(TaskListBytes(OldTasks(), AppendLocaleDateText)),
                  {"CreateFileW", "FlushFileBuffers", "GetCalendarInfoW", "GetFileSizeEx",
                   "GetLocaleInfoW", "MoveFileExW", "ReadFile", "VarBstrFromDate", "WriteFile"});
 }
 
 // UTF-8, with dates that only the system understands and a line that nobody does.
-TEST(RefusedCallsTest, ADamagedListFileIsKeptBesideItselfOrLeftAlone) {
+TEST(FailingCallsTest, ADamagedListFileIsKeptBesideItselfOrLeftAlone) {
   std::string bytes;
   for (const TaskRecord& task : OldTasks()) {
     bytes += "0|5|True|3\t" + Utf8(task.Name) + "\t" + Utf8(task.Source) +
              "\t13 February 2011\t15 February 2011 13:00:07\r\n";
   }
-  FailEachCallOf("damaged list file", ListDeed(bytes + "?\r\n"),
+  FailEachCallOf("damaged list file", ListScenario(bytes + "?\r\n"),
                  {"CopyFileW", "GetFileAttributesW", "MultiByteToWideChar", "VarDateFromStr"});
 }
 
 // Whatever it is that fails: a disk that is not ready, a share that is gone, a file that is denied.
-TEST(RefusedCallsTest, OnlyWhatIsKnownNotToBeThereIsAMissingList) {
+TEST(FailingCallsTest, OnlyWhatIsKnownNotToBeThereIsAMissingList) {
   const TemporaryFolder folder;
   const std::wstring list = folder.File(L"JobList.dbs");
   WriteBytes(list, "bytes");

@@ -8,9 +8,9 @@
 #include "base/FatalError.h"
 #include "notes/NoteStack.h"
 #include "notes/frmNotesEdit.h"
+#include "tests/support/ActingForm.h"
 #include "tests/support/EachCallFails.h"
 #include "tests/support/GdiPlusSession.h"
-#include "tests/ui/ActingForm.h"
 
 namespace tellurvane {
 namespace {
@@ -79,13 +79,13 @@ void EditNote() {
   EXPECT_TRUE(written.empty() || written == L"休息") << "not a part of it";
 }
 
-TEST(RefusedCallsTest, NotesAreShownOrPassedOver) {
-  const Deed deeds[] = {
+TEST(FailingCallsTest, NotesAreShownOrPassedOver) {
+  const Scenario scenarios[] = {
       {"note", ShowAndCloseNote},
       {"note stack", StackNotes, {"CreateWindowExW", "RegisterClassExW", "SetTimer"}},
       {"note editor", EditNote, {"CreateWindowExW", "GetMonitorInfoW", "LoadLibraryExW"}},
   };
-  for (const Deed& deed : deeds) FailEachCall(deed);
+  for (const Scenario& scenario : scenarios) FailEachCall(scenario);
 }
 
 }  // namespace
