@@ -80,7 +80,7 @@ TEST(FailingCallsTest, StartWithWindowsIsWrittenWholeOrNotAtAll) {
   bool isWritten = false;
   FailEachCall({"start with Windows",
                 [&] { isWritten = WriteRunValue(kProgram); },
-                {"RegOpenKeyExW", "RegSetValueExA", "WideCharToMultiByte"},
+                {"RegOpenKeyExW", "RegSetValueExA"},
                 [&] {
                   ASSERT_TRUE(DeleteRunValue());
                   isWritten = false;
@@ -113,15 +113,6 @@ TEST(FailingCallsTest, StartWithWindowsIsTakenBackAsFarAsItIsAllowed) {
   ASSERT_TRUE(DeleteRunValue());
 }
 
-TEST(FailingCallsTest, AProgramThatDoesNotKnowItsFolderSaysSo) {
-  FailEachCall({"paths",
-                [] {
-                  EXPECT_FALSE(ApplicationFolder().empty());
-                  EXPECT_TRUE(PathExists(ExecutablePath()));
-                },
-                {"GetModuleFileNameW"}});
-}
-
 void ClaimAndRelease() {
   ClaimInstance();
   ReleaseInstance();
@@ -145,18 +136,6 @@ TEST(FailingCallsTest, WithoutGdiPlusTheProgramIsToldSo) {
     start.Fail(1);
     EXPECT_FALSE(StartGdiplus()) << call.name;
   }
-}
-
-TEST(FailingCallsTest, AnIconThatIsNotThereIsFatal) {
-  const TemporaryFolder folder;
-  WriteBytes(folder.File(L"Setting.ini"), WholeSettings().Bytes());
-  FailEachCall({"icons",
-                [&] {
-                  ModGeneral general(folder.Path());
-                  general.LoadIcons();
-                  for (const auto& icon : general.icons) EXPECT_GT(icon->Count(), 0);
-                },
-                {"FindResourceW", "LoadResource", "LockResource", "SizeofResource"}});
 }
 
 TEST(FailingCallsTest, AnOpenFileDialogThatDoesNotComeUpChoosesNothing) {

@@ -1,5 +1,4 @@
-// A scenario of the program, done over and over, with another call of the platform refused each
-// time.
+// Runs a scenario again and again, each time with another failing call of the platform.
 #pragma once
 
 #include <functional>
@@ -8,23 +7,22 @@
 
 namespace tellurvane {
 
-// From its beginning to its end: what it makes it takes away again.
+// A use of the program from begin to end. It frees everything that it creates.
 struct Scenario {
   const char* name = nullptr;
   std::function<void()> act;
-  // The functions that fail. Where none is named, all that the scenario calls do.
-  std::set<std::string> refused = {};
-  // Before each time, with nothing refused.
+  // The functions of AllFailingCalls() that the scenario must call. If empty: those that it happens
+  // to call.
+  std::set<std::string> calls = {};
+  // Runs before each run; no call fails in it.
   std::function<void()> prepare = [] {};
-  // What is wrong with the files afterwards; empty when they are whole.
+  // Describes damage to the files after a run; empty if there is none.
   std::function<std::string()> fault = [] { return ""; };
 };
 
-// Each of the functions, which are of AllFailingCalls, fails at its first call, in the middle, at
-// the last one, at more in between where it may be fatal, and then at all of them. After that
-// allocations fail, one each time. Each time the scenario has to come to its end: in time, without
-// an exception other than that of a fatal error or of no memory where one is meant to be, without a
-// leak, and with its files whole.
+// Lets each call of the scenario fail at its first, its middle and its last use, and at all of
+// them. Each run must end in time, without an exception except an expected fatal error, without a
+// leak and with undamaged files.
 void FailEachCall(const Scenario& scenario);
 
 }  // namespace tellurvane

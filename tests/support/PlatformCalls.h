@@ -1,5 +1,4 @@
-// The functions of the platform that the program calls and that can fail, each with the way it
-// does.
+// The platform's functions that fail for users: files, registry, windows, tray, clipboard, player.
 #pragma once
 
 #include <span>
@@ -8,18 +7,16 @@
 
 namespace tellurvane {
 
-enum class Gravity {
-  kGivenUp,  // the program goes on without what was asked for
-  kFatal,    // it may end, with the report of a fatal error
+enum class Severity {
+  kMinor,  // the program continues without the result
+  kFatal,  // the program may end with a fatal error
 };
 
-struct RefusedCall {
+struct FailingCall {
   PlatformCall call;
-  Gravity gravity = Gravity::kGivenUp;
-  // Failing at every attempt: a window that cannot begin to paint is asked to paint again at once.
-  bool canFailForGood = true;
+  Severity severity = Severity::kMinor;
 };
 
-std::span<const RefusedCall> AllFailingCalls();
+std::span<const FailingCall> AllFailingCalls();
 
 }  // namespace tellurvane
