@@ -20,7 +20,7 @@ from datetime import datetime, timedelta
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent.parent
-sys.path.insert(0, str(ROOT / "scripts"))
+sys.path.insert(0, str(ROOT / "scripts" / "lib"))
 from harness import (BINARIES, SETTINGS, Folder, Program, click, click_at,  # noqa: E402
                      click_tray_icon, end_all_in, press_key, run, screenshot, until, windows_path)
 from joblist import (APPLICATION, MINUTES, MUSIC, NOTE, RADIO, Task, list_bytes, now,  # noqa: E402

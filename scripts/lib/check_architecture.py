@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Draws the rooms and their arrows from the build's link graph into docs/architecture.md.
 
-    link_graph.py GRAPH.dot [--check]    --check writes nothing and says whether all is as built
+    check_architecture.py GRAPH.dot [--check]    --check writes nothing and says whether all is as built
 
 It also looks whether each room includes only what it is linked with: every header can be found from
 every room, so the compiler would not notice.
@@ -11,7 +11,7 @@ import re
 import sys
 from pathlib import Path
 
-ROOT = Path(__file__).resolve().parent.parent
+ROOT = Path(__file__).resolve().parents[2]
 DOCUMENT = ROOT / "docs" / "architecture.md"
 BEGIN, END = "<!-- arrows: written by scripts/architecture -->\n", "<!-- end of arrows -->\n"
 PROGRAM = "Tellurvane"

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Prints how much of each rules file the tests run, and each branch that they do not take.
 
-    branches.py COVERAGE.json COMPILE_COMMANDS.json
+    uncovered.py COVERAGE.json COMPILE_COMMANDS.json
 
 Takes what llvm-cov exports. A line with "// untaken: REASON", or the line below such a comment,
 gives the reason why one of its branches cannot be taken; it is listed with it. Exit code 1 when
@@ -14,7 +14,7 @@ import sys
 from collections import defaultdict
 from pathlib import Path
 
-ROOT = Path(__file__).resolve().parent.parent
+ROOT = Path(__file__).resolve().parents[2]
 ROOM = re.compile(r"(app|base|clock|cmd|mainwin|notes|radio|scheduler|ui)/[^/]+$")
 REASON = re.compile(r"// untaken: (\S.*)")
 

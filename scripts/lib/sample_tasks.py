@@ -17,7 +17,7 @@ RADIO, MUSIC, APPLICATION, NOTE = range(4)
 
 def main():
     folder = Path(sys.argv[1]).resolve()
-    resources = Path(__file__).resolve().parent.parent / "resources"
+    resources = Path(__file__).resolve().parents[2] / "resources"
     folder.mkdir(parents=True, exist_ok=True)
     if not (folder / "Setting.ini").exists():
         shutil.copyfile(resources / "Setting.ini", folder / "Setting.ini")
