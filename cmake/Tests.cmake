@@ -6,19 +6,6 @@
 set(TELLURVANE_INPUT_RETRIES --reruns 3)
 find_program(TELLURVANE_PYTHON NAMES python3 PATHS /usr/bin NO_DEFAULT_PATH REQUIRED)
 
-# Tests that need the program's icons and pictures add this to their sources.
-set(TELLURVANE_RESOURCES ${PROJECT_SOURCE_DIR}/resources/Tellurvane.rc)
-
-# Compiles the resource script in the calling folder. The resource compiler does not report the
-# pictures that it reads, so they are named here.
-macro(tellurvane_use_resources)
-  file(GLOB pictures CONFIGURE_DEPENDS
-    ${PROJECT_SOURCE_DIR}/resources/*.ico ${PROJECT_SOURCE_DIR}/resources/*.bmp)
-  set_source_files_properties(${TELLURVANE_RESOURCES} PROPERTIES
-    COMPILE_OPTIONS "-c;65001;-I${CMAKE_BINARY_DIR}/generated"
-    OBJECT_DEPENDS "${pictures};${CMAKE_BINARY_DIR}/generated/Tellurvane.manifest")
-endmacro()
-
 # tellurvane_run_under_wine(NAME TARGET [LOCALE ...] [TIMEOUT ...]) runs a test program once.
 function(tellurvane_run_under_wine name target)
   cmake_parse_arguments(run "" "LOCALE;TIMEOUT" "" ${ARGN})
