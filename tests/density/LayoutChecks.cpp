@@ -56,7 +56,7 @@ SIZE ExtentOf(HWND control, const std::wstring& text) {
   return size;
 }
 
-// Beside the text: the frame and air of a push button, the box of an option.
+// The width beside the text: the frame and margin of a push button, the box of an option.
 int ChromeOf(HWND control) {
   if (ClassOf(control) != WC_BUTTONW) return 0;
   const auto kind = GetWindowLongPtrW(control, GWL_STYLE) & BS_TYPEMASK;
@@ -142,7 +142,7 @@ void ExpectTextFits(HWND control) {
 }
 
 void ExpectGoodLayout(HWND window) {
-  // How the system arranges the inside of its own pickers is not ours.
+  // The system arranges the inside of its own pickers.
   if (ClassOf(window) == DATETIMEPICK_CLASSW) return;
   const std::vector<HWND> children = VisibleChildren(window);
   ExpectApart(children);

@@ -1,4 +1,4 @@
-// What every window has to be at every density of the screen.
+// Checks of a window's layout, for every density of the screen.
 #pragma once
 
 #include <windows.h>
@@ -6,8 +6,8 @@
 namespace tellurvane {
 
 // No two visible siblings overlap, nothing leaves its parent, and no caption of a button, option,
-// label, drop-down list, toolbar or column is clipped. Texts of the user are not looked at: those
-// of edit boxes and list rows.
+// label, drop-down list, toolbar or column is clipped. Texts of the user are not checked: those of
+// edit boxes and list rows.
 void ExpectGoodLayout(HWND window);
 
 // The text of a label or button fits.
