@@ -18,27 +18,26 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(ROOT / "scripts" / "lib"))
-import task_list  # noqa: E402
 from process_memory import process_memory  # noqa: E402
+from task_list import MINUTES, Task, list_bytes  # noqa: E402
 
 TASKS = 20
 # The first seconds of a process are its start, not its idling.
 SETTLE_SECONDS = 5
-MINUTES, NOTE = 0, 3
 
 
 def until(condition, what, deadline=60):
-    """Asks until the answer is true, and returns it."""
+    """Polls until the answer is true, and returns it."""
     end = time.monotonic() + deadline
     while not (answer := condition()):
         if time.monotonic() > end:
-            raise RuntimeError(f"waited {deadline} s in vain: {what}")
+            raise RuntimeError(f"waited {deadline} s for {what}")
         time.sleep(0.05)
     return answer
 
 
 def lines_of(*command, folder=None):
-    """Runs a Windows program and gives the "name median minimum" lines that it prints."""
+    """Runs a Windows program that prints lines "name median minimum", and returns them."""
     printed = subprocess.run(
         ["wine", *command], cwd=folder, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
         check=True, text=True).stdout
@@ -48,7 +47,7 @@ def lines_of(*command, folder=None):
 
 
 def make_program_folder(programs, folder, has_clock):
-    """The program with a list of tasks that are not due while it is measured."""
+    """A folder with the program and a list of tasks that do not fall due during the measurement."""
     shutil.rmtree(folder, ignore_errors=True)
     folder.mkdir(parents=True)
     shutil.copyfile(programs / "Tellurvane.exe", folder / "Tellurvane.exe")
@@ -57,21 +56,21 @@ def make_program_folder(programs, folder, has_clock):
     folder.joinpath("Setting.ini").write_text(
         re.sub("TimeForm=.", clock, settings), encoding="utf-16", newline="")
     due = datetime.datetime.now() + datetime.timedelta(days=30)
-    task_list.write(folder / "JobList.dbs", [
-        (MINUTES, 30, True, NOTE, f"休息一下 {i + 1}", r"起來走一走\r\n順便喝杯水", due)
-        for i in range(TASKS)])
+    (folder / "JobList.dbs").write_bytes(list_bytes(*(
+        Task(f"休息一下 {i + 1}", r"起來走一走\r\n順便喝杯水", due, unit=MINUTES, interval=30)
+        for i in range(TASKS))))
     return folder / "Tellurvane.exe"
 
 
 class Program:
-    """A running Windows program, as the system under Wine sees it."""
+    """A running Windows program, as a process of this machine."""
 
     def __init__(self, folder, name, *arguments):
         self.process = subprocess.Popen(
             ["wine", name, *arguments], cwd=folder, stdin=subprocess.DEVNULL)
         self.proc = Path(f"/proc/{self.process.pid}")
         self.window = until(self.windows, f"a window of {name}")[0]
-        # The loader turns into the program; were it another process, nothing here would be right.
+        # The loader becomes the program. The figures of another process would be wrong.
         command_line = self.proc.joinpath("cmdline").read_bytes().decode(errors="replace")
         if name not in command_line:
             raise RuntimeError(f"process {self.process.pid} is not {name}: {command_line}")
@@ -81,14 +80,14 @@ class Program:
             ["xdotool", "search", "--all", "--onlyvisible", "--pid", str(self.process.pid),
              "--name", ""], stdout=subprocess.PIPE, check=False, text=True).stdout.split()
 
-    def put_away(self):
+    def hide(self):
         """Closes the main window, which only hides it."""
         subprocess.run(["xdotool", "windowactivate", "--sync", self.window, "key", "alt+F4"],
                        check=True)
-        until(lambda: not self.windows(), "the window put away")
+        until(lambda: not self.windows(), "the hidden window")
 
     def processor_seconds(self):
-        """What all threads have used, to the nanosecond; /proc/PID/stat counts in ticks of 10 ms."""
+        """The time of all threads, to the nanosecond; /proc/PID/stat counts in ticks of 10 ms."""
         used = (task.joinpath("schedstat").read_text().split()[0]
                 for task in self.proc.joinpath("task").iterdir())
         return sum(int(nanoseconds) for nanoseconds in used) / 1e9
@@ -99,7 +98,7 @@ class Program:
 
 
 def rest(programs, seconds):
-    """Several at once, by their names: they rest, so none is in another's way."""
+    """Measures several idle programs at once, by their names."""
     time.sleep(SETTLE_SECONDS)
     before = {name: program.processor_seconds() for name, program in programs.items()}
     start = time.monotonic()
@@ -111,7 +110,7 @@ def rest(programs, seconds):
 
 
 def idle(binaries, program, with_clock, seconds):
-    """The program with its window, in the tray and with its clock, each beside its like."""
+    """The program with its window, in the tray and with its clock, and other programs to compare."""
     running = {}
 
     def start(name, path, *arguments):
@@ -130,7 +129,7 @@ def idle(binaries, program, with_clock, seconds):
         start_wines("notepad")
         start("window", program)
         figures = rest(running, seconds)
-        running["window"].put_away()
+        running["window"].hide()
         running["tray"] = running.pop("window")
         figures |= rest({"tray": running["tray"]}, seconds)
         end()

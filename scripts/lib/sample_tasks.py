@@ -9,10 +9,7 @@ import shutil
 import sys
 from pathlib import Path
 
-import task_list
-
-MINUTES, HOURS = 0, 1
-RADIO, MUSIC, APPLICATION, NOTE = range(4)
+from task_list import (APPLICATION, HOURS, MINUTES, MUSIC, NOTE, RADIO, Task, list_bytes)
 
 
 def main():
@@ -31,14 +28,14 @@ def main():
         return now + datetime.timedelta(seconds=seconds)
 
     chime = "Z:" + str(folder / "chime.wav").replace("/", "\\")
-    # A command without a folder: the program works in its own.
-    task_list.write(folder / "JobList.dbs", [
-        (MINUTES, 1, True, MUSIC, "範例：每分鐘鐘聲", chime, after(20)),
-        (HOURS, 12, True, APPLICATION, "範例：開啟記事本", "notepad.exe Setting.ini", after(40)),
-        (MINUTES, 30, True, NOTE, "範例：休息一下", r"起來走一走\r\n順便喝杯水", after(60)),
-        (HOURS, 1, False, RADIO, "範例：網路電台", "http://radio.example.org:8000/live",
-         after(3600)),
-    ])
+    # The command names no folder: the program works in its own.
+    (folder / "JobList.dbs").write_bytes(list_bytes(
+        Task("範例：每分鐘鐘聲", chime, after(20), unit=MINUTES, interval=1, media_type=MUSIC),
+        Task("範例：開啟記事本", "notepad.exe Setting.ini", after(40), unit=HOURS, interval=12,
+             media_type=APPLICATION),
+        Task("範例：休息一下", r"起來走一走\r\n順便喝杯水", after(60), unit=MINUTES, interval=30),
+        Task("範例：網路電台", "http://radio.example.org:8000/live", after(3600), unit=HOURS,
+             interval=1, enabled=False, media_type=RADIO)))
     print(f"seeded {folder.name}/ with four sample tasks; the first is due in 20 seconds")
 
 

@@ -1,8 +1,8 @@
 #!/usr/bin/python3
-"""Runs the program in a folder for two minutes and tells what its tasks do.
+"""Runs the program in a folder for two minutes and reports the runs of its tasks.
 
 Exit code 0 when every enabled task that fell due was run, 1 when one was not, 2 when the program
-did not start or ended before its time.
+did not start or ended too early.
 """
 
 import datetime
@@ -12,7 +12,7 @@ import sys
 import time
 from pathlib import Path
 
-import task_list
+from task_list import read_tasks
 
 DURATION = float(os.environ.get("TELLURVANE_RUN_SECONDS", "120"))
 SCREENSHOT_EVERY = 30
@@ -33,7 +33,7 @@ def save_screenshot(folder):
 
 
 class Watch:
-    """What was seen of the list so far."""
+    """The list as seen so far."""
 
     def __init__(self, path):
         self.path = path
@@ -43,7 +43,7 @@ class Watch:
         self.runs = 0
 
     def look(self):
-        for task in task_list.read(self.path):
+        for task in read_tasks(self.path.read_bytes()) if self.path.exists() else []:
             if not task.enabled:
                 continue
             before = self.last_runs.setdefault(task.name, task.last_run)

@@ -2,7 +2,6 @@
 
 #include "ui/Density.h"
 #include "ui/ModTheme.h"
-#include "ui/Resource.h"
 #include "ui/clsPopupMenu.h"
 
 namespace tellurvane {
@@ -11,12 +10,9 @@ namespace {
 const std::wstring kTitle = L"Tellurvane 控制項展示";
 
 constexpr Color kGround = 0xF4F4F4;
-constexpr Color kSelectionLight = 0xF8F0D8;
-constexpr Color kSelectionBase = 0xE0D080;
 constexpr Color kGreyText = 0x979797;
 constexpr int kRows = 1'000;
 constexpr int kRowHeight = 24;
-constexpr int kFirstIcon = 101;
 
 // Designed on a screen of 96 dpi; follows a denser one.
 int Px(int pixels) { return Scaled(pixels); }
@@ -33,9 +29,7 @@ void GalleryForm::Form_Load() {
   MakeControls();
   MakeSliders();
   MakeDates();
-  MakePicture();
   MakeList();
-  MakeTrayIcon();
   report_.Create({.parent = hwnd(),
                   .x = Px(10),
                   .y = Px(572),
@@ -217,82 +211,16 @@ void GalleryForm::MakeDates() {
   }
 }
 
-void GalleryForm::MakePicture() {
-  for (size_t i = 0; i < icons_.size(); ++i) {
-    icons_[i].LoadFromData(ResourceBytes(kFirstIcon + static_cast<int>(i), L"CUSTOM"));
-  }
-  picture_.Create({.parent = hwnd(),
-                   .x = Px(480),
-                   .y = Px(160),
-                   .width = Px(408),
-                   .height = Px(150),
-                   .backColor = kWhite});
-  picture_.Paint = [this](HDC target) { Picture_Paint(target); };
-  picture_.Redraw();
-}
-
-void GalleryForm::Picture_Paint(HDC target) {
-  int x = Px(8);
-  for (const ClsIcon& icon : icons_) {
-    icon.Draw(target, x, Px(6), 0);
-    x += 58;
-  }
-  ModTheme::SimpleHighlight(target, Px(8), Px(48), Px(190), Px(40), kSelectionLight,
-                            kSelectionBase);
-  ModTheme::RichHighlight(target, Px(208), Px(48), Px(190), Px(40), kSelectionLight,
-                          kSelectionBase);
-  ModTheme::Text(target, L"每 5 分鐘執行一次", 8, 54, {}, {.size = 16, .style = ModTheme::kBold});
-  ModTheme::Text(target, L"清晨新聞 Morning", 108, 54, {.text = ModTheme::kBlueText}, {.size = 16});
-  ModTheme::FramedBox(target, Px(8), Px(100), Px(190), Px(40), Rgb(206, 154, 0));
-  ModTheme::SolidFill(target, Px(208), Px(100), Px(190), Px(40), Rgb(0x4B, 0x00, 0x82));
-}
-
 void GalleryForm::MakeList() {
   listHost_.Create(
       {.parent = hwnd(), .x = Px(480), .y = Px(320), .width = Px(408), .height = Px(246)});
   list_.Create(listHost_);
   list_.ColumnAdd(L"專案名稱", Px(380));
   list_.RowHeight(Px(kRowHeight));
-  list_.AutoDraw(true);
   list_.OnData = [this](int row, int, LVITEMW& cell) { list_.GiveText(cell, RowText(row)); };
-  list_.CustomDraw = [this](NMLVCUSTOMDRAW& draw, LRESULT& result) {
-    ListView_CustomDraw(draw, result);
-  };
   list_.ItemActivate = [this](int row) { Report(L"啟動「" + RowText(row) + L"」"); };
   list_.ListCount(kRows);
   list_.SetSelectList(2);
-}
-
-void GalleryForm::ListView_CustomDraw(NMLVCUSTOMDRAW& draw, LRESULT& result) {
-  if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) {
-    result = CDRF_NOTIFYITEMDRAW;
-    return;
-  }
-  if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return;
-  const int row = static_cast<int>(draw.nmcd.dwItemSpec);
-  RECT inside = {};
-  GetClientRect(list_.hwnd(), &inside);
-  const int width = static_cast<int>(inside.right);
-  const auto drawn = MemoryContext::Create(width, Px(kRowHeight));
-  if (!drawn) return;
-  const HDC target = drawn->Dc();
-  ModTheme::SolidFill(target, 0, 0, width, Px(kRowHeight), row % 2 == 0 ? 0xF7F7F7 : 0xEBEBEB);
-  if (row == list_.Selected()) {
-    ModTheme::RichHighlight(target, 0, 0, width, Px(kRowHeight), kSelectionLight, kSelectionBase);
-  }
-  // The marks: their first image is as small as the row.
-  icons_[static_cast<size_t>(4 + row % 3)].Draw(target, Px(6), (Px(kRowHeight) - 16) / 2, 0);
-  ModTheme::Text(target, RowText(row), 14, 2, {}, {.size = 14});
-  BitBlt(draw.nmcd.hdc, 0, list_.GetItemTop(row), width, Px(kRowHeight), target, 0, 0, SRCCOPY);
-  result = CDRF_SKIPDEFAULT;
-}
-
-void GalleryForm::MakeTrayIcon() {
-  trayIcon_.IconInit(*this);
-  trayIcon_.IconTip(L"Tellurvane");
-  trayIcon_.LButtonDown = [this] { Report(L"按了系統匣圖示的左鍵"); };
-  trayIcon_.RButtonDown = [this] { ShowMenu(); };
-  trayIcon_.IconAdd();
 }
 
 }  // namespace tellurvane

@@ -6,12 +6,10 @@
 #include <string>
 
 #include "ui/ClsDate.h"
-#include "ui/ClsIcon.h"
 #include "ui/Form.h"
 #include "ui/PictureBox.h"
 #include "ui/clsControl.h"
 #include "ui/clsLictView.h"
-#include "ui/clsNotifyIcon.h"
 #include "ui/clsProgress.h"
 #include "ui/clsToolbar.h"
 
@@ -37,12 +35,8 @@ class GalleryForm : public Form {
   void MakeSliders();
   void AddSlider(int x, int y, int width, double value, bool isEnabled);
   void MakeDates();
-  void MakePicture();
   void MakeList();
-  void MakeTrayIcon();
 
-  void Picture_Paint(HDC target);
-  void ListView_CustomDraw(NMLVCUSTOMDRAW& draw, LRESULT& result);
   void ToolBar_ButtonClick(int id);
   void ShowMenu();
   // What the user did last, at the foot of the form.
@@ -54,13 +48,10 @@ class GalleryForm : public Form {
   std::deque<PictureBox> sliderHosts_;
   std::deque<clsProgress> sliders_;
   std::array<ClsDate, 4> dates_;
-  PictureBox picture_;
-  std::array<ClsIcon, 7> icons_;
   PictureBox listHost_;
   clsLictView list_;
   PictureBox report_;
   std::wstring reported_;
-  clsNotifyIcon trayIcon_;
 };
 
 }  // namespace tellurvane

@@ -1,12 +1,11 @@
 """Packages that are made once, and an installation that begins and ends on a clean machine."""
 
 import os
-import subprocess
-from pathlib import Path
 
 import pytest
 
-from packages import (PREFIX, Installation, Installed, Wizard, harness, make_packages, version)
+from desktop import open_in_background, windows_path
+from packages import PREFIX, Installation, Installed, Wizard, make_packages, version
 
 
 @pytest.fixture(scope="session")
@@ -27,7 +26,7 @@ def setup(packages):
 @pytest.fixture
 def machine():
     """A machine without the program."""
-    assert PREFIX.name.startswith("package"), "it is cleared: not another's prefix"
+    assert PREFIX.name.startswith("package"), "this prefix is cleared: no other one"
     made = Installation()
     made.clear()
     yield made
@@ -37,21 +36,19 @@ def machine():
 
 @pytest.fixture
 def installation(machine, setup):
-    """The program just installed without a window."""
+    """The program, just installed without a window."""
     assert machine.install(setup) == 0
     return machine
 
 
 @pytest.fixture
 def wizard(setup):
-    """Starts the installer as a user does."""
+    """Starts the installer with its windows."""
     wizards = []
 
     def begin(locale="zh_TW"):
-        process = subprocess.Popen(
-            ["wine", str(setup)], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
-            stderr=subprocess.DEVNULL, env=os.environ | {"LC_ALL": f"{locale}.UTF-8"})
-        wizards.append(Wizard(harness.windows_path(setup.parent), process))
+        process = open_in_background("wine", setup, env=os.environ | {"LC_ALL": f"{locale}.UTF-8"})
+        wizards.append(Wizard(windows_path(setup.parent), process))
         return wizards[-1]
 
     yield begin
@@ -74,11 +71,3 @@ def start(machine):
     for program in programs:
         if program.code() is None:
             program.kill()
-
-
-@pytest.hookimpl(hookwrapper=True)
-def pytest_runtest_makereport(item, call):
-    outcome = yield
-    kept = os.environ.get("TELLURVANE_FAILURES")
-    if kept and call.when == "call" and outcome.get_result().failed:
-        harness.screenshot(Path(kept) / f"package-{item.name}.png")

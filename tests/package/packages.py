@@ -1,22 +1,20 @@
-"""The packages as they are handed out, made from the built program, and an installation of one."""
+"""The packages, made from the built program, and an installation of one."""
 
-import json
 import os
 import re
 import shutil
-import signal
 import subprocess
-import sys
 from pathlib import Path, PureWindowsPath
 
-SOURCE = Path(__file__).resolve().parent.parent.parent
-sys.path.insert(0, str(SOURCE / "tests" / "program"))
-import harness  # noqa: E402
+import harness
+from desktop import (BINARIES, DEADLINE, click_at, end_processes_in, happens, open_in_background,
+                     processes_in, run, until, windows_of)
 
-# A commit's time that does not change when somebody commits during the tests.
+SOURCE = Path(__file__).resolve().parents[2]
+# A fixed time, so that a commit during the tests changes nothing.
 COMMITTED = 1_234_567_890
 os.environ["SOURCE_DATE_EPOCH"] = str(COMMITTED)
-# Links would otherwise be handed on to the desktop of the machine itself.
+# Wine would put links onto the desktop of the machine itself.
 os.environ["WINEDLLOVERRIDES"] = "mscoree,mshtml,winemenubuilder.exe="
 
 PREFIX = Path(os.environ["WINEPREFIX"])
@@ -34,12 +32,11 @@ def version():
 
 
 def make_packages(output, **options):
-    """Packs what has been built."""
+    """Packs the built program."""
     made = subprocess.run(
-        [str(SOURCE / "scripts" / "package"), "--binaries", str(harness.BINARIES),
-         "--output", str(output)],
+        [str(SOURCE / "scripts" / "package"), "--binaries", str(BINARIES), "--output", str(output)],
         check=False, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
-        text=True, timeout=harness.DEADLINE, **options)
+        text=True, timeout=DEADLINE, **options)
     assert made.returncode == 0, made.stdout
     return output
 
@@ -49,14 +46,14 @@ def registry(key):
     # It prints in the locale's own code page.
     text = subprocess.run(["wine", "reg", "query", key], check=False, stdin=subprocess.DEVNULL,
                           stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, encoding="cp950",
-                          errors="replace", timeout=harness.DEADLINE).stdout
+                          errors="replace", timeout=DEADLINE).stdout
     return dict(re.findall(r"^ {4}(\S+) {4}REG_\w+ {4}(.*?)\r?$", text, re.MULTILINE))
 
 
-class Installation:
-    """A folder of the user's with the program, and what the installer leaves elsewhere."""
+class Installation(harness.Folder):
+    """The program in a folder of the user's, and the other traces of the installer."""
 
-    # Where it puts the program unless told otherwise.
+    # The default folder of the installer.
     def __init__(self, folder="AppData/Local/Programs/Tellurvane"):
         self.user = next(path for path in (PREFIX / "drive_c/users").iterdir()
                          if path.name != "Public")
@@ -73,20 +70,18 @@ class Installation:
     def names(self):
         return {str(path.relative_to(self.path)) for path in self.path.rglob("*") if path.is_file()}
 
+    def state(self):
+        return self.settings.read_bytes(), self.list.read_bytes()
+
     def in_windows(self, path):
         return str(PureWindowsPath("C:/") / path.relative_to(PREFIX / "drive_c"))
 
     def end_all(self):
-        """Ends what was started from it, by whomever, and an uninstaller that still asks."""
-        for process in processes_in(self.path, self.in_windows(self.path),
-                                    self.in_windows(self.user / "Temp")):
-            try:
-                os.kill(process, signal.SIGKILL)
-            except ProcessLookupError:
-                pass
+        """Ends the program and an uninstaller that still asks."""
+        end_processes_in(self.path, self.in_windows(self.path), self.in_windows(self.user / "Temp"))
 
     def clear(self):
-        """As on a machine that has never seen the program."""
+        """As on a machine that never had the program."""
         shutil.rmtree(self.path, ignore_errors=True)
         self.start_menu_link.unlink(missing_ok=True)
         # A desktop of its own: Wine makes it a link to the user's home.
@@ -94,33 +89,29 @@ class Installation:
             self.desktop.unlink()
         self.desktop.mkdir(exist_ok=True)
         self.desktop_link.unlink(missing_ok=True)
-        harness.run("wine", "reg", "delete", UNINSTALL_KEY, "/f")
+        run("wine", "reg", "delete", UNINSTALL_KEY, "/f")
         for key in RUN_KEYS:
-            harness.run("wine", "reg", "delete", key, "/v", RUN_VALUE, "/f")
+            run("wine", "reg", "delete", key, "/v", RUN_VALUE, "/f")
 
     def install(self, setup, *options):
         """Installs without a window, and returns the exit code."""
-        return subprocess.run(["wine", str(setup), "/S", *options], check=False, stdin=subprocess.DEVNULL,
-                              stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-                              timeout=harness.DEADLINE).returncode
+        return open_in_background("wine", setup, "/S", *options).wait(DEADLINE)
 
     def uninstall(self):
-        """Removes it without a window, by the command that it left for that."""
+        """Removes it without a window, by the command in the registry."""
         command = registry(UNINSTALL_KEY)["QuietUninstallString"]
         assert command == f'"{self.in_windows(self.uninstaller)}" /S'
         self.begin_to_uninstall("/S")
         self.until_uninstalled()
 
     def until_uninstalled(self):
-        """It goes on in a copy of itself, which takes the folder away last."""
-        wizard = self.uninstall_wizard()
-        harness.until(lambda: not self.uninstaller.exists() and not registry(UNINSTALL_KEY)
-                      and not wizard.is_running(), "the end of the uninstaller")
+        """A copy of the uninstaller goes on, which removes the folder at last."""
+        until(lambda: not self.uninstaller.exists() and not registry(UNINSTALL_KEY)
+              and not self.uninstall_wizard().is_running(), "the end of the uninstaller")
 
     def begin_to_uninstall(self, *options):
-        """Starts the uninstaller as a user does. Its copy goes on after it has ended."""
-        subprocess.Popen(["wine", str(self.uninstaller), *options], stdin=subprocess.DEVNULL,
-                         stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL).wait()
+        """Starts the uninstaller. Its copy goes on after it has ended."""
+        open_in_background("wine", self.uninstaller, *options).wait()
         return self.uninstall_wizard()
 
     def uninstall_wizard(self):
@@ -128,53 +119,31 @@ class Installation:
 
 
 class Installed(harness.Program):
-    """The program that was installed."""
+    """The installed program."""
 
     def windows(self):
-        return windows_in(self.folder.in_windows(self.folder.path))
-
-
-def processes_in(*places):
-    """The ids of the processes whose command names one of these folders."""
-    found = []
-    for entry in Path("/proc").iterdir():
-        try:
-            command = (entry / "cmdline").read_bytes().decode(errors="replace")
-        except OSError:
-            continue
-        if entry.name.isdigit() and any(str(place) in command for place in places):
-            found.append(int(entry.name))
-    return found
-
-
-def windows_in(place):
-    """The visible windows of what was started from a folder."""
-    lines = harness.run("wine", harness.BINARIES / "ListWindows.exe", place).splitlines()
-    return [window for window in map(json.loads, lines) if window["visible"]]
+        return windows_of(self.folder.in_windows(self.folder.path))
 
 
 class Wizard:
     """The windows of the installer or the uninstaller, used by clicks."""
 
     def __init__(self, place, process=None):
-        self.place = place  # the Windows folder that it was started from
+        self.place = place  # the Windows folder of its program
         self.process = process
 
     def is_running(self):
         return self.process.poll() is None if self.process else bool(processes_in(self.place))
 
     def controls(self):
-        return [control for window in windows_in(self.place) for control in window["children"]
+        return [control for window in windows_of(self.place) for control in window["children"]
                 if control["visible"]]
 
     def has_text(self, text):
         return any(text in control["text"] for control in self.controls())
 
-    def wait_for(self, text):
-        harness.until(lambda: self.has_text(text), f"the text {text}")
-
     def press(self, caption, until_shown):
-        """Clicks a button until the next thing is shown, or whatever else is asked for."""
+        """Clicks a button until a text is shown, or a condition holds."""
         shown = until_shown if callable(until_shown) else lambda: self.has_text(until_shown)
 
         def has_worked():
@@ -183,12 +152,8 @@ class Wizard:
                 plain = re.sub(r"\(?&(\w)\)?", "" if "(&" in control["text"] else r"\1",
                                control["text"])
                 if caption == plain.strip(" <>") and control["enabled"]:
-                    harness.click_at(control["rect"])
+                    click_at(control["rect"])
                     break
-            try:
-                harness.until(shown, f"{caption} pressed", 5)
-            except AssertionError:
-                return False
-            return True
+            return happens(shown, 5)
 
-        harness.until(has_worked, f"what {caption} leads to")
+        until(has_worked, f"the effect of {caption}")

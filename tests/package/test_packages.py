@@ -1,4 +1,4 @@
-"""What the packages hold, and that making them again makes the same."""
+"""The contents of the packages. Packing again gives the same bytes."""
 
 import base64
 import os
@@ -6,7 +6,9 @@ import re
 import time
 import zipfile
 
-from packages import COMMITTED, GUIDE, PROGRAM_FILES, SOURCE, harness, make_packages
+from desktop import BINARIES
+from packages import COMMITTED, GUIDE, PROGRAM_FILES, SOURCE, make_packages
+from task_list import MARK
 
 PNG = b"\x89PNG\r\n\x1a\n"
 
@@ -21,9 +23,9 @@ def members(archive):
 def test_the_archive_holds_the_program_with_its_settings_guide_and_licence_notes(archive):
     files = members(archive)
     assert set(files) == PROGRAM_FILES
-    assert files["Tellurvane.exe"] == (harness.BINARIES / "Tellurvane.exe").read_bytes()
+    assert files["Tellurvane.exe"] == (BINARIES / "Tellurvane.exe").read_bytes()
     assert files["Setting.ini"] == (SOURCE / "resources/Setting.ini").read_bytes()
-    assert files["Setting.ini"].startswith(harness.MARK)
+    assert files["Setting.ini"].startswith(MARK)
 
 
 def test_the_guide_is_one_file_with_its_pictures_inside(archive):
@@ -35,12 +37,12 @@ def test_the_guide_is_one_file_with_its_pictures_inside(archive):
         (SOURCE / "docs/guide" / name).read_bytes() for name in names]
     assert all(base64.b64decode(picture).startswith(PNG) for picture in pictures)
     assert 'lang="zh-Hant-TW"' in guide
-    # Nothing that is fetched, and no link into nowhere.
+    # Nothing is fetched, and each link has its target.
     assert not re.findall(r'(?:src|href)="(?!data:|#)[^"]*"', guide)
     assert set(re.findall(r'href="#(\w+)"', guide)) <= set(re.findall(r'id="(\w+)"', guide))
 
 
-def test_the_licence_notes_name_every_library_inside_and_bring_the_terms(archive):
+def test_the_licence_notes_name_every_library_inside_with_its_terms(archive):
     files = {name: data.decode("utf-8") for name, data in members(archive).items()
              if name.startswith("licenses/")}
     for library in ("libstdc++", "libgcc", "libssp", "mingw-w64", "winpthreads"):
@@ -51,12 +53,12 @@ def test_the_licence_notes_name_every_library_inside_and_bring_the_terms(archive
         assert terms in files["licenses/mingw-w64.txt"]
 
 
-def test_every_file_bears_the_time_of_the_commit(archive):
+def test_every_file_has_the_time_of_the_commit(archive):
     with zipfile.ZipFile(archive) as packed:
         assert {entry.date_time for entry in packed.infolist()} == {time.gmtime(COMMITTED)[:6]}
 
 
-def test_packing_again_elsewhere_and_otherwise_gives_the_same_bytes(packages, tmp_path):
+def test_packing_again_in_other_surroundings_gives_the_same_bytes(packages, tmp_path):
     environment = os.environ | {"TZ": "Pacific/Auckland", "LC_ALL": "C"}
     again = make_packages(tmp_path / "packed again", cwd=tmp_path, env=environment, umask=0o077)
     files = sorted(path.name for path in packages.iterdir())

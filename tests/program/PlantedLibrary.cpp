@@ -1,4 +1,4 @@
-// A library that leaves a file behind when it is loaded: "<its own path>.loaded".
+// A library that writes a file when it is loaded: "<its own path>.loaded".
 #include <windows.h>
 
 #include <string>

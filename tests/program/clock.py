@@ -1,30 +1,18 @@
-"""The desktop clock as a user has it before him."""
+"""The desktop clock, used by clicks."""
 
-from harness import click_at, until
+from desktop import click_at, until
 from menus import Menu
 
-
-def named(program, text):
-    return next((window for window in program.windows() if window["text"] == text), None)
-
-
-def main_window(program):
-    return named(program, "Tellurvane")
-
-
-def clock(program):
-    return named(program, "FrmTime")
+CAPTION = "FrmTime"
 
 
 def clock_shows(program):
-    return until(lambda: clock(program), "the clock")
-
-
-def face(rect):
-    """The middle of the analog face."""
-    return [rect[0] + 30, rect[1] + 30, rect[0] + 42, rect[1] + 42]
+    """Waits for the clock."""
+    return until(lambda: program.window(CAPTION), "the clock")
 
 
 def clock_menu(program):
-    click_at(face(clock_shows(program)["rect"]), button=3)
+    """The menu that a right click on the middle of the analog face opens."""
+    left, top, _, _ = clock_shows(program)["rect"]
+    click_at([left + 30, top + 30, left + 42, top + 42], button=3)
     return Menu(program)

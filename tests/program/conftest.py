@@ -1,18 +1,19 @@
-"""What every test of the whole program starts with, and what is kept when one fails."""
+"""Fixtures for tests of the whole program."""
 
-import os
 import shutil
-from pathlib import Path
 
 import pytest
 
 import harness
+import menus
+from desktop import until, until_the_tray_is_empty
 from directories import Directories, Proxy
+from player import FakeMediaControl, registered_fake
 
 
 @pytest.fixture(scope="session")
 def warm_up(tmp_path_factory):
-    """The first start after the system's is slow and would tell nothing about the others."""
+    """The first start after the system's is slow."""
     for name in ("cold", "warm"):
         made = harness.Folder(tmp_path_factory.mktemp(name))
         harness.Program(made).started().kill()
@@ -20,7 +21,7 @@ def warm_up(tmp_path_factory):
 
 @pytest.fixture
 def folder(tmp_path, warm_up):
-    """A fresh folder with the program in it. Whatever was started from it ends with the test."""
+    """A fresh folder with the program in it. All processes started from it end with the test."""
     made = harness.Folder(tmp_path)
     yield made
     harness.end_all_in(made)
@@ -29,7 +30,7 @@ def folder(tmp_path, warm_up):
 
 @pytest.fixture
 def start(folder):
-    """Starts the program in the folder; one that ends unnoticed by the test fails it."""
+    """Starts the program in the folder. The test fails where the program ends unnoticed."""
     programs = []
 
     def start_one(**options):
@@ -46,8 +47,37 @@ def start(folder):
 
 
 @pytest.fixture(scope="module")
+def watched_menus():
+    menus.watch("DisableProcessWindowsGhosting")
+
+
+@pytest.fixture
+def open_program(folder, start, tmp_path, watched_menus):
+    """Starts the program with these tasks and settings, its menus watched."""
+    def open_one(*tasks, environment=None, **settings):
+        until_the_tray_is_empty()
+        folder.write_settings(harness.SETTINGS | settings)
+        folder.write_list(*tasks)
+        program = start(trace=tmp_path / "trace", environment=environment).started()
+        until(program.main_window, "the main window")
+        return program
+    return open_one
+
+
+@pytest.fixture(scope="module")
+def fake_player():
+    with registered_fake():
+        yield
+
+
+@pytest.fixture
+def player(folder, fake_player):
+    return FakeMediaControl(folder.path)
+
+
+@pytest.fixture(scope="module")
 def directory_server():
-    """The radio directories, to which everything that the program asks for goes."""
+    """The radio directories, which receive every request of the program."""
     made = Directories()
     with Proxy(f"127.0.0.1:{made.port}"):
         yield made
@@ -59,12 +89,3 @@ def directories(directory_server):
     """The same without the pages and the requests of the test before."""
     directory_server.forget()
     return directory_server
-
-
-@pytest.hookimpl(hookwrapper=True)
-def pytest_runtest_makereport(item, call):
-    outcome = yield
-    kept = os.environ.get("TELLURVANE_FAILURES")
-    if kept and call.when == "call" and outcome.get_result().failed:
-        name = "".join(c if c.isalnum() else "-" for c in item.nodeid.rpartition("/")[2])
-        harness.screenshot(Path(kept) / f"{name}-{harness.LOCALE}.png")

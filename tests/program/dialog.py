@@ -1,14 +1,40 @@
-"""A dialog of the program as a user has it before him."""
+"""A dialog of the program, used by clicks and keys."""
 
-from harness import click_at, named_controls, press_key, until
+from dataclasses import dataclass
+
+from desktop import click_at, press_key, until
+
+
+@dataclass(frozen=True)
+class By:
+    """How a control is found: by its class, and by its own text, by the text of its `label` (a
+    control left of it in the same row), or by its place in reading order among what is left."""
+
+    window_class: str
+    text: str = None
+    label: str = None
+    place: int = 0
+
+    def find(self, window):
+        shown = [child for child in window["children"] if child["visible"]]
+        labels = [child["rect"] for child in shown if child["text"] == self.label]
+        found = [child for child in shown
+                 if child["class"] == self.window_class and self.text in (None, child["text"])
+                 and (not self.label or any(is_left_of(label, child["rect"]) for label in labels))]
+        found.sort(key=lambda child: (child["rect"][1], child["rect"][0]))
+        return found[self.place] if found else None
+
+
+def is_left_of(label, rect):
+    """Whether a rectangle lies left of another one, in the same row."""
+    return label[2] <= rect[0] and label[1] < rect[3] and rect[1] < label[3]
 
 
 class Dialog:
-    """An open one. Each kind names its caption, what it is called in a failure, and its controls:
-    by the class of their windows, in the order in which they are made."""
+    """An open dialog. Each kind names its caption, a name for failures, and its controls."""
 
     CAPTION = WHAT = None
-    NAMES = {}
+    CONTROLS = {}
 
     def __init__(self, program):
         self.program = program
@@ -16,12 +42,13 @@ class Dialog:
                       until(self.controls, self.WHAT).items()}
 
     def window(self):
-        return next((window for window in self.program.windows()
-                     if window["text"] == self.CAPTION), None)
+        return self.program.window(self.CAPTION)
 
     def controls(self):
-        """What stands on it now, by name; none while it is closed."""
-        return named_controls(self.window(), self.NAMES)
+        """The controls by name; none while the dialog is closed or incomplete."""
+        window = self.window()
+        found = window and {name: by.find(window) for name, by in self.CONTROLS.items()}
+        return found if found and all(found.values()) else None
 
     def click(self, name):
         click_at(self.rects[name])

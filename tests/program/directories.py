@@ -1,21 +1,21 @@
-"""The radio directories on this machine: a server that the system is told to use as its proxy.
+"""The radio directories on this machine: a server that the prefix has as its proxy.
 
-Pages are made for it in the forms that the directories use. Every request is kept byte for byte.
+Every request is kept byte for byte.
 """
 
 import socket
 import threading
 from http.server import BaseHTTPRequestHandler, ThreadingHTTPServer
 
-from harness import run
+from desktop import run
 
 PROXY = r"HKCU\Software\Microsoft\Windows\CurrentVersion\Internet Settings"
-# A label that no name server is asked for: names of more than 63 characters do not exist.
+# Needs no name server: labels of more than 63 characters do not exist.
 NO_HOST = "n" * 70 + ".invalid"
 
 
 class Answer:
-    """What is sent for a request: whole bytes, or misbehaviour."""
+    """An answer to a request: correct, or wrong on purpose."""
 
     def __init__(self, body="", status="200 OK", kind="text/html; charset=utf-8", headers=(),
                  length=None, silence=None):
@@ -66,7 +66,7 @@ class _Handler(BaseHTTPRequestHandler):
 
 
 class Directories:
-    """The server. Answers are set by what a request's address begins with."""
+    """The server. Answers are chosen by the beginning of a request's address."""
 
     def __init__(self):
         self.requests, self.answers = [], {}
@@ -83,11 +83,11 @@ class Directories:
         threading.Thread(target=self.server.serve_forever, args=(0.05,), daemon=True).start()
 
     def close(self):
-        """Nobody listens any more."""
+        """Listens no more."""
         self.server.shutdown()
         self.server.server_close()
-        with socket.socket() as probe:
-            assert probe.connect_ex(("127.0.0.1", self.port)) != 0
+        with socket.socket() as client:
+            assert client.connect_ex(("127.0.0.1", self.port)) != 0
 
     def answer_for(self, request):
         self.requests.append(request)
@@ -122,7 +122,7 @@ def _set(values):
 
 
 class Proxy:
-    """Names a proxy for every host while the object is in use, and brings the old one back."""
+    """Sets a proxy for every host while the object is in use, and the old one after that."""
 
     def __init__(self, address):
         self.wanted = {"ProxyEnable": ("REG_DWORD", "1"), "ProxyServer": ("REG_SZ", address)}

@@ -1,16 +1,15 @@
 """Windows dragged by the mouse."""
 
-from harness import run, until
+from desktop import run, until
 
 BESIDE = (640, 880)  # a place of the screen where no window is
 
 
 def drag(place, grip, to, ends_at=None):
-    """Takes a window at a point inside it and carries it to a place of the screen, or to where it
-    has to end when that place is beyond the edge. `place` tells where its left upper corner is.
+    """Drags a window by a point inside it, until its left upper corner is at a place of the screen,
+    or at `ends_at` where that place is beyond the edge. `place` gives the corner.
 
-    A system that is slow to notice the press sees only the rest of the way, or none of it; the
-    user would go on until the window is there.
+    A busy system may see only a part of the way, or none of it; then this tries again.
     """
     def is_there():
         left, top = place()
@@ -29,4 +28,4 @@ def drag(place, grip, to, ends_at=None):
         run("xdotool", "mousemove", *BESIDE, "click", 1)
         return False
 
-    until(is_there, "the window where it was carried")
+    until(is_there, "the dragged window")

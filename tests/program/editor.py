@@ -1,17 +1,11 @@
-"""The schedule editor as a user has it before him."""
+"""The schedule editor, used by clicks and keys."""
 
-from dialog import Dialog
-from harness import click_at, press_key, run, until
+from desktop import button_of, click_at, press_key, type_text, until
+from dialog import By, Dialog
 
-BOX_CLASS = "#32770"  # message boxes and the system's dialogs
-
-
-def type_text(text):
-    """Types ASCII for whatever window has the keyboard, Enter for each line break."""
-    for number, line in enumerate(text.split("\n")):
-        if number > 0:
-            press_key("Return")
-        run("xdotool", "type", "--delay", 15, line)
+YES, NO = 0, 1
+OK = 0
+UNSAVED = "正在編輯的排程專案尚未儲存，您確定要關閉嗎？"
 
 
 class Editor(Dialog):
@@ -19,20 +13,27 @@ class Editor(Dialog):
 
     CAPTION = "新增 / 編輯排程專案"
     WHAT = "the editor"
-    NAMES = {
-        "Button": ["new", "edit", "remove", "...", "enabled", "save task", "cancel task", "close",
-                   "cancel"],
-        "Edit": ["name", "interval"],
-        "ComboBox": ["media", "unit"],
-        "RichEdit20W": ["source"],
-        "SysDateTimePick32": ["date", "time"],
-        "SysListView32": ["list"],
-        "SysHeader32": ["header"],
+    CONTROLS = {
+        "list": By("SysListView32"), "header": By("SysHeader32"),
+        "new": By("Button", "新增"), "edit": By("Button", "編輯"), "remove": By("Button", "移除"),
+        "name": By("Edit", label="專案名稱"),
+        "media": By("ComboBox", label="媒體類型"),
+        "source": By("RichEdit20W"), "...": By("Button", "..."),
+        "date": By("SysDateTimePick32", label="執行日期"),
+        "time": By("SysDateTimePick32", label="執行日期", place=1),
+        "unit": By("ComboBox", label="排程類型"), "interval": By("Edit", label="排程類型"),
+        "enabled": By("Button", "儲存後立即啟動音樂排程"),
+        "save task": By("Button", "儲存專案"), "cancel task": By("Button", "放棄編輯"),
+        "close": By("Button", "關閉"), "cancel": By("Button", "取消"),
     }
 
     def texts(self):
         controls = until(self.controls, "the editor")
         return {name: controls[name]["text"] for name in ("name", "source", "interval")}
+
+    def shows(self, name, text):
+        """Waits for a field's text; a line break is a line feed here."""
+        until(lambda: self.texts()[name].replace("\r\n", "\n") == text, f"{name}: {text[:40]}")
 
     def is_editing(self):
         """Whether the fields can be used."""
@@ -59,23 +60,21 @@ class Editor(Dialog):
         click_at([left, bottom + 2, right, bottom + 14], x=0.3)
         press_key("Home", *["Down"] * row)
 
-    def box(self):
-        """Waits for a message box, and returns its text and its buttons."""
-        box = until(self.find_box, "a message box")
+    def box_text(self):
+        """Waits for a message box, and returns its text."""
+        box = until(self.program.box, "a message box")
         assert box["text"] == "Tellurvane"
-        text = next(child["text"] for child in box["children"]
+        return next(child["text"] for child in box["children"]
                     if child["class"] == "Static" and len(child["text"]) > 3)
-        return text, [child for child in box["children"]
-                      if child["class"] == "Button" and child["visible"]]
 
-    def find_box(self):
-        return next((window for window in self.program.windows()
-                     if window["class"] == BOX_CLASS), None)
+    def answer(self, text, button):
+        """Sees a message box with this text, and clicks a button, counted from 0."""
+        assert self.box_text() == text
+        click_at(button_of(self.program.box(), button)["rect"])
+        self.box_is_gone()
 
-    def answer(self, button):
-        """Clicks a button of the message box, counted from 0."""
-        click_at(self.box()[1][button]["rect"])
-        until(lambda: not self.find_box(), "the end of the message box")
+    def box_is_gone(self):
+        until(lambda: not self.program.box(), "the end of the message box")
 
     def close(self, button="close"):
         self.click(button)
@@ -84,17 +83,19 @@ class Editor(Dialog):
 
 def open_editor(program):
     """Opens it by the toolbar, on a new task."""
-    program.click(program.toolbar_button(1))
+    program.click(program.toolbar_button("new"))
     return Editor(program)
 
 
 def open_editor_on(program, row):
     """Opens it on a task of the main window by the context menu."""
     rect = program.row(row)
-    program.click({"rect": rect})
+    program.click(rect)
     # A task that was run may have scrolled the list. The key goes to the window that is active.
     program.press("Home")
     click_at(rect, button=3)
     program.menu()
     press_key("Down", "Down", "Return")
-    return Editor(program)
+    editor = Editor(program)
+    until(editor.is_editing, "the task's fields")
+    return editor

@@ -1,6 +1,5 @@
-"""Drives the unmodified program under Wine as a user would: real files, windows, clicks, keys."""
+"""Drives the unmodified program under Wine: real files, windows, clicks and keys."""
 
-import json
 import os
 import shutil
 import signal
@@ -8,15 +7,15 @@ import subprocess
 import time
 from pathlib import Path
 
-from PIL import ImageGrab
+from desktop import (BINARIES, BOX_CLASS, DEADLINE, LOCALE, click, click_tray_icon,
+                     end_processes_in, geometry, happens, run, tray_icon, until, window_under_pointer, windows_of,
+                     windows_path)
+from task_list import MARK, list_bytes, read_tasks
 
-BINARIES = Path(os.environ["TELLURVANE_BINARIES"])
-LOCALE = os.environ["LC_ALL"].partition(".")[0]
-DEADLINE = 60  # seconds for anything to happen; long, because the machine may be busy
-MARK = b"\xff\xfe"
 ROW_HEIGHT = 86  # pixels, of the task list
 MENU_CLASS = "#32768"
-TRAY_PLACE = (800, 600)
+NOTE_CLASS = "frmNotes"  # and a number
+TOOLBAR = ["new", "play", "stop", "options", "leave"]
 
 SETTINGS = {
     "SavedVolume": "50", "TimeForm": "0", "SongLoop": "0", "StartPlay": "0",
@@ -24,77 +23,11 @@ SETTINGS = {
 }
 
 
-def until(condition, what, deadline=DEADLINE):
-    """Asks until the answer is true, and returns it."""
-    end = time.monotonic() + deadline
-    while not (answer := condition()):
-        assert time.monotonic() < end, f"waited {deadline} s in vain: {what}"
-        time.sleep(0.02)
-    return answer
-
-
-def run(*command, **options):
-    """The standard output of a command."""
-    return subprocess.run([str(part) for part in command], check=False, stdin=subprocess.DEVNULL,
-                          stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, timeout=DEADLINE,
-                          **options).stdout.decode(errors="replace")
-
-
-def windows_path(path):
-    return "Z:" + str(path).replace("/", "\\")
-
-
-def click(x, y):
-    run("xdotool", "mousemove", int(x), int(y), "click", "1")
-
-
-def click_at(rect, x=0.5, y=0.5, button=1, times=1):
-    """Clicks in a rectangle of the screen, at so much of its width and height."""
-    left, top, right, bottom = rect
-    run("xdotool", "mousemove", int(left + (right - left) * x), int(top + (bottom - top) * y),
-        "click", "--repeat", times, "--delay", 40, button)
-
-
-def press_key(*names):
-    """Keys for whatever window has the keyboard."""
-    run("xdotool", "key", "--delay", 40, *names)
-
-
-def paste(text):
-    """A text, by the clipboard, into whatever window has the keyboard."""
-    subprocess.run(["xclip", "-selection", "clipboard"], input=text.encode(), check=True,
-                   timeout=DEADLINE)
-    press_key("ctrl+v")
-
-
-def screenshot(path):
-    run("import", "-window", "root", path)
-
-
-def picture(rect):
-    """What a rectangle of the screen shows."""
-    return ImageGrab.grab(bbox=tuple(rect))
-
-
-def named_controls(window, names):
-    """The controls on a window by the names that each class has for its own, in the order in which
-    they were made; none while the window is closed or not yet complete."""
-    if not window:
-        return None
-    named = {}
-    for window_class, own in names.items():
-        same = [child for child in window["children"] if child["class"] == window_class]
-        if len(same) != len(own):
-            return None
-        named |= zip(own, same)
-    return named
-
-
 class Folder:
     """A folder with the program and its files, as after an installation."""
 
     def __init__(self, path):
-        # Blanks and characters outside ASCII, as in many a user's folder.
+        # A blank and characters outside ASCII.
         self.path = path / "我的 Tellurvane"
         self.path.mkdir()
         self.executable = self.add("Tellurvane.exe")
@@ -113,6 +46,21 @@ class Folder:
     def settings_text(self):
         return self.settings.read_bytes().removeprefix(MARK).decode("utf-16-le")
 
+    def read_settings(self):
+        return dict(line.split("=", 1) for line in self.settings_text().split("\r\n") if "=" in line)
+
+    def write_list(self, *tasks):
+        self.list.write_bytes(list_bytes(*tasks))
+
+    def tasks(self):
+        return read_tasks(self.list.read_bytes())
+
+    def task(self, name):
+        return next(task for task in self.tasks() if task.name == name)
+
+    def task_names(self):
+        return [task.name for task in self.tasks()]
+
     def backups(self):
         return sorted(self.path.glob("JobList.dbs.*.bak"))
 
@@ -128,7 +76,7 @@ class Program:
         self.folder = folder
         self.trace = trace
         self.concluded = False  # the test has seen its end
-        self.begun = time.monotonic()
+        self.started_at = time.monotonic()
         if trace:
             environment["WINEDEBUG"] = "+relay"
         with open(trace or os.devnull, "wb") as log:
@@ -137,14 +85,14 @@ class Program:
                 stdin=subprocess.DEVNULL, stdout=log, stderr=log)
 
     def started(self):
-        """Waits until the main window stands; by then the list has been loaded and rewritten."""
+        """Waits for the main window; by then the list has been loaded and rewritten."""
         until(lambda: self.code() is not None or self.on_screen(), "the main window")
         assert self.code() is None, f"the program ended with code {self.code()}"
         return self
 
     def age(self):
         """Seconds since it was started."""
-        return time.monotonic() - self.begun
+        return time.monotonic() - self.started_at
 
     def code(self):
         """The exit code; none while it runs."""
@@ -162,56 +110,74 @@ class Program:
         self.process.wait()
         self.concluded = True
 
-    def on_screen(self):
-        """The window system's ids of its visible windows."""
+    def on_screen(self, name=""):
+        """The X ids of its visible windows, of all or those of a name."""
         return run("xdotool", "search", "--all", "--onlyvisible", "--pid", self.process.pid,
-                   "--name", "").split()
+                   "--name", name).split()
+
+    def main_on_screen(self):
+        """The X id of the main window as a list; empty while it is hidden."""
+        return self.on_screen("^Tellurvane$")
 
     def windows(self):
         """Its visible top-level windows with their children, the foremost first."""
-        lines = run("wine", BINARIES / "ListWindows.exe", windows_path(self.folder.path))
-        windows = [json.loads(line) for line in lines.splitlines()]
-        return [window for window in windows if window["visible"] and window["class"] != "IME"]
+        return windows_of(windows_path(self.folder.path))
 
-    def child(self, text, window_class=None):
+    def window(self, caption):
+        return next((window for window in self.windows() if window["text"] == caption), None)
+
+    def box(self):
+        """The foremost message box or dialog of the system."""
+        return next((window for window in self.windows() if window["class"] == BOX_CLASS), None)
+
+    def notes(self):
+        """The reminder notes on the screen, the oldest first."""
+        notes = [window for window in self.windows() if window["class"].startswith(NOTE_CLASS)]
+        return sorted(notes, key=lambda note: int(note["class"].removeprefix(NOTE_CLASS)))
+
+    def child(self, text):
         """Waits for a visible, enabled control by its text."""
         def find():
             return next((child for window in self.windows() for child in window["children"]
-                         if child["text"] == text and child["visible"] and child["enabled"]
-                         and window_class in (None, child["class"])), None)
+                         if child["text"] == text and child["visible"] and child["enabled"]), None)
         return until(find, f"a control {text}")
 
-    def toolbar_button(self, number):
-        """A button of the main window's toolbar, counted from 1: new, play, stop, options, leave."""
-        def find():
-            return next((child for window in self.windows() for child in window["children"]
-                         if child["class"] == "ToolbarWindow32" and child["visible"]), None)
-        left, top, right, bottom = until(find, "the toolbar")["rect"]
-        width = (right - left) / 5
-        return {"rect": [int(left + width * (number - 1)), top, int(left + width * number), bottom]}
+    def toolbar_button(self, name):
+        """A button of the main window's toolbar."""
+        left, top, right, bottom = self.parts()["toolbar"]
+        width = (right - left) / len(TOOLBAR)
+        number = TOOLBAR.index(name)
+        return [int(left + width * number), top, int(left + width * (number + 1)), bottom]
 
     def main_window(self):
-        """The main window, where it is visible."""
+        """The main window; none while it is hidden."""
         return next((window for window in self.windows()
                      if any(child["class"] == "ToolbarWindow32" for child in window["children"])),
                     None)
 
     def parts(self):
-        """The rectangles of what the main window consists of, by their names."""
-        children = until(self.main_window, "the main window")["children"]
+        """The rectangles of the main window's controls, by their names."""
+        return until(self._parts, "the parts of the main window")
+
+    def _parts(self):
+        window = self.main_window()
+        if not window:
+            return None
 
         def rects(window_class):
-            return [child["rect"] for child in children
+            return [child["rect"] for child in window["children"]
                     if child["class"] == window_class and child["visible"]]
 
         boxes = rects("TellurvanePictureBox")
         header, = rects("SysHeader32")
         # The two sliders lie side by side between the toolbar and the list, the strip lowest.
         toolbar, = rects("ToolbarWindow32")
-        volume, position = sorted(box for box in boxes
-                                  if toolbar[3] <= box[1] and box[3] <= header[1])
+        sliders = sorted(box for box in boxes if toolbar[3] <= box[1] and box[3] <= header[1])
+        if len(sliders) != 2:
+            return None  # not yet in its place
         return {"list": rects("SysListView32")[0], "header": header, "toolbar": toolbar,
-                "volume": volume, "position": position, "strip": max(boxes, key=lambda box: box[1])}
+                "volume": sliders[0], "position": sliders[1],
+                "strip": max(boxes, key=lambda box: box[1])}
 
     def row(self, index):
         """The rectangle of a row of the task list, counted from 0, while it is not scrolled."""
@@ -219,7 +185,6 @@ class Program:
         return [left, bottom + index * ROW_HEIGHT, right, bottom + (index + 1) * ROW_HEIGHT]
 
     def position_is_enabled(self):
-        """Whether the position slider may be used."""
         rect = self.parts()["position"]
         return next(child["enabled"] for child in self.main_window()["children"]
                     if child["rect"] == rect)
@@ -234,106 +199,60 @@ class Program:
         return any(window["class"] == MENU_CLASS for window in self.windows())
 
     def exit(self):
-        """Leaves by the exit command, as a user does, and returns the exit code."""
+        """Leaves by the exit button, and returns the exit code."""
         self.show_again()
 
         def has_left():
-            # A console window of some task that closes just then takes the click, or the focus
-            # in the middle of it; the user would click again.
-            self.click(self.toolbar_button(5))
-            try:
-                self.process.wait(5)
-            except subprocess.TimeoutExpired:
-                return False
-            return True
+            # A console window that closes just then may take the click: click again.
+            self.click(self.toolbar_button("leave"))
+            return happens(lambda: self.code() is not None, 5)
 
         until(has_left, "the end of the program")
         return self.wait()
 
-    def click(self, control):
-        """Clicks a control of windows(), once no other window stands before it."""
-        left, top, right, bottom = control["rect"]
+    def click(self, rect):
+        """Clicks a rectangle of a window, once no window of others covers it."""
+        left, top, right, bottom = rect
         x, y = (left + right) // 2, (top + bottom) // 2
 
-        def is_before_us():
+        def is_in_front():
             run("xdotool", "mousemove", x, y)
-            at = run("xdotool", "getmouselocation", "--shell").partition("WINDOW=")[2].strip()
-            # The frame that the window manager drew, or the window itself.
-            tree = run("xwininfo", "-tree", "-id", at)
+            tree = window_under_pointer()
             return any(f"{int(window):#x} " in tree for window in self.on_screen())
 
-        until(is_before_us, "a window of the program under the pointer")
+        until(is_in_front, "a window of the program under the pointer")
         click(x, y)
 
     def click_close_box(self):
-        """The rightmost button of the frame that the window manager draws round the window."""
-        facts = run("xwininfo", "-id", self.on_screen()[0])
-        left, top, width = (int(facts.partition(f"{name}:")[2].split()[0]) for name in (
-            "Absolute upper-left X", "Absolute upper-left Y", "Width"))
+        """The rightmost button of the frame that the window manager draws."""
+        left, top, width = geometry(self.main_on_screen()[0], "Absolute upper-left X",
+                                    "Absolute upper-left Y", "Width")
         click(left + width - 11, top - 11)
 
-    def put_away(self, close=None):
-        """Closes the main window, by its close box unless told otherwise, which only hides it."""
-        def is_away():
-            if self.on_screen():
+    def hide(self, close=None):
+        """Closes the main window, by its close box or in another way, which only hides it."""
+        def is_hidden():
+            if self.main_on_screen():
                 (close or self.click_close_box)()
-            try:
-                until(lambda: not self.on_screen(), "the window put away", 5)
-            except AssertionError:
-                return False
-            return True
+            return happens(lambda: not self.main_on_screen(), 5)
 
-        until(is_away, "the window put away")
+        until(is_hidden, "the hidden window")
 
     def press(self, key):
-        run("xdotool", "windowactivate", "--sync", self.on_screen()[0], "key", key)
+        """A key for the main window, which is activated first."""
+        run("xdotool", "windowactivate", "--sync", self.main_on_screen()[0], "key", key)
 
     def show_again(self):
-        """Brings the main window back when it has been put away."""
-        # A search that is made while other windows come and go may miss one that stands.
-        until(lambda: self.on_screen() or tray_icon(), "the main window or its tray icon")
-        if not self.on_screen():
-            click_tray_icon()
-            until(self.on_screen, "the main window again")
+        """Shows the main window where it is hidden."""
+        def is_shown():
+            # A search while other windows come and go may miss the window.
+            if not self.main_on_screen() and tray_icon():
+                click_tray_icon()
+            return happens(self.main_on_screen, 5)
 
-
-def tray_icon():
-    """The place of the one icon in the tray, which Wine shows in a window; none while empty."""
-    window = run("xdotool", "search", "--onlyvisible", "--name", "^Wine System Tray$").split()
-    if not window:
-        return None
-    facts = run("xwininfo", "-id", window[0])
-    left, top = (int(facts.partition(f"Absolute upper-left {axis}:")[2].split()[0])
-                 for axis in "XY")
-    return left + 10, top + 10
-
-
-def click_tray_icon(button=1):
-    move_tray_aside()
-    x, y = until(tray_icon, "the tray icon")
-    run("xdotool", "mousemove", x, y, "click", button)
-
-
-def move_tray_aside():
-    """Puts the window of the tray where no window of the program covers it."""
-    x, y = until(tray_icon, "the tray icon")
-    if x < TRAY_PLACE[0] or y < TRAY_PLACE[1]:
-        window = run("xdotool", "search", "--onlyvisible", "--name", "^Wine System Tray$").split()
-        run("xdotool", "windowmove", "--sync", window[0], *TRAY_PLACE)
-        until(lambda: (tray_icon() or (0, 0)) >= TRAY_PLACE, "the tray aside")
+        until(is_shown, "the main window")
 
 
 def end_all_in(folder):
-    """Ends whatever was started from a folder and still runs."""
-    for entry in Path("/proc").iterdir():
-        if not entry.name.isdigit():
-            continue
-        try:
-            command = (entry / "cmdline").read_bytes().decode(errors="replace")
-        except OSError:
-            continue
-        if windows_path(folder.path) in command or str(folder.executable) in command:
-            try:
-                os.kill(int(entry.name), signal.SIGKILL)
-            except ProcessLookupError:
-                pass
+    """Ends every process that was started from a folder."""
+    end_processes_in(windows_path(folder.path), folder.executable)

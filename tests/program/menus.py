@@ -1,20 +1,20 @@
-"""Popup menus, seen as the system was told to make them."""
+"""Popup menus, read from the calls that make them."""
 
 import re
 
-from harness import click_at, press_key, run, until
+from desktop import click_at, press_key, run, until
 
 CHECKED, SEPARATOR = 8, 2048
-MARGIN = 3  # pixels, of the frame round a menu's entries
+MARGIN = 3  # pixels, of the frame around a menu's entries
 WATCHED = ("CreatePopupMenu", "AppendMenuW", "SetMenuDefaultItem", "TrackPopupMenu", "DestroyMenu")
 _CALL = re.compile(r"Call user32\.(\w+)\(([0-9a-f,]*)")
 
 
 def watch(*more):
     """From now on the trace of a program holds the calls that make menus, and more of user32."""
+    names = ";".join(f"user32.{name}" for name in (*WATCHED, *more))
     run("wine", "reg", "add", r"HKCU\Software\Wine\Debug", "/v", "RelayInclude", "/t", "REG_SZ",
-        "/d", ";".join(f"user32.{name}" for name in (*WATCHED, *more)),
-        "/f")
+        "/d", names, "/f")
 
 
 def calls(program):
@@ -35,7 +35,7 @@ def _text(program, address):
 
 
 class Menu:
-    """The menu that stands on the screen: its entries as number, flags and text."""
+    """The menu on the screen: its entries as number, flags and text."""
 
     def __init__(self, program):
         self.program = program
@@ -50,6 +50,9 @@ class Menu:
                 self.default = numbers[1:]
             elif name == "TrackPopupMenu":
                 self.place = tuple(number & 0xFFFFFFFF for number in numbers[2:4])
+
+    def entry(self, number):
+        return next(entry[1:] for entry in self.entries if entry[0] == number)
 
     def choose(self, number):
         """Clicks the entry of this number; separators are narrower than entries."""

@@ -1,18 +1,19 @@
-"""The control that stands in for the media player, and the registration of either."""
+"""The fake of the media player control, and its registration."""
 
 import os
 import re
+from contextlib import contextmanager
 
-from harness import BINARIES, run, until, windows_path
+from desktop import BINARIES, run, until, windows_path
 
 CLASS = r"HKCR\CLSID\{6BF52A52-394A-11D3-B153-00C04F79FAA6}\InprocServer32"
 E_NOTIMPL, E_FAIL, NOTHING = "80004001", "80004005", "null"
 
-# What the stand-in can be: one that says what the test tells it, moment by moment, and stays where it
-# is at the end, or one that goes by itself and goes back to the start, as Windows' own does.
+# SCRIPTED: the control answers what the test tells it, and stays at the end of its media.
+# WINDOWS: it goes on by itself and back to the start at the end, as documented for Windows.
 SCRIPTED, WINDOWS = "scripted", "windows"
 
-# What is asked again and again while something plays.
+# Asked again and again while something plays.
 QUESTIONS = {"playState", "status", "currentPosition", "currentPositionString", "currentMedia",
              "duration", "durationString"}
 
@@ -28,18 +29,18 @@ def register(library):
     assert registered() == library
 
 
-def in_place_of_the_real_control():
-    """Registers the stand-in while it is used."""
+@contextmanager
+def registered_fake():
     real = registered()
-    register(StandIn.LIBRARY)
+    register(FakeMediaControl.LIBRARY)
     yield
-    register(r"C:\windows\system32\wmp.dll" if real == StandIn.LIBRARY else real)
+    register(r"C:\windows\system32\wmp.dll" if real == FakeMediaControl.LIBRARY else real)
 
 
-class StandIn:
-    """The stand-in of one program: what it plays and what was asked of it."""
+class FakeMediaControl:
+    """The fake control of one program: what it plays and which members were called."""
 
-    LIBRARY = windows_path(BINARIES / "PlayerStandIn.dll")
+    LIBRARY = windows_path(BINARIES / "FakeMediaControl.dll")
 
     def __init__(self, folder, mode=SCRIPTED):
         self.path = folder
@@ -52,7 +53,7 @@ class StandIn:
                    currentPositionString="01:05", durationString="03:25")
 
     def plays(self, **facts):
-        """From now on its members of these names answer so."""
+        """From now on the members of these names answer so."""
         self.facts |= facts
         self._write()
 
@@ -60,15 +61,13 @@ class StandIn:
         if self.mode == WINDOWS:
             self.plays(currentPosition=float(self.facts["duration"]) - 0.3)
         else:
-            # A fraction that is left does not keep the end away.
+            # The same whole second is the end, whatever fraction is left.
             self.plays(currentPosition=204.6, duration=205.4)
 
-    def refuses(self, member, result):
-        """From now on one member refuses, and the others do not."""
+    def fails(self, *members, result=E_FAIL):
+        """From now on these members fail, and the others do not."""
         self.facts = {key: value for key, value in self.facts.items() if "." not in key}
-        if member:
-            self.facts[f"fail.{member}"] = result
-        self._write()
+        self.plays(**{f"fail.{member}": result for member in members})
 
     def _write(self):
         text = "".join(f"{key}={value}\n" for key, value in self.facts.items())
@@ -80,16 +79,20 @@ class StandIn:
         path = self.path / "player.calls"
         return path.read_text("utf-8").splitlines() if path.exists() else []
 
-    def calls(self):
-        """Without the questions and the events."""
-        return [call for call in self.all_calls()
-                if call not in QUESTIONS and not call.startswith("event ")]
+    def calls(self, since=()):
+        """The calls after some others, without the questions and the events."""
+        calls = [call for call in self.all_calls()
+                 if call not in QUESTIONS and not call.startswith("event ")]
+        return calls[len(since):]
 
-    def ticks(self):
-        """How often the status strip has asked it."""
-        return self.all_calls().count("playState")
+    def arguments(self, member):
+        """The arguments of each call of a member."""
+        return [call.partition(" ")[2] for call in self.calls() if call.split()[0] == member]
 
     def after_ticks(self, count):
-        """Waits until the status strip has asked so often again."""
-        wanted = self.ticks() + count
-        until(lambda: self.ticks() >= wanted, "the status strip's question")
+        """Waits until the status strip has asked some more times."""
+        def ticks():
+            return self.all_calls().count("playState")
+
+        wanted = ticks() + count
+        until(lambda: ticks() >= wanted, "the status strip's question")

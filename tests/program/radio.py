@@ -1,11 +1,11 @@
-"""The radio directory's dialog as a user has it before him."""
+"""The radio directory's dialog, used by clicks and keys."""
 
 import json
 
-from dialog import Dialog
-from editor import open_editor, type_text
-from harness import BINARIES, named_controls, press_key, run, until
-from joblist import RADIO, read_tasks
+from desktop import BINARIES, press_key, run, type_text, until
+from dialog import By, Dialog
+from editor import open_editor
+from task_list import RADIO
 
 SHOUTCAST, ICECAST, LIVEDOOR, HINET = range(4)
 COLUMNS = 6  # the texts of a row, of which the first three have columns
@@ -13,6 +13,9 @@ ROW_HEIGHT = 28  # pixels
 SEARCHING = "搜尋中…"
 UNREACHABLE = "無法連線到電台目錄，請稍後再試一次。"
 NOTHING = "沒有找到電台"
+ALWAYS_USABLE = {"source", "search", "list", "add", "close"}
+USABLE_WITH_GENRE = ALWAYS_USABLE | {"by genre", "by keyword", "genre"}
+USABLE_WITH_KEYWORD = ALWAYS_USABLE | {"by genre", "by keyword", "keyword"}
 
 
 def found(count):
@@ -24,26 +27,18 @@ class RadioDialog(Dialog):
 
     CAPTION = "Radio List"
     WHAT = "the radio directory"
-    NAMES = {
-        "Button": ["by genre", "by keyword", "search", "add", "close"],
-        "ComboBox": ["source", "genre"],
-        "Edit": ["keyword"],
-        "SysListView32": ["list"],
-        "SysHeader32": ["header"],
+    CONTROLS = {
+        "source": By("ComboBox"),
+        "by genre": By("Button", "依類型搜尋"), "genre": By("ComboBox", label="依類型搜尋"),
+        "by keyword": By("Button", "依關鍵字搜尋"), "keyword": By("Edit", label="依關鍵字搜尋"),
+        "search": By("Button", "搜 尋"), "list": By("SysListView32"), "header": By("SysHeader32"),
+        "status": By("Static", place=-1),
+        "add": By("Button", "新 增"), "close": By("Button", "關 閉"),
     }
 
     def __init__(self, program):
         super().__init__(program)
         self.list = self.controls()["list"]["handle"]
-
-    def controls(self):
-        window = self.window()
-        named = named_controls(window, self.NAMES)
-        if named is None:
-            return None
-        # The list stands in a window of the same class, which is made before the label.
-        named["status"] = [child for child in window["children"] if child["class"] == "Static"][-1]
-        return named
 
     def usable(self):
         return {name for name, control in self.controls().items()
@@ -54,7 +49,7 @@ class RadioDialog(Dialog):
         return controls and controls["status"]["text"]
 
     def type_keyword(self, text):
-        """Over what stands there."""
+        """Replaces the keyword."""
         self.click("keyword")
         press_key("ctrl+a")
         type_text(text)
@@ -78,7 +73,7 @@ class RadioDialog(Dialog):
 
 
 class RadioDesk:
-    """The running program with a radio task begun in its editor, and the directory before it."""
+    """The running program, a new radio task in its editor, and the open directory dialog."""
 
     def __init__(self, program, directories):
         self.program, self.directories = program, directories
@@ -92,20 +87,22 @@ class RadioDesk:
         self.dialog = RadioDialog(self.program)
 
     def search(self, press=None):
-        """Searches, by the button unless told otherwise. Returns the requests that came of it."""
+        """Searches, by the button or in another way. Returns the requests that were made."""
         before = len(self.directories.requests)
         (press or (lambda: self.dialog.click("search")))()
         until(lambda: len(self.directories.requests) > before, "the request")
         until(self.dialog.is_idle, "the end of the search")
         return self.directories.requests[before:]
 
+    def shows(self, status, rows):
+        assert (self.dialog.status(), self.dialog.rows()) == (status, rows)
+
     def source(self):
         return self.editor.texts()["source"]
 
     def save(self):
-        """Saves the task; returns it as it stands in the file."""
-        path = self.program.folder.list
+        """Saves the task; returns it as the file holds it."""
         self.editor.click("save task")
-        until(lambda: read_tasks(path.read_bytes()), "the task in the file")
-        task, = read_tasks(path.read_bytes())
+        until(self.program.folder.tasks, "the task in the file")
+        task, = self.program.folder.tasks()
         return task

@@ -1,4 +1,4 @@
-"""Pages in the forms of the four directories, and the rows that a reader of them should see."""
+"""Pages in the forms of the four directories, and the rows that they should give."""
 
 UNKNOWN = "收聽人數：未知"
 TUNE_IN = "http://yp.shoutcast.com/sbin/tunein-station.pls?id="
@@ -100,6 +100,6 @@ def hinet_page():
 
 
 def hinet_rows(prefix):
-    """The listed ones stand at every second place."""
+    """The listed stations have every second place."""
     return [(title, "WMA", "48 kbps", f"{prefix}{2 * number}", UNKNOWN, "")
             for number, title in enumerate(LISTED)]

@@ -1,19 +1,19 @@
-"""The clock that a program is made to see, which is set without touching the machine's."""
+"""A clock for one program, which can be set without changing the machine's."""
 
 import os
 from datetime import timedelta
 
-from joblist import now
+from task_list import now
 
 
 class ShiftedClock:
-    """Goes as the machine's clock does, at a distance that may change while the program runs."""
+    """The machine's clock plus a distance, which may change while the program runs."""
 
     def __init__(self, folder):
         self._file = folder / "clock"
         self._distance = timedelta()
         self._write()
-        # The timers go by the monotonic clock, which nobody can set; nor does a file's age change.
+        # Timers use the monotonic clock, and a file's age stays.
         self.environment = {
             "LD_PRELOAD": "/usr/$LIB/faketime/libfaketimeMT.so.1",
             "FAKETIME_TIMESTAMP_FILE": str(self._file), "FAKETIME_NO_CACHE": "1",

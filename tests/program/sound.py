@@ -1,11 +1,11 @@
-"""Sound: made as files, and heard where the program's goes."""
+"""Sound: made as files, and recorded from the sink that the program plays into."""
 
 import array
 import ctypes
 import math
 import subprocess
 
-from harness import run, until
+from desktop import run, until
 
 SINK = "tellurvane"  # the sound sink of the virtual desktop, which nobody hears
 RATE = 22_050
@@ -13,7 +13,7 @@ LOW, HIGH = 440, 1_320  # hertz
 
 
 def make_wav(path, seconds, *tones):
-    """One tone after the other, each so many seconds long."""
+    """Tones one after another, each with this length."""
     parts = []
     for number, tone in enumerate(tones):
         part = path.with_suffix(f".{number}.wav")
@@ -39,19 +39,19 @@ def make_mp3(path, wav):
     data = wav.read_bytes()
     samples = data[data.index(b"data") + 8:]
     count = len(samples) // 2
-    room = ctypes.create_string_buffer(count * 2 + 7_200)
-    written = lame.lame_encode_buffer(encoder, samples, None, count, room, len(room))
+    buffer = ctypes.create_string_buffer(count * 2 + 7_200)
+    written = lame.lame_encode_buffer(encoder, samples, None, count, buffer, len(buffer))
     assert written > 0
-    path.write_bytes(room.raw[:written])
-    written = lame.lame_encode_flush(encoder, room, len(room))
+    path.write_bytes(buffer.raw[:written])
+    written = lame.lame_encode_flush(encoder, buffer, len(buffer))
     with path.open("ab") as file:
-        file.write(room.raw[:written])
+        file.write(buffer.raw[:written])
     lame.lame_close(encoder)
     return path
 
 
 class Ear:
-    """Hears what the programs on this desktop play."""
+    """Records the sound of the programs on this desktop."""
 
     def __init__(self, path):
         self.path = path

@@ -1,14 +1,14 @@
-"""The clock is set, or has gone on while the machine slept, under the running program."""
+"""The clock is set, or has gone on during a sleep, while the program runs."""
 
 import signal
 from datetime import timedelta
 
 import pytest
 
-from due import NEVER_RUN, saved
-from harness import picture, press_key, until, windows_path
-from joblist import APPLICATION, DAYS, HOURS, MINUTES, NOTE, Task, list_bytes, now
+from desktop import picture, press_key, until, windows_path
+from due import NEVER_RUN, due_task
 from shifted_clock import ShiftedClock
+from task_list import DAYS, HOURS, MINUTES, NOTE, now
 
 STEPS = {MINUTES: timedelta(minutes=1), HOURS: timedelta(hours=1), DAYS: timedelta(days=1)}
 A_TICK_LATE = timedelta(seconds=3)  # the timer's second, and the time that the starts take
@@ -26,41 +26,38 @@ class Day:
         self.tasks = []
 
     def add(self, name, after, unit, interval, **facts):
-        """A task that is due so long after the beginning."""
-        facts = {"media_type": APPLICATION,
-                 "source": f'"{self.logger}" "{windows_path(self.log)}" {name}'} | facts
-        self.tasks.append(Task(name, next_run=self.begun + after, last_run=NEVER_RUN, unit=unit,
-                               interval=interval, **facts))
+        """A task that is due some time after the beginning."""
+        source = facts.pop("source", f'"{self.logger}" "{windows_path(self.log)}" {name}')
+        self.tasks.append(due_task(name, source, self.begun + after, unit=unit, interval=interval,
+                                   **facts))
 
     def opens(self):
-        self.folder.list.write_bytes(list_bytes(*self.tasks))
+        self.folder.write_list(*self.tasks)
         self.program = self._start(environment=self.clock.environment).started()
         self.strip = self.program.parts()["strip"]
         assert self.saved() == {task.name: task for task in self.tasks}, "nothing is due yet"
 
     def saved(self):
-        return saved(self.folder)
+        """The tasks of the file by their names."""
+        return {task.name: task for task in self.folder.tasks()}
 
     def logged(self):
-        """The names of the started in their order; of two, the second may be the first to write.
-        Their moments may or may not be shifted, by who was the first to start Wine."""
+        """The names of the started programs in their order. The second of two may write first, and
+        their moments may or may not be shifted, by which process was the first to start Wine."""
         lines = self.log.read_text("ascii").splitlines() if self.log.exists() else []
         return [name for name, _ in sorted((line.split("\t") for line in lines),
                                            key=lambda line: line[1])]
 
     def has_logged(self, *names, since):
-        """Waits for the last one's start and its record, and sees that there were no others."""
+        """Waits for the last one's start and its record. There are no others."""
         until(lambda: len(self.logged()) >= len(names), f"the start of {names[-1]}", 20)
         until(lambda: self.saved()[names[-1]].last_run >= since, "the record of the run", 20)
         assert sorted(self.logged()) == sorted(names)
 
     def ticks(self):
-        """Waits until the timers have gone on: each second the strip has another look."""
+        """Waits for some ticks: each second the strip looks different."""
         looks = set()
         until(lambda: looks.add(picture(self.strip).tobytes()) or len(looks) == 4, "three seconds")
-
-    def notes(self):
-        return sum(window["class"].startswith("frmNotes") for window in self.program.windows())
 
 
 @pytest.fixture
@@ -76,7 +73,7 @@ def first_after(task, moment):
 
 
 def sets(day, moment):
-    """As by hand, or as daylight saving does."""
+    """By hand, or by daylight saving."""
     day.clock.goes_to(moment)
 
 
@@ -87,7 +84,7 @@ def sleeps(day, moment):
     day.program.process.send_signal(signal.SIGCONT)
 
 
-@pytest.mark.flaky(reruns=0)  # no input goes astray here
+@pytest.mark.flaky(reruns=0)  # it makes no input
 @pytest.mark.parametrize("goes_on, gap", [(sets, timedelta(hours=1)), (sleeps, timedelta(days=1))],
                          ids=["set forward by an hour", "asleep for a day"])
 def test_what_fell_due_in_a_gap_runs_once_and_in_the_order_of_the_list(day, goes_on, gap):
@@ -106,7 +103,7 @@ def test_what_fell_due_in_a_gap_runs_once_and_in_the_order_of_the_list(day, goes
     # The last one is due a few ticks later: nothing else has been started again by then.
     day.has_logged("second-due", "first-due", "daily", "after", since=woken)
     assert day.logged() == ["second-due", "first-due", "daily", "after"]
-    assert day.notes() == 1
+    assert len(day.program.notes()) == 1
 
     saved = day.saved()
     assert list(saved) == [task.name for task in day.tasks]
@@ -140,7 +137,7 @@ def test_when_the_clock_goes_back_nothing_runs_again_before_its_next_run(day):
     assert day.folder.list.stat().st_mtime_ns == written, "nothing is recorded either"
 
     # By hand it runs all the same, at the moment that the clock shows; the next run stays.
-    day.program.click({"rect": day.program.row(1)})
+    day.program.click(day.program.row(1))
     press_key("Return")
     day.has_logged("hourly", "other", since=back)
     record = day.saved()["other"]

@@ -1,32 +1,23 @@
-"""Close messages from outside, a fatal error, and what keeps others from ending the program."""
+"""Close messages from outside, a fatal error, and leaving while something waits for the user."""
 
-import re
 import subprocess
 
 import pytest
 
-import menus
-from clock import clock, clock_menu, main_window
-from editor import BOX_CLASS, open_editor, type_text
-from harness import DEADLINE, SETTINGS, click_at, tray_icon, until
-from joblist import MINUTES, NOTE, Task, list_bytes
+from clock import CAPTION, clock_menu, clock_shows
+from desktop import (BOX_CLASS, DEADLINE, button_of, click_at, tray_icon, type_text, until)
+from due import due_task
+from editor import NO, UNSAVED, YES, open_editor
+from task_list import APPLICATION, NOTE, RADIO, Task
 
-
-@pytest.fixture(scope="module", autouse=True)
-def watch_menus():
-    menus.watch("DisableProcessWindowsGhosting")
+SHOW_WINDOW, LEAVE = 1, 3
 
 
 @pytest.fixture
-def open_program(folder, start, tmp_path):
-    def open_one(*tasks, environment=None):
-        until(lambda: not tray_icon(), "the tray without what was killed before")
-        folder.write_settings(SETTINGS | {"TimeForm": "1"})
-        folder.list.write_bytes(list_bytes(*(tasks or [Task("kept")])))
-        program = start(trace=tmp_path / "trace", environment=environment).started()
-        until(lambda: main_window(program) and clock(program), "the window and the clock")
-        return program
-    return open_one
+def program(open_program):
+    program = open_program(Task("kept"), TimeForm="1")
+    clock_shows(program)
+    return program
 
 
 def ask_to_close():
@@ -37,86 +28,105 @@ def ask_to_close():
     assert done.returncode == 0
 
 
-def time_form(folder):
-    return re.search(r"TimeForm=(.*?)\r\n", folder.settings_text())[1]
-
-
-def lives_on_hidden(program, folder, before):
-    until(lambda: not main_window(program), "the window put away")
+def lives_on_hidden(program, before):
+    until(lambda: not program.main_window(), "the hidden window")
     until(tray_icon, "the tray icon")
     assert program.code() is None
-    assert clock(program)
-    assert folder.list.read_bytes() == before
-    assert time_form(folder) == "1"
+    assert program.window(CAPTION)
+    assert program.folder.list.read_bytes() == before
+    assert program.folder.read_settings()["TimeForm"] == "1"
 
 
-def leave(program):
-    """By the clock's menu; the last entry."""
-    clock_menu(program).choose(3)
-    assert program.wait() == 0
+def leave(program, answer=YES):
+    """By the clock's menu. A question about unsaved changes is answered."""
+    before = {window["handle"] for window in program.windows()}
+    clock_menu(program).choose(LEAVE)
+
+    def question():
+        return next((window for window in program.windows() if window["class"] == BOX_CLASS
+                     and window["handle"] not in before), None)
+
+    until(lambda: program.code() is not None or question(), "the end or a question")
+    if program.code() is None:
+        assert UNSAVED in [child["text"] for child in question()["children"]]
+        click_at(button_of(question(), answer)["rect"])
 
 
-def test_a_program_that_is_asked_to_close_goes_behind_its_icon_and_lives_on(open_program, folder):
-    program = open_program()
-    before = folder.list.read_bytes()
-    ask_to_close()
-    lives_on_hidden(program, folder, before)
-    # And once more, while it is hidden.
-    ask_to_close()
-    lives_on_hidden(program, folder, before)
-    leave(program)
-    assert folder.list.read_bytes() == before
-
-
-def test_a_note_that_is_asked_to_close_goes(open_program, folder):
-    program = open_program(Task("note", "喝水", media_type=NOTE, unit=MINUTES, interval=50))
+def test_a_program_that_is_asked_to_close_hides_and_lives_on(open_program, folder):
+    program = open_program(due_task("note", "喝水", media_type=NOTE, interval=50), TimeForm="1")
     click_at(program.row(0), times=2)
-
-    def note():
-        return next((w for w in program.windows() if w["text"] == "frmNotes"), None)
-
-    until(note, "the note")
+    until(program.notes, "the note")
     before = folder.list.read_bytes()
     ask_to_close()
-    until(lambda: not note(), "the end of the note")
-    lives_on_hidden(program, folder, before)
+    until(lambda: not program.notes(), "the note closed")
+    lives_on_hidden(program, before)
+    # Again, while it is hidden.
+    ask_to_close()
+    lives_on_hidden(program, before)
     leave(program)
+    assert program.wait() == 0
+    assert folder.list.read_bytes() == before
+    trace = program.trace.read_text("ascii", "replace")
+    assert "user32.DisableProcessWindowsGhosting(" in trace, "a busy window keeps its look"
 
 
-def test_an_editor_that_is_asked_to_close_asks_for_what_was_typed(open_program, folder):
-    program = open_program()
+@pytest.mark.parametrize("close", [ask_to_close, None], ids=["a close message", "the clock's menu"])
+def test_an_editor_asks_before_it_loses_what_was_typed(program, folder, close):
     editor = open_editor(program)
     type_text("typed")
-    until(lambda: editor.texts()["name"] == "typed", "the typed name")
+    editor.shows("name", "typed")
     before = folder.list.read_bytes()
-    ask_to_close()
-    editor.answer(1)
+    if close:
+        close()
+        editor.answer(UNSAVED, NO)
+    else:
+        leave(program, NO)
+        editor.box_is_gone()
     assert editor.texts()["name"] == "typed"
-    assert main_window(program), "it stays under its editor"
+    assert program.main_window(), "it stays under its editor"
     assert folder.list.read_bytes() == before
-    editor.close("cancel")
-    assert program.exit() == 0
+    leave(program, YES)
+    assert program.wait(20) == 0
+    assert folder.task_names() == ["kept"]
 
 
-def test_windows_puts_no_ghost_over_a_window_that_is_busy(open_program):
-    program = open_program()
-    assert "user32.DisableProcessWindowsGhosting(" in program.trace.read_text("ascii", "replace")
+def open_from_editor(editor, media, is_open):
+    editor.choose("media", media)
+    editor.click("...")
+    until(is_open, "the dialog of the editor")
 
 
-def test_a_fatal_error_takes_the_icon_away(open_program):
+def open_message(editor):
+    editor.fill("name", "kept")
+    editor.click("save task")
+    editor.box_text()
+
+
+@pytest.mark.parametrize("open_more", [
+    lambda editor: None,
+    lambda editor: open_from_editor(editor, NOTE, lambda: editor.program.child("確 定")),
+    lambda editor: open_from_editor(editor, APPLICATION, editor.program.box),
+    lambda editor: open_from_editor(editor, RADIO, lambda: editor.program.window("Radio List")),
+    open_message,
+], ids=["editor", "note editor", "file dialog", "radio directory", "message"])
+def test_leaving_from_a_dialog_ends_the_program_and_loses_nothing(program, folder, open_more):
+    open_more(open_editor(program))
+    leave(program)
+    assert program.wait(20) == 0
+    assert folder.task_names() == ["kept"]
+    assert folder.backups() == []
+
+
+def test_a_fatal_error_removes_the_icon(open_program):
     # Without the system's library for rich text the editor's controls cannot be made.
-    program = open_program(environment={"WINEDLLOVERRIDES": "mscoree,mshtml,riched20="})
-    ask_to_close()
+    program = open_program(TimeForm="1",
+                           environment={"WINEDLLOVERRIDES": "mscoree,mshtml,riched20="})
+    program.hide()
     until(tray_icon, "the tray icon")
-    clock_menu(program).choose(1)
-    until(lambda: main_window(program), "the window, with its icon")
-    program.click(program.toolbar_button(1))
-
-    def box():
-        return next((w for w in program.windows() if w["class"] == BOX_CLASS), None)
-
-    until(box, "the fatal report")
+    clock_menu(program).choose(SHOW_WINDOW)
+    until(program.main_window, "the window, with its icon")
+    program.click(program.toolbar_button("new"))
+    until(program.box, "the fatal report")
     until(lambda: not tray_icon(), "no icon while the report is open")
-    button, = [c for c in box()["children"] if c["class"] == "Button" and c["visible"]]
-    click_at(button["rect"])
+    click_at(button_of(program.box(), 0)["rect"])
     assert program.wait() == 1

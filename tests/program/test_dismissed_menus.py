@@ -1,51 +1,35 @@
 """The menu of the clock while another program is in use."""
 
-import subprocess
-
 import pytest
 
-import menus
-from clock import clock, clock_menu, main_window
-from harness import SETTINGS, click_at, press_key, run, tray_icon, until
+from clock import clock_menu
+from desktop import (click_at, open_in_background, press_key, run, until, window_under_pointer,
+                     x_windows)
 from menus import Menu
 
 OTHER = [100, 100, 500, 400]  # on the screen; away from the clock and the tray
 
 
-@pytest.fixture(scope="module", autouse=True)
-def watch_menus():
-    menus.watch()
-
-
 @pytest.fixture
-def program(folder, start, tmp_path):
-    until(lambda: not tray_icon(), "the tray without what was killed before")
-    folder.write_settings(SETTINGS | {"TimeForm": "1"})
-    started = start(trace=tmp_path / "trace").started()
-    until(lambda: main_window(started) and clock(started), "the window and the clock")
-    window = run("xdotool", "search", "--onlyvisible", "--name", "^Tellurvane$").split()[0]
-    run("xdotool", "windowactivate", "--sync", window, "key", "alt+F4")
-    until(lambda: not main_window(started), "the window put away")
+def program(open_program):
+    started = open_program(TimeForm="1")
+    started.hide()
     return started
 
 
 @pytest.fixture
 def other(program):
     """The window of another program, which has the keyboard."""
-    process = subprocess.Popen(["wine", "notepad"], stdin=subprocess.DEVNULL,
-                               stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-
-    def windows():
-        return run("xdotool", "search", "--onlyvisible", "--class", "notepad").split()
-
-    window = until(windows, "the other program")[0]
+    process = open_in_background("wine", "notepad")
+    window = until(lambda: run("xdotool", "search", "--onlyvisible", "--class", "notepad").split(),
+                   "the other program")[0]
     left, top, right, bottom = OTHER
     run("xdotool", "windowsize", "--sync", window, right - left, bottom - top,
         "windowmove", window, left, top)
 
     def has_keyboard():
         click_at(OTHER)
-        return is_active(window)
+        return run("xdotool", "getwindowfocus").strip() == window
 
     until(has_keyboard, "the other program in front")
     yield window
@@ -54,33 +38,23 @@ def other(program):
     run("wine", "taskkill", "/F", "/IM", "notepad.exe")
 
 
-def is_active(window):
-    return run("xdotool", "getwindowfocus").strip() == window
-
-
-def test_escape_closes_the_menu_of_the_clock(program, other):
-    # Whether the keyboard goes back is the window manager's decision here, not the program's.
+def test_escape_closes_the_menu_and_its_first_entry_brings_a_covered_window_to_the_front(
+        program, other):
+    # Where the keyboard goes after Esc is the window manager's decision here.
     clock_menu(program).dismiss()
-
-
-def test_the_first_entry_brings_a_covered_window_to_the_front(program, other):
     clock_menu(program).choose(1)
-    left, top, right, bottom = until(lambda: main_window(program), "the main window")["rect"]
+    left, top, right, bottom = until(program.main_window, "the main window")["rect"]
 
-    def own_window():
-        return run("xdotool", "search", "--onlyvisible", "--name", "^Tellurvane$").split()[0]
-
-    def is_before_it():
+    def is_in_front():
         run("xdotool", "mousemove", (left + right) // 2, (top + bottom) // 2)
-        at = run("xdotool", "getmouselocation", "--shell").partition("WINDOW=")[2].strip()
-        return f"{int(own_window()):#x} " in run("xwininfo", "-tree", "-id", at)
+        return f"{int(x_windows('Tellurvane')[0]):#x} " in window_under_pointer()
 
-    # Right over it.
+    # Exactly over it.
     run("xdotool", "windowmove", "--sync", other, left, top,
         "windowsize", "--sync", other, right - left + 50, bottom - top + 50)
     run("xdotool", "windowactivate", "--sync", other)
-    until(lambda: not is_before_it(), "the main window covered")
+    until(lambda: not is_in_front(), "the main window covered")
     clock_menu(program).choose(1)
-    until(is_before_it, "the main window before the other program")
+    until(is_in_front, "the main window in front of the other program")
     press_key("Menu")
     assert Menu(program).entries == [(1, 0, "建立新的排程任務")]

@@ -1,137 +1,69 @@
 """Tasks that fall due while the program runs."""
 
-from datetime import datetime, timedelta
+from datetime import timedelta
 
-from due import NEVER_RUN, has_run, saved, start_with
-from harness import until, windows_path
-from joblist import APPLICATION, MINUTES, Task, read_tasks
+from desktop import until, windows_path
+from due import FIVE_MINUTES, NEVER_RUN, Reports, check_record, due_task, has_run, start_with
 
-
-class Probes:
-    """Programs that report how they were started."""
-
-    def __init__(self, folder):
-        self.folder = folder
-        self.executable = folder.add("CommandProbe.exe", "探針 probe.exe")
-
-    def command(self, name, arguments=""):
-        return (f'"{windows_path(self.executable)}" "{windows_path(self.folder.path / name)}"'
-                f"{arguments}")
-
-    def has_reported(self, name):
-        return (self.folder.path / name).exists()
-
-    def report(self, name):
-        """The facts of a probe's report, once it is there."""
-        path = self.folder.path / name
-        until(path.exists, f"the report {name}")
-        lines = path.read_text("utf-8").splitlines()
-        return [tuple(line.split("=", 1)) for line in lines]
+TWO_SECONDS = timedelta(seconds=2)
 
 
-def task(name, source, moment, **facts):
-    return Task(name, source, moment, NEVER_RUN, MINUTES, 5, media_type=APPLICATION, **facts)
-
-
-def started_at(report):
-    """The local moment at which the process was created."""
-    return datetime.fromtimestamp(float(dict(report)["created"]))
-
-
-def test_two_due_tasks_start_in_list_order_within_two_seconds(folder, start):
-    probes = Probes(folder)
-    _, moment = start_with(folder, start, lambda moment: [
-        task("一", probes.command("first"), moment), task("二", probes.command("second"), moment)])
-    first, second = (started_at(probes.report(name)) for name in ("first", "second"))
-    assert moment <= first < second <= moment + timedelta(seconds=2)
-
-    until(lambda: has_run(folder, "二"), "the record of the run")
-    for name in ("一", "二"):
-        record = saved(folder)[name]
-        assert moment <= record.last_run <= moment + timedelta(seconds=2)
-        assert record.next_run == moment + timedelta(minutes=5)
-
-
-def test_a_disabled_due_task_is_only_moved(folder, start):
-    probes = Probes(folder)
-    _, moment = start_with(folder, start, lambda moment: [
-        task("停用", probes.command("disabled"), moment, enabled=False),
-        task("啟用", probes.command("enabled"), moment)])
-    probes.report("enabled")
-    until(lambda: has_run(folder, "啟用"), "the record of the run")
-    record = saved(folder)["停用"]
-    assert record.next_run == moment + timedelta(minutes=5)
-    assert record.last_run == NEVER_RUN
-    assert not record.enabled
-    assert not probes.has_reported("disabled")
-
-
-def test_a_task_that_was_missed_is_moved_and_not_run_late(folder, start):
-    probes = Probes(folder)
+def test_due_tasks_run_in_list_order_and_disabled_and_missed_ones_are_only_moved(folder, start):
+    reports = Reports(folder)
     missed_by = timedelta(minutes=7)
     _, moment = start_with(folder, start, lambda moment: [
-        task("錯過", probes.command("missed"), moment - missed_by),
-        task("到期", probes.command("due"), moment)])
-    probes.report("due")
-    until(lambda: has_run(folder, "到期"), "the record of the run")
-    record = saved(folder)["錯過"]
-    assert record.next_run == moment - missed_by + timedelta(minutes=10)
-    assert record.last_run == NEVER_RUN
-    assert not probes.has_reported("missed")
+        reports.task("missed", moment - missed_by),
+        reports.task("disabled", moment, enabled=False),
+        reports.task("first", moment), reports.task("second", moment)])
+    first, second = (reports.started_at(name) for name in ("first", "second"))
+    assert moment <= first < second <= moment + TWO_SECONDS
+    check_record(folder, "first", moment)
+    check_record(folder, "second", moment)
+    for name, next_run in (("missed", moment - missed_by + 2 * FIVE_MINUTES),
+                           ("disabled", moment + FIVE_MINUTES)):
+        record = folder.task(name)
+        assert (record.last_run, record.next_run) == (NEVER_RUN, next_run), name
+        assert record.enabled == (name == "missed")
+        assert not reports.exists(name)
 
 
-def test_a_command_gets_its_arguments_chinese_and_quoted_ones_included(folder, start):
-    probes = Probes(folder)
-    command = probes.command("report", ' 播放 "兩個 字" a\\b 100%')
-    start_with(folder, start, lambda moment: [task("命令", command, moment)])
-    report = probes.report("report")
-    assert ("command", command) in report
+def test_commands_get_their_arguments_and_failing_ones_are_recorded(folder, start):
+    reports = Reports(folder)
+    document = folder.path / "文件.txt"
+    document.write_text("text")
+    arguments = ' 播放 "兩個 字" a\\b 100%'
+    program, moment = start_with(folder, start, lambda moment: [
+        due_task("document", windows_path(document), moment),
+        due_task("nowhere", windows_path(folder.path / "none.exe"), moment),
+        reports.task("noisy", moment, " write=1000000"),
+        reports.task("arguments", moment, arguments)])
+    for name in ("document", "nowhere", "noisy", "arguments"):
+        check_record(folder, name, moment, timedelta(seconds=3))
+    # Neither an editor for the document nor a message for the user.
+    assert [window["text"] for window in program.windows()] == ["Tellurvane"]
+    report = reports.read("arguments")
+    assert ("command", reports.command("arguments", arguments)) in report
     assert [value for key, value in report if key == "argument"] == [
         "播放", "兩個 字", "a\\b", "100%"]
     # It starts visibly, in the program's own folder.
     assert ("show", "5") in report
     assert ("folder", windows_path(folder.path)) in report
-
-
-def test_a_document_starts_nothing_and_the_run_is_recorded(folder, start):
-    probes = Probes(folder)
-    document = folder.path / "文件.txt"
-    document.write_text("text")
-    program, moment = start_with(folder, start, lambda moment: [
-        task("文件", windows_path(document), moment),
-        task("不存在", windows_path(folder.path / "none.exe"), moment),
-        task("最後", probes.command("last"), moment)])
-    probes.report("last")
-    until(lambda: has_run(folder, "最後"), "the record of the run")
-    for name in ("文件", "不存在"):
-        record = saved(folder)[name]
-        assert moment <= record.last_run <= moment + timedelta(seconds=3)
-        assert record.next_run == moment + timedelta(minutes=5)
-    # Neither an editor for the document nor a message for the user.
-    assert [window["text"] for window in program.windows()] == ["Tellurvane"]
-
-
-def test_what_a_console_program_writes_goes_nowhere_and_harms_nobody(folder, start):
-    probes = Probes(folder)
-    program, _ = start_with(folder, start, lambda moment: [
-        task("話多", probes.command("noisy", " write=1000000"), moment),
-        task("之後", probes.command("after"), moment + timedelta(seconds=2))])
-    noisy = probes.report("noisy")
+    # Output goes nowhere, and the program is not blocked by it.
+    noisy = reports.read("noisy")
     assert ("output", "pipe") in noisy and ("error", "pipe") in noisy
-    assert dict(noisy)["write"].startswith("refused")
-    probes.report("after")
+    assert dict(noisy)["write"][-1].isdigit(), "an error number"
     assert program.exit() == 0
 
 
-def test_a_kill_while_tasks_run_leaves_the_list_whole(folder, start):
-    probes = Probes(folder)
+def test_a_kill_while_tasks_run_leaves_the_list_complete(folder, start):
+    reports = Reports(folder)
     names = [f"第{i}項" for i in range(10)]
     for _ in range(3):
         program, _ = start_with(folder, start, lambda moment: [
-            task(name, probes.command(name), moment) for name in names])
+            reports.task(name, moment) for name in names])
         # There are ten saves in a row now.
         until(lambda: has_run(folder, names[0]), "the first save of the runs")
         program.kill()
-        assert [record.name for record in read_tasks(folder.list.read_bytes())] == names
+        assert folder.task_names() == names
     assert start().started().exit() == 0
-    assert len(read_tasks(folder.list.read_bytes())) == 10
+    assert folder.task_names() == names

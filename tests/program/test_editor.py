@@ -3,20 +3,13 @@
 import wave
 from datetime import timedelta
 
-from editor import Editor, open_editor, open_editor_on, type_text
-from harness import LOCALE, click_at, press_key, until, windows_path
-from joblist import (APPLICATION, DAYS, HOURS, MINUTES, MUSIC, NOTE, RADIO, ZERO_DAY, Task,
-                     list_bytes, now, read_tasks)
+from desktop import LOCALE, click_at, press_key, type_text, until, windows_path
+from due import Reports
+from editor import NO, OK, UNSAVED, YES, open_editor, open_editor_on
+from task_list import (APPLICATION, DAYS, HOURS, MINUTES, MUSIC, NOTE, RADIO, ZERO_DAY, now)
 
 SAME_NAME = "排程專案名稱重複，請另外指定一個新的排程專案名稱"
-UNSAVED = "正在編輯的排程專案尚未儲存，您確定要關閉嗎？"
 GIVING_UP = "排程專案尚未儲存，您確定要放棄變更嗎？"
-FIRST_BUTTON, SECOND_BUTTON = 0, 1
-YES, NO = FIRST_BUTTON, SECOND_BUTTON
-
-
-def saved(folder):
-    return read_tasks(folder.list.read_bytes())
 
 
 def facts(task):
@@ -24,7 +17,7 @@ def facts(task):
 
 
 def moment_in_this_hour(seconds):
-    """So many seconds ahead, once that is still in the hour of now."""
+    """A moment some seconds ahead, when that is still in the same hour."""
     def ahead():
         moment = now() + timedelta(seconds=seconds)
         return moment if moment.hour == now().hour else None
@@ -34,20 +27,13 @@ def moment_in_this_hour(seconds):
 def pick(editor, moment):
     """Types the minute and the second into the time picker; its hour is that of now."""
     editor.click("time")
-    # The morning or afternoon stands before the hour, or behind the seconds.
+    # The half of the day is before the hour in zh_TW.
     press_key(*["Right"] * (3 if LOCALE == "zh_TW" else 2))
     type_text(f"{moment.minute:02}")
     press_key("Right")
     type_text(f"{moment.second:02}")
     press_key("shift+Tab")
     until(lambda: f"{moment:%M:%S}" in editor.controls()["time"]["text"], "the moment")
-
-
-def probe(folder):
-    """A program that reports, and its report."""
-    report = folder.path.parent / "report"
-    executable = folder.add("CommandProbe.exe").rename(folder.path.parent / "probe.exe")
-    return f"{windows_path(executable)} {windows_path(report)}", report
 
 
 def silence(folder):
@@ -61,79 +47,74 @@ def silence(folder):
 
 def make(folder, editor, moment, *fields):
     """Fills in a new task that falls due at a moment, and saves it."""
-    before = len(saved(folder))
+    before = len(folder.tasks())
     editor.fill_in(*fields)
     if fields[1] == NOTE:
         editor.click("...")
         until(lambda: len(editor.program.windows()) == 3, "the note's editor")
         type_text("drink\nwater")
         click_at(editor.program.child("確 定")["rect"])
-        until(lambda: editor.texts()["source"] == "drink\r\nwater", "the note in the source box")
+        editor.shows("source", "drink\nwater")
     pick(editor, moment)
     editor.click("save task")
-    until(lambda: len(saved(folder)) == before + 1, "the task")
+    until(lambda: len(folder.tasks()) == before + 1, "the task")
 
 
 def change_the_note(folder, program):
     """First to a name that another task has."""
     editor = open_editor_on(program, 1)
-    until(lambda: editor.is_editing() and editor.texts()["name"] == "note", "the task's fields")
+    assert editor.texts()["name"] == "note"
     editor.fill("name", "RADIO")
     editor.fill("interval", "3")
     editor.click("save task")
-    assert editor.box()[0] == SAME_NAME
+    editor.box_text()
     assert not editor.window()["enabled"]
-    editor.answer(FIRST_BUTTON)
+    editor.answer(SAME_NAME, OK)
     assert editor.is_editing()
     assert editor.texts() == {"name": "RADIO", "source": "drink\r\nwater", "interval": "3"}
     editor.fill("name", "memo")
     editor.click("enabled")
     press_key("Return")
-    until(lambda: saved(folder)[1].name == "memo", "the new name")
+    until(lambda: folder.tasks()[1].name == "memo", "the new name")
     assert not editor.is_editing()
     return editor
 
 
 def remove_the_radio(folder, editor):
     editor.select(0)
-    until(lambda: editor.texts()["name"] == "radio", "the first task")
-    editor.click("remove")
-    question, buttons = editor.box()
-    assert (question, len(buttons)) == ("您確定要移除【radio】嗎？", 2)
-    editor.answer(NO)
-    assert len(saved(folder)) == 4
-    editor.click("remove")
-    editor.answer(YES)
-    until(lambda: len(saved(folder)) == 3, "the removal")
+    editor.shows("name", "radio")
+    for answer, count in ((NO, 4), (YES, 3)):
+        editor.click("remove")
+        editor.answer("您確定要移除【radio】嗎？", answer)
+        until(lambda: len(folder.tasks()) == count, f"{count} tasks")
     assert editor.texts()["name"] == "memo"
 
 
 def check_the_records(folder, moment, steps):
-    """Of tasks that fell due at one moment, each with a step of its own to the next run."""
-    until(lambda: all(task.last_run != ZERO_DAY for task in saved(folder)), "each run's record")
-    for task, step in zip(saved(folder), steps):
+    """Each task ran at the moment and is due again a step later."""
+    until(lambda: all(task.last_run != ZERO_DAY for task in folder.tasks()), "each run's record")
+    for task, step in zip(folder.tasks(), steps):
         assert task.next_run - moment in (step, 2 * step), task.name
         assert timedelta() <= task.last_run - moment < timedelta(seconds=12), task.name
 
 
 def close_the_note(program):
-    note = until(lambda: next((window for window in program.windows()
-                               if window["class"].startswith("frmNotes")), None), "the note")
-    click_at(note["rect"], times=2)
-    until(lambda: all(window["class"] != note["class"] for window in program.windows()),
-          "the end of the note")
+    until(program.notes, "the note")
+    click_at(program.notes()[0]["rect"], times=2)
+    until(lambda: not program.notes(), "the end of the note")
 
 
 def test_tasks_of_every_kind_are_made_run_changed_removed_and_kept(folder, start):
-    command, report = probe(folder)
+    # Beside the program's folder, whose name cannot be typed.
+    reports = Reports(folder, folder.path.parent)
     kinds = [("radio", RADIO, "Http://127.0.0.1:9/a|b", DAYS, 7), ("note", NOTE, None, DAYS, 1),
              ("music", MUSIC, silence(folder), HOURS, 24),
-             ("program", APPLICATION, command, MINUTES, 1)]
+             ("program", APPLICATION, reports.command("report"), MINUTES, 1)]
     program = start().started()
-    assert saved(folder) == []
+    assert folder.tasks() == []
 
     # All of them fall due soon after the editor is closed.
-    moment = moment_in_this_hour(75)
+    moment = moment_in_this_hour(45)
     editor = open_editor(program)
     for number, kind in enumerate(kinds):
         if number > 0:
@@ -143,9 +124,9 @@ def test_tasks_of_every_kind_are_made_run_changed_removed_and_kept(folder, start
     assert now() < moment, "the tasks were made too late for this test"
     made = [(name, media, source or r"drink\r\nwater", unit, interval, True)
             for name, media, source, unit, interval in kinds]
-    assert [facts(task) for task in saved(folder)] == made
+    assert [facts(task) for task in folder.tasks()] == made
 
-    until(report.exists, "the program that was due", 120)
+    until(lambda: reports.exists("report"), "the program that was due", 120)
     steps = [timedelta(days=7), timedelta(days=1), timedelta(hours=24), timedelta(minutes=1)]
     check_the_records(folder, moment, steps)
     close_the_note(program)
@@ -155,33 +136,13 @@ def test_tasks_of_every_kind_are_made_run_changed_removed_and_kept(folder, start
     editor.close()
     assert program.exit() == 0
     kept = [("memo", *made[1][1:4], 3, False), made[2], made[3]]
-    assert [facts(task) for task in saved(folder)] == kept
+    assert [facts(task) for task in folder.tasks()] == kept
     start().started()
-    assert [facts(task) for task in saved(folder)] == kept
+    assert [facts(task) for task in folder.tasks()] == kept
     assert folder.backups() == []
 
 
-def test_a_task_that_falls_due_while_the_editor_is_open_is_skipped(folder, start):
-    command, report = probe(folder)
-    moment = now() + timedelta(seconds=12)
-    folder.list.write_bytes(list_bytes(
-        Task("due", command, moment, unit=MINUTES, interval=5, media_type=APPLICATION)))
-    program = start().started()
-    editor = open_editor(program)
-    editor.fill("name", "other")
-    assert now() < moment, "the editor came too late for this test"
-    until(lambda: now() > moment + timedelta(seconds=3), "the moment and a while")
-    assert not report.exists()
-    assert saved(folder)[0].next_run == moment
-    editor.close("cancel")
-    until(lambda: saved(folder)[0].next_run == moment + timedelta(minutes=5), "the next run")
-    # Had it been run now, the list would say so at the latest when the program ends.
-    assert program.exit() == 0
-    assert not report.exists()
-    assert [(task.name, task.last_run) for task in saved(folder)] == [("due", ZERO_DAY)]
-
-
-def test_a_task_is_made_and_given_up_by_keys_alone(folder, start):
+def test_a_task_is_made_and_given_up_by_keys_alone_and_alt_f4_asks(folder, start):
     program = start().started()
     editor = open_editor(program)
     # The name box has the keyboard, its text selected.
@@ -189,45 +150,32 @@ def test_a_task_is_made_and_given_up_by_keys_alone(folder, start):
     press_key("Tab", "End", "Tab")
     type_text("one\ntwo")
     press_key("ctrl+Return")
-    until(lambda: saved(folder), "the task")
-    assert facts(saved(folder)[0]) == ("by keys", NOTE, "one\\r\\ntwo", MINUTES, 1, True)
-    press_key("F2")
-    until(editor.is_editing, "the editing")
-    type_text("given up")
-    until(lambda: editor.texts()["name"] == "given up", "the typed name")
+    until(folder.tasks, "the task")
+    assert facts(folder.tasks()[0]) == ("by keys", NOTE, "one\\r\\ntwo", MINUTES, 1, True)
+    # Enter, the default answer, keeps what was typed.
+    for key, question in (("Escape", GIVING_UP), ("alt+F4", UNSAVED)):
+        press_key("F2")
+        until(editor.is_editing, "the fields in use")
+        type_text("given up")
+        editor.shows("name", "given up")
+        press_key(key)
+        assert editor.box_text() == question
+        press_key("Return")
+        editor.box_is_gone()
+        assert editor.texts()["name"] == "given up"
+        press_key(key)
+        editor.answer(question, YES)
+        if key == "Escape":
+            editor.shows("name", "by keys")
+    editor.is_gone()
+    # The main window is in use again. Without changes there is no question.
+    editor = open_editor(program)
     press_key("Escape")
-    assert editor.box()[0] == GIVING_UP
-    # The safe answer is the one that Enter gives.
-    press_key("Return")
-    until(lambda: not editor.find_box(), "the end of the question")
-    assert editor.texts()["name"] == "given up"
-    press_key("Escape")
-    editor.answer(YES)
-    until(lambda: editor.texts()["name"] == "by keys", "the task's own name")
+    until(lambda: not editor.is_editing(), "the list")
     press_key("Insert")
     until(editor.is_editing, "a new task")
     press_key("Escape")
     until(lambda: not editor.is_editing(), "the list")
     press_key("Escape")
     editor.is_gone()
-    assert len(saved(folder)) == 1
-
-
-def test_alt_f4_asks_before_typing_is_lost(folder, start):
-    program = start().started()
-    editor = open_editor(program)
-    type_text("typed")
-    until(lambda: editor.texts()["name"] == "typed", "the typed name")
-    press_key("alt+F4")
-    assert editor.box()[0] == UNSAVED
-    # The safe answer is the one that Enter gives.
-    press_key("Return")
-    until(lambda: not editor.find_box(), "the end of the question")
-    assert editor.texts()["name"] == "typed"
-    press_key("alt+F4")
-    editor.answer(YES)
-    editor.is_gone()
-    assert saved(folder) == []
-    # The main window is in use again, and the editor comes as often as it is called.
-    open_editor(program).close("cancel")
-    assert program.main_window()["text"] != Editor.CAPTION
+    assert len(folder.tasks()) == 1

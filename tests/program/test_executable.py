@@ -7,7 +7,7 @@ from xml.etree import ElementTree
 
 import pytest
 
-from harness import BINARIES
+from desktop import BINARIES
 
 EXECUTABLE = BINARIES / "Tellurvane.exe"
 # On every Windows, and looked for in the system's folder first, because the system itself has

@@ -1,15 +1,15 @@
-"""The open-file dialog, which is the system's own, opened from the schedule editor."""
+"""The open-file dialog of the system, opened from the schedule editor."""
 
 import pytest
 
-from editor import open_editor, type_text
-from harness import press_key, until, windows_path
+from desktop import BOX_CLASS, press_key, type_text, until, windows_path
+from editor import open_editor
+from task_list import APPLICATION, MUSIC
 
-MUSIC, APPLICATION = 1, 2
-KEPT = "FilesPath=C:\\音樂\\\r\n"
+KEPT = "C:\\音樂\\"
 
 
-class Dialog:
+class OpenFile:
     """The editor with the open-file dialog in front of it."""
 
     def __init__(self, program, media=MUSIC):
@@ -20,22 +20,27 @@ class Dialog:
 
     def open(self):
         self.editor.click("...")
-        until(self.editor.find_box, "the open-file dialog")
+        until(self.program.box, "the open-file dialog")
 
-    def choose(self, name):
-        """Types a name and presses Enter."""
+    def choose(self, name, source):
+        """Types a name and presses Enter; waits for the path in the editor."""
         press_key("ctrl+a")
         type_text(name)
-        until(lambda: any(child["text"] == name for child in self.editor.find_box()["children"]),
+        until(lambda: any(child["text"] == name for child in self.program.box()["children"]),
               "the typed name")
         press_key("Return")
-        self.is_gone()
+        self.editor.box_is_gone()
+        self.editor.shows("source", source)
 
-    def is_gone(self):
-        until(lambda: not self.editor.find_box(), "the end of the dialog")
+    def cancel(self):
+        press_key("Escape")
+        self.editor.box_is_gone()
 
-    def source(self):
-        return self.editor.texts()["source"]
+    def leave(self):
+        """Ends the program, and returns the folder that it remembers."""
+        self.editor.close("cancel")
+        assert self.program.exit() == 0
+        return self.program.folder.read_settings()["FilesPath"]
 
 
 @pytest.fixture
@@ -51,69 +56,48 @@ def music(folder):
     return path
 
 
-def leave(dialog, folder):
-    """Ends the program, and returns the settings that it leaves."""
-    dialog.editor.close("cancel")
-    assert dialog.program.exit() == 0
-    return folder.settings_text()
-
-
-def test_a_cancelled_dialog_changes_nothing(program, folder):
-    dialog = Dialog(program)
-    # In front of the editor, which waits like the main window behind it.
+def test_a_cancelled_dialog_changes_nothing(program):
+    dialog = OpenFile(program)
+    # In front of the editor, which is disabled like the main window.
     front, editor, main = program.windows()
-    assert front["class"] == "#32770" and front["enabled"]
+    assert front["class"] == BOX_CLASS and front["enabled"]
     assert editor["handle"] == dialog.editor.window()["handle"] and not editor["enabled"]
     assert main["text"] == "Tellurvane" and not main["enabled"]
-    press_key("Escape")
-    dialog.is_gone()
-    assert dialog.source() == ""
+    dialog.cancel()
     until(lambda: [window["enabled"] for window in program.windows()] == [True, False],
           "the editor in use again and the main window not")
     # The keyboard is where it was: the same button opens the dialog again.
     press_key("space")
-    until(dialog.editor.find_box, "the open-file dialog again")
-    press_key("Escape")
-    dialog.is_gone()
-    assert KEPT in leave(dialog, folder)
+    until(program.box, "the open-file dialog again")
+    dialog.cancel()
+    assert dialog.editor.texts()["source"] == ""
+    assert dialog.leave() == KEPT
 
 
-def test_a_chosen_path_is_the_source_and_its_folder_is_kept_for_the_next_time(program, folder,
-                                                                              music):
+def test_a_chosen_path_is_the_source_and_the_next_dialog_begins_in_its_folder(program, folder, music):
     (music / "a.wav").touch()
-    dialog = Dialog(program)
-    dialog.choose(windows_path(music / "a.wav"))
-    until(lambda: dialog.source() == windows_path(music / "a.wav"), "the source")
-    # The next time the dialog begins in that folder: a name alone is enough.
-    (music / "b.wav").touch()
+    dialog = OpenFile(program)
+    dialog.choose(windows_path(music / "a.wav"), windows_path(music / "a.wav"))
+    # Now a name alone is enough. The file need not exist.
     dialog.open()
-    dialog.choose("b.wav")
-    until(lambda: dialog.source() == windows_path(music / "b.wav"), "the source in the same folder")
-    assert KEPT in folder.settings_text(), "it is written at the end only"
-    assert f"FilesPath={windows_path(music)}\\\r\n" in leave(dialog, folder)
-
-
-def test_a_missing_file_in_an_existing_folder_is_accepted(program, folder, music):
-    dialog = Dialog(program)
-    dialog.choose(windows_path(music / "missing.mp3"))
-    until(lambda: dialog.source() == windows_path(music / "missing.mp3"), "the source")
+    dialog.choose("missing.mp3", windows_path(music / "missing.mp3"))
     assert not (music / "missing.mp3").exists(), "choosing makes no file"
-    assert f"FilesPath={windows_path(music)}\\\r\n" in leave(dialog, folder)
+    assert folder.read_settings()["FilesPath"] == KEPT, "it is written at the end only"
+    assert dialog.leave() == windows_path(music) + "\\"
 
 
-def test_a_file_in_a_missing_folder_is_refused_by_the_dialog(program, folder, music):
-    dialog = Dialog(program, APPLICATION)
+def test_a_file_in_a_missing_folder_is_rejected_by_the_dialog(program, music):
+    dialog = OpenFile(program, APPLICATION)
     press_key("ctrl+a")
     type_text(windows_path(music / "none" / "a.exe"))
     press_key("Return")
 
-    def boxes():
-        return [window for window in program.windows() if window["class"] == "#32770"]
+    def box_count():
+        return [window["class"] for window in program.windows()].count(BOX_CLASS)
 
-    until(lambda: len(boxes()) == 2, "the refusal")
+    until(lambda: box_count() == 2, "the message")
     press_key("Return")
-    until(lambda: len(boxes()) == 1, "the dialog again")
-    press_key("Escape")
-    dialog.is_gone()
-    assert dialog.source() == ""
-    assert KEPT in leave(dialog, folder)
+    until(lambda: box_count() == 1, "the dialog again")
+    dialog.cancel()
+    assert dialog.editor.texts()["source"] == ""
+    assert dialog.leave() == KEPT

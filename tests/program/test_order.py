@@ -1,10 +1,10 @@
-"""In which order the program takes what it needs and gives it back, seen from outside."""
+"""The order of the calls at start and end, seen from outside."""
 
 import re
 
 import pytest
 
-from harness import run, windows_path
+from desktop import run, windows_path
 
 WATCHED = {
     "kernel32.SetCurrentDirectoryW": lambda texts: texts[0],
@@ -29,14 +29,14 @@ def watch_few_calls():
 
 
 def plain(text):
-    """A text of the trace, in which what is not ASCII is a backslash and four digits."""
+    """A text of the trace, where a backslash and four digits are a character outside ASCII."""
     escape = re.compile(rb"\\([0-9a-f]{4}|.)")
     return escape.sub(lambda match: chr(int(match[1], 16)).encode() if len(match[1]) == 4
                       else match[1], text).decode()
 
 
 def calls(trace):
-    """The watched calls in their order, each with the argument that tells it from the others."""
+    """The watched calls in their order, each with the argument that identifies it."""
     names = {name.lower(): name for name in WATCHED}
     for line in trace.read_bytes().splitlines():
         match = _CALL.search(line)

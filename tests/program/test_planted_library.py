@@ -1,19 +1,18 @@
-"""A library beside the program that has the name of one of the system's is not loaded."""
+"""A library beside the program with the name of a system library is not loaded."""
 
 import os
 from pathlib import Path
 
-from harness import run
+from desktop import run
 
-# What the program, or a library that it uses, loads while it runs. (What is loaded before its
-# first line, it has no say in.)
+# Libraries that are loaded while the program runs, by itself or by another library.
 NAMES = ["gdiplus", "dwmapi", "riched20", "wmp", "winmm", "windowscodecs", "propsys",
          "msxml3", "comdlg32", "textshaping"]
 PLANTED = "PlantedLibrary.dll"
 
 
 def like_windows(*names):
-    """Wine prefers its own library of a name; Windows takes the first that it finds."""
+    """Wine prefers its own library of a name, Windows the first that it finds."""
     return {"WINEDLLOVERRIDES": f"{','.join(names)}=n,b;mscoree,mshtml="}
 
 
@@ -27,7 +26,7 @@ def test_no_library_beside_the_program_is_loaded(folder, start):
     assert [library.name for library in libraries if is_loaded(library)] == []
 
 
-def test_a_planted_library_that_is_loaded_tells(folder):
+def test_a_planted_library_reports_when_it_is_loaded(folder):
     library = folder.add(PLANTED, "gdiplus.dll")
     # By a program that looks in its own folder first, as any does by default.
     host = folder.add("LoadLibrary.exe")

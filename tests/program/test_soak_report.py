@@ -1,4 +1,4 @@
-"""What a soak calls growth, and what it calls a missed or a doubled run."""
+"""Growth, missed runs and double runs in the report of a soak."""
 
 from datetime import datetime, timedelta
 

@@ -1,36 +1,36 @@
-#include "tests/standin/Timeline.h"
+#include "tests/fakeplayer/Timeline.h"
 
 #include <wmp.h>
 
 #include <utility>
 
-namespace standin {
+namespace fakeplayer {
 namespace {
 
 constexpr DISPID kOpenStateChange = 5001;
 constexpr DISPID kPlayStateChange = 5101;
-constexpr double kStandsStillBefore = 1;
-constexpr double kStandsStillAfter = 0.1;
+constexpr double kSleepsBefore = 1;
+constexpr double kSleepsAfter = 0.1;
 
 double Seconds() { return static_cast<double>(GetTickCount64()) / 1'000; }
 
 }  // namespace
 
-Timeline::Timeline(Script& script, Tell tell) : script_(script), tell_(std::move(tell)) {}
+Timeline::Timeline(Script& script, Raise raise) : script_(script), raise_(std::move(raise)) {}
 
 void Timeline::SetUrl() {
   isOpen_ = false;
   restsAt_ = 0;
-  TellOpenState(wmposPlaylistChanging);
+  RaiseOpenState(wmposPlaylistChanging);
   Become(wmppsTransitioning);
-  TellOpenState(wmposPlaylistOpenNoMedia);
+  RaiseOpenState(wmposPlaylistOpenNoMedia);
   Become(wmppsReady);
 }
 
 void Timeline::Play() {
   opensAt_ = Seconds() + script_.Number("opening");
   Become(wmppsTransitioning);
-  TellOpenState(wmposOpeningUnknownURL);
+  RaiseOpenState(wmposOpeningUnknownURL);
 }
 
 void Timeline::Stop() {
@@ -41,7 +41,7 @@ void Timeline::Stop() {
 void Timeline::Close() {
   Stop();
   isOpen_ = false;
-  TellOpenState(wmposPlaylistOpenNoMedia);
+  RaiseOpenState(wmposPlaylistOpenNoMedia);
   Become(wmppsUndefined);
 }
 
@@ -58,7 +58,7 @@ void Timeline::Beat() {
     isOpen_ = true;
     scripted_ = script_.Number("currentPosition");
     Begin(scripted_);
-    TellOpenState(wmposMediaOpen);
+    RaiseOpenState(wmposMediaOpen);
     Become(wmppsPlaying);
   }
   if (state_ != wmppsPlaying) return;
@@ -66,8 +66,8 @@ void Timeline::Beat() {
     scripted_ = script_.Number("currentPosition");
     Begin(scripted_);
   }
-  if (script_.Number("lateTick") != 0 && Position() >= End() - kStandsStillBefore) {
-    Sleep(static_cast<DWORD>((End() - Position() + kStandsStillAfter) * 1'000));
+  if (script_.Number("lateTick") != 0 && Position() >= End() - kSleepsBefore) {
+    Sleep(static_cast<DWORD>((End() - Position() + kSleepsAfter) * 1'000));
   }
   if (Position() >= End()) ReachTheEnd();
 }
@@ -75,10 +75,10 @@ void Timeline::Beat() {
 void Timeline::Become(int state) {
   if (state == state_) return;
   state_ = state;
-  tell_(kPlayStateChange, state);
+  raise_(kPlayStateChange, state);
 }
 
-void Timeline::TellOpenState(int state) { tell_(kOpenStateChange, state); }
+void Timeline::RaiseOpenState(int state) { raise_(kOpenStateChange, state); }
 
 void Timeline::Begin(double position) { begunAt_ = Seconds() - position; }
 
@@ -92,4 +92,4 @@ void Timeline::ReachTheEnd() {
   for (const int state : {wmppsMediaEnded, wmppsStopped, wmppsReady}) Become(state);
 }
 
-}  // namespace standin
+}  // namespace fakeplayer

@@ -1,10 +1,9 @@
 #!/usr/bin/python3
-"""Lives with the program under Wine: a task of each kind every minute, notes closed by real clicks,
-menus opened, the window hidden and shown; run by scripts/soak.
+"""Uses the program under Wine for a long time: a task of each kind every minute, notes closed by
+clicks, menus opened, the window hidden and shown; run by scripts/soak.
 
-What plays is the control that stands in for the media player. Wine 8.0's own keeps 77 kernel
-handles of each file that it has played and a thread of each address that it has refused, in a
-program that does nothing else, and would hide what ours might keep.
+A fake control plays. Wine 8.0's own keeps 77 kernel handles for each played file and a thread for
+each address that fails, which would hide leaks of the program.
 
 soak.py FOLDER MINUTES: works in the folder and writes samples.json there. Exit code 0 when nothing
 grew and every task ran exactly once at each of its moments.
@@ -19,36 +18,22 @@ import time
 from datetime import datetime, timedelta
 from pathlib import Path
 
-ROOT = Path(__file__).resolve().parent.parent.parent
-sys.path.insert(0, str(ROOT / "scripts" / "lib"))
-from harness import (BINARIES, SETTINGS, Folder, Program, click, click_at,  # noqa: E402
-                     click_tray_icon, end_all_in, press_key, run, screenshot, until, windows_path)
-from joblist import (APPLICATION, MINUTES, MUSIC, NOTE, RADIO, Task, list_bytes, now,  # noqa: E402
-                     read_tasks)
-from player import StandIn, register  # noqa: E402
+ROOT = Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(ROOT / "tests" / "program"))
+from desktop import (BINARIES, click, click_at, click_tray_icon, happens, press_key,  # noqa: E402
+                     run, screenshot, until, windows_path)
+from harness import SETTINGS, Folder, Program, end_all_in  # noqa: E402
+from player import FakeMediaControl, register  # noqa: E402
 from process_memory import process_memory  # noqa: E402
 from soak_report import UNITS, Count, Runs, print_report  # noqa: E402
+from task_list import APPLICATION, MINUTES, MUSIC, NOTE, RADIO, Task, now  # noqa: E402
 
 SECONDS_TO_START = 45
-# When in its minute each task falls due; the robot has the time between.
+# The second of its minute at which each task falls due.
 MUSIC_AT, RADIO_AT, COMMAND_AT, NOTE_AT, SAMPLE_AT = 0, 10, 20, 32, 52
 HIDDEN_EVERY = 3  # minutes
-REFUSED = "http://127.0.0.1:1/live"  # nobody listens there
+NO_STREAM = "http://127.0.0.1:1/live"  # nothing listens there
 BESIDE = (300, 800)  # the bare screen while the main window is hidden
-OPTIONS = 4  # the button of the toolbar
-
-
-class Soaked(Program):
-    """The program, whose clock and notes stand beside its main window."""
-
-    def on_screen(self):
-        return run("xdotool", "search", "--all", "--onlyvisible", "--pid", self.process.pid,
-                   "--name", "^Tellurvane$").split()
-
-    def note(self):
-        """A note that stands on the screen, if there is one."""
-        return next((window for window in self.windows()
-                     if window["class"].startswith("frmNotes")), None)
 
 
 class Plan:
@@ -69,12 +54,12 @@ class Plan:
                 f'"{logger}" "{windows_path(self.log)}" {name}', **facts)
 
         add("music", MUSIC_AT, MUSIC, self.chime)
-        add("radio", RADIO_AT, RADIO, REFUSED)
+        add("radio", RADIO_AT, RADIO, NO_STREAM)
         add_command("command")
         add_command("disabled", enabled=False)
         add_command("command-2")
         add("note", NOTE_AT, NOTE, r"起來走一走\r\n順便喝杯水")
-        folder.list.write_bytes(list_bytes(*self.tasks))
+        folder.write_list(*self.tasks)
 
     def first_due(self, name):
         return next(task.next_run for task in self.tasks if task.name == name)
@@ -88,16 +73,16 @@ class Plan:
 class ListWatch(threading.Thread):
     """Sees each run that the program records in its list."""
 
-    def __init__(self, path):
+    def __init__(self, folder):
         super().__init__(daemon=True)
-        self.path = path
+        self.folder = folder
         self.seen = {}
         self.failure = None
         self.stopped = threading.Event()
         self.before = self.read()
 
     def read(self):
-        return {task.name: task.last_run for task in read_tasks(self.path.read_bytes())}
+        return {task.name: task.last_run for task in self.folder.tasks()}
 
     def run(self):
         try:
@@ -107,7 +92,7 @@ class ListWatch(threading.Thread):
                     if moment != self.before[name]:
                         self.seen.setdefault(name, []).append(moment)
                 self.before = latest
-        except Exception as failure:  # told by the main thread
+        except Exception as failure:  # raised in the main thread by stop()
             self.failure = failure
 
     def stop(self):
@@ -118,12 +103,12 @@ class ListWatch(threading.Thread):
 
 
 class Robot:
-    """Does to the program what a user does all day."""
+    """Uses the program as a user does all day."""
 
     def __init__(self, program, first):
         self.program = program
         self.first = first
-        self.notes = []  # when each came up
+        self.notes = []  # when each appeared
 
     def wait_for(self, minute, second):
         moment = self.first + timedelta(minutes=minute, seconds=second)
@@ -134,7 +119,7 @@ class Robot:
     def live(self, minute):
         """One minute; the samples are taken when it is over."""
         self.wait_for(minute, MUSIC_AT + 2)
-        self.open_menu(lambda: click_at(self.program.toolbar_button(OPTIONS)["rect"]))
+        self.open_menu(lambda: click_at(self.program.toolbar_button("options")))
         self.dismiss_menu()
         self.wait_for(minute, RADIO_AT + 1)
         row = self.program.row(0)
@@ -145,7 +130,7 @@ class Robot:
         is_away = minute % HIDDEN_EVERY == HIDDEN_EVERY - 1
         if is_away:
             self.wait_for(minute, COMMAND_AT + 2)
-            self.program.put_away()
+            self.program.hide()
             self.open_menu(lambda: click_tray_icon(3))
             # Nothing of the program has the keyboard now.
             self.dismiss_menu(lambda: click(*BESIDE))
@@ -158,10 +143,7 @@ class Robot:
     def open_menu(self, ask):
         def opens():
             ask()
-            try:
-                return until(self.program.has_menu, "the menu", 3)
-            except AssertionError:
-                return False
+            return happens(self.program.has_menu, 3)
 
         until(opens, "a menu", 20)
 
@@ -173,20 +155,20 @@ class Robot:
         until(is_gone, "the end of the menu", 20)
 
     def close_note(self):
-        note = until(self.program.note, "the note", 20)
+        until(self.program.notes, "the note", 20)
         self.notes.append(datetime.now())
 
         def is_closed():
-            image, = (child for child in note["children"]
-                      if child["class"] == "TellurvanePictureBox")
-            click_at(image["rect"])
-            standing = self.program.note()
-            return not standing or standing["handle"] != note["handle"]
+            for note in self.program.notes():
+                image, = (child for child in note["children"]
+                          if child["class"] == "TellurvanePictureBox")
+                click_at(image["rect"])
+            return not self.program.notes()
 
         until(is_closed, "the note closed", 20)
 
     def sample(self):
-        """What the program holds now, when nothing is going on."""
+        """The resources that the program holds while nothing happens."""
         proc = Path(f"/proc/{self.program.process.pid}")
         counts = json.loads(run("wine", BINARIES / "CountResources.exe",
                                 self.program.folder.executable.name))
@@ -213,11 +195,11 @@ def live(robot, minutes):
 def soak(folder, minutes):
     first = now() + timedelta(seconds=SECONDS_TO_START)
     plan = Plan(folder, first)
-    player = StandIn(folder.path)
+    player = FakeMediaControl(folder.path)
     folder.write_settings(SETTINGS | {"TimeForm": "1"})
-    program = Soaked(folder, environment=player.environment).started()
+    program = Program(folder, environment=player.environment).started()
     assert now() < first, "the program took too long to start"
-    watch = ListWatch(folder.list)
+    watch = ListWatch(folder)
     watch.start()
     robot = Robot(program, first)
     samples = live(robot, minutes)
@@ -229,7 +211,7 @@ def soak(folder, minutes):
 
 
 def outcomes(plan, watch, robot, player, end):
-    """What each task did: by the list, and by whoever was told to do something."""
+    """What each task did, by the list, by the started programs and by the player."""
     runs = {task.name: Runs(task.name, task.next_run, end, watch.seen.get(task.name, []))
             for task in plan.tasks if task.enabled}
     yield from runs.values()
@@ -238,7 +220,7 @@ def outcomes(plan, watch, robot, player, end):
     yield Runs("note shown", plan.first_due("note"), end, robot.notes)
     addresses = [call.partition(" ")[2] for call in player.calls() if call.startswith("put_URL ")]
     yield Count("music played", runs["music"].due, addresses.count(plan.chime))
-    yield Count("radio played", runs["radio"].due, addresses.count(REFUSED))
+    yield Count("radio played", runs["radio"].due, addresses.count(NO_STREAM))
     yield Count("disabled", 0, len(plan.logged("disabled") + watch.seen.get("disabled", [])))
     pairs = list(zip(plan.logged("command"), plan.logged("command-2")))
     yield Count("in order", len(pairs), sum(first < second for first, second in pairs))
@@ -249,7 +231,7 @@ def main():
     shutil.rmtree(path, ignore_errors=True)
     path.mkdir(parents=True)
     folder = Folder(path)
-    register(StandIn.LIBRARY)
+    register(FakeMediaControl.LIBRARY)
     try:
         is_good = soak(folder, minutes)
     except BaseException:
@@ -257,7 +239,7 @@ def main():
         raise
     finally:
         end_all_in(folder)
-    print("soak: all well" if is_good else "soak: NOT well")
+    print("soak: passed" if is_good else "soak: FAILED")
     return 0 if is_good else 1
 
 

@@ -1,9 +1,9 @@
-#include "tests/standin/Script.h"
+#include "tests/fakeplayer/Script.h"
 
 #include <cstdlib>
 #include <sstream>
 
-namespace standin {
+namespace fakeplayer {
 namespace {
 
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
@@ -78,4 +78,4 @@ HRESULT Script::Result(const std::string& member) const {
   return static_cast<HRESULT>(std::strtoul(value.c_str(), nullptr, 16));
 }
 
-}  // namespace standin
+}  // namespace fakeplayer

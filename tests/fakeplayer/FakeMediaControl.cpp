@@ -1,5 +1,5 @@
-// Stands in for the Windows Media Player control: plays nothing, writes down every call, and says
-// of itself what its script says, or goes by itself. See Script.h and Timeline.h.
+// A fake of the Windows Media Player control: it plays nothing, logs every call, and answers by its
+// script (Script.h) or by a timeline of its own (Timeline.h).
 #include <windows.h>
 
 #include <ocidl.h>
@@ -9,12 +9,12 @@
 #include <cstdio>
 #include <string>
 
-#include "tests/standin/Script.h"
-#include "tests/standin/Timeline.h"
-#include "tests/standin/UnusedMembers.h"
+#include "tests/fakeplayer/Script.h"
+#include "tests/fakeplayer/Timeline.h"
+#include "tests/fakeplayer/UnusedMembers.h"
 #include "tests/support/Utf8.h"
 
-namespace standin {
+namespace fakeplayer {
 namespace {
 
 constexpr DISPID kPlayStateChange = 5101;
@@ -27,8 +27,8 @@ Script& TheScript() {
 }
 
 IDispatch* theSink = nullptr;
-int theToldState = 0;
-bool isTelling = false;
+int theReportedState = 0;
+bool isRaising = false;
 
 std::string NumberText(double number) {
   char text[32] = {};
@@ -36,46 +36,46 @@ std::string NumberText(double number) {
   return text;
 }
 
-void TellState(DISPID event, int state) {
+void RaiseState(DISPID event, int state) {
   TheScript().Write("event " + std::to_string(event) + " " + std::to_string(state));
   if (theSink == nullptr) return;
   VARIANT argument = {};
   argument.vt = VT_UI4;
   argument.lVal = state;
   DISPPARAMS parameters = {&argument, nullptr, 1, 0};
-  isTelling = true;
+  isRaising = true;
   theSink->Invoke(event, IID{}, LOCALE_NEUTRAL, DISPATCH_METHOD, &parameters, nullptr, nullptr,
                   nullptr);
-  isTelling = false;
+  isRaising = false;
 }
 
 Timeline& TheTimeline() {
-  static Timeline timeline(TheScript(), TellState);
+  static Timeline timeline(TheScript(), RaiseState);
   return timeline;
 }
 
-// Its events come from the program's message loop, as those of a control of its thread do.
+// Events come from the program's message loop, as those of a real control do.
 void CALLBACK Beat(HWND, UINT, UINT_PTR, DWORD) {
   TheScript().Read();
   TheTimeline().Beat();
 }
 
-// What each member does first. Its result is what the member answers.
+// Every member begins with this and returns its result.
 HRESULT Called(const std::string& member, const std::string& argument = "") {
   Script& script = TheScript();
   script.Read();
-  std::string line = (isTelling ? "(in event) " : "") + member;
+  std::string line = (isRaising ? "(in event) " : "") + member;
   if (!argument.empty()) line += " " + argument;
   script.Write(line);
   const int state = static_cast<int>(script.Number("playState"));
-  if (!TheTimeline().IsOn() && theSink != nullptr && !isTelling && state != theToldState) {
-    theToldState = state;
-    TellState(kPlayStateChange, state);
+  if (!TheTimeline().IsOn() && theSink != nullptr && !isRaising && state != theReportedState) {
+    theReportedState = state;
+    RaiseState(kPlayStateChange, state);
   }
   return script.Result(member);
 }
 
-// The same, and what the media then does.
+// The same, followed by a step of the timeline.
 template <typename Step>
 HRESULT Called(const std::string& member, const std::string& argument, Step step) {
   const HRESULT result = Called(member, argument);
@@ -260,16 +260,16 @@ class Factory final : public Object<IClassFactory> {
 };
 
 }  // namespace
-}  // namespace standin
+}  // namespace fakeplayer
 
 STDAPI DllGetClassObject(REFCLSID id, REFIID interfaceId, void** object) {
   *object = nullptr;
   if (!IsEqualCLSID(id, __uuidof(WindowsMediaPlayer))) return CLASS_E_CLASSNOTAVAILABLE;
-  auto* const factory = new standin::Factory;
+  auto* const factory = new fakeplayer::Factory;
   const HRESULT result = factory->QueryInterface(interfaceId, object);
   factory->Release();
   return result;
 }
 
-// It stays as long as the process that loaded it.
+// It stays loaded until the process ends.
 STDAPI DllCanUnloadNow() { return S_FALSE; }

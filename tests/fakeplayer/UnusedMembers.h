@@ -1,4 +1,4 @@
-// What of the player control's interfaces nobody here calls: each member says that it is not there.
+// The members of the control's interfaces that the program does not call: none is implemented.
 #pragma once
 
 #include <windows.h>
@@ -7,9 +7,9 @@
 
 #include <atomic>
 
-namespace standin {
+namespace fakeplayer {
 
-// Counts references; the offer of an object is one interface and what that one is made of.
+// Counts references. An object has one interface.
 template <typename Interface>
 class Object : public Interface {
  public:
@@ -144,4 +144,4 @@ class UnusedPlayer : public Automation<IWMPPlayer4> {
   STDMETHODIMP openPlayer(BSTR) override { return E_NOTIMPL; }
 };
 
-}  // namespace standin
+}  // namespace fakeplayer

@@ -1,11 +1,11 @@
-"""What a soak has to show: every due moment run exactly once, and nothing that only grows."""
+"""The result of a soak: every due moment must run exactly once, and nothing may grow on and on."""
 
 import statistics
 from datetime import timedelta
 
 WARM_UP_MINUTES = 10
-# Caches, worker threads of the system and its heap wander by this much; what is lost at each run
-# or each menu is far more after half an hour.
+# Caches, worker threads of the system and its heap vary by this much. A leak at each run or menu is
+# far more after half an hour.
 LIMITS = {"files": 4, "kernel": 4, "gdi": 4, "windows": 0, "threads": 2, "memory": 768}
 UNITS = {"memory": "own memory, KB", "files": "open files", "kernel": "kernel handles",
          "gdi": "GDI objects", "windows": "windows", "threads": "threads"}
@@ -14,8 +14,8 @@ LATEST = timedelta(seconds=10)
 
 
 class Growth:
-    """How much a figure grew once the program was warm: between the middles of the first and of the
-    last third of its samples, so that one odd sample decides nothing."""
+    """The growth of a figure after the warm-up: between the medians of the first and of the last third
+    of its samples, so that a single sample decides nothing."""
 
     def __init__(self, name, samples):
         warm = samples[min(WARM_UP_MINUTES, len(samples) // 3):]
@@ -41,7 +41,7 @@ class Runs:
         self.undue = 0
         self.late = timedelta()
         for moment in moments:
-            # Which due moment it belongs to: the latest one before it.
+            # It belongs to the latest due moment before it.
             number = (moment - first_due) // every
             if 0 <= number < self.due:
                 counts[number] += 1
@@ -58,7 +58,7 @@ class Runs:
 
 
 class Count:
-    """How often something happened, beside how often it was to."""
+    """How often something happened, and how often it had to."""
 
     def __init__(self, name, wanted, seen):
         self.name, self.wanted, self.seen = name, wanted, seen
@@ -70,7 +70,7 @@ class Count:
 
 
 def print_report(samples, outcomes):
-    """Prints what grew and what the tasks did; true when all is as it has to be."""
+    """Prints the growth and the runs; true when all passed."""
     growths = [Growth(name, [sample[name] for sample in samples]) for name in UNITS]
     outcomes = list(outcomes)
     print(f"\n{'':<18}{'when warm':>12}{'at the end':>12}{'growth':>8}{'limit':>8}")
