@@ -1,4 +1,4 @@
-; The first language stands in for those that are not here.
+; The first language is used for all languages that are missing here.
 !insertmacro MUI_LANGUAGE "English"
 !insertmacro MUI_LANGUAGE "TradChinese"
 

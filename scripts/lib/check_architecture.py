@@ -1,10 +1,10 @@
 #!/usr/bin/python3
-"""Draws the rooms and their arrows from the build's link graph into docs/architecture.md.
+"""Draws the modules and their arrows from the build's link graph into docs/architecture.md.
 
-    check_architecture.py GRAPH.dot [--check]    --check writes nothing and says whether all is as built
+    check_architecture.py GRAPH.dot [--check]    --check writes nothing and only compares
 
-It also looks whether each room includes only what it is linked with: every header can be found from
-every room, so the compiler would not notice.
+It also checks that each module includes only modules that it is linked with. The compiler would not
+notice, because every header can be found from every module.
 """
 
 import re
@@ -17,14 +17,14 @@ BEGIN, END = "<!-- arrows: written by scripts/architecture -->\n", "<!-- end of 
 PROGRAM = "Tellurvane"
 
 
-def rooms():
-    """The folders that are a room by their CMakeLists.txt."""
+def modules():
+    """The folders whose CMakeLists.txt declares a module."""
     return {path.parent.name for path in ROOT.glob("*/CMakeLists.txt")
             if f"tellurvane_module({path.parent.name}" in path.read_text("utf-8")}
 
 
 def arrows(graph, nodes):
-    """Who is linked with whom, among these targets."""
+    """The links among these targets."""
     found = {node: set() for node in nodes}
     for source, target in re.findall(r"// (\S+) -> (\S+)$", graph, re.MULTILINE):
         if source in nodes and target in nodes:
@@ -33,7 +33,7 @@ def arrows(graph, nodes):
 
 
 def reachable(found, node):
-    """All that a target is linked with, directly or by way of others."""
+    """All targets that a target is linked with, directly or through others."""
     seen, open_nodes = set(), [node]
     while open_nodes:
         for target in found[open_nodes.pop()] - seen:
@@ -50,7 +50,7 @@ def shortest(found):
 
 
 def diagram(found):
-    """The picture, the highest rooms first."""
+    """The picture, the highest modules first."""
     order = sorted(found, key=lambda node: (-len(reachable(found, node)), node))
     lines = ["```mermaid", "graph TD"]
     for node in order:
@@ -61,21 +61,21 @@ def diagram(found):
 
 
 def strange_includes(found, names):
-    """The includes of rooms that a room is not linked with."""
-    for room in sorted(names):
-        allowed = reachable(found, room) | {room}
-        for path in sorted((ROOT / room).glob("*")):
-            # The entry routine is the executable's, not the room's.
-            if path.suffix not in (".h", ".cpp") or (room, path.name) == ("app", "Main.cpp"):
+    """The includes of modules that a module is not linked with."""
+    for module in sorted(names):
+        allowed = reachable(found, module) | {module}
+        for path in sorted((ROOT / module).glob("*")):
+            # The entry routine is the executable's, not the module's.
+            if path.suffix not in (".h", ".cpp") or (module, path.name) == ("app", "Main.cpp"):
                 continue
             for folder in re.findall(r'^#include "(\w+)/', path.read_text("utf-8"), re.MULTILINE):
                 if folder not in allowed:
-                    yield (f"{path.relative_to(ROOT)} includes {folder}/, which {room} is not "
+                    yield (f"{path.relative_to(ROOT)} includes {folder}/, which {module} is not "
                            "linked with")
 
 
 def main():
-    names = rooms()
+    names = modules()
     found = arrows(Path(sys.argv[1]).read_text("utf-8"), names | {PROGRAM})
     faults = [f"{node} can be reached from itself" for node in found
               if node in reachable(found, node)]
@@ -87,7 +87,7 @@ def main():
     if "--check" not in sys.argv:
         DOCUMENT.write_text(drawn, "utf-8")
     elif drawn != text:
-        faults.append("the arrows in docs/architecture.md are not those of the build: "
+        faults.append("the arrows in docs/architecture.md differ from the build: "
                       "run scripts/architecture")
     for fault in faults:
         print(fault, file=sys.stderr)

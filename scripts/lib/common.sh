@@ -1,4 +1,4 @@
-# Shared by the scripts: where things are, and how they speak. To be sourced.
+# Shared by the scripts, which source it.
 # shellcheck shell=bash
 
 set -euo pipefail

@@ -1,8 +1,8 @@
-"""How much memory a process of this machine holds."""
+"""The memory of a process on this machine."""
 
 
 def process_memory(proc):
-    """Bytes: resident, its proportional share of what is shared, and what it wrote itself.
+    """Bytes: resident, with its share of shared pages, and written by the process itself.
 
     proc is the path of its folder in /proc.
     """

@@ -1,11 +1,10 @@
 #!/usr/bin/python3
-"""Prints how much of each rules file the tests run, and each branch that they do not take.
+"""Prints how much of each portable file the tests cover, and each branch that they do not cover.
 
     uncovered.py COVERAGE.json COMPILE_COMMANDS.json
 
-Takes what llvm-cov exports. A line with "// untaken: REASON", or the line below such a comment,
-gives the reason why one of its branches cannot be taken; it is listed with it. Exit code 1 when
-there is one without.
+Reads the export of llvm-cov. A comment "// not covered: REASON", on the line or above it, gives the
+reason why one of its branches cannot be taken. Exit code 1 when a branch has no reason.
 """
 
 import json
@@ -15,18 +14,18 @@ from collections import defaultdict
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
-ROOM = re.compile(r"(app|base|clock|cmd|mainwin|notes|radio|scheduler|ui)/[^/]+$")
-REASON = re.compile(r"// untaken: (\S.*)")
+MODULE = re.compile(r"(app|base|clock|cmd|mainwin|notes|radio|scheduler|ui)/[^/]+$")
+REASON = re.compile(r"// not covered: (\S.*)")
 
 
-def is_rule(path, compiled):
-    """Whether a path is a rule's. The header of a source for Windows is tested there."""
+def is_portable(path, compiled):
+    """Whether a path is portable code. The header of a Windows source is tested there."""
     source = re.sub(r"\.h$", ".cpp", path)
-    return ROOM.match(path) is not None and (source in compiled or not (ROOT / source).exists())
+    return MODULE.match(path) is not None and (source in compiled or not (ROOT / source).exists())
 
 
 def relative(path):
-    """The path below the root; empty for what is not ours."""
+    """The path below the root; empty outside of it."""
     path = Path(path)
     return str(path.relative_to(ROOT)) if path.is_relative_to(ROOT) else ""
 
@@ -35,11 +34,11 @@ def branches_of(file):
     """Each branch once: its place, and how often it was taken and not taken."""
     counts = defaultdict(lambda: [0, 0])
     for line, column, end_line, end_column, taken, not_taken, *_ in file["branches"]:
-        # A template stands there once for each of its instances.
+        # A template is listed once for each of its instances.
         place = (line, column, end_line, end_column)
         counts[place][0] += taken
         counts[place][1] += not_taken
-    # What counts neither way was settled by the compiler, or stands where nothing is ever run.
+    # Without a count the compiler decided the branch, or the code never runs.
     return {place: counts[place] for place in sorted(counts) if any(counts[place])}
 
 
@@ -56,7 +55,7 @@ def never_run(file):
 
 
 def reason(lines, number):
-    """The reason that stands beside a line or above it."""
+    """The reason on a line or above it."""
     for text in lines[max(number - 2, 0):number]:
         found = REASON.search(text)
         if found:
@@ -65,7 +64,7 @@ def reason(lines, number):
 
 
 def report(path, file):
-    """Prints a file's row; the complaints about it, as (text, reason)."""
+    """Prints a file's row, and returns its complaints as (text, reason)."""
     source = (ROOT / path).read_text("utf-8").splitlines()
     branches = branches_of(file)
     missed = [(place[0], f"never {word}: {text_of(source, place)}")
@@ -87,12 +86,12 @@ def main():
     files = {relative(file["filename"]): file for file in exported["data"][0]["files"]}
     compiled = {relative(entry["file"]) for entry in json.loads(Path(sys.argv[2]).read_text("utf-8"))}
     complaints, taken, sides = [], 0, 0
-    for path in sorted(path for path in files if is_rule(path, compiled)):
+    for path in sorted(path for path in files if is_portable(path, compiled)):
         found, file_taken, file_sides = report(path, files[path])
         complaints += found
         taken, sides = taken + file_taken, sides + file_sides
     complaints += [(f"{path}: no test is linked with it", "")
-                   for path in sorted(compiled - files.keys()) if is_rule(path, compiled)]
+                   for path in sorted(compiled - files.keys()) if is_portable(path, compiled)]
     print(f"all: {taken} of {sides} branches taken")
     for text, why in complaints:
         print(text + (f"  [{why}]" if why else ""))
