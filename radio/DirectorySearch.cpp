@@ -36,7 +36,7 @@ const std::array<Genre, 28> kGenres = {{{L"Top 精選 (Top Streams)", L"top"},
                                         {L"遊戲音樂 (Game)", L"game"}}};
 
 std::wstring AddressOf(const DirectoryQuery& query) {
-  // untaken: there are four directories
+  // not covered: there are four directories
   switch (query.source) {
     case DirectorySource::kShoutcast:
       return std::wstring(kShoutcastDirectory) + L"/embed_module?reqType=" +
@@ -49,7 +49,7 @@ std::wstring AddressOf(const DirectoryQuery& query) {
     case DirectorySource::kHinet:
       return std::wstring(kHinetDirectory) + L"/xml/radioList.jsp";
   }
-  return {};  // untaken: there are four directories
+  return {};  // not covered: there are four directories
 }
 
 StationSearch SearchDirectory(const DirectoryQuery& query, const std::wstring& hinetUrl,
@@ -65,7 +65,7 @@ StationSearch SearchDirectory(const DirectoryQuery& query, const std::wstring& h
     case DirectorySource::kHinet:
       return GetHinet(std::move(page), hinetUrl);
   }
-  return {};  // untaken: there are four directories
+  return {};  // not covered: there are four directories
 }
 
 }  // namespace tellurvane

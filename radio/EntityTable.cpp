@@ -12,7 +12,7 @@ constexpr size_t kSemicolonPlace = 19;
 static_assert(kEntities[3].name == L"&num;" && kEntities[kAmpersandPlace].name == L"&amp;" &&
               kEntities[8].name == L"&#039;" && kEntities[kSemicolonPlace].name == L"&semi;");
 
-// untaken: only the compiler calls it
+// not covered: only the compiler calls it
 constexpr Step StepOf(size_t place) {
   if (place < kAmpersandPlace) return kNamesBeforeAmpersand;
   if (place == kAmpersandPlace) return kAmpersand;

@@ -70,7 +70,7 @@ size_t FindMarkerAnyCase(std::wstring_view text, size_t from, std::wstring_view 
 // So few characters that to copy the whole room costs less than to count them.
 struct ShortText {
   // Implicit: it is a literal. One that is too long does not compile.
-  // untaken: only the compiler calls it
+  // not covered: only the compiler calls it
   consteval ShortText(const wchar_t* text) {
     for (; text[size] != L'\0'; ++size) units.at(size) = text[size];
   }

@@ -30,7 +30,7 @@ struct CompoundField {
 
 std::wstring DecodeUtf16(std::string_view bytes) {
   std::wstring text(bytes.size() / 2, L'\0');
-  // untaken: Windows' characters alone are of this size; the same tests run there
+  // not covered: Windows' characters alone are of this size; the same tests run there
   if constexpr (sizeof(wchar_t) == 2) {
     std::memcpy(text.data(), bytes.data(), text.size() * 2);
   } else {
@@ -47,7 +47,7 @@ void AppendUtf16(std::string& bytes, std::wstring_view text) {
   const size_t start = bytes.size();
   bytes.resize(start + text.size() * 2);
   char* out = bytes.data() + start;
-  // untaken: as above
+  // not covered: as above
   if constexpr (sizeof(wchar_t) == 2) {
     std::memcpy(out, text.data(), text.size() * 2);
   } else {
