@@ -1,7 +1,7 @@
-; The per-user installer. scripts/package defines VERSION, RESOURCES, PAYLOAD (the folder with what is
-; installed), PAYLOAD_KB and OUTPUT.
+; The per-user installer. scripts/package defines VERSION, RESOURCES, PAYLOAD (the folder of the
+; files to install), PAYLOAD_KB and OUTPUT.
 Unicode true
-; As the program: who can start the one can start the other.
+; The same as the program needs.
 Target amd64-unicode
 !include MUI2.nsh
 !include LogicLib.nsh
@@ -15,7 +15,7 @@ Target amd64-unicode
 Name "${PRODUCT}"
 OutFile "${OUTPUT}"
 BrandingText "${PRODUCT} ${VERSION}"
-; Nothing of it needs an administrator, and the program has to be able to write beside itself.
+; No administrator is needed, and the program must be able to write beside itself.
 RequestExecutionLevel user
 InstallDir "$LOCALAPPDATA\Programs\${PRODUCT}"
 InstallDirRegKey HKCU "${UNINSTALL_KEY}" "InstallLocation"
@@ -48,8 +48,8 @@ VIAddVersionKey /LANG=0 "ProductVersion" "${VERSION}"
 VIAddVersionKey /LANG=0 "CompanyName" "${PRODUCT}"
 VIAddVersionKey /LANG=0 "LegalCopyright" "${PRODUCT}"
 
-; The program leaves by its own command only, since closing its window just puts it away. So the
-; user is asked; ending the process would lose what is playing and the folder chosen last.
+; Only the program's own command ends it: closing its window just hides it. So the user is asked.
+; Ending the process would lose the last folder and stop the music.
 !macro LeaveFirst prefix
 Function ${prefix}LeaveFirst
   ${Do}
@@ -77,7 +77,7 @@ Section "${PRODUCT}"
   SetOutPath "$INSTDIR"
   File "${PAYLOAD}/Tellurvane.exe"
   File "${PAYLOAD}/${GUIDE}"
-  ; The user's settings outlive an upgrade.
+  ; An upgrade keeps the user's settings.
   SetOverwrite off
   File "${PAYLOAD}/Setting.ini"
   SetOverwrite on
@@ -104,8 +104,8 @@ Section /o "$(DesktopLink)"
   CreateShortcut "$DESKTOP\${PRODUCT}.lnk" "$INSTDIR\Tellurvane.exe"
 SectionEnd
 
-; A copy in another folder may have put itself there. The program writes the machine's value, or
-; where that is denied the user's, with quotes.
+; The value may belong to a copy in another folder. The program writes the machine's value, or the
+; user's with quotes where that is denied.
 Function un.RemoveRunValue
   ReadRegStr $0 HKCU "${RUN_KEY}" "${RUN_VALUE}"
   ${If} $0 == '"$INSTDIR\Tellurvane.exe"'
@@ -126,7 +126,7 @@ Function un.RemoveState
   ${AndIfNot} ${FileExists} "$INSTDIR\JobList.dbs*"
     Return
   ${EndIf}
-  ; A silent removal keeps them: what is lost cannot be had back.
+  ; A silent removal keeps them: they could not be restored.
   MessageBox MB_YESNO|MB_ICONQUESTION|MB_DEFBUTTON2 "$(RemoveState)" /SD IDNO IDYES +2
   Return
   Delete "$INSTDIR\Setting.ini"
@@ -149,7 +149,7 @@ Section "Uninstall"
   Call un.RemoveState
   Delete "$INSTDIR\Uninstall.exe"
   DeleteRegKey HKCU "${UNINSTALL_KEY}"
-  ; Only when nothing of the user's is left in it.
+  ; Only when it holds no file of the user.
   SetOutPath "$TEMP"
   RMDir "$INSTDIR"
 SectionEnd

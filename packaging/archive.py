@@ -17,7 +17,7 @@ def main():
         for path in sorted(entry for entry in folder.rglob("*") if entry.is_file()):
             entry = zipfile.ZipInfo(str(path.relative_to(folder.parent)), moment)
             entry.compress_type = zipfile.ZIP_DEFLATED
-            entry.create_system = 0  # no permissions of the machine that packs
+            entry.create_system = 0  # without the permissions on this machine
             entry.external_attr = 0
             packed.writestr(entry, path.read_bytes(), compresslevel=9)
 

@@ -2,7 +2,7 @@
 !insertmacro MUI_LANGUAGE "English"
 !insertmacro MUI_LANGUAGE "TradChinese"
 
-; The face that the language file names has had a successor since Windows Vista.
+; The font of the language file was replaced in Windows Vista.
 SetFont /LANG=${LANG_TRADCHINESE} "Microsoft JhengHei UI" 9
 
 LangString DesktopLink ${LANG_ENGLISH} "Link on the desktop"
