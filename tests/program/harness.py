@@ -86,7 +86,7 @@ class Program:
 
     def started(self):
         """Waits for the main window; by then the list has been loaded and rewritten."""
-        until(lambda: self.code() is not None or self.on_screen(), "the main window")
+        until(lambda: self.code() is not None or self.main_on_screen(), "the main window")
         assert self.code() is None, f"the program ended with code {self.code()}"
         return self
 
