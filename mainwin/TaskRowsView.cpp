@@ -5,6 +5,7 @@
 
 #include "base/LocaleDates.h"
 #include "ui/Density.h"
+#include "ui/Event.h"
 
 namespace tellurvane {
 namespace {

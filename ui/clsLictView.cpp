@@ -25,7 +25,7 @@ void SetRowState(HWND list, int row, UINT state, UINT mask) {
   SendMessageW(list, LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
 }
 
-// Asks nothing of the owner, unlike the row's rectangle.
+// Does not raise OnData, unlike LVM_GETITEMRECT.
 int TopOf(HWND list, int row) {
   POINT place = {};
   SendMessageW(list, LVM_GETITEMPOSITION, static_cast<WPARAM>(row),
@@ -35,10 +35,13 @@ int TopOf(HWND list, int row) {
 
 }  // namespace
 
-clsLictView::~clsLictView() { LeaveHost(); }
+clsLictView::~clsLictView() {
+  engine_.Terminate();
+  if (host_ != nullptr) host_->Resize = nullptr;
+  if (container_ != nullptr) DestroyWindow(container_);
+}
 
 void clsLictView::Create(PictureBox& host) {
-  LeaveHost();
   host_ = &host;
   CreateWindows();
   SubclassBoth();
@@ -49,7 +52,7 @@ void clsLictView::Create(PictureBox& host) {
 void clsLictView::CreateWindows() {
   const INITCOMMONCONTROLSEX classes = {sizeof(classes), ICC_LISTVIEW_CLASSES};
   InitCommonControlsEx(&classes);
-  // Passed through by the Tab key on its way to the list.
+  // WS_EX_CONTROLPARENT: the Tab key goes through the container to the list.
   container_ = CreateChildWindow({.parent = host_->hwnd(),
                                   .className = WC_STATICW,
                                   .style = kContainerStyle,
@@ -66,54 +69,33 @@ void clsLictView::FillHost() {
   MoveWindow(list_, 0, 0, width, height, TRUE);
 }
 
-void clsLictView::LeaveHost() {
-  if (host_ == nullptr) return;
-  engine_.Terminate();
-  host_->Resize = nullptr;
-  host_ = nullptr;
-  list_ = nullptr;
-  // The list goes with it. Not there any more where the host's window went first.
-  if (const HWND container = std::exchange(container_, nullptr)) DestroyWindow(container);
-  checked_.clear();
-  hasImages_ = hasCheckBoxes_ = isBlocked_ = false;
-  buttonsHeld_ = kNoButton;
-}
-
 void clsLictView::ImageList(int width, int height) {
-  if (list_ == nullptr) return;
   ShowImages(UniqueImageList(ImageList_Create(width, height, ILC_COLOR32 | ILC_MASK, 1, 1)));
-  hasImages_ = true;
 }
 
 HIMAGELIST clsLictView::ImageList() const {
-  if (!hasImages_) return nullptr;
   return reinterpret_cast<HIMAGELIST>(SendMessageW(list_, LVM_GETIMAGELIST, LVSIL_SMALL, 0));
 }
 
-// The native list takes the images over and destroys them at its end; those that it had before come
-// back.
+// The native list owns the images from then on and returns the former ones.
 void clsLictView::ShowImages(UniqueImageList images) {
+  if (list_ == nullptr) return;
   const UniqueImageList former(reinterpret_cast<HIMAGELIST>(SendMessageW(
       list_, LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images.Release()))));
-  hasImages_ = false;
 }
 
 int clsLictView::AddBitmap(HBITMAP bitmap, Color transparent) const {
-  const HIMAGELIST images = ImageList();
-  return images == nullptr ? -1 : ImageList_AddMasked(images, bitmap, transparent);
+  return ImageList_AddMasked(ImageList(), bitmap, transparent);
 }
 
+// Rows are as high as the images, plus a line between rows whose height the native list chooses.
 void clsLictView::RowHeight(int height) {
-  if (list_ == nullptr) return;
-  // Rows are as high as the images; there need not be any in the image list.
-  const auto use = [this](int imageHeight) {
-    UniqueImageList images;
-    if (imageHeight > 0) images.Reset(ImageList_Create(1, imageHeight, ILC_COLOR, 0, 1));
-    ShowImages(std::move(images));
+  const auto show = [this](int imageHeight) {
+    ShowImages(UniqueImageList(ImageList_Create(1, imageHeight, ILC_COLOR, 0, 1)));
   };
-  use(height);
-  // The native list adds a pixel or more for the line between rows; how many is its own affair.
-  if (height > 0 && GetItemHeight() > height) use(height - (GetItemHeight() - height));
+  show(height);
+  const int line = GetItemHeight() - height;
+  if (line > 0) show(height - line);
 }
 
 int clsLictView::Add() {
@@ -137,11 +119,9 @@ std::wstring clsLictView::text(int row, int column) {
   cell.iSubItem = column;
   cell.pszText = buffer.data();
   cell.cchTextMax = static_cast<int>(buffer.size());
-  const auto isGone = lifetime_.Watch();
-  // Not through the native list, which would cut it to the buffer's length.
+  // Not through the native list, which would cut the text to the buffer's length.
   AnswerData(cell);
-  if (isGone() || cell.pszText == nullptr) return {};
-  return cell.pszText;
+  return cell.pszText == nullptr ? std::wstring() : cell.pszText;
 }
 
 int clsLictView::ColumnAdd(const std::wstring& title, int width, ColumnAlignment alignment) {
@@ -182,7 +162,7 @@ int clsLictView::Selected() const {
 void clsLictView::SetSelectList(int row) {
   constexpr UINT kChosen = LVIS_SELECTED | LVIS_FOCUSED;
   if (row == -1) {
-    // Never "all rows": the native list would go through a million of them.
+    // Not row -1, "all rows": the native list would go through a million of them.
     if (Selected() != -1) SetRowState(list_, Selected(), 0, kChosen);
     return;
   }
@@ -200,7 +180,6 @@ int clsLictView::SelCount() const { return Ask(list_, LVM_GETSELECTEDCOUNT); }
 int clsLictView::ListCount() const { return Ask(list_, LVM_GETITEMCOUNT); }
 
 void clsLictView::ListCount(int count) {
-  count = std::max(count, 0);
   checked_.erase(checked_.lower_bound(count), checked_.end());
   SendMessageW(list_, LVM_SETITEMCOUNT, static_cast<WPARAM>(count), LVSICF_NOSCROLL);
 }
@@ -229,16 +208,8 @@ void clsLictView::AutoDraw(bool autoDraw) {
   if (list_ != nullptr) InvalidateRect(list_, nullptr, FALSE);
 }
 
-void clsLictView::CheckBoxes(bool shown) {
-  hasCheckBoxes_ = shown;
-  SendMessageW(list_, LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_CHECKBOXES,
-               shown ? LVS_EX_CHECKBOXES : 0);
-  // The native list keeps no check marks for rows that are not its own: it asks for them.
-  SendMessageW(list_, LVM_SETCALLBACKMASK, shown ? LVIS_STATEIMAGEMASK : 0, 0);
-}
-
 void clsLictView::Checked(int row, bool checked) {
-  if (!HasRow(row) || Checked(row) == checked) return;
+  if (!HasRow(row)) return;
   if (checked) {
     checked_.insert(row);
   } else {
@@ -267,7 +238,7 @@ int clsLictView::GetItemHeight() const {
     SendMessageW(list_, LVM_SETITEMCOUNT, static_cast<WPARAM>(rows),
                  LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
   };
-  // Where there are fewer rows, two are lent for the moment.
+  // With fewer rows, set two for a moment.
   const int rows = ListCount();
   if (rows < kMeasured) count(kMeasured);
   const int height = TopOf(list_, 1) - TopOf(list_, 0);
@@ -303,7 +274,7 @@ void clsLictView::Block(bool blocked) {
 }
 
 void clsLictView::RedrawItem(int row) {
-  // Everything is painted anew when the block ends.
+  // The whole list is painted when the block ends.
   if (isBlocked_ || !ItemVisible(row)) return;
   InvalidateRows(row, row);
   UpdateWindow(list_);
@@ -315,7 +286,7 @@ void clsLictView::RedrawVisibleItems() {
   UpdateWindow(list_);
 }
 
-// From edge to edge: the native list means the columns alone, and an owner may paint beside them.
+// From edge to edge: an owner may paint beside the columns too.
 void clsLictView::InvalidateRows(int first, int last) {
   RECT rows = {};
   GetClientRect(list_, &rows);

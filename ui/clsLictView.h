@@ -10,7 +10,6 @@
 #include <set>
 #include <string>
 
-#include "ui/Event.h"
 #include "ui/GXMSubclass.h"
 #include "ui/Handle.h"
 #include "ui/PictureBox.h"
@@ -19,20 +18,18 @@ namespace tellurvane {
 
 enum class ColumnAlignment { kLeft = LVCFMT_LEFT, kRight = LVCFMT_RIGHT, kCenter = LVCFMT_CENTER };
 
-// Rows and columns count from 0; -1 stands for none. Lengths are pixels, positions pixels from the
-// list's left upper corner, the header included.
+// Rows and columns count from 0; -1 means none. Lengths are pixels, positions are pixels from the
+// list's upper left corner, header included.
 //
-// The list holds no texts: it knows how many rows there are, asks OnData for the cells that it is
-// about to show, and so costs the same for ten rows and for a million. One row is selected at most.
-// What the user types while the list has the keyboard selects the next row whose first cell begins
-// with it.
+// The list knows the number of rows and asks OnData for the cells it shows, so it costs the same
+// for ten rows and for a million. At most one row is selected. Letters that the user types select
+// the next row whose first cell begins with them.
 //
-// The host's object must outlive the list; its window may die first. The list fills the host and
-// follows its size, and takes the host's Resize event for that. Handlers of keys, the mouse, clicks
-// and double clicks may destroy the list; the others are called while the native list works on what
-// it tells.
+// The list fills its host and uses the host's Resize event for that. The host's object must outlive
+// the list; its window may be destroyed first. Handlers of keys, the mouse, clicks and double
+// clicks may destroy the windows, but not the object.
 //
-// Before Create, and after the windows are gone, all members do nothing and answer 0, -1 or empty.
+// Before Create, and after the windows are gone, all members do nothing and return 0, -1 or empty.
 class clsLictView final : public GXISubclass {
  public:
   clsLictView() = default;
@@ -40,28 +37,26 @@ class clsLictView final : public GXISubclass {
   clsLictView& operator=(const clsLictView&) = delete;
   ~clsLictView();
 
-  // Throws FatalError where the system refuses a window. A list that was created before leaves its
-  // former host, and everything set afterwards with it.
+  // Once. Throws FatalError if a window cannot be created.
   void Create(PictureBox& host);
 
-  // Makes an empty list of images of this size, shown at the rows' left by the index that OnData
-  // names. It sets the row height too: of this and RowHeight the later decides.
+  // Makes an empty list of images of this size, shown at the left of the rows by the index that
+  // OnData gives. Replaces RowHeight, as RowHeight replaces the images.
   void ImageList(int width, int height);
-  // None without one. It belongs to the native list.
+  // Belongs to the native list.
   HIMAGELIST ImageList() const;
-  // Adds the images of a bitmap, one beside the other, with the pixels of one colour transparent.
-  // Returns the first one's index, -1 where there is no image list.
+  // Adds the images of a bitmap, which lie side by side. Returns the index of the first one, -1
+  // without an image list.
   int AddBitmap(HBITMAP bitmap, Color transparent) const;
 
-  // One row more at the end. Returns it.
+  // Adds a row at the end and returns it.
   int Add();
-  // Says that the owner has another text for a cell: the cell is painted anew.
+  // Repaints a cell whose text the owner changed.
   void AddSub(int row, int column);
   // The cell's text, asked from OnData.
   std::wstring text(int row, int column = 0);
 
-  // Returns the new column, the last one. The first column is always left-aligned: so the native
-  // list wants it.
+  // Returns the new column, the last one. The native list always aligns the first one to the left.
   int ColumnAdd(const std::wstring& title, int width,
                 ColumnAlignment alignment = ColumnAlignment::kLeft);
   int ColumnsCount() const;
@@ -70,104 +65,99 @@ class clsLictView final : public GXISubclass {
   void ColumnWidth(int column, int width);
 
   int Selected() const;
-  // Makes it the only selected row, the focused one, and wholly visible. -1 selects nothing; a row
-  // that is not there changes nothing.
+  // Selects and focuses the row and scrolls it into view. -1 selects nothing; a row that does not
+  // exist changes nothing.
   void SetSelectList(int row);
   void EnsureVisible(int row);
   // 0 or 1.
   int SelCount() const;
 
   int ListCount() const;
-  // How many rows the owner has. The position is kept as far as there are rows.
+  // The number of rows. Keeps the scroll position as far as there are rows.
   void ListCount(int count);
   void Clear();
-  // The owner has taken the row out; those below move up, with selection and check marks.
+  // The rows below move up, with their selection and marks.
   void Remove(int row);
 
   bool Visible() const;
   void Visible(bool visible);
 
-  // Whether CustomDraw is raised; otherwise the native list draws. At first it is not.
+  // Whether CustomDraw is raised; otherwise the native list draws. False at first.
   bool AutoDraw() const { return isAutoDraw_; }
   void AutoDraw(bool autoDraw);
-  // Whether the user is kept from changing column widths. At first he is not.
+  // Prevents the user from changing column widths. False at first.
   bool LockColumn() const { return isColumnLocked_; }
   void LockColumn(bool locked) { isColumnLocked_ = locked; }
 
-  // Check boxes before the rows, toggled by a click on the box or the space bar, which raise
-  // ItemChanged. The list remembers which rows are checked, as it does the selection.
-  void CheckBoxes(bool shown);
+  // Marks that the list keeps for its owner, who draws them.
   bool Checked(int row) const { return checked_.contains(row); }
   void Checked(int row, bool checked);
 
-  // Shown in the middle of the list while it has no rows. At first there is none.
+  // Shown in the middle of the list while it has no rows.
   void EmptyText(const std::wstring& text);
 
-  // How many rows fit wholly.
+  // The number of rows that fit completely.
   int ItemCountPage() const;
-  // Whether any of the row shows.
+  // Whether any part of the row shows.
   bool ItemVisible(int row) const;
-  // 0 for a row that is not there.
+  // 0 for a row that does not exist.
   int GetItemTop(int row) const;
-  // All rows are of one height; it is known without rows too.
+  // The same for all rows, and known without rows too.
   int GetItemHeight() const;
   // The row at a position.
   int HitTest(int x, int y) const;
-  // The first and the last row of which anything shows.
+  // The first and the last row that show at least in part.
   int TopItem() const;
   int BottomItem() const;
-  // Where the rows end: the last row's lower edge, or the header's without rows. May lie outside.
+  // The lower edge of the last row, or of the header without rows. May lie outside the list.
   int Bottom() const;
 
-  // While set, nothing is painted.
+  // Stops painting while set.
   bool Block() const { return isBlocked_; }
   void Block(bool blocked);
-  // Paint before they return. A row that does not show costs nothing.
+  // Paint at once.
   void RedrawItem(int row);
   void RedrawVisibleItems();
 
-  // Instead of the list's and of its container's window procedures.
+  // Called instead of the window procedures of the list and of its container.
   LRESULT zLVCallBack(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   LRESULT zLVpCallBack(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
-  // While set, an Up key on the first row and a Down key on the last do not reach the native list.
-  // KeyDown is raised all the same.
+  // Keeps an Up key on the first row and a Down key on the last from the native list. KeyDown is
+  // still raised.
   bool BlockKey() const { return isKeyBlocked_; }
   void BlockKey(bool blocked) { isKeyBlocked_ = blocked; }
 
-  // Sets the height of all rows, the line between them included. At first the text's.
+  // The height of all rows, including the line between them. At first that of the text.
   void RowHeight(int height);
   // The native list.
   HWND hwnd() const { return list_; }
   void SetFocus() { ::SetFocus(list_); }
 
-  // For OnData: puts a text into the cell and keeps it alive for as long as the native list needs
-  // it. A handler may also put a pointer of its own into the record, to a text that stays.
+  // For OnData: puts a text into the cell and keeps it as long as the native list needs it.
   void GiveText(LVITEMW& cell, std::wstring text);
 
   void WndProc(bool before, bool& handled, LRESULT& result, HWND window, UINT message,
                WPARAM wParam, LPARAM lParam, LONG_PTR& userParam) override;
 
-  // Events. Any may be left empty. Rows and columns are -1 where the mouse was beside them.
+  // Events. Rows and columns are -1 where the mouse was beside them.
   std::function<void(bool isLeft, int row, int column)> Click;
   std::function<void(bool isLeft, int row, int column)> DblClick;
   std::function<void(int column)> ColumnClick;
-  // The LVIS_ bits before and after. Row -1 means all rows; a toggled check box changes
-  // LVIS_STATEIMAGEMASK.
+  // The LVIS_ bits before and after. Row -1 means all rows.
   std::function<void(int row, UINT oldState, UINT newState)> ItemChanged;
-  // Enter, or a double click. While it is set and a row is selected, Enter is the list's; otherwise
-  // it is the form's.
+  // Enter or a double click. Without a handler or a selected row, Enter goes to the form.
   std::function<void(int row)> ItemActivate;
   std::function<void(bool isLeft, int row)> DragBegin;
-  // Fills in what the record's mask asks for; what is left alone is an empty text or no image.
+  // Fills in the fields that the record's mask names. The rest is an empty text and no image.
   std::function<void(int row, int column, LVITEMW& cell)> OnData;
-  std::function<void(const MouseEvent&)> MouseDown;  // the second press of a double click too
+  std::function<void(const MouseEvent&)> MouseDown;  // also the second press of a double click
   std::function<void(const MouseEvent&)> MouseMove;
   std::function<void(const MouseEvent&)> MouseUp;    // once for each MouseDown
   std::function<void(UINT key, int shift)> KeyDown;  // shift: bits of ShiftState
   std::function<void(UINT key, int shift)> KeyUp;
-  // Result: what the native list is told, CDRF_DODEFAULT at first. It asks for single rows only
-  // after CDRF_NOTIFYITEMDRAW at the stage CDDS_PREPAINT.
+  // The result is CDRF_DODEFAULT unless set. The native list asks for single rows only after
+  // CDRF_NOTIFYITEMDRAW at the stage CDDS_PREPAINT.
   std::function<void(NMLVCUSTOMDRAW& draw, LRESULT& result)> CustomDraw;
   std::function<void()> LostFocus;
 
@@ -175,7 +165,6 @@ class clsLictView final : public GXISubclass {
   void CreateWindows();
   void SubclassBoth();
   void FillHost();
-  void LeaveHost();
   void ShowImages(UniqueImageList images);
 
   LRESULT HandleNotification(NMHDR& notification);
@@ -186,13 +175,10 @@ class clsLictView final : public GXISubclass {
   void RaiseMouse(UINT message, WPARAM wParam, LPARAM lParam);
   void RaiseMouseUp(int button, const POINT& position);
   bool IsKeyHeldBack(UINT key) const;
-  bool HandleKeyDown(UINT key);
   int FindRow(const NMLVFINDITEMW& search);
   void DrawEmptyText() const;
 
   void RaiseItemChanged(const NMLISTVIEW& change);
-  void ToggleCheck(int row);
-  bool IsOnCheckBox(const POINT& position) const;
 
   bool HasRow(int row) const { return row >= 0 && row < ListCount(); }
   bool WantsKey(const MSG* message) const;
@@ -205,17 +191,14 @@ class clsLictView final : public GXISubclass {
   HWND list_ = nullptr;
   std::set<int> checked_;
   int buttonsHeld_ = kNoButton;
-  bool hasImages_ = false;
-  bool hasCheckBoxes_ = false;
   bool isAutoDraw_ = false;
   bool isKeyBlocked_ = false;
   bool isColumnLocked_ = false;
   bool isBlocked_ = false;
-  // The native list may look at a text until it has asked for two more.
+  // The native list may use a text until it has asked for two more.
   std::array<std::wstring, 4> texts_;
   size_t nextText_ = 0;
   std::wstring emptyText_;
-  Lifetime lifetime_;
   GXMSubclass engine_;
 };
 

@@ -1,4 +1,4 @@
-// How the list hears its windows and what it tells its owner.
+// The messages of clsLictView, and the events that it raises.
 #include <windows.h>
 
 #include <windowsx.h>
@@ -7,6 +7,7 @@
 #include <initializer_list>
 
 #include "base/PlatformText.h"
+#include "ui/Event.h"
 #include "ui/ToolkitFont.h"
 #include "ui/clsLictView.h"
 
@@ -78,10 +79,10 @@ void clsLictView::WndProc(bool /*before*/, bool& handled, LRESULT& result, HWND 
 }
 
 LRESULT clsLictView::zLVCallBack(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  const auto isGone = lifetime_.Watch();
   switch (message) {
     case WM_KEYDOWN:
-      if (HandleKeyDown(static_cast<UINT>(wParam))) return 0;
+      Raise(KeyDown, static_cast<UINT>(wParam), ShiftNow());
+      if (IsKeyHeldBack(static_cast<UINT>(wParam))) return 0;
       break;
     case WM_KEYUP:
       Raise(KeyUp, static_cast<UINT>(wParam), ShiftNow());
@@ -92,12 +93,12 @@ LRESULT clsLictView::zLVCallBack(HWND window, UINT message, WPARAM wParam, LPARA
       }
       break;
     case WM_NOTIFY:
-      // The header speaks to the list.
+      // From the header.
       if (IsHeaderHeldBack(*reinterpret_cast<const NMHDR*>(lParam))) return TRUE;
       break;
     case WM_PAINT: {
       const LRESULT result = engine_.CallOldWndProc(window, message, wParam, lParam);
-      if (!isGone()) DrawEmptyText();
+      DrawEmptyText();
       return result;
     }
     case WM_NCDESTROY:
@@ -109,7 +110,7 @@ LRESULT clsLictView::zLVCallBack(HWND window, UINT message, WPARAM wParam, LPARA
       }
       break;
   }
-  return isGone() ? 0 : engine_.CallOldWndProc(window, message, wParam, lParam);
+  return engine_.CallOldWndProc(window, message, wParam, lParam);
 }
 
 LRESULT clsLictView::zLVpCallBack(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -117,7 +118,7 @@ LRESULT clsLictView::zLVpCallBack(HWND window, UINT message, WPARAM wParam, LPAR
     auto& notification = *reinterpret_cast<NMHDR*>(lParam);
     if (notification.hwndFrom == list_) return HandleNotification(notification);
   }
-  // The container is of the system's own class, which passes nothing on.
+  // The container's class forwards nothing.
   const bool isForList = message == WM_SYSCOLORCHANGE || message == WM_SETTINGCHANGE;
   if (isForList && list_ != nullptr) SendMessageW(list_, message, wParam, lParam);
   if (message == WM_NCDESTROY) container_ = nullptr;
@@ -148,7 +149,7 @@ LRESULT clsLictView::HandleNotification(NMHDR& notification) {
       RaiseItemChanged(RecordOf<NMLISTVIEW>(notification));
       break;
     case LVN_ITEMACTIVATE:
-      // Not the record's row: after the Enter key some lists send the bare header.
+      // Not the record's row: after the Enter key some versions send a plain NMHDR.
       Raise(ItemActivate, Selected());
       break;
     case NM_CLICK:
@@ -166,10 +167,9 @@ LRESULT clsLictView::HandleNotification(NMHDR& notification) {
   return 0;
 }
 
-// The owner has the texts, so the native list asks for the row that it looks for. Without an answer
-// every letter would lead to row 0.
+// The native list has no texts, so it asks for the row that a typed letter leads to.
 int clsLictView::FindRow(const NMLVFINDITEMW& search) {
-  constexpr UINT kSubstring = 0x0004;  // LVFI_SUBSTRING, documented as the same as LVFI_PARTIAL
+  constexpr UINT kSubstring = 0x0004;  // LVFI_SUBSTRING, the same as LVFI_PARTIAL
   const UINT flags = search.lvfi.flags;
   const bool isBeginning = (flags & (LVFI_PARTIAL | kSubstring)) != 0;
   const bool isByText = isBeginning || (flags & LVFI_STRING) != 0;
@@ -186,7 +186,7 @@ int clsLictView::FindRow(const NMLVFINDITEMW& search) {
   return -1;
 }
 
-// Over what the native list has painted; opaque, or the letters would grow bolder each time.
+// Opaque: otherwise the letters would grow bolder with each painting.
 void clsLictView::DrawEmptyText() const {
   if (list_ == nullptr || emptyText_.empty() || ListCount() > 0) return;
   constexpr UINT kLayout = DT_CENTER | DT_WORDBREAK | DT_NOPREFIX;
@@ -228,27 +228,12 @@ void clsLictView::AnswerData(LVITEMW& cell) const {
     cell.pszText[0] = L'\0';
   }
   if ((cell.mask & LVIF_IMAGE) != 0) cell.iImage = I_IMAGENONE;
-  if (hasCheckBoxes_ && (cell.mask & LVIF_STATE) != 0 &&
-      (cell.stateMask & LVIS_STATEIMAGEMASK) != 0) {
-    cell.state &= ~static_cast<UINT>(LVIS_STATEIMAGEMASK);
-    cell.state |= INDEXTOSTATEIMAGEMASK(Checked(cell.iItem) ? 2U : 1U);
-  }
   Raise(OnData, cell.iItem, cell.iSubItem, cell);
 }
 
 void clsLictView::RaiseItemChanged(const NMLISTVIEW& change) {
-  UINT oldState = change.uOldState;
-  UINT newState = change.uNewState;
   if (HasRow(change.iItem)) InvalidateRows(change.iItem, change.iItem);
-  if (hasCheckBoxes_) {
-    // The native list announces a mark that it cannot keep; the kept ones are announced where they
-    // are toggled.
-    constexpr UINT kCheckMark = LVIS_STATEIMAGEMASK;
-    oldState &= ~kCheckMark;
-    newState &= ~kCheckMark;
-    if (oldState == newState) return;
-  }
-  Raise(ItemChanged, change.iItem, oldState, newState);
+  Raise(ItemChanged, change.iItem, change.uOldState, change.uNewState);
 }
 
 void clsLictView::RaiseClick(const NMHDR& notification) {
@@ -256,46 +241,15 @@ void clsLictView::RaiseClick(const NMHDR& notification) {
   const UINT code = notification.code;
   const bool isSingle = code == NM_CLICK || code == NM_RCLICK;
   const bool isLeft = code == NM_CLICK || code == NM_DBLCLK;
-  const auto isGone = lifetime_.Watch();
-  // The native list may take the release out of the queue itself while it waits for a drag.
+  // The native list may remove the release from the queue while it waits for a drag.
   if (isSingle) RaiseMouseUp(isLeft ? kLeftButton : kRightButton, activation.ptAction);
-  if (isGone()) return;
-  // A quick second click comes as a double click only.
-  if (isLeft && IsOnCheckBox(activation.ptAction)) ToggleCheck(activation.iItem);
-  if (isGone()) return;
   Raise(isSingle ? Click : DblClick, isLeft, activation.iItem, activation.iSubItem);
 }
 
-bool clsLictView::IsOnCheckBox(const POINT& position) const {
-  if (!hasCheckBoxes_) return false;
-  LVHITTESTINFO hit = {};
-  hit.pt = position;
-  SendMessageW(list_, LVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
-  return hit.iItem != -1 && (hit.flags & LVHT_ONITEM) == LVHT_ONITEMSTATEICON;
-}
-
-void clsLictView::ToggleCheck(int row) {
-  if (!HasRow(row)) return;
-  const UINT unchecked = INDEXTOSTATEIMAGEMASK(1U);
-  const UINT checked = INDEXTOSTATEIMAGEMASK(2U);
-  const bool wasChecked = Checked(row);
-  Checked(row, !wasChecked);
-  Raise(ItemChanged, row, wasChecked ? checked : unchecked, wasChecked ? unchecked : checked);
-}
-
-// Enter would otherwise press the form's default button wherever the keyboard is.
+// Otherwise Enter would press the form's default button.
 bool clsLictView::WantsKey(const MSG* message) const {
   return message != nullptr && message->message == WM_KEYDOWN && message->wParam == VK_RETURN &&
          ItemActivate && Selected() != -1;
-}
-
-// True when the key is not to reach the native list.
-bool clsLictView::HandleKeyDown(UINT key) {
-  const auto isGone = lifetime_.Watch();
-  Raise(KeyDown, key, ShiftNow());
-  if (isGone() || IsKeyHeldBack(key)) return true;
-  if (key == VK_SPACE && hasCheckBoxes_) ToggleCheck(Selected());
-  return isGone();
 }
 
 bool clsLictView::IsKeyHeldBack(UINT key) const {
@@ -323,7 +277,7 @@ void clsLictView::RaiseMouse(UINT message, WPARAM wParam, LPARAM lParam) {
   }
 }
 
-// Once for each press, whichever way the release is learned of.
+// Once for each press: a release comes as a message, as a click, or as both.
 void clsLictView::RaiseMouseUp(int button, const POINT& position) {
   if ((buttonsHeld_ & button) == 0) return;
   buttonsHeld_ &= ~button;

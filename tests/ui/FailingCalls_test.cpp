@@ -99,7 +99,6 @@ void UseList() {
   const UniqueBitmap image(CreateBitmap(16, 16, 1, 32, nullptr));
   list.AddBitmap(image.Get(), kWhite);
   list.ColumnAdd(L"專案名稱", 120);
-  list.CheckBoxes(true);
   list.AutoDraw(true);
   list.EmptyText(L"空");
   Repaint(stage.form.hwnd());

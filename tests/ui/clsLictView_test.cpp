@@ -1,389 +1,246 @@
-// The list's members: state is read back with the platform's own messages.
+// The list's members, checked with the platform's own messages.
 #include "ui/clsLictView.h"
 
+#include <utility>
+
 #include "ListTestSupport.h"
-#include "ui/MemoryContext.h"
+#include "tests/support/FormProbe.h"
+#include "ui/Handle.h"
 #include "ui/ToolkitFont.h"
 
 namespace tellurvane {
 namespace {
 
-std::wstring ClassOf(HWND window) {
-  wchar_t name[64] = {};
-  GetClassNameW(window, name, 64);
-  return name;
-}
-
-TEST_F(ListTest, IsANativeReportListInAStaticContainerInTheHost) {
-  EXPECT_EQ(ClassOf(list().hwnd()), L"SysListView32");
-  EXPECT_EQ(ClassOf(container()), L"Static");
-  EXPECT_EQ(GetParent(container()), host.hwnd());
-  const LONG_PTR style = GetWindowLongPtrW(list().hwnd(), GWL_STYLE);
+TEST_F(ListTest, IsANativeReportListInAStaticContainer) {
+  EXPECT_EQ(ClassOf(list.hwnd()), L"SysListView32");
+  EXPECT_EQ(ClassOf(Container()), L"Static");
+  EXPECT_EQ(GetParent(Container()), host.hwnd());
+  EXPECT_EQ(ClassOf(list.HeaderhWnd()), L"SysHeader32");
+  const LONG_PTR style = GetWindowLongPtrW(list.hwnd(), GWL_STYLE);
   EXPECT_EQ(style & LVS_TYPEMASK, LVS_REPORT);
   EXPECT_NE(style & LVS_OWNERDATA, 0);
   EXPECT_NE(style & LVS_SHOWSELALWAYS, 0);
-  EXPECT_NE(SendMessageW(list().hwnd(), LVM_GETEXTENDEDLISTVIEWSTYLE, 0, 0) & LVS_EX_DOUBLEBUFFER,
-            0);
-  EXPECT_EQ(reinterpret_cast<HFONT>(SendMessageW(list().hwnd(), WM_GETFONT, 0, 0)), ToolkitFont());
-  EXPECT_TRUE(SendMessageW(list().hwnd(), LVM_GETUNICODEFORMAT, 0, 0));
+  EXPECT_NE(Send(LVM_GETEXTENDEDLISTVIEWSTYLE) & LVS_EX_DOUBLEBUFFER, 0);
+  EXPECT_EQ(reinterpret_cast<HFONT>(Send(WM_GETFONT)), ToolkitFont());
+  EXPECT_TRUE(Send(LVM_GETUNICODEFORMAT));
 }
 
-TEST_F(ListTest, FillsTheHostAndFollowsItsSize) {
-  const auto expectSize = [&](int width, int height) {
-    for (const HWND window : {container(), list().hwnd()}) {
-      RECT box = {};
-      GetWindowRect(window, &box);
-      EXPECT_EQ(box.right - box.left, width);
-      EXPECT_EQ(box.bottom - box.top, height);
+TEST_F(ListTest, FillsItsHostAndFollowsItsSize) {
+  for (const SIZE& size : {SIZE{300, 200}, SIZE{150, 260}}) {
+    host.Move(0, 0, static_cast<int>(size.cx), static_cast<int>(size.cy));
+    for (const HWND window : {Container(), list.hwnd()}) {
+      const RECT box = OnScreen(window);
+      EXPECT_EQ(box.right - box.left, size.cx);
+      EXPECT_EQ(box.bottom - box.top, size.cy);
     }
-  };
-  expectSize(300, 200);
-  host.Move(0, 0, 150, 260);
-  expectSize(150, 260);
+  }
 }
 
 TEST_F(ListTest, ColumnsHaveTitleWidthAndAlignment) {
-  EXPECT_EQ(list().ColumnAdd(L"壓縮頻率", 60, ColumnAlignment::kRight), 2);
-  EXPECT_EQ(list().ColumnsCount(), 3);
+  EXPECT_EQ(list.ColumnAdd(L"壓縮頻率", 60, ColumnAlignment::kRight), 2);
+  EXPECT_EQ(list.ColumnsCount(), 3);
   wchar_t title[32] = {};
   LVCOLUMNW column = {};
   column.mask = LVCF_TEXT | LVCF_FMT | LVCF_WIDTH;
   column.pszText = title;
   column.cchTextMax = 32;
-  SendMessageW(list().hwnd(), LVM_GETCOLUMNW, 2, reinterpret_cast<LPARAM>(&column));
+  Send(LVM_GETCOLUMNW, 2, reinterpret_cast<LPARAM>(&column));
   EXPECT_STREQ(title, L"壓縮頻率");
   EXPECT_EQ(column.fmt & LVCFMT_JUSTIFYMASK, LVCFMT_RIGHT);
   EXPECT_EQ(column.cx, 60);
-  EXPECT_EQ(list().ColumnWidth(0), 120);
-  list().ColumnWidth(0, 99);
-  EXPECT_EQ(SendMessageW(list().hwnd(), LVM_GETCOLUMNWIDTH, 0, 0), 99);
-  EXPECT_EQ(list().ColumnWidth(7), 0);
-  EXPECT_EQ(list().ColumnWidth(-1), 0);
-  EXPECT_EQ(ClassOf(list().HeaderhWnd()), L"SysHeader32");
+  list.ColumnWidth(0, 99);
+  EXPECT_EQ(list.ColumnWidth(0), 99);
+  EXPECT_EQ(list.ColumnWidth(7), 0);
 }
 
-TEST_F(ListTest, HoldsAsManyRowsAsTheOwnerSays) {
-  EXPECT_EQ(list().ListCount(), 0);
-  list().ListCount(1'000'000);
-  EXPECT_EQ(SendMessageW(list().hwnd(), LVM_GETITEMCOUNT, 0, 0), 1'000'000);
-  list().ListCount(-3);
-  EXPECT_EQ(list().ListCount(), 0);
-  EXPECT_EQ(list().Add(), 0);
-  EXPECT_EQ(list().Add(), 1);
-  EXPECT_EQ(list().ListCount(), 2);
-  list().Clear();
-  EXPECT_EQ(list().ListCount(), 0);
-}
-
-TEST_F(ListTest, KeepsThePositionWhenTheCountIsSetAnew) {
-  list().ListCount(1'000);
-  list().EnsureVisible(500);
-  const int top = list().TopItem();
-  list().ListCount(1'001);
-  EXPECT_EQ(list().TopItem(), top);
-  list().Add();
-  EXPECT_EQ(list().TopItem(), top);
-}
-
-TEST_F(ListTest, SelectsOneRow) {
-  list().ListCount(100);
-  EXPECT_EQ(list().Selected(), -1);
-  EXPECT_EQ(list().SelCount(), 0);
-  list().SetSelectList(70);
-  EXPECT_EQ(list().Selected(), 70);
-  EXPECT_TRUE(list().ItemVisible(70));
-  EXPECT_EQ(SendMessageW(list().hwnd(), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED),
-            70);
-  list().SetSelectList(3);
-  EXPECT_EQ(list().Selected(), 3);
-  EXPECT_EQ(list().SelCount(), 1);
-  EXPECT_TRUE(list().ItemVisible(3));
-}
-
-TEST_F(ListTest, SelectingNothingAndRowsThatAreNotThere) {
-  list().ListCount(10);
-  list().SetSelectList(4);
-  for (const int row : {10, -2, 1'000'000}) {
-    list().SetSelectList(row);
-    EXPECT_EQ(list().Selected(), 4) << row;
+TEST_F(ListTest, LockedColumnKeepsItsWidthUnderTheMouse) {
+  const auto drag = [&] {
+    const HWND header = list.HeaderhWnd();
+    RECT column = {};
+    SendMessageW(header, HDM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&column));
+    const int edge = static_cast<int>(column.right) - 1;
+    SendMouse(header, WM_LBUTTONDOWN, edge, 8, MK_LBUTTON);
+    SendMouse(header, WM_MOUSEMOVE, edge + 30, 8, MK_LBUTTON);
+    SendMouse(header, WM_LBUTTONUP, edge + 30, 8);
+    return list.ColumnWidth(0);
+  };
+  list.LockColumn(true);
+  EXPECT_EQ(drag(), 120);
+  NMHEADERW notification = {};
+  notification.hdr.hwndFrom = list.HeaderhWnd();
+  for (const UINT code : {HDN_BEGINTRACKA, HDN_DIVIDERDBLCLICKA, HDN_DIVIDERDBLCLICKW}) {
+    notification.hdr.code = code;
+    EXPECT_EQ(Send(WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&notification)), TRUE) << code;
   }
-  list().SetSelectList(-1);
-  EXPECT_EQ(list().Selected(), -1);
-  EXPECT_EQ(list().SelCount(), 0);
-  list().SetSelectList(-1);
+  list.LockColumn(false);
+  EXPECT_NE(drag(), 120);
 }
 
-TEST_F(ListTest, SelectionGoesWithItsRow) {
-  list().ListCount(10);
-  list().SetSelectList(4);
-  list().Remove(1);
-  EXPECT_EQ(list().ListCount(), 9);
-  EXPECT_EQ(list().Selected(), 3);
-  list().Remove(3);
-  EXPECT_EQ(list().Selected(), -1);
-  list().Remove(99);
-  list().Remove(-1);
-  EXPECT_EQ(list().ListCount(), 8);
-  list().SetSelectList(7);
-  list().ListCount(5);
-  EXPECT_EQ(list().Selected(), -1);
+TEST_F(ListTest, HoldsAsManyRowsAsTheOwnerSaysAndKeepsItsPosition) {
+  EXPECT_EQ(list.ListCount(), 0);
+  list.ListCount(1'000'000);
+  EXPECT_EQ(Send(LVM_GETITEMCOUNT), 1'000'000);
+  list.EnsureVisible(500);
+  const int top = list.TopItem();
+  list.ListCount(1'000);
+  EXPECT_EQ(list.TopItem(), top);
+  EXPECT_EQ(list.Add(), 1'000);
+  EXPECT_EQ(list.TopItem(), top);
+  list.Clear();
+  EXPECT_EQ(list.ListCount(), 0);
+}
+
+TEST_F(ListTest, SelectsAtMostOneRow) {
+  list.ListCount(100);
+  const struct {
+    int select;
+    int selected;
+  } cases[] = {{-1, -1}, {70, 70}, {3, 3}, {100, 3}, {-2, 3}, {1'000'000, 3}, {-1, -1}};
+  for (const auto& [select, selected] : cases) {
+    list.SetSelectList(select);
+    EXPECT_EQ(list.Selected(), selected) << select;
+    EXPECT_EQ(list.SelCount(), selected == -1 ? 0 : 1) << select;
+    if (selected == -1) continue;
+    EXPECT_TRUE(list.ItemVisible(selected)) << select;
+    EXPECT_EQ(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED), selected) << select;
+  }
+}
+
+TEST_F(ListTest, SelectionAndMarksMoveWithTheirRows) {
+  list.ListCount(10);
+  list.SetSelectList(4);
+  for (const int row : {3, 7, 99}) list.Checked(row, true);
+  EXPECT_FALSE(list.Checked(99));
+  list.Remove(1);
+  EXPECT_EQ(list.ListCount(), 9);
+  EXPECT_EQ(list.Selected(), 3);
+  EXPECT_TRUE(list.Checked(2) && list.Checked(6));
+  EXPECT_FALSE(list.Checked(3) || list.Checked(7));
+  list.Remove(3);
+  EXPECT_EQ(list.Selected(), -1);
+  for (const int row : {99, -1}) list.Remove(row);
+  EXPECT_EQ(list.ListCount(), 8);
+  list.Checked(2, false);
+  EXPECT_FALSE(list.Checked(2));
+  list.SetSelectList(7);
+  for (const int count : {5, 8}) list.ListCount(count);
+  EXPECT_EQ(list.Selected(), -1);
+  EXPECT_FALSE(list.Checked(5));
+  list.Checked(2, true);
+  list.Clear();
+  EXPECT_FALSE(list.Checked(2));
 }
 
 TEST_F(ListTest, TextsComeFromTheOwnerInAnyLength) {
-  list().ListCount(3);
-  EXPECT_EQ(list().text(2), L"列2欄0");
-  EXPECT_EQ(list().text(1, 1), L"列1欄1");
-  EXPECT_EQ(list().text(0, 9), L"列0欄9");  // beyond the shown columns
-  EXPECT_EQ(list().text(3), L"");
-  EXPECT_EQ(list().text(-1), L"");
+  list.ListCount(3);
+  EXPECT_EQ(list.text(2), L"列2欄0");
+  EXPECT_EQ(list.text(1, 1), L"列1欄1");
+  EXPECT_EQ(list.text(3), L"");
+  EXPECT_EQ(list.text(-1), L"");
   const std::wstring address(5'000, L'長');
-  list().OnData = [&](int, int, LVITEMW& cell) { list().GiveText(cell, address); };
-  EXPECT_EQ(list().text(0), address);
-  list().OnData = nullptr;
-  EXPECT_EQ(list().text(0), L"");
+  list.OnData = [&](int, int, LVITEMW& cell) { list.GiveText(cell, address); };
+  EXPECT_EQ(list.text(0), address);
+  list.OnData = nullptr;
+  EXPECT_EQ(list.text(0), L"");
 }
 
-TEST_F(ListTest, NativeListGetsTheTextsToo) {
-  list().ListCount(3);
-  wchar_t text[32] = {};
-  LVITEMW cell = {};
-  cell.iSubItem = 1;
-  cell.pszText = text;
-  cell.cchTextMax = 32;
-  SendMessageW(list().hwnd(), LVM_GETITEMTEXTW, 2, reinterpret_cast<LPARAM>(&cell));
-  EXPECT_STREQ(cell.pszText, L"列2欄1");
-}
-
-TEST_F(ListTest, GivenTextsStayUntilTwoMoreAreAsked) {
+TEST_F(ListTest, KeepsGivenTextsUntilTwoMoreAreAsked) {
   LVITEMW cells[3] = {};
-  for (int i = 0; i < 3; ++i) list().GiveText(cells[i], L"text " + std::to_wstring(i));
+  for (int i = 0; i < 3; ++i) list.GiveText(cells[i], L"text " + std::to_wstring(i));
   EXPECT_STREQ(cells[0].pszText, L"text 0");
   EXPECT_STREQ(cells[1].pszText, L"text 1");
   EXPECT_STREQ(cells[2].pszText, L"text 2");
 }
 
-TEST_F(ListTest, RowsHaveTheHeightAskedFor) {
+TEST_F(ListTest, RowsHaveTheRequestedHeightWithAndWithoutRows) {
   for (const int height : {82, 40, 60}) {
-    list().RowHeight(height);
-    EXPECT_EQ(list().GetItemHeight(), height);
-    list().ListCount(20);
-    EXPECT_EQ(list().GetItemHeight(), height);
-    EXPECT_EQ(list().GetItemTop(1) - list().GetItemTop(0), height);
-    list().Clear();
+    list.ListCount(0);
+    list.RowHeight(height);
+    EXPECT_EQ(list.GetItemHeight(), height);
+    list.ListCount(20);
+    EXPECT_EQ(list.GetItemHeight(), height);
+    EXPECT_EQ(list.GetItemTop(1) - list.GetItemTop(0), height);
   }
-  list().RowHeight(0);
-  const int natural = list().GetItemHeight();
-  EXPECT_GT(natural, 10);
-  list().RowHeight(2);  // less than the text needs
-  EXPECT_EQ(list().GetItemHeight(), natural);
 }
 
-TEST_F(ListTest, TellsWhichRowsShow) {
-  EXPECT_EQ(list().TopItem(), -1);
-  EXPECT_EQ(list().BottomItem(), -1);
-  RECT header = {};
-  GetClientRect(list().HeaderhWnd(), &header);
-  EXPECT_EQ(list().Bottom(), header.bottom);
+TEST_F(ListTest, ReportsWhichRowsShow) {
+  EXPECT_EQ(list.TopItem(), -1);
+  EXPECT_EQ(list.BottomItem(), -1);
+  const int header = list.Bottom();
+  EXPECT_EQ(header, OnScreen(list.HeaderhWnd()).bottom - OnScreen(list.hwnd()).top);
 
-  list().RowHeight(50);
-  list().ListCount(2);
-  EXPECT_EQ(list().BottomItem(), 1);
-  EXPECT_EQ(list().Bottom(), header.bottom + 100);
-  list().ListCount(100);
-  const int whole = (200 - static_cast<int>(header.bottom)) / 50;
-  EXPECT_EQ(list().ItemCountPage(), whole);
-  EXPECT_EQ(list().TopItem(), 0);
-  EXPECT_EQ(list().BottomItem(), whole);  // the next one shows in part
-  EXPECT_TRUE(list().ItemVisible(whole));
-  EXPECT_FALSE(list().ItemVisible(whole + 1));
-  EXPECT_FALSE(list().ItemVisible(-1));
+  list.ListCount(2);
+  EXPECT_EQ(list.BottomItem(), 1);
+  EXPECT_EQ(list.Bottom(), header + 60);
+  list.ListCount(100);
+  host.Move(0, 0, 300, header + 75);
+  EXPECT_EQ(list.ItemCountPage(), 2);
+  EXPECT_EQ(list.TopItem(), 0);
+  EXPECT_EQ(list.BottomItem(), 2) << "shows in part";
+  const std::pair<int, bool> rows[] = {{-1, false}, {0, true}, {2, true}, {3, false}};
+  for (const auto& [row, shows] : rows) EXPECT_EQ(list.ItemVisible(row), shows) << row;
+  host.Move(0, 0, 300, header + 60);
+  EXPECT_EQ(list.BottomItem(), 1) << "the next row begins at the lower edge";
 
-  list().EnsureVisible(99);
-  EXPECT_EQ(list().BottomItem(), 99);
-  EXPECT_FALSE(list().ItemVisible(0));
-  EXPECT_LE(list().Bottom(), 200);
-  EXPECT_EQ(list().GetItemTop(list().TopItem()), header.bottom);
-  EXPECT_LT(list().GetItemTop(0), 0);
-  EXPECT_EQ(list().GetItemTop(100), 0);
+  list.EnsureVisible(99);
+  EXPECT_EQ(list.TopItem(), 98);
+  EXPECT_EQ(list.BottomItem(), 99);
+  EXPECT_EQ(list.GetItemTop(98), header);
+  EXPECT_EQ(list.GetItemTop(0), header - 98 * 30);
+  EXPECT_EQ(list.GetItemTop(100), 0);
 }
 
-TEST_F(ListTest, EnsureVisibleBringsARowThatShowsInPartIntoViewWhole) {
-  list().RowHeight(50);
-  list().ListCount(100);
-  const int inPart = list().BottomItem();
-  ASSERT_GT(list().GetItemTop(inPart) + 50, 200);
-  list().EnsureVisible(inPart);
-  EXPECT_LE(list().GetItemTop(inPart) + 50, 200);
+TEST_F(ListTest, CountsTheImagesOfABitmap) {
+  EXPECT_EQ(list.AddBitmap(nullptr, kWhite), -1);
+  list.ImageList(16, 16);
+  const UniqueBitmap twoImages(CreateBitmap(32, 16, 1, 32, nullptr));
+  EXPECT_EQ(list.AddBitmap(twoImages.Get(), kWhite), 0);
+  EXPECT_EQ(list.AddBitmap(twoImages.Get(), kWhite), 2);
 }
 
-TEST_F(ListTest, RowThatBeginsAtTheLowerEdgeDoesNotShow) {
-  list().RowHeight(50);
-  list().ListCount(100);
-  host.Move(0, 0, 300, list().GetItemTop(0) + 100);
-  EXPECT_EQ(list().BottomItem(), 1);
-}
-
-TEST_F(ListTest, HitTestFindsTheRowInEveryColumn) {
-  list().RowHeight(30);
-  list().ListCount(3);
-  const int top = list().GetItemTop(0);
-  EXPECT_EQ(list().HitTest(10, top + 1), 0);
-  EXPECT_EQ(list().HitTest(150, top + 31), 1);
-  EXPECT_EQ(list().HitTest(10, top + 89), 2);
-  EXPECT_EQ(list().HitTest(10, top + 95), -1);
-  EXPECT_EQ(list().HitTest(250, top + 5), -1);  // right of the columns
-}
-
-TEST_F(ListTest, CanBeHiddenAndShown) {
-  EXPECT_TRUE(list().Visible());
-  list().Visible(false);
-  EXPECT_FALSE(IsWindowVisible(list().hwnd()));
-  EXPECT_FALSE(list().Visible());
-  list().Visible(true);
-  EXPECT_TRUE(IsWindowVisible(list().hwnd()));
-}
-
-TEST_F(ListTest, ShowsImagesFromABitmap) {
-  EXPECT_EQ(list().AddBitmap(nullptr, kWhite), -1);
-  list().ImageList(16, 16);
-  const auto strip = MemoryContext::Create(48, 16);
-  EXPECT_EQ(list().AddBitmap(strip->Bitmap(), kWhite), 0);
-  EXPECT_EQ(list().AddBitmap(strip->Bitmap(), kWhite), 3);
-  EXPECT_EQ(ImageList_GetImageCount(list().ImageList()), 6);
-  EXPECT_EQ(
-      reinterpret_cast<HIMAGELIST>(SendMessageW(list().hwnd(), LVM_GETIMAGELIST, LVSIL_SMALL, 0)),
-      list().ImageList());
-  list().RowHeight(60);
-  EXPECT_EQ(list().ImageList(), nullptr);
-}
-
-TEST_F(ListTest, ImagesAreTransparentInTheMaskColour) {
-  list().ImageList(16, 16);
-  const WindowDc screen(nullptr);
-  const UniqueMemoryDc context(CreateCompatibleDC(screen.Get()));
-  const UniqueBitmap strip(CreateCompatibleBitmap(screen.Get(), 32, 16));
-  const RECT left = {0, 0, 16, 16};
-  const RECT right = {16, 0, 32, 16};
-  {
-    const SelectedObject drawnOn(context.Get(), strip.Get());
-    FillRect(context.Get(), &left, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
-    FillRect(context.Get(), &right, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
-  }
-  list().AddBitmap(strip.Get(), kWhite);
-  const auto canvas = MemoryContext::Create(32, 16);
-  const UniqueBrush ground(CreateSolidBrush(Rgb(1, 200, 3)));
-  const RECT all = {0, 0, 32, 16};
-  FillRect(canvas->Dc(), &all, ground.Get());
-  ImageList_Draw(list().ImageList(), 0, canvas->Dc(), 0, 0, ILD_TRANSPARENT);
-  ImageList_Draw(list().ImageList(), 1, canvas->Dc(), 16, 0, ILD_TRANSPARENT);
-  EXPECT_EQ(PixelOf(canvas->Dc(), 8, 8), Rgb(1, 200, 3));
-  EXPECT_EQ(PixelOf(canvas->Dc(), 24, 8), kBlack);
-}
-
-TEST_F(ListTest, ChecksAreKeptAndTold) {
-  list().CheckBoxes(true);
-  list().ListCount(10);
-  list().Checked(3, true);
-  list().Checked(7, true);
-  list().Checked(99, true);
-  EXPECT_TRUE(list().Checked(3));
-  EXPECT_FALSE(list().Checked(4));
-  EXPECT_FALSE(list().Checked(99));
-  const auto nativeState = [&](WPARAM row) {
-    return SendMessageW(list().hwnd(), LVM_GETITEMSTATE, row, LVIS_STATEIMAGEMASK);
-  };
-  EXPECT_EQ(nativeState(3), INDEXTOSTATEIMAGEMASK(2));
-  EXPECT_EQ(nativeState(4), INDEXTOSTATEIMAGEMASK(1));
-  list().Remove(4);
-  EXPECT_TRUE(list().Checked(3));
-  EXPECT_TRUE(list().Checked(6));
-  EXPECT_FALSE(list().Checked(7));
-  list().Remove(3);
-  EXPECT_FALSE(list().Checked(3));
-  EXPECT_TRUE(list().Checked(5));
-  list().ListCount(5);
-  list().ListCount(8);
-  EXPECT_FALSE(list().Checked(5));
-  list().Checked(1, true);
-  list().Checked(1, false);
-  EXPECT_FALSE(list().Checked(1));
-  list().Checked(2, true);
-  list().Clear();
-  list().ListCount(8);
-  EXPECT_FALSE(list().Checked(2));
-}
-
-TEST_F(ListTest, LeavesTheHostWhenItEnds) {
-  const size_t blocks = LiveSubclassBlocks();
-  const HWND window = container();
-  made.reset();
-  EXPECT_FALSE(IsWindow(window));
-  EXPECT_EQ(LiveSubclassBlocks(), blocks - 2);
-  EXPECT_FALSE(host.Resize);
-  host.Move(0, 0, 50, 50);
-}
-
-TEST_F(ListTest, MovesToAnotherHost) {
-  PictureBox second;
-  PictureBoxArgs args;
-  args.parent = form.hwnd();
-  args.width = args.height = 40;
-  second.Create(args);
-  const HWND former = container();
-  list().ListCount(5);
-  list().Create(second);
-  EXPECT_FALSE(IsWindow(former));
-  EXPECT_EQ(GetParent(container()), second.hwnd());
-  EXPECT_EQ(list().ListCount(), 0);
-  made.reset();
-}
-
-TEST_F(ListTest, SurvivesTheEndOfItsWindows) {
-  list().ListCount(5);
-  form.Unload();
-  EXPECT_EQ(list().hwnd(), nullptr);
-  EXPECT_EQ(list().ListCount(), 0);
-  EXPECT_EQ(list().Selected(), -1);
-  EXPECT_EQ(list().Add(), -1);
-  EXPECT_EQ(list().ColumnAdd(L"x", 10), -1);
-  EXPECT_EQ(list().HitTest(1, 1), -1);
-  EXPECT_EQ(list().TopItem(), -1);
-  EXPECT_EQ(list().GetItemHeight(), 0);
-  EXPECT_EQ(list().HeaderhWnd(), nullptr);
-  list().SetSelectList(2);
-  list().RowHeight(20);
-  list().Block(true);
-  EXPECT_FALSE(list().Block());
-  list().Block(false);
-  list().RedrawItem(0);
-  list().RedrawVisibleItems();
-  list().Clear();
-}
-
-TEST(ListWithoutHostTest, DoesNothing) {
-  clsLictView list;
+void ExpectEveryMemberDoesNothing(clsLictView& list) {
+  EXPECT_EQ(list.hwnd(), nullptr);
   EXPECT_EQ(list.ListCount(), 0);
   EXPECT_EQ(list.Selected(), -1);
   EXPECT_EQ(list.text(0), L"");
-  EXPECT_FALSE(list.Visible());
-  list.ListCount(4);
-  list.CheckBoxes(true);
-  list.AutoDraw(true);
-  list.ImageList(16, 16);
+  EXPECT_EQ(list.Add(), -1);
+  EXPECT_EQ(list.ColumnAdd(L"x", 10), -1);
+  EXPECT_EQ(list.HitTest(1, 1), -1);
+  EXPECT_EQ(list.TopItem(), -1);
+  EXPECT_EQ(list.GetItemHeight(), 0);
+  EXPECT_EQ(list.HeaderhWnd(), nullptr);
   EXPECT_EQ(list.ImageList(), nullptr);
+  list.Visible(true);
+  EXPECT_FALSE(list.Visible());
+  list.SetSelectList(2);
+  list.ListCount(4);
+  list.RowHeight(20);
+  list.ImageList(16, 16);
+  list.AutoDraw(true);
+  list.Block(true);
+  EXPECT_FALSE(list.Block());
+  list.RedrawItem(0);
+  list.RedrawVisibleItems();
+  list.Clear();
 }
 
-TEST(ListLeakTest, LeavesNothingBehind) {
+TEST_F(ListTest, DoesNothingWithoutItsWindows) {
+  clsLictView neverCreated;
+  ExpectEveryMemberDoesNothing(neverCreated);
+  list.ListCount(5);
+  form.Unload();
+  ExpectEveryMemberDoesNothing(list);
+}
+
+TEST(ListLifeTest, LeavesItsHostAndNothingBehind) {
   TestForm form;
-  const size_t blocks = LiveSubclassBlocks();
+  PictureBox host;
+  host.Create({.parent = form.hwnd(), .width = 100, .height = 100});
   EXPECT_EQ(LeakedBy([&] {
-              PictureBox host;
-              host.Create({.parent = form.hwnd(), .width = 100, .height = 100});
               clsLictView list;
               list.Create(host);
               list.ColumnAdd(L"名稱", 80);
               list.OnData = [&](int, int, LVITEMW& cell) { list.GiveText(cell, L"文字"); };
-              list.CheckBoxes(true);
               list.ImageList(16, 16);
               list.RowHeight(30);
               list.ListCount(10);
@@ -392,7 +249,8 @@ TEST(ListLeakTest, LeavesNothingBehind) {
               list.ImageList(16, 16);
             }),
             ResourceCounts());
-  EXPECT_EQ(LiveSubclassBlocks(), blocks);
+  EXPECT_EQ(LiveSubclassBlocks(), 0U);
+  EXPECT_FALSE(host.Resize);
 }
 
 }  // namespace
