@@ -19,20 +19,20 @@ constexpr int kDropDownRows = 12;
 }  // namespace
 
 clsControl::clsControl() {
-  // From the system's folder only: a namesake beside the executable is not taken. Where it is
-  // missing, every kind but the rich edit box works. Never given back: what the library has left
-  // with the system (input methods, drag and drop, the clipboard) may call it after the last box.
+  // From the system's folder, not from the executable's. Without it only the rich edit box fails.
+  // Never unloaded: input methods, drag and drop and the clipboard may call it after the last box.
   // cppcheck-suppress leakReturnValNotUsed
   (void)LoadLibraryExW(L"RICHED20.DLL", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
 }
 
-clsControl::~clsControl() { Destroy(); }
+clsControl::~clsControl() {
+  engine_.Terminate();
+  if (hwnd_ != nullptr) DestroyWindow(hwnd_);
+}
 
 void clsControl::Create(ControlKind kind) {
   assert(host_ != nullptr && host_->hwnd() != nullptr);
-  Destroy();
   kind_ = kind;
-  newIndex_ = -1;
   hwnd_ = CreateChildWindow({.parent = host_->hwnd(),
                              .className = LookOf(kind).className,
                              .style = Style(),
@@ -41,36 +41,27 @@ void clsControl::Create(ControlKind kind) {
   // Possible only while the box is empty.
   if (FamilyOf(kind) == ControlFamily::kRichEdit) Send(EM_SETTEXTMODE, TM_PLAINTEXT);
   Send(WM_SETFONT, reinterpret_cast<WPARAM>(ToolkitFont()), TRUE);
-  // The platform's own limits, 30,000 characters or so, would cut a long text that is typed.
+  // The default limit of about 30,000 characters would cut a long text.
   if (FamilyOf(kind) == ControlFamily::kEdit) Send(EM_LIMITTEXT);
   if (FamilyOf(kind) == ControlFamily::kRichEdit) {
     Send(EM_EXLIMITTEXT, 0, MAXLONG);
     Send(EM_SETEVENTMASK, 0, ENM_CHANGE);
   }
-  // Being reached by the Tab key chooses no option.
+  // The Tab key must not choose an option.
   if (kind == ControlKind::kOptionButton) Send(BM_SETDONTCLICK, TRUE);
   Attach();
-  if (hasBorder_) ApplyBorder();
   FitToHost();
-  if (fontRightLeading_ > 0) ApplyMargins();
   ApplyEnabled();
 }
 
-// The bits of the kind, and one more: the Tab key stops at whatever can have the keyboard.
+// The bits of the kind; the Tab key stops at all but labels.
 DWORD clsControl::Style() const {
   const ControlLook& look = LookOf(kind_);
-  DWORD style = WS_CHILD | (multilin_ > 0 ? look.multiLineStyle : look.style);
-  if (isVisible_) style |= WS_VISIBLE;
-  if (kind_ != ControlKind::kLabel) style |= WS_TABSTOP;
-  return style;
+  const DWORD style = WS_CHILD | WS_VISIBLE | (multilin_ > 0 ? look.multiLineStyle : look.style);
+  return kind_ == ControlKind::kLabel ? style : style | WS_TABSTOP;
 }
 
-void clsControl::Destroy() {
-  engine_.Terminate();
-  if (hwnd_ != nullptr) DestroyWindow(std::exchange(hwnd_, nullptr));
-}
-
-// What text is typed into: the control itself, or the box inside a combo box. None for the rest.
+// The window that the user types into: the control, or the box inside a combo box.
 HWND clsControl::TypingWindow() const {
   switch (FamilyOf(kind_)) {
     case ControlFamily::kEdit:
@@ -88,8 +79,8 @@ void clsControl::FitToHost() {
     MoveWindow(hwnd_, 0, 0, host_->ScaleWidth(), host_->ScaleHeight(), TRUE);
     return;
   }
-  // The field takes the host's height; the height that the window is given is the list's. The first
-  // pass shows how much the frame around the field adds, the second leaves it out.
+  // The host's height is for the field; the list is below it. The first pass shows how much the
+  // frame adds to the field, the second subtracts it.
   const int wanted = host_->ScaleHeight();
   const int list = kDropDownRows * static_cast<int>(Send(CB_GETITEMHEIGHT, 0));
   int field = wanted;
@@ -102,8 +93,7 @@ void clsControl::FitToHost() {
   }
 }
 
-// The list inside a simple combo box shows whole rows only, and nobody paints what is left below
-// it.
+// The list of a simple combo box shows whole rows only, and the platform paints nothing below them.
 void clsControl::EraseBelowList(HDC context) const {
   COMBOBOXINFO info = {};
   info.cbSize = sizeof(info);
@@ -120,13 +110,7 @@ void clsControl::EraseBelowList(HDC context) const {
 
 void clsControl::FontRightLeading(int pixels) {
   fontRightLeading_ = std::max(pixels, 0);
-  ApplyMargins();
-}
-
-void clsControl::ApplyMargins() {
-  const HWND window = TypingWindow();
-  if (window == nullptr) return;
-  SendMessageW(window, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN,
+  SendMessageW(TypingWindow(), EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN,
                MAKELPARAM(fontRightLeading_, fontRightLeading_));
 }
 
@@ -151,10 +135,11 @@ void clsControl::ApplyEnabled() {
   ApplyColors();
 }
 
-void clsControl::Visible(bool visible) {
-  isVisible_ = visible;
-  if (hwnd_ != nullptr) ShowWindow(hwnd_, visible ? SW_SHOWNA : SW_HIDE);
+bool clsControl::Visible() const {
+  return hwnd_ != nullptr && (GetWindowLongPtrW(hwnd_, GWL_STYLE) & WS_VISIBLE) != 0;
 }
+
+void clsControl::Visible(bool visible) { ShowWindow(hwnd_, visible ? SW_SHOWNA : SW_HIDE); }
 
 bool clsControl::IsGreyed() const { return hwnd_ != nullptr && !IsWindowEnabled(hwnd_); }
 
@@ -174,7 +159,7 @@ void clsControl::BackColor(Color color) {
 
 Color clsControl::ForeColor() const {
   if (foreColor_) return *foreColor_;
-  // Every other kind greys its text by itself.
+  // The other kinds grey their text by themselves.
   const bool isGreyedHere = kind_ == ControlKind::kRichEditBox && IsGreyed();
   return SystemColor(isGreyedHere ? COLOR_GRAYTEXT : COLOR_WINDOWTEXT);
 }
@@ -184,7 +169,7 @@ void clsControl::ForeColor(Color color) {
   ApplyColors();
 }
 
-// A rich edit box is told its colours; every other kind asks its host when it paints.
+// A rich edit box gets its colours by message; the other kinds ask their host when they paint.
 void clsControl::ApplyColors() {
   if (hwnd_ == nullptr) return;
   if (kind_ == ControlKind::kRichEditBox) {
@@ -193,7 +178,6 @@ void clsControl::ApplyColors() {
     format.cbSize = sizeof(format);
     format.dwMask = CFM_COLOR;
     format.crTextColor = ModTheme::TranslateColor(ForeColor());
-    // For what will be typed, and for what is there.
     const bool wasSetting = std::exchange(isSettingText_, true);
     Send(EM_SETCHARFORMAT, SCF_DEFAULT, reinterpret_cast<LPARAM>(&format));
     Send(EM_SETCHARFORMAT, SCF_ALL, reinterpret_cast<LPARAM>(&format));
@@ -226,17 +210,11 @@ void clsControl::text(const std::wstring& value) {
   isSettingText_ = wasSetting;
 }
 
+// Only after the creation: some classes would turn the bit into a frame that cannot be removed.
 void clsControl::BorderStyle(int style) {
-  hasBorder_ = style == 1 || style == 4;
-  ApplyBorder();
-}
-
-// After the creation, never with it: some classes would take the bit for themselves and draw a
-// frame that they never take away.
-void clsControl::ApplyBorder() {
-  if (hwnd_ == nullptr) return;
+  const bool hasBorder = style == 1 || style == 4;
   const LONG_PTR others = GetWindowLongPtrW(hwnd_, GWL_STYLE) & ~static_cast<LONG_PTR>(WS_BORDER);
-  SetWindowLongPtrW(hwnd_, GWL_STYLE, others | (hasBorder_ ? WS_BORDER : 0));
+  SetWindowLongPtrW(hwnd_, GWL_STYLE, others | (hasBorder ? WS_BORDER : 0));
   SetWindowPos(hwnd_, nullptr, 0, 0, 0, 0,
                SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
 }

@@ -1,9 +1,8 @@
-// The messages of clsControl: what its host is asked and told, and what the keyboard does.
+// The messages of clsControl and its host, and the keyboard.
 #include <windows.h>
 
 #include <richedit.h>
 
-#include <algorithm>
 #include <initializer_list>
 #include <string>
 
@@ -25,27 +24,17 @@ void clsControl::Attach() {
     engine_.AddMessage(host, message, kAfterPrevious);
   }
   engine_.Subclass(hwnd_, *this, 0);
-  engine_.AddMessage(hwnd_, WM_GETDLGCODE, kBeforePrevious);
-  engine_.AddMessage(hwnd_, WM_NCDESTROY, kAfterPrevious);
-  // A combo box itself tells of the focus, which wanders among its parts.
-  if (FamilyOf(kind_) != ControlFamily::kComboBox) {
-    engine_.AddMessage(hwnd_, WM_SETFOCUS, kAfterPrevious);
-    engine_.AddMessage(hwnd_, WM_KILLFOCUS, kAfterPrevious);
+  for (const UINT message : std::initializer_list<UINT>{WM_GETDLGCODE, WM_KEYDOWN, WM_NCDESTROY}) {
+    engine_.AddMessage(hwnd_, message, kBeforePrevious);
   }
   if (kind_ == ControlKind::kSimpleComboBox) {
     engine_.AddMessage(hwnd_, WM_ERASEBKGND, kBeforePrevious);
   }
-  AttachKeyboard(hwnd_);
-  const HWND inner = TypingWindow();
-  if (inner != nullptr && inner != hwnd_) {
-    engine_.Subclass(inner, *this, 0);
-    AttachKeyboard(inner);
-  }
   if (DropsDown(kind_)) AttachDropDown();
 }
 
-// The list that drops down is a window of the screen, not of the control. Some programs post a
-// close message to every such window, and without its list the combo box would lose its entries.
+// The list that drops down is a top-level window. Some programs post a close message to all of
+// those, and without its list the combo box would lose its entries.
 void clsControl::AttachDropDown() {
   COMBOBOXINFO info = {};
   info.cbSize = sizeof(info);
@@ -54,22 +43,14 @@ void clsControl::AttachDropDown() {
   engine_.AddMessage(info.hwndList, WM_CLOSE, kBeforePrevious);
 }
 
-void clsControl::AttachKeyboard(HWND window) {
-  engine_.AddMessage(window, WM_KEYDOWN, kBeforePrevious);
-  engine_.AddMessage(window, WM_LBUTTONDBLCLK, kAfterPrevious);
-}
-
 void clsControl::WndProc(bool before, bool& handled, LRESULT& result, HWND window, UINT message,
                          WPARAM wParam, LPARAM lParam, LONG_PTR& /*userParam*/) {
-  const bool isHost = window == hostWindow_;
-  if (isHost && before) {
-    HostMessageBefore(handled, result, message, wParam, lParam);
-  } else if (isHost) {
-    HostMessageAfter(message);
-  } else if (before) {
+  if (window != hostWindow_) {
     ControlMessageBefore(handled, result, window, message, wParam, lParam);
+  } else if (before) {
+    HostMessageBefore(handled, result, message, wParam, lParam);
   } else {
-    ControlMessageAfter(window, message);
+    HostMessageAfter(message);
   }
 }
 
@@ -81,7 +62,7 @@ void clsControl::HostMessageBefore(bool& handled, LRESULT& result, UINT message,
     if (handled) OnCommand(HIWORD(wParam));
     return;
   }
-  // The colours: a combo box passes on what its parts ask.
+  // WM_CTLCOLOR…, also from the parts of a combo box.
   result = reinterpret_cast<LRESULT>(PrepareContext(reinterpret_cast<HDC>(wParam)));
 }
 
@@ -104,39 +85,24 @@ void clsControl::HostMessageAfter(UINT message) {
 void clsControl::ControlMessageBefore(bool& handled, LRESULT& result, HWND window, UINT message,
                                       WPARAM wParam, LPARAM lParam) {
   constexpr LPARAM kWasDown = 1 << 30;
-  if (message == WM_KEYDOWN) {
-    handled = OnKeyDown(window, static_cast<UINT>(wParam), (lParam & kWasDown) != 0);
-    return;
-  }
-  if (message == WM_CLOSE) {
-    handled = true;
-    return;
-  }
-  if (message == WM_ERASEBKGND) {
-    EraseBelowList(reinterpret_cast<HDC>(wParam));
-    return;
-  }
-  if (const auto code = DialogCode(reinterpret_cast<const MSG*>(lParam))) {
-    handled = true;
-    result = *code;
-  }
-}
-
-void clsControl::ControlMessageAfter(HWND window, UINT message) {
   switch (message) {
-    case WM_SETFOCUS:
-      Raise(GotFocus);
+    case WM_KEYDOWN:
+      handled = OnKeyDown(window, static_cast<UINT>(wParam), (lParam & kWasDown) != 0);
       break;
-    case WM_KILLFOCUS:
-      Raise(LostFocus);
+    case WM_CLOSE:
+      handled = true;
       break;
-    case WM_LBUTTONDBLCLK:
-      Raise(DblClick);
+    case WM_ERASEBKGND:
+      EraseBelowList(reinterpret_cast<HDC>(wParam));
       break;
     case WM_NCDESTROY:
-      if (window == hwnd_) hwnd_ = nullptr;
+      hwnd_ = nullptr;
       break;
     default:
+      if (const auto code = DialogCode(reinterpret_cast<const MSG*>(lParam))) {
+        handled = true;
+        result = *code;
+      }
       break;
   }
 }
@@ -147,61 +113,48 @@ void clsControl::OnCommand(UINT notification) {
     case ControlFamily::kLabel:
       static_assert(BN_CLICKED == STN_CLICKED);
       if (notification == BN_CLICKED) Raise(Click);
-      return;
+      break;
     case ControlFamily::kEdit:
     case ControlFamily::kRichEdit:
       if (notification == EN_CHANGE && !isSettingText_) Raise(Change);
-      return;
+      break;
     case ControlFamily::kListBox:
       if (notification == LBN_SELCHANGE) Raise(Click);
-      return;
+      break;
     case ControlFamily::kComboBox:
+      if (notification == CBN_SELCHANGE) Raise(Click);
+      if (notification == CBN_EDITCHANGE) Raise(Change);
       break;
   }
-  if (notification == CBN_SELCHANGE) return Raise(Click);
-  if (notification == CBN_EDITCHANGE) return Raise(Change);
-  if (notification == CBN_SETFOCUS) return Raise(GotFocus);
-  if (notification == CBN_KILLFOCUS) return Raise(LostFocus);
 }
 
 bool clsControl::OnKeyDown(HWND window, UINT key, bool isRepeated) {
-  const bool presses = kind_ == ControlKind::kPushButton && key == VK_RETURN;
-  // Copied: either handler may destroy the control that holds it.
-  const auto ask = KeyDown;
-  const auto press = Click;
-  if ((ask && ask(key)) || PastePlainText(key)) {
-    // The character of the key waits behind it.
+  if ((KeyDown && KeyDown(key)) || PastePlainText(key)) {
+    // The key's character is already in the queue.
     MSG character = {};
-    if (IsWindow(window)) PeekMessageW(&character, window, WM_CHAR, WM_CHAR, PM_REMOVE);
+    PeekMessageW(&character, window, WM_CHAR, WM_CHAR, PM_REMOVE);
     return true;
   }
-  if (presses && !isRepeated) Raise(press);
+  const bool presses = kind_ == ControlKind::kPushButton && key == VK_RETURN;
+  if (presses && !isRepeated) Raise(Click);
   return presses;
 }
 
-// The keys of pasting in a rich edit box; true when the key was one. Done here because not every
-// system's box pastes well in its plain-text mode: Wine's takes formats all the same, and replaces
-// the whole text.
+// True for the paste keys in a rich edit box. Not left to the box: Wine's pastes formatted text
+// even in plain-text mode, and replaces the whole text.
 bool clsControl::PastePlainText(UINT key) const {
   if (FamilyOf(kind_) != ControlFamily::kRichEdit || GetKeyState(VK_MENU) < 0) return false;
   const bool isControl = GetKeyState(VK_CONTROL) < 0;
   const bool isShift = GetKeyState(VK_SHIFT) < 0;
   if (!(key == 'V' && isControl) && !(key == VK_INSERT && isShift)) return false;
   if ((Send(EM_GETOPTIONS) & ECO_READONLY) != 0) return true;
-  std::wstring pasted = ClipboardText(hwnd_);
-  // As the box itself does: what is more than it may hold is cut.
-  CHARRANGE selected = {};
-  Send(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selected));
-  const LRESULT kept = GetWindowTextLengthW(hwnd_) - (selected.cpMax - selected.cpMin);
-  const LRESULT available = std::max(Send(EM_GETLIMITTEXT) - kept, LRESULT{0});
-  pasted.resize(std::min(pasted.size(), static_cast<size_t>(available)));
+  const std::wstring pasted = ClipboardText(hwnd_);
   if (!pasted.empty()) Send(EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(pasted.c_str()));
   return true;
 }
 
-// Which keys the control keeps from the form. The boxes' own answers are not asked for: with them
-// a box would believe itself in a dialog of the platform's, where Esc closes the window around the
-// box (its host) and Enter makes no new line.
+// The keys that the control keeps from the form. An edit box's own answer would not do: it would
+// then assume a dialog of the platform, where Esc closes its parent and Enter makes no new line.
 std::optional<LRESULT> clsControl::DialogCode(const MSG* message) const {
   const bool isKey = message != nullptr && message->message == WM_KEYDOWN;
   const bool isEnter = isKey && message->wParam == VK_RETURN;
@@ -211,11 +164,11 @@ std::optional<LRESULT> clsControl::DialogCode(const MSG* message) const {
     if (multilin_ <= 0) return kBox | DLGC_HASSETSEL;
     return isEnter ? kBox | DLGC_WANTMESSAGE : kBox;
   }
-  // Without this the platform would press a button of its own choice.
+  // Otherwise the platform would press another button.
   if (kind_ == ControlKind::kPushButton && isEnter) {
     return DLGC_BUTTON | DLGC_UNDEFPUSHBUTTON | DLGC_WANTMESSAGE;
   }
-  // Arrows would carry the keyboard to whatever stands next to the option.
+  // Otherwise an arrow would move the focus to the next control.
   const bool isArrow = isKey && message->wParam >= VK_LEFT && message->wParam <= VK_DOWN;
   if (kind_ == ControlKind::kOptionButton && isArrow) {
     return DLGC_BUTTON | DLGC_RADIOBUTTON | DLGC_WANTARROWS;

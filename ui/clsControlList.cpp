@@ -4,7 +4,7 @@
 
 namespace tellurvane {
 
-// What the two families call the same thing. Both answer -1 on errors.
+// The messages of the two families. Both return -1 on errors.
 struct clsControl::ListMessages {
   UINT add;
   UINT insert;
@@ -68,7 +68,7 @@ void clsControl::ListIndex(int index) {
     Send(entries->setSelection, At(index));
     return;
   }
-  // To these the index -1 means all of them.
+  // The index -1 means all entries.
   Send(LB_SETSEL, index >= 0, index);
   if (index >= 0) Send(LB_SETCARETINDEX, At(index), FALSE);
 }

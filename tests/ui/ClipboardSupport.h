@@ -1,4 +1,4 @@
-// The clipboard with a text that has formats, and keys that are held down.
+// A formatted text on the clipboard, and keys that are held down.
 #pragma once
 
 #include <windows.h>
@@ -10,29 +10,28 @@
 
 namespace tellurvane {
 
-// Puts the text "pasted" there, as RTF in large Courier letters and as plain text. False where the
-// system refuses.
+// Puts the text "pasted" on the clipboard, as RTF in large Courier letters and as plain text. False
+// on failure.
 inline bool PutRtfOnClipboard(HWND owner) {
-  const auto put = [](UINT format, const void* bytes, size_t size) {
+  const auto put = [](UINT format, const auto& text) {
+    const size_t size = (text.size() + 1) * sizeof(text[0]);
     const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, size);
     void* const place = GlobalLock(memory);
     if (place == nullptr) return false;
-    std::memcpy(place, bytes, size);
+    std::memcpy(place, text.c_str(), size);
     GlobalUnlock(memory);
     return SetClipboardData(format, memory) != nullptr;
   };
   const std::string rtf = "{\\rtf1\\ansi{\\fonttbl{\\f0 Courier;}}\\f0\\fs96 pasted}";
-  const std::wstring plain = L"pasted";
-  const bool isOpen = OpenClipboard(owner) != FALSE;
-  const bool isPut =
-      isOpen && EmptyClipboard() != FALSE &&
-      put(RegisterClipboardFormatW(L"Rich Text Format"), rtf.c_str(), rtf.size() + 1) &&
-      put(CF_UNICODETEXT, plain.c_str(), (plain.size() + 1) * sizeof(wchar_t));
-  if (isOpen) CloseClipboard();
+  if (!OpenClipboard(owner)) return false;
+  const bool isPut = EmptyClipboard() != FALSE &&
+                     put(RegisterClipboardFormatW(L"Rich Text Format"), rtf) &&
+                     put(CF_UNICODETEXT, std::wstring(L"pasted"));
+  CloseClipboard();
   return isPut;
 }
 
-// While it lives, the keys are held down.
+// Holds the keys down during its life.
 class HeldKeys {
  public:
   explicit HeldKeys(const std::vector<int>& keys) {

@@ -1,4 +1,4 @@
-// What the tests of clsControl share: a control in a host on a form, and the keyboard.
+// A control in a host on a form, and the keyboard.
 #pragma once
 
 #include <array>
@@ -11,21 +11,11 @@ namespace tellurvane {
 
 inline constexpr Color kHostColor = Rgb(200, 230, 250);
 
-inline constexpr std::array kEveryKind = {
-    ControlKind::kCheckBox,
-    ControlKind::kPushButton,
-    ControlKind::kOptionButton,
-    ControlKind::kLabel,
-    ControlKind::kEditBox,
-    ControlKind::kEditableComboBox,
-    ControlKind::kDropDownList,
-    ControlKind::kSimpleComboBox,
-    ControlKind::kListBox,
-    ControlKind::kMultiSelectListBox,
-    ControlKind::kToggleSelectListBox,
-    ControlKind::kRichEditBox,
-    ControlKind::kSortedListBox,
-};
+inline constexpr auto kEveryKind = [] {
+  std::array<ControlKind, 13> kinds = {};
+  for (int i = 0; i < 13; ++i) kinds.at(i) = static_cast<ControlKind>(i + 1);
+  return kinds;
+}();
 
 // Counts the Enter and Esc keys that reach the form.
 class KeyForm : public TestForm {
@@ -52,7 +42,7 @@ struct HostedControl {
     Pump();
   }
 
-  // The key goes the way of all messages, through the loop and the form's keys.
+  // Through the message loop and the form's keys.
   void Press(UINT key, HWND target = nullptr) const {
     PostMessageW(target == nullptr ? control.hwnd() : target, WM_KEYDOWN, key, 1);
     Pump();
@@ -60,6 +50,12 @@ struct HostedControl {
 
   LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
     return SendMessageW(control.hwnd(), message, wParam, lParam);
+  }
+
+  // The window that the user types into.
+  HWND TypingWindow() const {
+    const HWND box = FindWindowExW(control.hwnd(), nullptr, L"Edit", nullptr);
+    return box == nullptr ? control.hwnd() : box;
   }
 
   KeyForm form;
