@@ -20,7 +20,7 @@ CivilDateTime CivilOf(const SYSTEMTIME& time) {
   return {time.wYear, time.wMonth, time.wDay, time.wHour, time.wMinute, time.wSecond};
 }
 
-// 0 for a Sunday.
+// 0 means Sunday.
 WORD DayOfWeek(DateSerial date) {
   const std::int64_t days = (SecondsFromSerial(date) - kFirstSecond) / kSecondsPerDay;
   return static_cast<WORD>((days + kWeekdayOfFirstDay) % kDaysPerWeek);
@@ -41,15 +41,9 @@ DateSerial ReadPickedTime(const SYSTEMTIME& picked, const SystemDateReader& syst
   return ParseDateText(text, DateFormat()).value_or(0);
 }
 
-ClsDate::~ClsDate() {
-  subclass_.Terminate();
-  if (picker_ != nullptr) DestroyWindow(picker_);
-}
-
 void ClsDate::Create(HWND parent, int left, int top, int width, int height, bool dateMode) {
   INITCOMMONCONTROLSEX classes = {sizeof(classes), ICC_DATE_CLASSES};
   InitCommonControlsEx(&classes);
-  // A stop of the Tab key, so that the fields can be reached without a mouse.
   const DWORD style =
       WS_CHILD | WS_VISIBLE | WS_TABSTOP | (dateMode ? DTS_LONGDATEFORMAT : DTS_TIMEFORMAT);
   picker_ = CreateChildWindow({.parent = parent,
@@ -60,15 +54,6 @@ void ClsDate::Create(HWND parent, int left, int top, int width, int height, bool
                                .width = width,
                                .height = height});
   SendMessageW(picker_, WM_SETFONT, reinterpret_cast<WPARAM>(ToolkitFont()), TRUE);
-  subclass_.Subclass(picker_, *this, 0);
-  subclass_.AddMessage(picker_, WM_NCDESTROY, kBeforePrevious);
-}
-
-// Another window may get the handle later.
-void ClsDate::WndProc(bool /*before*/, bool& /*handled*/, LRESULT& /*result*/, HWND /*window*/,
-                      UINT /*message*/, WPARAM /*wParam*/, LPARAM /*lParam*/,
-                      LONG_PTR& /*userParam*/) {
-  picker_ = nullptr;
 }
 
 void ClsDate::Enabled(bool enabled) {
