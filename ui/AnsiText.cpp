@@ -7,7 +7,7 @@ namespace tellurvane {
 std::string AnsiText(std::wstring_view text) {
   const int units = static_cast<int>(text.size());
   const int size = WideCharToMultiByte(CP_ACP, 0, text.data(), units, nullptr, 0, nullptr, nullptr);
-  // Asked to write into no room at all the function tells the size again, as if it had written.
+  // With a size of 0 the second call would return a length without writing.
   if (size <= 0) return {};
   std::string ansi(static_cast<size_t>(size), '\0');
   const int written =

@@ -1,4 +1,4 @@
-// Text for those of the platform's interfaces that take no Unicode.
+// Text for interfaces of the platform that take no Unicode.
 #pragma once
 
 #include <string>
@@ -6,8 +6,7 @@
 
 namespace tellurvane {
 
-// In the user's ANSI code page; what that has no character for becomes a question mark. Empty where
-// the system refuses.
+// In the user's ANSI code page; a character outside it becomes a question mark. Empty on failure.
 std::string AnsiText(std::wstring_view text);
 
 }  // namespace tellurvane

@@ -1,4 +1,4 @@
-// A control in a picture box of its own.
+// A control with its own picture box.
 #pragma once
 
 #include "ui/PictureBox.h"
@@ -10,10 +10,9 @@ struct BoxedControl {
   PictureBox box;
   clsControl control;
 
-  // The box on the window's ground, of no size yet, and in it the control with its text. What is to
-  // hold for the control from the start is set before.
+  // The box gets the window's colour and no size yet.
   void Create(HWND parent, ControlKind kind, const wchar_t* text);
-  // Pixels on the parent; a length below 0 is none.
+  // In pixels of the parent. Lengths below 0 become 0.
   void Move(int x, int y, int width, int height);
 };
 

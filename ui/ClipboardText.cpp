@@ -28,7 +28,7 @@ class LockedMemory {
     if (text_ != nullptr) GlobalUnlock(memory_);
   }
 
-  // Another program has put it there: it may lack its end.
+  // Another program wrote it: the terminating zero may be missing.
   std::wstring Text() const {
     if (text_ == nullptr) return {};
     const auto* const text = static_cast<const wchar_t*>(text_);

@@ -7,7 +7,7 @@
 
 namespace tellurvane {
 
-// Empty where the clipboard offers no text or cannot be opened. Line breaks are CR LF.
+// Empty if the clipboard has no text or cannot be opened. Line breaks are CR LF.
 std::wstring ClipboardText(HWND window);
 
 }  // namespace tellurvane

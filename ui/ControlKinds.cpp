@@ -19,7 +19,7 @@ constexpr DWORD kSortedStyle = kSilentListBoxStyle | LBS_SORT;
 constexpr DWORD kRichEditStyle =
     WS_HSCROLL | WS_VSCROLL | ES_MULTILINE | ES_AUTOVSCROLL | ES_AUTOHSCROLL;
 
-// In the order of the kinds, from 1 on.
+// In the order of ControlKind.
 constexpr std::array<ControlLook, 13> kLooks = {{
     {L"BUTTON", ControlFamily::kButton, BS_AUTOCHECKBOX, BS_AUTOCHECKBOX},
     {L"BUTTON", ControlFamily::kButton, BS_PUSHBUTTON, BS_PUSHBUTTON},

@@ -1,4 +1,4 @@
-// What the kinds of clsControl are made of.
+// Window class and style of each control kind.
 #pragma once
 
 #include <windows.h>
@@ -7,7 +7,7 @@
 
 namespace tellurvane {
 
-// Kinds that speak the same messages.
+// Kinds with the same messages.
 enum class ControlFamily { kButton, kLabel, kEdit, kRichEdit, kComboBox, kListBox };
 
 struct ControlLook {
@@ -21,7 +21,7 @@ const ControlLook& LookOf(ControlKind kind);
 
 inline ControlFamily FamilyOf(ControlKind kind) { return LookOf(kind).family; }
 
-// Whether the list comes up only when asked for.
+// Whether the list is hidden until it is opened.
 inline bool DropsDown(ControlKind kind) {
   return kind == ControlKind::kEditableComboBox || kind == ControlKind::kDropDownList;
 }
