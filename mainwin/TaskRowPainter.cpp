@@ -34,6 +34,13 @@ ModTheme::TextFont FontOf(RowFont font) {
 
 size_t IconOf(RowMark mark) { return kMediaTypes + static_cast<size_t>(mark) - 1; }
 
+void PaintBackground(const RowPicture& row) {
+  ModTheme::SolidFill(row.context, 0, 0, row.width, row.height, row.isOdd ? kOddPaper : kPaper);
+  if (!row.isSelected) return;
+  ModTheme::RichHighlight(row.context, 0, 0, row.width, row.height, kSelectionLight,
+                          kSelectionBase);
+}
+
 }  // namespace
 
 std::wstring FittingText(HDC context, const std::wstring& text, int width, RowFont font) {
@@ -41,37 +48,22 @@ std::wstring FittingText(HDC context, const std::wstring& text, int width, RowFo
                                font == RowFont::kRule ? L"" : L"…");
 }
 
-void TaskRowPainter::Paint(HDC target, const RECT& row, const TaskRecord& task,
-                           const TaskRowLook& look) {
-  const auto width = static_cast<int>(row.right - row.left);
-  const auto height = static_cast<int>(row.bottom - row.top);
-  const HDC context = PictureOf(width, height);
-  if (context == nullptr) return;
-  PaintBackground(context, width, height, look);
+void TaskRowPainter::Paint(const RowPicture& row, const TaskRecord& task, RowMark mark) const {
+  const HDC context = row.context;
+  PaintBackground(row);
   const int iconSize = Scaled(kIconSize);
   const int iconLeft = Scaled(kIconLeft);
-  const int iconTop = (height - iconSize) / 2;
+  const int iconTop = (row.height - iconSize) / 2;
   if (task.MediaType >= 0 && task.MediaType < kMediaTypes) {
     PaintIcon(context, static_cast<size_t>(task.MediaType), iconLeft, iconTop, iconSize);
   }
-  if (look.mark != RowMark::kNone) {
-    // Its middle stands on the icon's lower right corner.
+  if (mark != RowMark::kNone) {
+    // Its middle is on the icon's lower right corner.
     const int markSize = Scaled(kMarkSize);
-    PaintIcon(context, IconOf(look.mark), iconLeft + iconSize - markSize / 2,
+    PaintIcon(context, IconOf(mark), iconLeft + iconSize - markSize / 2,
               iconTop + iconSize - markSize / 2, markSize);
   }
-  PaintTexts(context, width, task);
-  BitBlt(target, static_cast<int>(row.left), static_cast<int>(row.top), width, height, context, 0,
-         0, SRCCOPY);
-}
-
-void TaskRowPainter::PaintBackground(HDC context, int width, int height,
-                                     const TaskRowLook& look) const {
-  const Color paper = look.isOdd ? kOddPaper : kPaper;
-  ModTheme::SolidFill(context, 0, 0, width, height, paper);
-  if (look.isSelected) {
-    ModTheme::RichHighlight(context, 0, 0, width, height, kSelectionLight, kSelectionBase);
-  }
+  PaintTexts(context, row.width, task);
 }
 
 // In the middle of a square of this size, by the largest image that fits into it.
@@ -94,15 +86,6 @@ void TaskRowPainter::PaintTexts(HDC context, int width, const TaskRecord& task) 
     ModTheme::Text(context, FittingText(context, line.text, available, line.font), line.x, line.y,
                    {.text = line.color}, FontOf(line.font));
   }
-}
-
-HDC TaskRowPainter::PictureOf(int width, int height) {
-  if (!picture_ || width != pictureWidth_ || height != pictureHeight_) {
-    picture_ = MemoryContext::Create(width, height);
-    pictureWidth_ = width;
-    pictureHeight_ = height;
-  }
-  return picture_ ? picture_->Dc() : nullptr;
 }
 
 }  // namespace tellurvane

@@ -120,23 +120,12 @@ void TaskRowsView::ListView_OnData(int row, int column, LVITEMW& cell) {
 }
 
 void TaskRowsView::ListView_CustomDraw(NMLVCUSTOMDRAW& draw, LRESULT& result) {
-  if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) {
-    result = CDRF_NOTIFYITEMDRAW;
-    return;
-  }
-  const auto row = static_cast<size_t>(draw.nmcd.dwItemSpec);
-  if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT || row >= general_.tasks.size()) return;
-  RECT bounds = {LVIR_BOUNDS, 0, 0, 0};
-  SendMessageW(list_.hwnd(), LVM_GETITEMRECT, row, reinterpret_cast<LPARAM>(&bounds));
-  // To the list's edge: the native list counts from its margin on.
-  bounds.left = std::min(bounds.left, LONG{0});
-  const RowMark mark = MarkOfRow(row);
-  if (row < shownMarks_.size()) shownMarks_[row] = mark;
-  painter_.Paint(draw.nmcd.hdc, bounds, general_.tasks[row],
-                 {.mark = mark,
-                  .isSelected = list_.Selected() == static_cast<int>(row),
-                  .isOdd = row % 2 == 1});
-  result = CDRF_SKIPDEFAULT;
+  const auto paint = [this](size_t row, const RowPicture& picture) {
+    const RowMark mark = MarkOfRow(row);
+    if (row < shownMarks_.size()) shownMarks_[row] = mark;
+    painter_.Paint(picture, general_.tasks[row], mark);
+  };
+  result = PaintListRow(list_, general_.tasks.size(), draw, paint);
 }
 
 RowMark TaskRowsView::MarkOfRow(size_t row) const {

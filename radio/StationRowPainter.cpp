@@ -4,7 +4,6 @@
 #include <string>
 
 #include "ui/Density.h"
-#include "ui/MemoryContext.h"
 #include "ui/ModTheme.h"
 
 namespace tellurvane {
@@ -33,25 +32,18 @@ void Write(HDC context, std::wstring text, int x, int right, int height, ModThem
 
 }  // namespace
 
-void PaintStationRow(HDC target, const RECT& row, const StationRow& station, int nameWidth,
-                     const StationRowLook& look) {
-  const auto width = static_cast<int>(row.right - row.left);
-  const auto height = static_cast<int>(row.bottom - row.top);
-  const auto picture = MemoryContext::Create(width, height);
-  if (!picture) return;
-  const HDC context = picture->Dc();
-  ModTheme::SolidFill(context, 0, 0, width, height, kGround);
-  if (look.isSelected) {
-    ModTheme::SimpleHighlight(context, 0, 0, width, height, kWhite, kSelection);
+void PaintStationRow(const RowPicture& row, const StationRow& station, int nameWidth) {
+  const HDC context = row.context;
+  ModTheme::SolidFill(context, 0, 0, row.width, row.height, kGround);
+  if (row.isSelected) {
+    ModTheme::SimpleHighlight(context, 0, 0, row.width, row.height, kWhite, kSelection);
   } else {
-    ModTheme::SolidFill(context, 0, 1, width, height - 2, look.isOdd ? kOddBand : kBand);
+    ModTheme::SolidFill(context, 0, 1, row.width, row.height - 2, row.isOdd ? kOddBand : kBand);
   }
   const int margin = Scaled(kMargin);
-  Write(context, station.name, margin, nameWidth - margin, height, ModTheme::kBlueText);
+  Write(context, station.name, margin, nameWidth - margin, row.height, ModTheme::kBlueText);
   Write(context, L"[ " + station.type + L" ] " + station.bitRate, nameWidth + margin,
-        width - margin, height, ModTheme::kBlackText);
-  BitBlt(target, static_cast<int>(row.left), static_cast<int>(row.top), width, height, context, 0,
-         0, SRCCOPY);
+        row.width - margin, row.height, ModTheme::kBlackText);
 }
 
 }  // namespace tellurvane

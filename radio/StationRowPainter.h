@@ -1,23 +1,15 @@
 // Draws the rows of the directory's result list.
 #pragma once
 
-#include <windows.h>
-
 #include "radio/StationRow.h"
+#include "ui/RowPainter.h"
 
 namespace tellurvane {
 
 // Pixels of 96 dpi.
 inline constexpr int kStationRowHeight = 28;
 
-struct StationRowLook {
-  bool isSelected = false;
-  bool isOdd = false;
-};
-
-// The name in the first column of so many pixels, type and bit rate behind it. Drawn in memory and
-// copied in one go.
-void PaintStationRow(HDC target, const RECT& row, const StationRow& station, int nameWidth,
-                     const StationRowLook& look);
+// The name in the first column, which has this width in pixels, then type and bit rate.
+void PaintStationRow(const RowPicture& row, const StationRow& station, int nameWidth);
 
 }  // namespace tellurvane

@@ -309,21 +309,9 @@ void frmRadioList::ListView_OnData(int row, int column, LVITEMW& cell) {
 }
 
 void frmRadioList::ListView_CustomDraw(NMLVCUSTOMDRAW& draw, LRESULT& result) {
-  if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) {
-    result = CDRF_NOTIFYITEMDRAW;
-    return;
-  }
-  const auto row = static_cast<size_t>(draw.nmcd.dwItemSpec);
-  if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT || row >= rows_.size()) return;
-  RECT bounds = {LVIR_BOUNDS, 0, 0, 0};
-  SendMessageW(list_.hwnd(), LVM_GETITEMRECT, row, reinterpret_cast<LPARAM>(&bounds));
-  // To the edge, also where the columns leave room for a scroll bar that is not there.
-  RECT client = {};
-  GetClientRect(list_.hwnd(), &client);
-  bounds.right = std::max(bounds.right, client.right);
-  PaintStationRow(draw.nmcd.hdc, bounds, rows_.Head(row, kMostShown), list_.ColumnWidth(0),
-                  {.isSelected = list_.Selected() == static_cast<int>(row), .isOdd = row % 2 == 1});
-  result = CDRF_SKIPDEFAULT;
+  result = PaintListRow(list_, rows_.size(), draw, [this](size_t row, const RowPicture& picture) {
+    PaintStationRow(picture, rows_.Head(row, kMostShown), list_.ColumnWidth(0));
+  });
 }
 
 }  // namespace tellurvane

@@ -5,6 +5,7 @@
 #include <array>
 #include <memory>
 #include <set>
+#include <utility>
 #include <vector>
 
 #include "app/ModGeneral.h"
@@ -12,6 +13,7 @@
 #include "tests/support/Moments.h"
 #include "tests/support/WindowTestSupport.h"
 #include "ui/Handle.h"
+#include "ui/MemoryContext.h"
 #include "ui/ModTheme.h"
 
 namespace tellurvane {
@@ -64,9 +66,8 @@ class TaskRowPainterTest : public testing::Test {
     }
   }
 
-  void Paint(const TaskRowLook& look) {
-    TaskRowPainter painter(icons, AppendLocaleDateText);
-    painter.Paint(picture.Dc(), {0, 0, kWidth, kTaskRowHeight}, task, look);
+  void Paint(RowMark mark = RowMark::kNone) {
+    TaskRowPainter(icons, AppendLocaleDateText).Paint(row, task, mark);
   }
 
   // How many pixels of an area have another colour than its first one.
@@ -84,13 +85,13 @@ class TaskRowPainterTest : public testing::Test {
   // What the place of the icon shows for a media type, and what it should show by the icon's file.
   std::vector<Color> IconOf(int mediaType) {
     task.MediaType = mediaType;
-    Paint({});
+    Paint();
     return PixelsOf(picture.Dc(), kIconPlace);
   }
   std::vector<Color> WithIconFiles(std::initializer_list<std::pair<int, RECT>> files,
                                    const RECT& place) {
     task.MediaType = -1;
-    Paint({});
+    Paint();
     for (const auto& [id, where] : files) DrawIconFile(picture.Dc(), id, where);
     return PixelsOf(picture.Dc(), place);
   }
@@ -98,10 +99,11 @@ class TaskRowPainterTest : public testing::Test {
   TaskRecord task;
   std::array<std::unique_ptr<ClsIcon>, 7> icons;
   MemoryContext picture = MemoryContext::Create(kWidth, kTaskRowHeight).value();
+  RowPicture row = {.context = picture.Dc(), .width = kWidth, .height = kTaskRowHeight};
 };
 
 TEST_F(TaskRowPainterTest, WritesFourLinesBesideTheIcon) {
-  Paint({});
+  Paint();
   EXPECT_GT(InkIn({76, 2, 200, 18}), 50) << "the name";
   for (const LONG y : {24, 44, 64}) {
     EXPECT_GT(InkIn({76, y, 140, y + 14}), 50) << "the label at " << y;
@@ -135,7 +137,7 @@ TEST_F(TaskRowPainterTest, ShowsTheStateOnTheCornerOfTheIcon) {
   } cases[] = {{RowMark::kPlaying, 105}, {RowMark::kDisabled, 106}, {RowMark::kDue, 107}};
   for (const auto& [mark, file] : cases) {
     task.MediaType = kLocalMusic;
-    Paint({.mark = mark});
+    Paint(mark);
     const std::vector<Color> look = PixelsOf(picture.Dc(), kMarkPlace);
     EXPECT_EQ(look, WithIconFiles({{102, kIconPlace}, {file, kMarkPlace}}, kMarkPlace)) << file;
   }
@@ -143,9 +145,10 @@ TEST_F(TaskRowPainterTest, ShowsTheStateOnTheCornerOfTheIcon) {
 
 TEST_F(TaskRowPainterTest, TellsOddRowsAndTheSelectedOneApart) {
   std::set<Color> grounds;
-  for (const TaskRowLook& look :
-       {TaskRowLook{}, TaskRowLook{.isOdd = true}, TaskRowLook{.isSelected = true}}) {
-    Paint(look);
+  for (const auto& [isOdd, isSelected] : {std::pair{false, false}, {true, false}, {false, true}}) {
+    row.isOdd = isOdd;
+    row.isSelected = isSelected;
+    Paint();
     grounds.insert(PixelOf(picture.Dc(), 10, kTaskRowHeight / 2));
   }
   EXPECT_EQ(grounds.size(), 3U);
@@ -153,7 +156,7 @@ TEST_F(TaskRowPainterTest, TellsOddRowsAndTheSelectedOneApart) {
 
 TEST_F(TaskRowPainterTest, LeavesTheRightMarginFreeHoweverLongTheName) {
   task.Name = std::wstring(500, L'長');
-  Paint({});
+  Paint();
   EXPECT_EQ(InkIn({kWidth - 3, 0, kWidth, kTaskRowHeight}), 0);
 }
 
@@ -162,7 +165,7 @@ TEST_F(TaskRowPainterTest, TakesAnyMediaTypeAndMark) {
     task.MediaType = type;
     for (const RowMark mark :
          {RowMark::kNone, RowMark::kPlaying, RowMark::kDisabled, RowMark::kDue}) {
-      Paint({.mark = mark});
+      Paint(mark);
     }
   }
   EXPECT_GT(InkIn({76, 2, 200, 18}), 50);

@@ -1,0 +1,43 @@
+#include "ui/RowPainter.h"
+
+#include <algorithm>
+
+#include "ui/MemoryContext.h"
+
+namespace tellurvane {
+namespace {
+
+// From edge to edge of the list, also where the columns are narrower.
+RECT BoundsOf(const clsLictView& list, size_t row) {
+  RECT bounds = {LVIR_BOUNDS, 0, 0, 0};
+  SendMessageW(list.hwnd(), LVM_GETITEMRECT, row, reinterpret_cast<LPARAM>(&bounds));
+  RECT client = {};
+  GetClientRect(list.hwnd(), &client);
+  bounds.left = std::min(bounds.left, client.left);
+  bounds.right = std::max(bounds.right, client.right);
+  return bounds;
+}
+
+}  // namespace
+
+LRESULT PaintListRow(const clsLictView& list, size_t rowCount, const NMLVCUSTOMDRAW& draw,
+                     const PaintsRow& paint) {
+  if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
+  const size_t row = draw.nmcd.dwItemSpec;
+  if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT || row >= rowCount) return CDRF_DODEFAULT;
+  const RECT bounds = BoundsOf(list, row);
+  const auto width = static_cast<int>(bounds.right - bounds.left);
+  const auto height = static_cast<int>(bounds.bottom - bounds.top);
+  if (const auto picture = MemoryContext::Create(width, height)) {
+    paint(row, {.context = picture->Dc(),
+                .width = width,
+                .height = height,
+                .isSelected = list.Selected() == static_cast<int>(row),
+                .isOdd = row % 2 == 1});
+    BitBlt(draw.nmcd.hdc, static_cast<int>(bounds.left), static_cast<int>(bounds.top), width,
+           height, picture->Dc(), 0, 0, SRCCOPY);
+  }
+  return CDRF_SKIPDEFAULT;
+}
+
+}  // namespace tellurvane
