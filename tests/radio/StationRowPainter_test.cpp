@@ -119,7 +119,7 @@ TEST_F(StationRowPainterTest, TheSelectionIsTheThemesBarInItsColour) {
 TEST_F(StationRowPainterTest, ALongNameEndsBeforeTheTypeAndALongTypeBeforeTheEdge) {
   Paint({std::wstring(500, L'長'), L"", L"", L"", L"", L""});
   EXPECT_EQ(Count(kNameWidth - 5, kWidth, IsBlue), 0);
-  EXPECT_GT(Count(kNameWidth - 60, kNameWidth - 5, IsBlue), 20) << "as far as there is room";
+  EXPECT_GT(Count(kNameWidth - 60, kNameWidth - 5, IsBlue), 20) << "as much as fits";
   constexpr int kNarrow = 12;
   Paint({L"長長", L"", L"", L"", L"", L""}, kNarrow);
   EXPECT_EQ(Count(kNarrow, kWidth, IsBlue), 0) << "narrower than the ellipsis";

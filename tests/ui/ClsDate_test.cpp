@@ -50,7 +50,6 @@ TEST_P(DateTest, IsAPickerOfItsParentInTheModesFormat) {
 
 TEST_P(DateTest, ReturnsAMidnightAsTheSameDateWithoutTime) {
   picker.Value(At(2011, 2, 14));
-  EXPECT_EQ(picker.Value(), At(2011, 2, 14));
   EXPECT_EQ(CivilFromSerial(picker.Value()), (CivilDateTime{2011, 2, 14, 0, 0, 0}));
 }
 

@@ -89,7 +89,6 @@ TEST(clsControlTest, ComboBoxIsAsHighAsItsHostAndItsListAsHighAsItsEntries) {
     COMBOBOXINFO info = {};
     info.cbSize = sizeof(info);
     ASSERT_TRUE(GetComboBoxInfo(hosted.control.hwnd(), &info));
-    EXPECT_TRUE(IsWindowVisible(info.hwndList));
     EXPECT_GE(ClientOf(info.hwndList).bottom, 8 * hosted.Send(CB_GETITEMHEIGHT, 0));
     hosted.Send(CB_SHOWDROPDOWN, FALSE);
   }
@@ -146,7 +145,6 @@ TEST(clsControlTest, OnlyCheckBoxesAndOptionsCanBeChecked) {
 TEST(clsControlTest, IsEnabledAndVisibleAsItIsSetAndGreyInADisabledHost) {
   for (const ControlKind kind : kEveryKind) {
     HostedControl hosted(kind);
-    EXPECT_TRUE(hosted.control.Enabled() && hosted.control.Visible()) << NameOf(kind);
     for (const auto& [own, hosts] : {std::pair{false, true}, {true, false}, {true, true}}) {
       hosted.control.Enabled(own);
       hosted.control.Visible(own);

@@ -104,7 +104,6 @@ TEST_F(ListEventTest, EachNotificationRaisesItsEvent) {
   }
   NMHDR other = {};
   Notify(static_cast<UINT>(-7), other);
-  EXPECT_THAT(Raised(), IsEmpty());
   NMITEMACTIVATE foreign = {};
   foreign.hdr.hwndFrom = form.hwnd();
   foreign.hdr.code = NM_CLICK;

@@ -147,9 +147,7 @@ TEST_F(ListTest, TextsComeFromTheOwnerInAnyLength) {
 TEST_F(ListTest, KeepsGivenTextsUntilTwoMoreAreAsked) {
   LVITEMW cells[3] = {};
   for (int i = 0; i < 3; ++i) list.GiveText(cells[i], L"text " + std::to_wstring(i));
-  EXPECT_STREQ(cells[0].pszText, L"text 0");
-  EXPECT_STREQ(cells[1].pszText, L"text 1");
-  EXPECT_STREQ(cells[2].pszText, L"text 2");
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(cells[i].pszText, L"text " + std::to_wstring(i));
 }
 
 TEST_F(ListTest, RowsHaveTheRequestedHeightWithAndWithoutRows) {
