@@ -160,17 +160,6 @@ TEST_F(TaskRowPainterTest, LeavesTheRightMarginFreeHoweverLongTheName) {
   EXPECT_EQ(InkIn({kWidth - 3, 0, kWidth, kTaskRowHeight}), 0);
 }
 
-TEST_F(TaskRowPainterTest, TakesAnyMediaTypeAndMark) {
-  for (const int type : {-1, 0, 3, 4, 2'000'000'000}) {
-    task.MediaType = type;
-    for (const RowMark mark :
-         {RowMark::kNone, RowMark::kPlaying, RowMark::kDisabled, RowMark::kDue}) {
-      Paint(mark);
-    }
-  }
-  EXPECT_GT(InkIn({76, 2, 200, 18}), 50);
-}
-
 TEST_F(TaskRowPainterTest, CutsWithAnEllipsisOnlyWhatDoesNotFit) {
   const auto fitting = [&](const std::wstring& text, int width) {
     return FittingText(picture.Dc(), text, width, RowFont::kName);
