@@ -3,6 +3,7 @@
 
 #include <richedit.h>
 
+#include <algorithm>
 #include <initializer_list>
 #include <string>
 
@@ -148,7 +149,13 @@ bool clsControl::PastePlainText(UINT key) const {
   const bool isShift = GetKeyState(VK_SHIFT) < 0;
   if (!(key == 'V' && isControl) && !(key == VK_INSERT && isShift)) return false;
   if ((Send(EM_GETOPTIONS) & ECO_READONLY) != 0) return true;
-  const std::wstring pasted = ClipboardText(hwnd_);
+  std::wstring pasted = ClipboardText(hwnd_);
+  // EM_REPLACESEL ignores the box's limit.
+  CHARRANGE selected = {};
+  Send(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selected));
+  const LRESULT kept = GetWindowTextLengthW(hwnd_) - (selected.cpMax - selected.cpMin);
+  const LRESULT available = std::max(Send(EM_GETLIMITTEXT) - kept, LRESULT{0});
+  pasted.resize(std::min(pasted.size(), static_cast<size_t>(available)));
   if (!pasted.empty()) Send(EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(pasted.c_str()));
   return true;
 }

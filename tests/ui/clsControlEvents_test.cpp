@@ -220,23 +220,27 @@ TEST(clsControlEventsTest, PastingReplacesTheSelectionByPlainText) {
     std::vector<int> held;
     WPARAM key;
     bool isReadOnly;
+    int limit;
     const wchar_t* text;
-  } cases[] = {{0, {VK_CONTROL}, 'V', false, L"a pasted c"},
-               {1, {VK_CONTROL}, 'V', false, L"a pasted c"},
-               {1, {VK_SHIFT}, VK_INSERT, false, L"a pasted c"},
-               {1, {VK_CONTROL}, 'V', true, L"a b c"},
-               {1, {}, 'V', false, L"a b c"}};
-  for (const auto& [multilin, held, key, isReadOnly, text] : cases) {
+  } cases[] = {{0, {VK_CONTROL}, 'V', false, 1'000, L"a pasted c"},
+               {1, {VK_CONTROL}, 'V', false, 10, L"a pasted c"},
+               {1, {VK_CONTROL}, 'V', false, 8, L"a past c"},
+               {1, {VK_CONTROL}, 'V', false, 3, L"a b c"},
+               {1, {VK_SHIFT}, VK_INSERT, false, 1'000, L"a pasted c"},
+               {1, {VK_CONTROL}, 'V', true, 1'000, L"a b c"},
+               {1, {}, 'V', false, 1'000, L"a b c"}};
+  for (const auto& [multilin, held, key, isReadOnly, limit, text] : cases) {
     HostedControl hosted(ControlKind::kRichEditBox, multilin);
     ASSERT_TRUE(PutRtfOnClipboard(hosted.form.hwnd()));
     hosted.control.text(L"a b c");
     hosted.Send(EM_SETREADONLY, isReadOnly);
+    hosted.Send(EM_EXLIMITTEXT, 0, limit);
     hosted.Send(EM_SETSEL, 2, 3);
     {
       const HeldKeys keys(held);
       hosted.Send(WM_KEYDOWN, key, 1);
     }
-    EXPECT_EQ(hosted.control.text(), text) << key << held.size() << isReadOnly;
+    EXPECT_EQ(hosted.control.text(), text) << key << held.size() << isReadOnly << limit;
     hosted.Send(EM_SETSEL, 2, 3);
     CHARFORMATW format = {};
     format.cbSize = sizeof(format);
