@@ -169,6 +169,7 @@ void FrmTime::Form_Load() {
                SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
   SetWindowPos(hwnd(), HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
   Opacity(kOpacity);
+  ForwardMouse(*this);
   PrepareFace();
   CreateLabels();
   CreateDigits();
@@ -266,9 +267,9 @@ void FrmTime::AddDigits(DigitBox& digits, int cells, int labelX, int y) {
 }
 
 // Wherever it is pressed, the clock is one thing.
-void FrmTime::ForwardMouse(PictureBox& box) {
-  box.MouseDown = [this](const MouseEvent& event) { Form_MouseDown(event); };
-  box.MouseMove = [this](const MouseEvent& event) { Form_MouseMove(event); };
+void FrmTime::ForwardMouse(DrawnWindow& window) {
+  window.MouseDown = [this](const MouseEvent& event) { Form_MouseDown(event); };
+  window.MouseMove = [this](const MouseEvent& event) { Form_MouseMove(event); };
 }
 
 // What no second changes is drawn once.

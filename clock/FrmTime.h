@@ -50,15 +50,15 @@ class FrmTime final : public Form {
 
   void Form_Load() override;
   bool Form_Unload() override;
-  void Form_MouseDown(const MouseEvent& event) override;
-  void Form_MouseMove(const MouseEvent& event) override;
   LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
   void CreateLabels();
   void CreateDigits();
   void AddDigits(DigitBox& digits, int cells, int labelX, int y);
   void FitHalfOfDay();
-  void ForwardMouse(PictureBox& box);
+  void Form_MouseDown(const MouseEvent& event);
+  void Form_MouseMove(const MouseEvent& event);
+  void ForwardMouse(DrawnWindow& window);
   void PrepareFace();
   void Timer1_Timer();
   void DrawTime();

@@ -115,7 +115,7 @@ void frmNotes::Prepare(const std::wstring& text, const std::wstring& time,
   const int imageSize = Scaled(kImageSize);
   const int imageMargin = Scaled(kImageMargin);
   picCerrar_.CreateAt(hwnd(), ScaleWidth() - imageSize - imageMargin, imageMargin, imageSize);
-  picCerrar_.Click = [this] { Form_DblClick({}); };
+  picCerrar_.Click = [this] { Form_DblClick(); };
 }
 
 void frmNotes::Form_Load() {
@@ -123,6 +123,9 @@ void frmNotes::Form_Load() {
   savedClassStyle_ = GetClassLongPtrW(hwnd(), GCL_STYLE);
   SetClassLongPtrW(hwnd(), GCL_STYLE, static_cast<LONG_PTR>(savedClassStyle_ | CS_DROPSHADOW));
   Paint = [this](HDC context) { Draw(context); };
+  MouseDown = [this](const MouseEvent& event) { Form_MouseDown(event); };
+  MouseMove = [this](const MouseEvent&) { Form_MouseMove(); };
+  DblClick = [this](const MouseEvent&) { Form_DblClick(); };
 }
 
 bool frmNotes::Form_Unload() {
@@ -180,10 +183,6 @@ void frmNotes::Close() {
 void frmNotes::Form_MouseDown(const MouseEvent& event) {
   if (event.button == kLeftButton) BeginDrag();
 }
-
-void frmNotes::Form_MouseMove(const MouseEvent&) { PullInside(); }
-
-void frmNotes::Form_DblClick(const MouseEvent&) { Close(); }
 
 LRESULT frmNotes::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   if (message != WM_CLOSE) return Form::HandleMessage(message, wParam, lParam);

@@ -55,12 +55,12 @@ class frmNotes final : public Form {
  private:
   void Form_Load() override;
   bool Form_Unload() override;
-  void Form_MouseDown(const MouseEvent& event) override;
-  void Form_MouseMove(const MouseEvent& event) override;
-  void Form_DblClick(const MouseEvent& event) override;
   void Form_Escape() override { Close(); }
   LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
+  void Form_MouseDown(const MouseEvent& event);
+  void Form_MouseMove() { PullInside(); }
+  void Form_DblClick() { Close(); }
   int HeightNeeded();
   void Draw(HDC context);
 

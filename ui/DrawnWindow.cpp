@@ -61,45 +61,36 @@ LRESULT DrawnWindow::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       CopyToScreen();
       return 0;
     case WM_SIZE:
-      OnResize();
+      FitSurface();
+      Raise(Resize);
       return 0;
     case WM_LBUTTONDOWN:
-      OnMouseDown(EventOf(kLeftButton, wParam, lParam));
+      Raise(MouseDown, EventOf(kLeftButton, wParam, lParam));
       return 0;
     case WM_RBUTTONDOWN:
-      OnMouseDown(EventOf(kRightButton, wParam, lParam));
+      Raise(MouseDown, EventOf(kRightButton, wParam, lParam));
       return 0;
     case WM_MBUTTONDOWN:
-      OnMouseDown(EventOf(kMiddleButton, wParam, lParam));
+      Raise(MouseDown, EventOf(kMiddleButton, wParam, lParam));
       return 0;
     case WM_LBUTTONUP:
-      OnMouseUp(EventOf(kLeftButton, wParam, lParam));
+      Raise(MouseUp, EventOf(kLeftButton, wParam, lParam));
       return 0;
     case WM_RBUTTONUP:
-      OnMouseUp(EventOf(kRightButton, wParam, lParam));
+      Raise(MouseUp, EventOf(kRightButton, wParam, lParam));
       return 0;
     case WM_MBUTTONUP:
-      OnMouseUp(EventOf(kMiddleButton, wParam, lParam));
+      Raise(MouseUp, EventOf(kMiddleButton, wParam, lParam));
       return 0;
     case WM_LBUTTONDBLCLK:
-      OnDblClick(EventOf(kLeftButton, wParam, lParam));
+      Raise(DblClick, EventOf(kLeftButton, wParam, lParam));
       return 0;
     case WM_MOUSEMOVE:
-      OnMouseMove(EventOf(ButtonsDown(wParam), wParam, lParam));
+      Raise(MouseMove, EventOf(ButtonsDown(wParam), wParam, lParam));
       return 0;
     default:
       return Window::HandleMessage(message, wParam, lParam);
   }
-}
-
-void DrawnWindow::OnMouseDown(const MouseEvent& event) { Raise(MouseDown, event); }
-void DrawnWindow::OnMouseMove(const MouseEvent& event) { Raise(MouseMove, event); }
-void DrawnWindow::OnMouseUp(const MouseEvent& event) { Raise(MouseUp, event); }
-void DrawnWindow::OnDblClick(const MouseEvent& event) { Raise(DblClick, event); }
-
-void DrawnWindow::OnResize() {
-  FitSurface();
-  Raise(Resize);
 }
 
 void DrawnWindow::FitSurface() {

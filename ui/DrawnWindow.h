@@ -53,13 +53,6 @@ class DrawnWindow : public Window {
  protected:
   LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
-  // What a derived window does itself before the event goes out.
-  virtual void OnMouseDown(const MouseEvent& event);
-  virtual void OnMouseMove(const MouseEvent& event);
-  virtual void OnMouseUp(const MouseEvent& event);
-  virtual void OnDblClick(const MouseEvent& event);
-  virtual void OnResize();
-
  private:
   void CopyToScreen();
   void FitSurface();

@@ -248,7 +248,9 @@ LRESULT Form::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       return DrawnWindow::HandleMessage(message, wParam, lParam);
     case WM_SIZE:
       if (wParam != SIZE_MINIMIZED && std::exchange(isPullOwed_, false)) PullInside();
-      return DrawnWindow::HandleMessage(message, wParam, lParam);
+      DrawnWindow::HandleMessage(message, wParam, lParam);
+      Form_Resize();
+      return 0;
     case WM_ACTIVATE:
       KeepFocus();
       if (LOWORD(wParam) != WA_INACTIVE && focus_ != nullptr) {
@@ -265,16 +267,6 @@ void Form::KeepFocus() {
   const HWND now = GetFocus();
   if (now != nullptr && IsChild(hwnd(), now)) focus_ = now;
   if (focus_ != nullptr && !IsChild(hwnd(), focus_)) focus_ = nullptr;
-}
-
-void Form::OnMouseDown(const MouseEvent& event) { Form_MouseDown(event); }
-void Form::OnMouseMove(const MouseEvent& event) { Form_MouseMove(event); }
-void Form::OnMouseUp(const MouseEvent& event) { Form_MouseUp(event); }
-void Form::OnDblClick(const MouseEvent& event) { Form_DblClick(event); }
-
-void Form::OnResize() {
-  DrawnWindow::OnResize();
-  Form_Resize();
 }
 
 }  // namespace tellurvane

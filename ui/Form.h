@@ -85,10 +85,6 @@ class Form : public DrawnWindow {
   virtual void Form_Resize() {}
   // False keeps the window.
   virtual bool Form_Unload() { return true; }
-  virtual void Form_MouseDown(const MouseEvent&) {}
-  virtual void Form_MouseMove(const MouseEvent&) {}
-  virtual void Form_MouseUp(const MouseEvent&) {}
-  virtual void Form_DblClick(const MouseEvent&) {}
   // Enter and Esc, wherever the focus is inside, unless a control needs them.
   virtual void Form_Enter() {}
   virtual void Form_Escape() {}
@@ -97,11 +93,6 @@ class Form : public DrawnWindow {
 
  private:
   void OnDestroyed(HWND window) final;
-  void OnMouseDown(const MouseEvent& event) final;
-  void OnMouseMove(const MouseEvent& event) final;
-  void OnMouseUp(const MouseEvent& event) final;
-  void OnDblClick(const MouseEvent& event) final;
-  void OnResize() final;
   void KeepFocus();
   void ReleaseOwner();
 

@@ -40,10 +40,6 @@ class RecordingForm : public Form {
     events.emplace_back("unload");
     return mayUnload;
   }
-  void Form_MouseDown(const MouseEvent& event) override {
-    events.push_back("down " + std::to_string(event.button) + " " + std::to_string(event.x) + "," +
-                     std::to_string(event.y));
-  }
   void Form_Enter() override { events.emplace_back("enter"); }
   void Form_Escape() override { events.emplace_back("escape"); }
 };
@@ -169,15 +165,6 @@ TEST(FormTest, TheDestructorEndsTheWindow) {
   const HWND window = form->hwnd();
   form.reset();
   EXPECT_FALSE(IsWindow(window));
-}
-
-TEST(FormTest, ReportsTheMouseInPixels) {
-  RecordingForm form;
-  form.LoadPlain();
-  form.events.clear();
-  SendMouse(form.hwnd(), WM_LBUTTONDOWN, 7, 9);
-  SendMouse(form.hwnd(), WM_RBUTTONDOWN, 1, 2);
-  EXPECT_EQ(form.events, (std::vector<std::string>{"down 1 7,9", "down 2 1,2"}));
 }
 
 TEST(FormTest, EnterAndEscapeReachTheFormFromAControl) {

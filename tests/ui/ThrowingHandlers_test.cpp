@@ -33,6 +33,7 @@ class ThrowingForm : public Form {
     args.widthTwips = 3000;
     args.heightTwips = 1500;
     Load(args);
+    MouseDown = MouseUp = MouseMove = DblClick = [](const MouseEvent&) { Throw(); };
   }
 
  protected:
@@ -41,10 +42,6 @@ class ThrowingForm : public Form {
     return Form::HandleMessage(message, wParam, lParam);
   }
   bool Form_Unload() override { Throw(); }
-  void Form_MouseDown(const MouseEvent& /*event*/) override { Throw(); }
-  void Form_MouseUp(const MouseEvent& /*event*/) override { Throw(); }
-  void Form_MouseMove(const MouseEvent& /*event*/) override { Throw(); }
-  void Form_DblClick(const MouseEvent& /*event*/) override { Throw(); }
   void Form_Enter() override { Throw(); }
   void Form_Escape() override { Throw(); }
 };
