@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "ui/Density.h"
+#include "ui/Event.h"
 #include "ui/ModTheme.h"
 #include "ui/ToolkitFont.h"
 
@@ -119,10 +120,9 @@ void clsProgress::Refresh() { Enabled() ? PaintMe() : PaintDef(); }
 
 void clsProgress::PaintWith(Color accent) {
   if (hwnd() == nullptr || host_->Dc() == nullptr || isPainting_) return;
-  const auto isGone = lifetime_.Watch();
   host_->Clear();
   Draw(accent);
-  if (!isGone()) host_->Refresh();
+  host_->Refresh();
 }
 
 void clsProgress::Draw(Color accent) {
@@ -148,10 +148,9 @@ void clsProgress::Draw(Color accent) {
   }
   if (!text_.empty()) PrintText(text_, isEnabled ? kCaptionColor : kDisabledCaptionColor);
 
-  const auto isGone = lifetime_.Watch();
   isPainting_ = true;
   Raise(PostRender, isEnabled);
-  if (!isGone()) isPainting_ = false;
+  isPainting_ = false;
 }
 
 Color clsProgress::BarColor(Color accent) const {
@@ -164,16 +163,14 @@ SliderGeometry clsProgress::Geometry() const {
 
 void clsProgress::ValHit(double value) {
   model_.Value(value);
-  const auto isGone = lifetime_.Watch();
   Refresh();
-  if (!isGone()) Raise(PositionSetByMouse, Value());
+  Raise(PositionSetByMouse, Value());
 }
 
 void clsProgress::Value(double value) {
   model_.Value(value);
-  const auto isGone = lifetime_.Watch();
   Refresh();
-  if (!isGone()) Raise(PositionSet, Value(), CursorOnPos());
+  Raise(PositionSet, Value(), CursorOnPos());
 }
 
 void clsProgress::Max(double max) {
@@ -281,23 +278,20 @@ bool clsProgress::MouseDriving() const {
 }
 
 void clsProgress::SetByUser(double value) {
-  const auto isGone = lifetime_.Watch();
   Value(value);
-  if (!isGone()) Raise(PositionSetByMouse, Value());
+  Raise(PositionSetByMouse, Value());
 }
 
 void clsProgress::HostMouseDown(const MouseEvent& event) {
   if (!Enabled()) return;
-  const auto isGone = lifetime_.Watch();
   if (!MouseDriving()) buttonsHeld_ = kNoButton;
   buttonsHeld_ |= event.button;
   lastX_ = static_cast<float>(event.x);
   lastY_ = static_cast<float>(event.y);
   host_->SetFocus();
-  if (isGone()) return;
   SetCapture(hwnd());
   Raise(MousePress);
-  if (!isGone()) SetByUser(Geometry().ValueAt(event.x, Max()));
+  SetByUser(Geometry().ValueAt(event.x, Max()));
 }
 
 void clsProgress::HostMouseMove(const MouseEvent& event) {

@@ -7,7 +7,6 @@
 #include <limits>
 #include <string>
 
-#include "ui/Event.h"
 #include "ui/GXMSubclass.h"
 #include "ui/Handle.h"
 #include "ui/PictureBox.h"
@@ -22,7 +21,7 @@ namespace tellurvane {
 // the slider hears neither. Make the host a tab stop to let the Tab key reach it.
 //
 // What the user does (press, drag, wheel, keys) raises PositionSet and then PositionSetByMouse.
-// Handlers may destroy the slider.
+// Handlers must not destroy the slider.
 class clsProgress final : public GXISubclass {
  public:
   clsProgress() = default;
@@ -148,7 +147,6 @@ class clsProgress final : public GXISubclass {
   // Where the pointer was seen last. Not-a-number equals nothing: the first move always counts.
   float lastX_ = std::numeric_limits<float>::quiet_NaN();
   float lastY_ = std::numeric_limits<float>::quiet_NaN();
-  Lifetime lifetime_;
   GXMSubclass engine_;
 };
 

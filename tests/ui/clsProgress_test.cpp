@@ -1,7 +1,5 @@
 #include "ui/clsProgress.h"
 
-#include <memory>
-
 #include "SliderTestSupport.h"
 
 namespace tellurvane {
@@ -185,46 +183,6 @@ TEST_F(SliderTest, SurvivesTheEndOfItsWindow) {
   slider.Refresh();
   EXPECT_EQ(slider.Value(), 60);
   EXPECT_EQ(slider.CursorOnPos(), 0);
-}
-
-TEST_F(SliderTest, AnyHandlerMayDestroyTheSlider) {
-  const auto fresh = [&] {
-    auto made = std::make_unique<clsProgress>();
-    slider.TargetPictureBox(host);
-    made->TargetPictureBox(host);
-    made->Create();
-    made->Max(100);
-    return made;
-  };
-  auto victim = fresh();
-  victim->MousePress = [&] { victim.reset(); };
-  Press(10);
-  EXPECT_EQ(victim, nullptr);
-
-  victim = fresh();
-  victim->PositionSet = [&](double, double) { victim.reset(); };
-  Press(10);
-  EXPECT_EQ(victim, nullptr);
-
-  victim = fresh();
-  victim->PositionSet = [&](double, double) { victim.reset(); };
-  Wheel(120);
-  EXPECT_EQ(victim, nullptr);
-
-  victim = fresh();
-  victim->PositionSetByMouse = [&](double) { victim.reset(); };
-  Key(VK_END);
-  EXPECT_EQ(victim, nullptr);
-
-  victim = fresh();
-  victim->PostRender = [&](bool) { victim.reset(); };
-  victim->Value(5);
-  EXPECT_EQ(victim, nullptr);
-
-  victim = fresh();
-  victim->MouseInside = [&](bool) { victim.reset(); };
-  SetCursorPos(kLeft + 5, kTop + 5);
-  EXPECT_TRUE(PumpUntil([&] { return victim == nullptr; }));
 }
 
 TEST(SliderLeakTest, LeavesNothingBehind) {
