@@ -16,7 +16,7 @@ void SliderModel::Value(double value) {
 }
 
 void SliderModel::Max(double max) {
-  // In this order not-a-number loses the comparison.
+  // In this order not-a-number gives the smallest maximum.
   max_ = std::max(kSmallestMax, max);
   value_ = std::min(value_, max_);
 }
@@ -26,15 +26,12 @@ double SliderModel::Fraction() const {
   return value_ / max_;
 }
 
-SliderBox SliderGeometry::Track() const {
-  const int top = heightDelta_ - margin_;
-  // The height is the inset area's lower edge, counted from a top that lies higher: the box ends a
-  // margin above the host's lower edge, however deep the inset.
-  return {0, top, width_ - margin_, top + height_ - heightDelta_};
+SliderBox SliderTrack(const SliderHost& host) {
+  return {0, host.heightDelta - host.margin, host.width - host.margin, host.height - host.margin};
 }
 
-SliderBox SliderGeometry::Fill(double fraction) const {
-  const SliderBox track = Track();
+SliderBox SliderFill(const SliderHost& host, double fraction) {
+  const SliderBox track = SliderTrack(host);
   SliderBox fill = {track.left + kFrame, track.top + kFrame, track.right - kFrame,
                     track.bottom - kFrame};
   const int inside = std::max(fill.right - fill.left, 0);
@@ -42,10 +39,10 @@ SliderBox SliderGeometry::Fill(double fraction) const {
   return fill;
 }
 
-double SliderGeometry::ValueAt(int x, double max) const {
-  if (width_ <= 0 || x <= 0) return 0;
-  if (x >= width_ - 1) return max;
-  return x * max / width_;
+double SliderValueAt(const SliderHost& host, int x, double max) {
+  if (host.width <= 0 || x <= 0) return 0;
+  if (x >= host.width - 1) return max;
+  return x * max / host.width;
 }
 
 }  // namespace tellurvane

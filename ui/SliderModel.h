@@ -1,12 +1,12 @@
-// What a slider's value may be, and where in its picture which value lies.
+// A slider's value, and where its parts are in its picture.
 #pragma once
 
 namespace tellurvane {
 
-// The value stays within 0 to the maximum, the maximum at 1 or above, whatever is asked for.
+// The value stays within 0 to the maximum, the maximum at 1 or above.
 class SliderModel {
  public:
-  // What one turn of the wheel or one arrow key moves, whatever the maximum is.
+  // One turn of the wheel or one arrow key, whatever the maximum is.
   static constexpr double kStep = 2;
 
   double Value() const { return value_; }
@@ -36,31 +36,23 @@ struct SliderBox {
   bool operator==(const SliderBox&) const = default;
 };
 
-// The one place that knows where a slider's parts are: painting and the mouse both ask here.
-class SliderGeometry {
- public:
-  // The host's client area, by how much the bar is inset at its top and bottom, and the margin. All
-  // in pixels of the screen.
-  SliderGeometry(int width, int height, int heightDelta, int margin)
-      : width_(width), height_(height), heightDelta_(heightDelta), margin_(margin) {}
-
-  // The framed box. It ends a margin short of the client area on the right and at the bottom, and
-  // begins a margin above the inset: an inset of one margin puts its upper edge on the host's.
-  SliderBox Track() const;
-
-  // The part of the track's inside that is filled.
-  SliderBox Fill(double fraction) const;
-
-  // The value that a pixel column stands for: in proportion to the host's whole width. Columns
-  // outside stand for the nearest end, and so does the last one inside for the maximum: it is as
-  // far right as the pointer can press. 0 where the host has no width.
-  double ValueAt(int x, double max) const;
-
- private:
-  int width_;
-  int height_;
-  int heightDelta_;
-  int margin_;
+// Screen pixels: the host's client area, the inset of the bar at its top and bottom, the margin.
+struct SliderHost {
+  int width = 0;
+  int height = 0;
+  int heightDelta = 0;
+  int margin = 0;
 };
+
+// The framed box. It ends a margin before the host's right and lower edges, and begins a margin
+// above the inset: an inset of one margin puts its upper edge on the host's.
+SliderBox SliderTrack(const SliderHost& host);
+
+// The filled part inside the track's frame.
+SliderBox SliderFill(const SliderHost& host, double fraction);
+
+// The value at a pixel column, in proportion to the host's whole width. The last column counts as
+// the maximum, because the pointer cannot press further right. 0 where the host has no width.
+double SliderValueAt(const SliderHost& host, int x, double max);
 
 }  // namespace tellurvane

@@ -130,12 +130,12 @@ void clsProgress::Draw(Color accent) {
   if (target == nullptr || isPainting_) return;
   const bool isEnabled = Enabled();
   const Color bar = BarColor(accent);
-  const SliderBox track = Geometry().Track();
+  const SliderBox track = SliderTrack(HostSize());
   if (!track.IsEmpty()) {
     ModTheme::FramedBox(target, track.left, track.top, track.right - track.left,
                         track.bottom - track.top, bar);
   }
-  const SliderBox fill = Geometry().Fill(model_.Fraction());
+  const SliderBox fill = SliderFill(HostSize(), model_.Fraction());
   if (!fill.IsEmpty()) {
     const RECT box = {fill.left, fill.top, fill.right, fill.bottom};
     const UniqueBrush brush(CreateSolidBrush(bar));
@@ -157,7 +157,7 @@ Color clsProgress::BarColor(Color accent) const {
   return Blend(accent, ModTheme::TranslateColor(host_->BackColor()), kAccentOpacity);
 }
 
-SliderGeometry clsProgress::Geometry() const {
+SliderHost clsProgress::HostSize() const {
   return {host_->ScaleWidth(), host_->ScaleHeight(), Scaled(heightDelta_), Scaled(kMargin)};
 }
 
@@ -192,7 +192,7 @@ void clsProgress::text(const std::wstring& text) {
 void clsProgress::PrintText(const std::wstring& text, Color color) {
   const HDC target = host_ == nullptr ? nullptr : host_->Dc();
   if (target == nullptr) return;
-  const SliderBox track = Geometry().Track();
+  const SliderBox track = SliderTrack(HostSize());
   const SelectedObject font(target, Font());
   const int middle = (track.left + track.right) / 2;
   const int baseline = (track.top + track.bottom + DigitHeight(target)) / 2;
@@ -269,7 +269,7 @@ double clsProgress::CursorOnPos() const {
   GetWindowRect(hwnd(), &host);
   if (pointer.x < host.left || pointer.x > host.right) return 0;
   ScreenToClient(hwnd(), &pointer);
-  return Geometry().ValueAt(static_cast<int>(pointer.x), Max());
+  return SliderValueAt(HostSize(), static_cast<int>(pointer.x), Max());
 }
 
 bool clsProgress::MouseDriving() const {
@@ -291,7 +291,7 @@ void clsProgress::HostMouseDown(const MouseEvent& event) {
   host_->SetFocus();
   SetCapture(hwnd());
   Raise(MousePress);
-  SetByUser(Geometry().ValueAt(event.x, Max()));
+  SetByUser(SliderValueAt(HostSize(), event.x, Max()));
 }
 
 void clsProgress::HostMouseMove(const MouseEvent& event) {
@@ -301,7 +301,7 @@ void clsProgress::HostMouseMove(const MouseEvent& event) {
   lastX_ = x;
   lastY_ = y;
   const bool isDragged = (buttonsHeld_ & event.button & kLeftButton) != 0;
-  if (isDragged && MouseDriving()) SetByUser(Geometry().ValueAt(event.x, Max()));
+  if (isDragged && MouseDriving()) SetByUser(SliderValueAt(HostSize(), event.x, Max()));
 }
 
 void clsProgress::HostMouseUp(const MouseEvent& event) {

@@ -118,7 +118,7 @@ class clsProgress final : public GXISubclass {
   void PaintWith(Color accent);
   void Draw(Color accent);
   Color BarColor(Color accent) const;
-  SliderGeometry Geometry() const;
+  SliderHost HostSize() const;
   SIZE TextExtent(const std::wstring& text) const;
   HFONT Font() const;
 

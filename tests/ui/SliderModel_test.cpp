@@ -10,6 +10,9 @@ namespace {
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
 
+// At 96 dpi, with the inset that shows the whole frame.
+constexpr SliderHost kHost = {70, 18, 5, 5};
+
 SliderModel ModelOf(double max, double value) {
   SliderModel model;
   model.Max(max);
@@ -18,27 +21,25 @@ SliderModel ModelOf(double max, double value) {
 }
 
 TEST(SliderModelTest, KeepsTheMaximumAtOneOrAbove) {
-  struct Row {
+  struct Case {
     double asked;
     double kept;
   };
-  for (const Row& row :
-       {Row{100, 100}, Row{1, 1}, Row{1.5, 1.5}, Row{0.999, 1}, Row{0, 1}, Row{-7, 1},
-        Row{kNotANumber, 1}, Row{-kInfinity, 1}, Row{kInfinity, kInfinity}}) {
-    SliderModel model;
-    model.Max(row.asked);
-    EXPECT_EQ(model.Max(), row.kept) << row.asked;
+  for (const Case& row :
+       {Case{100, 100}, Case{1, 1}, Case{1.5, 1.5}, Case{0.999, 1}, Case{0, 1}, Case{-7, 1},
+        Case{kNotANumber, 1}, Case{-kInfinity, 1}, Case{kInfinity, kInfinity}}) {
+    EXPECT_EQ(ModelOf(row.asked, 0).Max(), row.kept) << row.asked;
   }
 }
 
 TEST(SliderModelTest, KeepsTheValueWithinZeroAndTheMaximum) {
-  struct Row {
+  struct Case {
     double asked;
     double kept;
   };
-  for (const Row& row :
-       {Row{0, 0}, Row{37.5, 37.5}, Row{100, 100}, Row{100.01, 100}, Row{-0.01, 0}, Row{1e300, 100},
-        Row{kInfinity, 100}, Row{-kInfinity, 0}, Row{kNotANumber, 0}}) {
+  for (const Case& row :
+       {Case{0, 0}, Case{37.5, 37.5}, Case{100, 100}, Case{100.01, 100}, Case{-0.01, 0},
+        Case{1e300, 100}, Case{kInfinity, 100}, Case{-kInfinity, 0}, Case{kNotANumber, 0}}) {
     EXPECT_EQ(ModelOf(100, row.asked).Value(), row.kept) << row.asked;
   }
 }
@@ -53,7 +54,7 @@ TEST(SliderModelTest, BringsTheValueDownWithTheMaximum) {
   EXPECT_EQ(model.Value(), 1);
 }
 
-TEST(SliderModelTest, TellsHowMuchOfTheWayIsDone) {
+TEST(SliderModelTest, ReportsHowMuchOfTheWayIsDone) {
   EXPECT_EQ(ModelOf(100, 0).Fraction(), 0);
   EXPECT_EQ(ModelOf(100, 25).Fraction(), 0.25);
   EXPECT_EQ(ModelOf(3, 3).Fraction(), 1);
@@ -61,64 +62,53 @@ TEST(SliderModelTest, TellsHowMuchOfTheWayIsDone) {
   EXPECT_EQ(ModelOf(kInfinity, kInfinity).Fraction(), 1);
 }
 
-TEST(SliderGeometryTest, PutsTheTrackFivePixelsShortOfTheRightAndLowerEdges) {
-  struct Row {
-    int width;
-    int height;
-    int delta;
+TEST(SliderPartsTest, TheTrackEndsAMarginBeforeTheRightAndLowerEdges) {
+  struct Case {
+    SliderHost host;
     SliderBox track;
   };
-  for (const Row& row : {Row{70, 18, 5, {0, 0, 65, 13}}, Row{240, 18, 5, {0, 0, 235, 13}},
-                         Row{70, 18, 0, {0, -5, 65, 13}}, Row{70, 18, 8, {0, 3, 65, 13}},
-                         Row{100, 40, 10, {0, 5, 95, 35}}}) {
-    EXPECT_EQ(SliderGeometry(row.width, row.height, row.delta, 5).Track(), row.track)
-        << row.width << " x " << row.height << " inset " << row.delta;
+  for (const Case& row :
+       {Case{{70, 18, 5, 5}, {0, 0, 65, 13}}, Case{{240, 18, 5, 5}, {0, 0, 235, 13}},
+        Case{{70, 18, 0, 5}, {0, -5, 65, 13}}, Case{{70, 18, 8, 5}, {0, 3, 65, 13}},
+        Case{{100, 40, 10, 5}, {0, 5, 95, 35}}, Case{{140, 38, 10, 10}, {0, 0, 130, 28}}}) {
+    EXPECT_EQ(SliderTrack(row.host), row.track)
+        << row.host.width << " x " << row.host.height << " inset " << row.host.heightDelta;
   }
+  EXPECT_TRUE(SliderTrack({70, 18, 20, 5}).IsEmpty());
 }
 
-TEST(SliderGeometryTest, KeepsTheMarginOfADenserScreen) {
-  EXPECT_EQ(SliderGeometry(140, 38, 10, 10).Track(), (SliderBox{0, 0, 130, 28}));
-}
-
-TEST(SliderGeometryTest, FillsTheTracksInsideInProportion) {
-  // Inside the frame of a host of 70 x 18 lie the columns 1 to 63: 63 of them.
-  const SliderGeometry geometry(70, 18, 5, 5);
-  struct Row {
+TEST(SliderPartsTest, TheFillIsInProportion) {
+  // Inside the frame are the columns 1 to 63.
+  struct Case {
     double fraction;
     int columns;
   };
-  for (const Row& row : {Row{0, 0}, Row{0.007, 0}, Row{0.008, 1}, Row{0.25, 16}, Row{0.5, 32},
-                         Row{0.75, 47}, Row{0.99, 62}, Row{1, 63}, Row{1.5, 63}, Row{-1, 0}}) {
-    EXPECT_EQ(geometry.Fill(row.fraction), (SliderBox{1, 1, 1 + row.columns, 12})) << row.fraction;
+  for (const Case& row :
+       {Case{0, 0}, Case{0.007, 0}, Case{0.008, 1}, Case{0.25, 16}, Case{0.5, 32}, Case{0.75, 47},
+        Case{0.99, 62}, Case{1, 63}, Case{1.5, 63}, Case{-1, 0}}) {
+    EXPECT_EQ(SliderFill(kHost, row.fraction), (SliderBox{1, 1, 1 + row.columns, 12}))
+        << row.fraction;
   }
+  for (const SliderHost& small : {SliderHost{0, 0, 5, 5}, {7, 18, 5, 5}, {70, 18, 20, 5}}) {
+    EXPECT_TRUE(SliderFill(small, 1).IsEmpty()) << small.width << " x " << small.height;
+  }
+  EXPECT_FALSE(SliderFill({8, 18, 5, 5}, 1).IsEmpty());
 }
 
-TEST(SliderGeometryTest, FillsNothingWhereThereIsNoRoom) {
-  EXPECT_TRUE(SliderGeometry(0, 0, 5, 5).Fill(1).IsEmpty());
-  EXPECT_TRUE(SliderGeometry(7, 18, 5, 5).Fill(1).IsEmpty());
-  EXPECT_FALSE(SliderGeometry(8, 18, 5, 5).Fill(1).IsEmpty());
-  EXPECT_TRUE(SliderGeometry(70, 18, 20, 5).Track().IsEmpty());
-  EXPECT_TRUE(SliderGeometry(70, 18, 20, 5).Fill(1).IsEmpty());
-}
-
-TEST(SliderGeometryTest, GivesTheValueThatAColumnStandsFor) {
-  struct Row {
+TEST(SliderPartsTest, AColumnHasAValue) {
+  struct Case {
     int x;
     double max;
     double value;
   };
-  for (const Row& row :
-       {Row{0, 100, 0}, Row{-1, 100, 0}, Row{-30'000, 100, 0}, Row{35, 100, 50}, Row{7, 100, 10},
-        Row{1, 70, 1}, Row{68, 70, 68}, Row{14, 0.5, 0.1}, Row{69, 100, 100}, Row{70, 100, 100},
-        Row{71, 100, 100}, Row{30'000, 100, 100}, Row{70, 0.1, 0.1}, Row{70, 241.37, 241.37}}) {
-    EXPECT_EQ(SliderGeometry(70, 18, 5, 5).ValueAt(row.x, row.max), row.value)
-        << row.x << " of " << row.max;
+  for (const Case& row :
+       {Case{0, 100, 0}, Case{-1, 100, 0}, Case{-30'000, 100, 0}, Case{35, 100, 50},
+        Case{7, 100, 10}, Case{1, 70, 1}, Case{68, 70, 68}, Case{14, 0.5, 0.1}, Case{69, 100, 100},
+        Case{70, 100, 100}, Case{30'000, 100, 100}, Case{70, 0.1, 0.1}, Case{70, 241.37, 241.37}}) {
+    EXPECT_EQ(SliderValueAt(kHost, row.x, row.max), row.value) << row.x << " of " << row.max;
   }
-}
-
-TEST(SliderGeometryTest, GivesZeroWhereTheHostHasNoWidth) {
-  EXPECT_EQ(SliderGeometry(0, 18, 5, 5).ValueAt(3, 100), 0);
-  EXPECT_EQ(SliderGeometry(-4, 18, 5, 5).ValueAt(3, 100), 0);
+  EXPECT_EQ(SliderValueAt({0, 18, 5, 5}, 3, 100), 0);
+  EXPECT_EQ(SliderValueAt({-4, 18, 5, 5}, 3, 100), 0);
 }
 
 }  // namespace
