@@ -22,7 +22,6 @@ constexpr int kDigitStrip = 102;
 constexpr int kStripCells = 13;
 constexpr int kDigitWidth = 16;  // pixels of 96 dpi
 constexpr int kDigitHeight = 25;
-constexpr int kDigitWidths[] = {16, 24, 28, 32, 36, 40, 48};
 
 // Twips. A label's box stands right behind its digits.
 struct LabelPlace {
@@ -225,8 +224,8 @@ void FrmTime::CreateLabels() {
 }
 
 void FrmTime::CreateDigits() {
-  const int width = LargestWithin(kDigitWidths, OwnScale().Scaled(kDigitWidth));
-  const UniqueBitmap strip = LoadStrip(kDigitStrip, kDigitWidth, width);
+  const UniqueBitmap strip =
+      LoadStrip(kDigitStrip, kDigitWidth, OwnScale().Scaled(kDigitWidth)).bitmap;
   BITMAP extent = {};
   if (GetObjectW(strip.Get(), sizeof(extent), &extent) == 0) {
     extent.bmWidth = kStripCells * OwnScale().Scaled(kDigitWidth);

@@ -33,7 +33,6 @@ constexpr int kStatusTextSize = 12;
 
 constexpr int kToolbarImages = 101;
 constexpr int kToolbarImageSize = 16;  // pixels of 96 dpi
-constexpr int kToolbarImageSizes[] = {16, 20, 24, 28, 32, 36, 40, 48};
 constexpr unsigned kDesignedTaskMilliseconds = 2'000;
 
 // The system uses the lowest four bits itself.
@@ -139,10 +138,9 @@ void FrmMain::CreateList() {
 void FrmMain::CreateToolbar() {
   ToolBar_.TargetPictureBox(AddBox(picToolbar_, hwnd()));
   ToolBar_.ButtonClick = [this](int id) { ToolBar_ButtonClick(id); };
-  const int imageSize = LargestWithin(kToolbarImageSizes, Scaled(kToolbarImageSize));
-  ToolBar_.Create(imageSize);
-  const UniqueBitmap images = LoadStrip(kToolbarImages, kToolbarImageSize, imageSize);
-  ToolBar_.AddBitmap(images.Get(), kWhite);
+  const Strip images = LoadStrip(kToolbarImages, kToolbarImageSize, Scaled(kToolbarImageSize));
+  ToolBar_.Create(images.size);
+  ToolBar_.AddBitmap(images.bitmap.Get(), kWhite);
   int image = 0;
   for (const wchar_t* const text : {L"新 增", L"播 放", L"停 止", L"設 定", L"離 開"}) {
     ToolBar_.AddButton(image++, text, text);

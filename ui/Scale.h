@@ -1,9 +1,6 @@
 // How lengths that were designed for a screen of 96 dpi are converted for a denser one.
 #pragma once
 
-#include <algorithm>
-#include <span>
-
 namespace tellurvane {
 
 inline constexpr int kDesignDensity = 96;
@@ -30,12 +27,5 @@ struct Scale {
  private:
   static constexpr int kTwipsPerInch = 1'440;
 };
-
-// The largest of the sizes that is not larger than the wanted one, or else the smallest. The sizes
-// are in ascending order, and there is at least one.
-constexpr int LargestWithin(std::span<const int> sizes, int wanted) {
-  const auto larger = std::ranges::upper_bound(sizes, wanted);
-  return larger == sizes.begin() ? sizes.front() : *(larger - 1);
-}
 
 }  // namespace tellurvane

@@ -1,10 +1,17 @@
 #include "ui/Strip.h"
 
+#include <algorithm>
+
 namespace tellurvane {
 
-UniqueBitmap LoadStrip(int id, int designSize, int size) {
-  const int resource = size == designSize ? id : 100 * id + size;
-  return UniqueBitmap(LoadBitmapW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(resource)));
+Strip LoadStrip(int id, int designSize, int wanted) {
+  const HMODULE module = GetModuleHandleW(nullptr);
+  const auto name = [&](int size) {
+    return MAKEINTRESOURCEW(size == designSize ? id : 100 * id + size);
+  };
+  int size = std::max(wanted, designSize);
+  while (size > designSize && FindResourceW(module, name(size), RT_BITMAP) == nullptr) --size;
+  return {UniqueBitmap(LoadBitmapW(module, name(size))), size};
 }
 
 }  // namespace tellurvane

@@ -5,8 +5,13 @@
 
 namespace tellurvane {
 
-// The strip whose pictures are `size` pixels wide: the resource `id` for the size of 96 dpi, and
-// 100 * id + size for the others. None where the system refuses it.
-UniqueBitmap LoadStrip(int id, int designSize, int size);
+struct Strip {
+  UniqueBitmap bitmap;  // none where the system fails to load it
+  int size = 0;         // the width of a picture in pixels
+};
+
+// The largest strip whose pictures are not wider than `wanted`, or else the smallest. The smallest
+// is the resource `id`, of `designSize` pixels; each of the others is 100 * id + its size.
+Strip LoadStrip(int id, int designSize, int wanted);
 
 }  // namespace tellurvane

@@ -64,15 +64,5 @@ TEST(ScaleTest, PixelsComeBackFromTwipsAtEveryDensity) {
   EXPECT_EQ(Scale{168}.TwipsFromPixels(168), 1'440);
 }
 
-TEST(ScaleTest, ChoosesTheLargestPictureThatFits) {
-  constexpr int kSizes[] = {16, 24, 32};
-  EXPECT_EQ(LargestWithin(kSizes, 16), 16);
-  EXPECT_EQ(LargestWithin(kSizes, 23), 16);
-  EXPECT_EQ(LargestWithin(kSizes, 24), 24);
-  EXPECT_EQ(LargestWithin(kSizes, 31), 24);
-  EXPECT_EQ(LargestWithin(kSizes, 99), 32);
-  EXPECT_EQ(LargestWithin(kSizes, 3), 16) << "none fits: the smallest";
-}
-
 }  // namespace
 }  // namespace tellurvane
