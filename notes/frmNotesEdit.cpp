@@ -1,7 +1,7 @@
 #include "notes/frmNotesEdit.h"
 
 #include "notes/NoteText.h"
-#include "ui/Density.h"
+#include "ui/DialogGrid.h"
 #include "ui/ModTheme.h"
 
 namespace tellurvane {
@@ -10,9 +10,7 @@ namespace {
 // Twips.
 constexpr int kWidth = 6'600;
 constexpr int kHeight = 4'500;
-constexpr int kMargin = 180;
 constexpr int kLabelHeight = 300;
-constexpr int kButtonWidth = 1'350;
 constexpr int kButtonHeight = 420;
 
 constexpr Color kTooMuch = Rgb(0xC0, 0x10, 0x10);
@@ -53,9 +51,9 @@ void frmNotesEdit::Form_Load() {
 void frmNotesEdit::Form_Resize() {
   const int width = ScaleWidth();
   const int height = ScaleHeight();
-  const int margin = PixelsFromTwips(kMargin);
+  const int margin = PixelsFromTwips(DialogGrid::kMargin);
   const int labelHeight = PixelsFromTwips(kLabelHeight);
-  const int buttonWidth = PixelsFromTwips(kButtonWidth);
+  const int buttonWidth = PixelsFromTwips(DialogGrid::kButtonWidth);
   const int buttonHeight = PixelsFromTwips(kButtonHeight);
   const int inside = width - 2 * margin;
   const int buttonY = height - margin - buttonHeight;

@@ -9,30 +9,24 @@
 #include "base/Number.h"
 #include "radio/HttpGetText.h"
 #include "radio/StationRowPainter.h"
-#include "ui/Density.h"
+#include "ui/DialogGrid.h"
 #include "ui/MessageLoop.h"
 #include "ui/ModTheme.h"
 
 namespace tellurvane {
 namespace {
 
+using namespace DialogGrid;
+
 // Twips.
 constexpr int kWidth = 9'900;
 constexpr int kHeight = 7'200;
-constexpr int kMargin = 180;
-constexpr int kGap = 150;
-constexpr int kRowHeight = 390;
-constexpr int kEditHeight = 330;
 constexpr int kSourceWidth = 2'100;
 constexpr int kOptionWidth = 1'650;
 constexpr int kGenreWidth = 3'600;
-constexpr int kButtonWidth = 1'350;
-constexpr int kButtonHeight = 405;
 constexpr int kTypeColumn = 1'500;
 constexpr int kBitRateColumn = 1'950;
 constexpr size_t kMostShown = 1'000;  // characters, of which no column has room for as many
-
-int Px(int twips) { return PixelsFromTwips(twips); }
 
 std::wstring CauseOf(const FetchError& error) {
   std::array<wchar_t, 40> text = {};
@@ -143,8 +137,8 @@ void frmRadioList::Form_Resize() {
   const int lower = ScaleHeight() - margin - buttonHeight;
   const int listY = second + rowHeight + gap;
   PicListView_.Move(margin, listY, right - margin, std::max(lower - gap - listY, 0));
-  picStatus_.Move(margin, lower + Px(75), buttonX - Px(kButtonWidth) - 2 * gap - margin,
-                  buttonHeight - Px(75));
+  picStatus_.Move(margin, lower + Px(kLabelDrop), buttonX - Px(kButtonWidth) - 2 * gap - margin,
+                  buttonHeight - Px(kLabelDrop));
   picOK_.Move(buttonX - gap - Px(kButtonWidth), lower, Px(kButtonWidth), buttonHeight);
   picCancel_.Move(buttonX, lower, Px(kButtonWidth), buttonHeight);
   // The scroll bar included, so that no other one is needed.

@@ -4,28 +4,23 @@
 #include <algorithm>
 
 #include "scheduler/FrmSet.h"
-#include "ui/Density.h"
+#include "ui/DialogGrid.h"
 #include "ui/ModTheme.h"
 
 namespace tellurvane {
 namespace {
 
-// Twips: the grid of the window.
-constexpr int kMargin = 180;
+using namespace DialogGrid;
+
+// Twips.
 constexpr int kListWidth = 2'850;
 constexpr int kLabelWidth = 1'080;
-constexpr int kRowHeight = 390;
-constexpr int kEditHeight = 330;  // of a single line, which stands at the upper edge of its box
-constexpr int kRowGap = 150;
 constexpr int kSourceHeight = 1'080;
-constexpr int kButtonHeight = 405;
 constexpr int kSmallButton = 900;
-constexpr int kButtonWidth = 1'350;
 constexpr int kDotsWidth = 480;
 constexpr int kDateWidth = 2'650;
 constexpr int kTimeTypeWidth = 2'400;
 constexpr int kIntervalWidth = 750;
-constexpr int kLabelDrop = 75;  // to the middle of a field's line
 
 constexpr int kLongestText = 1 << 20;  // UTF-16 units; a whole list file holds no more
 
@@ -39,8 +34,6 @@ constexpr std::array<const wchar_t*, 3> kTimeTypes = {L"每幾分鐘執行一次
                                                       L"每幾天執行一次"};
 constexpr std::array<const wchar_t*, 3> kIntervalWords = {L"分鐘執行一次", L"小時執行一次",
                                                           L"天執行一次"};
-
-int Px(int twips) { return PixelsFromTwips(twips); }
 
 }  // namespace
 
@@ -88,11 +81,11 @@ void FrmSet::CreateFields() {
   cmdFiles_.Create(hwnd(), ControlKind::kPushButton, L"...");
   addLabel(kDateRow, L"執行日期");
   picDates_.Create({.parent = hwnd(),
-                    .width = Px(2 * kDateWidth + kRowGap),
+                    .width = Px(2 * kDateWidth + kGap),
                     .height = Px(kRowHeight),
                     .backColor = ModTheme::kWindowGround});
   dtpDate_.Create(picDates_.hwnd(), 0, 0, Px(kDateWidth), Px(kRowHeight), true);
-  dtpTime_.Create(picDates_.hwnd(), Px(kDateWidth + kRowGap), 0, Px(kDateWidth), Px(kRowHeight),
+  dtpTime_.Create(picDates_.hwnd(), Px(kDateWidth + kGap), 0, Px(kDateWidth), Px(kRowHeight),
                   false);
   addLabel(kTimeRow, L"排程類型");
   addList(cboTimeType_, kTimeTypes);
@@ -131,13 +124,13 @@ void FrmSet::Form_Resize() {
   PlaceFields(2 * margin + Px(kListWidth), ScaleWidth() - margin);
   const int right = ScaleWidth() - margin;
   cmdCancel_.Move(right - Px(kButtonWidth), lowerY, Px(kButtonWidth), Px(kButtonHeight));
-  cmdSave_.Move(right - 2 * Px(kButtonWidth) - Px(kRowGap), lowerY, Px(kButtonWidth),
+  cmdSave_.Move(right - 2 * Px(kButtonWidth) - Px(kGap), lowerY, Px(kButtonWidth),
                 Px(kButtonHeight));
 }
 
 void FrmSet::PlaceList(int lowerY) {
   const int margin = Px(kMargin);
-  picJobs_.Move(margin, margin, Px(kListWidth), std::max(lowerY - Px(kRowGap) - margin, 0));
+  picJobs_.Move(margin, margin, Px(kListWidth), std::max(lowerY - Px(kGap) - margin, 0));
   int x = margin;
   for (BoxedControl* const button : {&cmdNew_, &cmdEdit_, &cmdDel_}) {
     button->Move(x, lowerY, Px(kSmallButton), Px(kButtonHeight));
@@ -146,7 +139,7 @@ void FrmSet::PlaceList(int lowerY) {
 }
 
 void FrmSet::PlaceFields(int labelX, int right) {
-  const int gap = Px(kRowGap);
+  const int gap = Px(kGap);
   const int rowHeight = Px(kRowHeight);
   const int labelDrop = Px(kLabelDrop);
   std::array<int, kRowCount> tops = {};
@@ -177,7 +170,7 @@ void FrmSet::PlaceFields(int labelX, int right) {
 }
 
 void FrmSet::PlaceDates(int x, int y, int width) {
-  const int gap = Px(kRowGap);
+  const int gap = Px(kGap);
   const int height = Px(kRowHeight);
   picDates_.Move(x, y, width, height);
   const int dateWidth = (width - gap) * 2 / 3;
