@@ -113,8 +113,7 @@ Chains& AllChains() {
 }
 
 SubclassBlock* NewBlock() {
-  void* const memory =
-      TheSubclassPlatform().allocate(nullptr, sizeof(SubclassBlock), MEM_COMMIT, PAGE_READWRITE);
+  void* const memory = VirtualAlloc(nullptr, sizeof(SubclassBlock), MEM_COMMIT, PAGE_READWRITE);
   if (memory == nullptr) {
     throw SubclassError("VirtualAlloc failed, error: " + std::to_string(GetLastError()));
   }
@@ -144,7 +143,7 @@ void Link(SubclassBlock& block) {
   }
   const auto chain = AllChains().emplace(block.window, SubclassChain{nullptr, {&block}}).first;
   SetLastError(ERROR_SUCCESS);
-  chain->second.original = reinterpret_cast<WNDPROC>(TheSubclassPlatform().setWindowLong(
+  chain->second.original = reinterpret_cast<WNDPROC>(SetWindowLongPtrW(
       block.window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(SubclassChain::Procedure)));
   if (chain->second.original == nullptr) {
     const DWORD error = GetLastError();
@@ -235,11 +234,6 @@ void SubclassChain::ForgetWindow(HWND window) {
     block->after.Delete(kAllMessages);
     ReleaseIfDone(*block);
   }
-}
-
-SubclassPlatform& TheSubclassPlatform() {
-  static SubclassPlatform platform;
-  return platform;
 }
 
 size_t LiveSubclassBlocks() { return liveBlocks; }

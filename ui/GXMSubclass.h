@@ -69,13 +69,6 @@ class GXMSubclass {
   bool isStarted_ = false;
 };
 
-// The two platform calls whose refusal is reported; only tests put their own in place.
-struct SubclassPlatform {
-  decltype(&VirtualAlloc) allocate = VirtualAlloc;
-  decltype(&SetWindowLongPtrW) setWindowLong = SetWindowLongPtrW;
-};
-SubclassPlatform& TheSubclassPlatform();
-
 // How many blocks exist: for tests that look for leaks.
 size_t LiveSubclassBlocks();
 

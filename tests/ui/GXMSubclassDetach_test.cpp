@@ -15,7 +15,7 @@ constexpr int kBoth = kBeforePrevious | kAfterPrevious;
 class GXMSubclassDetachTest : public testing::Test {
  protected:
   void SetUp() override { Attach(kBoth); }
-  // The test's own blocks are all given back, whatever it did.
+  // Whatever the test did, its blocks are freed.
   void TearDown() override {
     engine.reset();
     target.Destroy();
@@ -28,6 +28,11 @@ class GXMSubclassDetachTest : public testing::Test {
   }
   size_t OwnBlocks() const { return LiveSubclassBlocks() - blocksBefore; }
   bool IsRestored() const { return ProcedureOf(target.hwnd()) == TargetWindow::Procedure; }
+  // The window has its own procedure again, and the block is freed.
+  void ExpectDone() const {
+    EXPECT_TRUE(IsRestored());
+    EXPECT_EQ(OwnBlocks(), 0U);
+  }
 
   const size_t blocksBefore = LiveSubclassBlocks();
   CallLog log;
@@ -42,12 +47,11 @@ TEST_F(GXMSubclassDetachTest, IsCompletedByTheNextMessage) {
   EXPECT_FALSE(IsRestored());
   EXPECT_EQ(OwnBlocks(), 1U);
   EXPECT_EQ(target.Send(kPing, 4), kPreviousAnswer + 4);
-  EXPECT_TRUE(IsRestored());
-  EXPECT_EQ(OwnBlocks(), 0U);
+  ExpectDone();
   EXPECT_EQ(log, CallLog{"previous"});
 }
 
-TEST_F(GXMSubclassDetachTest, AWindowThatIsNotSubclassedIsLeftAlone) {
+TEST_F(GXMSubclassDetachTest, LeavesOtherWindowsAlone) {
   engine->UnSubclass(nullptr);
   engine->UnSubclass(GetDesktopWindow());
   GXMSubclass unused;
@@ -56,52 +60,46 @@ TEST_F(GXMSubclassDetachTest, AWindowThatIsNotSubclassedIsLeftAlone) {
   EXPECT_EQ(owner.calls, 2);
 }
 
-TEST_F(GXMSubclassDetachTest, OfEveryWindowByTerminateAndByTheEnginesEnd) {
+TEST_F(GXMSubclassDetachTest, TerminateAndTheEnginesEndDetachEveryWindow) {
   TargetWindow second;
   for (const bool endEngine : {false, true}) {
     engine->Subclass(second.hwnd(), owner, 0);
-    if (endEngine) {
-      engine.reset();
-    } else {
-      engine->Terminate();
-    }
+    endEngine ? engine.reset() : engine->Terminate();
     target.Send(kOther);
     second.Send(kOther);
-    EXPECT_TRUE(IsRestored());
     EXPECT_EQ(ProcedureOf(second.hwnd()), TargetWindow::Procedure);
-    EXPECT_EQ(OwnBlocks(), 0U);
+    ExpectDone();
     if (engine) Attach(kBoth);
   }
 }
 
-TEST_F(GXMSubclassDetachTest, InsideTheBeforeHandlerStillRunsThePreviousProcedureOnce) {
-  owner.onCall = [&](const SubclassCall& call) { engine->UnSubclass(call.window); };
-  EXPECT_EQ(target.Send(kPing, 1), kPreviousAnswer + 1);
-  EXPECT_EQ(log, (CallLog{"before", "previous"}));
-  EXPECT_TRUE(IsRestored());
-  EXPECT_EQ(OwnBlocks(), 0U);
-}
-
-TEST_F(GXMSubclassDetachTest, InsideAHandlerThatHandlesTheMessageStopsThePreviousProcedure) {
-  owner.onCall = [&](const SubclassCall& call) {
-    call.handled = true;
-    call.result = 3;
-    engine->UnSubclass(call.window);
+TEST_F(GXMSubclassDetachTest, WorksInsideAHandler) {
+  struct Case {
+    const char* name;
+    bool inBefore;
+    bool handled;
+    LRESULT answer;
+    CallLog log;
   };
-  EXPECT_EQ(target.Send(kPing), 3);
-  EXPECT_EQ(log, CallLog{"before"});
-  EXPECT_TRUE(IsRestored());
-}
-
-TEST_F(GXMSubclassDetachTest, InsideTheAfterHandlerKeepsItsAnswer) {
-  owner.onCall = [&](const SubclassCall& call) {
-    if (call.before) return;
-    engine->UnSubclass(call.window);
-    call.result = 12;
+  const Case cases[] = {
+      {"before", true, false, kPreviousAnswer + 1, {"before", "previous"}},
+      {"before, handled", true, true, 3, {"before"}},
+      {"after", false, false, 3, {"before", "previous", "after"}},
   };
-  EXPECT_EQ(target.Send(kPing), 12);
-  EXPECT_TRUE(IsRestored());
-  EXPECT_EQ(OwnBlocks(), 0U);
+  for (const Case& row : cases) {
+    SCOPED_TRACE(row.name);
+    if (row.name != cases[0].name) Attach(kBoth);
+    owner.onCall = [&](const SubclassCall& call) {
+      if (call.before != row.inBefore) return;
+      call.handled = row.handled;
+      call.result = 3;
+      engine->UnSubclass(call.window);
+    };
+    log.clear();
+    EXPECT_EQ(target.Send(kPing, 1), row.answer);
+    EXPECT_EQ(log, row.log);
+    ExpectDone();
+  }
 }
 
 TEST_F(GXMSubclassDetachTest, FromANestedMessageWaitsForTheOuterOne) {
@@ -112,18 +110,16 @@ TEST_F(GXMSubclassDetachTest, FromANestedMessageWaitsForTheOuterOne) {
       return;
     }
     target.Send(kOther);
-    // The nested message is through, and this one is still inside.
     EXPECT_EQ(OwnBlocks(), 1U);
     EXPECT_FALSE(IsRestored());
   };
   EXPECT_EQ(target.Send(kPing, 6), kPreviousAnswer + 6);
   EXPECT_EQ(log, (CallLog{"before", "before", "previous", "previous"}));
-  EXPECT_TRUE(IsRestored());
-  EXPECT_EQ(OwnBlocks(), 0U);
+  ExpectDone();
 }
 
 TEST_F(GXMSubclassDetachTest, FromInsideThePreviousProcedureWaitsForItsReturn) {
-  // A lower engine's handler stands for whatever the previous procedure calls.
+  // The lower engine's handler is a part of the upper one's previous procedure.
   TargetWindow window;
   TwoEngines two(window.hwnd());
   two.AddPing(kBeforePrevious, kBoth);
@@ -136,35 +132,32 @@ TEST_F(GXMSubclassDetachTest, FromInsideThePreviousProcedureWaitsForItsReturn) {
   EXPECT_EQ(two.lower.calls, 2);
 }
 
-TEST_F(GXMSubclassDetachTest, AndAttachingAgainInTheSameHandler) {
+TEST_F(GXMSubclassDetachTest, TheWindowCanBeSubclassedAgainInTheSameHandler) {
   owner.onCall = [&](const SubclassCall& call) {
     if (!call.before || owner.calls > 1) return;
     engine->UnSubclass(call.window);
     engine->Subclass(call.window, owner, 8);
     engine->AddMessage(call.window, kPing, kBeforePrevious);
   };
-  target.Send(kPing);
-  // The new hold does not see the message that was under way.
-  EXPECT_EQ(log, (CallLog{"before", "previous"}));
-  EXPECT_EQ(OwnBlocks(), 1U);
-  EXPECT_EQ(engine->p_ParamUser(target.hwnd()), 8);
-  log.clear();
-  target.Send(kPing);
-  EXPECT_EQ(log, (CallLog{"before", "previous"}));
+  for (int i = 0; i < 2; ++i) {
+    // The new owner does not see the message that was under way.
+    log.clear();
+    target.Send(kPing);
+    EXPECT_EQ(log, (CallLog{"before", "previous"}));
+    EXPECT_EQ(OwnBlocks(), 1U);
+    EXPECT_EQ(engine->p_ParamUser(target.hwnd()), 8);
+  }
 }
 
-TEST_F(GXMSubclassDetachTest, AndAttachingAgainBeforeTheNextMessage) {
+TEST_F(GXMSubclassDetachTest, TheWindowCanBeSubclassedAgainBeforeTheNextMessage) {
   engine->UnSubclass(target.hwnd());
   Attach(kBeforePrevious);
   EXPECT_EQ(target.Send(kPing, 1), kPreviousAnswer + 1);
   EXPECT_EQ(log, (CallLog{"before", "previous"}));
   EXPECT_EQ(OwnBlocks(), 1U);
-  engine->UnSubclass(target.hwnd());
-  target.Send(kPing);
-  EXPECT_TRUE(IsRestored());
 }
 
-TEST_F(GXMSubclassDetachTest, OfTwoEnginesInEitherOrder) {
+TEST_F(GXMSubclassDetachTest, TwoEnginesDetachInEitherOrder) {
   for (const bool upperFirst : {true, false}) {
     TargetWindow window;
     TwoEngines two(window.hwnd());
@@ -182,7 +175,7 @@ TEST_F(GXMSubclassDetachTest, OfTwoEnginesInEitherOrder) {
   }
 }
 
-TEST_F(GXMSubclassDetachTest, LeavesAForeignProcedureThatWasPutOnTop) {
+TEST_F(GXMSubclassDetachTest, KeepsAForeignProcedureThatCameLater) {
   static WNDPROC below = nullptr;
   const WNDPROC foreign = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam) -> LRESULT {
     return CallWindowProcW(below, window, message, wParam, lParam) + 1'000;
@@ -197,9 +190,13 @@ TEST_F(GXMSubclassDetachTest, LeavesAForeignProcedureThatWasPutOnTop) {
   EXPECT_EQ(OwnBlocks(), 0U);
 }
 
-TEST_F(GXMSubclassDetachTest, HappensByItselfWhenTheWindowDies) {
+TEST_F(GXMSubclassDetachTest, TheEndOfTheWindowDetaches) {
   const HWND window = target.hwnd();
+  engine->AddMessage(window, WM_NCDESTROY, kBoth);
+  log.clear();
   target.Destroy();
+  EXPECT_EQ(std::count(log.begin(), log.end(), "before"), 1);
+  EXPECT_EQ(log.back(), "after") << "the owner sees the last message whole";
   EXPECT_EQ(OwnBlocks(), 0U);
   engine->p_ParamUser(window, 5);
   EXPECT_EQ(engine->p_ParamUser(window), 0);
@@ -208,16 +205,7 @@ TEST_F(GXMSubclassDetachTest, HappensByItselfWhenTheWindowDies) {
   engine->UnSubclass(window);
 }
 
-TEST_F(GXMSubclassDetachTest, AfterTheLastMessageOfTheWindowWasShown) {
-  engine->AddMessage(target.hwnd(), WM_NCDESTROY, kBoth);
-  log.clear();
-  target.Destroy();
-  EXPECT_EQ(std::count(log.begin(), log.end(), "before"), 1);
-  EXPECT_EQ(log.back(), "after");
-  EXPECT_EQ(OwnBlocks(), 0U);
-}
-
-TEST_F(GXMSubclassDetachTest, WhenTheWindowIsDestroyedInsideAHandler) {
+TEST_F(GXMSubclassDetachTest, AHandlerMayDestroyTheWindow) {
   for (const bool inBefore : {true, false}) {
     TargetWindow window;
     engine->Subclass(window.hwnd(), owner, 0);
@@ -226,18 +214,13 @@ TEST_F(GXMSubclassDetachTest, WhenTheWindowIsDestroyedInsideAHandler) {
     owner.onCall = [&](const SubclassCall& call) {
       if (call.before == inBefore) window.Destroy();
     };
-    window.Send(kPing);
+    EXPECT_EQ(window.Send(kPing, 1), inBefore ? 0 : kPreviousAnswer + 1);
     EXPECT_EQ(owner.calls, inBefore ? 1 : 2);
     EXPECT_EQ(OwnBlocks(), 1U);  // the fixture's own
   }
 }
 
-TEST_F(GXMSubclassDetachTest, AMessageOfADeadWindowStopsThere) {
-  owner.onCall = [&](const SubclassCall&) { target.Destroy(); };
-  EXPECT_EQ(target.Send(kPing, 1), 0);
-}
-
-TEST_F(GXMSubclassDetachTest, WhenTheEngineAndItsOwnerEndInsideTheirHandler) {
+TEST_F(GXMSubclassDetachTest, AHandlerMayEndTheEngineAndItsOwner) {
   struct Control {
     RecordingOwner owner;
     GXMSubclass engine;
@@ -255,9 +238,6 @@ TEST_F(GXMSubclassDetachTest, WhenTheEngineAndItsOwnerEndInsideTheirHandler) {
     EXPECT_EQ(ProcedureOf(window.hwnd()), TargetWindow::Procedure);
     EXPECT_EQ(OwnBlocks(), 1U);
   }
-}
-
-TEST_F(GXMSubclassDetachTest, WhenEngineAndWindowEndInsideOneHandler) {
   owner.onCall = [&](const SubclassCall&) {
     engine.reset();
     target.Destroy();
@@ -266,41 +246,16 @@ TEST_F(GXMSubclassDetachTest, WhenEngineAndWindowEndInsideOneHandler) {
   EXPECT_EQ(OwnBlocks(), 0U);
 }
 
-TEST_F(GXMSubclassDetachTest, AWindowThatGetsTheNumberOfADeadOneStartsClean) {
-  const auto number = reinterpret_cast<ULONG_PTR>(target.hwnd()) & 0xFFFF;
-  target.Destroy();
-  // Numbers come back after a while; the full handles seldom do, so any window will have to serve
-  // where the system does not give the same one again.
-  std::vector<std::unique_ptr<TargetWindow>> windows;
-  for (int i = 0; i < 200; ++i) {
-    windows.push_back(std::make_unique<TargetWindow>());
-    if ((reinterpret_cast<ULONG_PTR>(windows.back()->hwnd()) & 0xFFFF) == number) break;
-  }
-  const TargetWindow& window = *windows.back();
-  EXPECT_EQ(ProcedureOf(window.hwnd()), TargetWindow::Procedure);
-  EXPECT_TRUE(engine->Subclass(window.hwnd(), owner, 3));
-  EXPECT_EQ(engine->p_ParamUser(window.hwnd()), 3);
-  window.Send(kPing);
-  EXPECT_EQ(owner.calls, 0);
-}
-
 TEST_F(GXMSubclassDetachTest, LeavesNothingBehind) {
-  const size_t blocks = LiveSubclassBlocks();
   EXPECT_EQ(LeakedBy([] {
               TargetWindow window;
-              RecordingOwner first;
-              RecordingOwner second;
-              GXMSubclass lower;
-              GXMSubclass upper;
-              lower.Subclass(window.hwnd(), first, 0);
-              upper.Subclass(window.hwnd(), second, 0);
-              lower.AddMessage(window.hwnd(), kAllMessages, kBoth);
+              TwoEngines two(window.hwnd());
+              two.lowerEngine.AddMessage(window.hwnd(), kAllMessages, kBoth);
               window.Send(kPing);
-              lower.UnSubclass(window.hwnd());
+              two.lowerEngine.UnSubclass(window.hwnd());
               window.Send(kPing);
             }),
             ResourceCounts());
-  EXPECT_EQ(LiveSubclassBlocks(), blocks);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "SubclassTestSupport.h"
+#include "tests/support/FailingImport.h"
 #include "tests/support/WindowTestSupport.h"
 
 namespace tellurvane {
@@ -10,20 +11,25 @@ namespace {
 
 constexpr int kBoth = kBeforePrevious | kAfterPrevious;
 constexpr UINT kTableSize = 32;
+constexpr char kOverflow[] = "Message table overflow. Max message entries exceeded.";
 
 class GXMSubclassTest : public testing::Test {
  protected:
   void SetUp() override { engine.Subclass(target.hwnd(), owner, 0); }
 
-  // How often the owner is called for the message.
-  int CallsFor(UINT message) {
-    owner.calls = 0;
+  void Add(UINT message, int when) { engine.AddMessage(target.hwnd(), message, when); }
+  void Delete(UINT message, int when) { engine.DeleteMessage(target.hwnd(), message, when); }
+
+  // Who is called for the message, in order.
+  CallLog CallsFor(UINT message) {
+    log.clear();
     target.Send(message);
-    return owner.calls;
+    return log;
   }
+  bool Shows(UINT message) { return CallsFor(message) != CallLog{"previous"}; }
 
   void Fill(int when) {
-    for (UINT i = 0; i < kTableSize; ++i) engine.AddMessage(target.hwnd(), kPing + i, when);
+    for (UINT i = 0; i < kTableSize; ++i) Add(kPing + i, when);
   }
 
   CallLog log;
@@ -32,12 +38,8 @@ class GXMSubclassTest : public testing::Test {
   GXMSubclass engine;
 };
 
-TEST_F(GXMSubclassTest, ShowsNothingUntilAMessageIsAdded) {
-  EXPECT_EQ(target.Send(kPing, 7), kPreviousAnswer + 7);
-  EXPECT_EQ(log, CallLog{"previous"});
-}
-
-TEST_F(GXMSubclassTest, ShowsAMessageOnlyInTheTablesThatItWasAddedTo) {
+TEST_F(GXMSubclassTest, ShowsAMessageOnlyInTheTablesThatHaveIt) {
+  EXPECT_FALSE(Shows(kPing));
   struct Case {
     int when;
     CallLog expected;
@@ -46,118 +48,78 @@ TEST_F(GXMSubclassTest, ShowsAMessageOnlyInTheTablesThatItWasAddedTo) {
                         {kAfterPrevious, {"previous", "after"}},
                         {kBoth, {"before", "previous", "after"}}};
   for (const Case& row : cases) {
-    engine.AddMessage(target.hwnd(), kPing, row.when);
-    log.clear();
-    target.Send(kPing);
-    EXPECT_EQ(log, row.expected);
-    log.clear();
-    target.Send(kOther);
-    EXPECT_EQ(log, CallLog{"previous"});
-    engine.DeleteMessage(target.hwnd(), kPing, row.when);
+    Add(kPing, row.when);
+    EXPECT_EQ(CallsFor(kPing), row.expected);
+    EXPECT_FALSE(Shows(kOther));
+    Delete(kPing, row.when);
   }
+  Add(kPing, kBoth);
+  Delete(kPing, kBeforePrevious);
+  EXPECT_EQ(CallsFor(kPing), (CallLog{"previous", "after"}));
 }
 
-TEST_F(GXMSubclassTest, DeletesFromTheNamedTableOnly) {
-  engine.AddMessage(target.hwnd(), kPing, kBoth);
-  engine.DeleteMessage(target.hwnd(), kPing, kBeforePrevious);
-  log.clear();
-  target.Send(kPing);
-  EXPECT_EQ(log, (CallLog{"previous", "after"}));
-}
-
-TEST_F(GXMSubclassTest, TakesThirtyTwoMessagesAndRefusesTheNext) {
+TEST_F(GXMSubclassTest, ATableTakesThirtyTwoMessagesAndUsesFreedSlotsAgain) {
   for (const int when : {kBeforePrevious, kAfterPrevious}) {
     Fill(when);
-    EXPECT_EQ(CallsFor(kPing), 1);
-    EXPECT_EQ(CallsFor(kPing + kTableSize - 1), 1);
-    EXPECT_EQ(ErrorOf([&] { engine.AddMessage(target.hwnd(), kPing + kTableSize, when); }),
-              "Message table overflow. Max message entries exceeded.");
-    EXPECT_EQ(CallsFor(kPing + kTableSize), 0);
-    engine.DeleteMessage(target.hwnd(), kAllMessages, when);
-  }
-}
+    EXPECT_TRUE(Shows(kPing));
+    EXPECT_TRUE(Shows(kPing + kTableSize - 1));
+    EXPECT_EQ(ErrorOf([&] { Add(kPing + kTableSize, when); }), kOverflow);
+    EXPECT_FALSE(Shows(kPing + kTableSize));
+    EXPECT_EQ(ErrorOf([&] { Add(kPing, when); }), "") << "it is in the full table already";
 
-TEST_F(GXMSubclassTest, UsesTheSlotOfADeletedMessageAgain) {
-  Fill(kBeforePrevious);
-  engine.DeleteMessage(target.hwnd(), kPing + 5, kBeforePrevious);
-  engine.AddMessage(target.hwnd(), kPing + 100, kBeforePrevious);
-  EXPECT_EQ(CallsFor(kPing + 5), 0);
-  EXPECT_EQ(CallsFor(kPing + 100), 1);
-  EXPECT_EQ(CallsFor(kPing + 31), 1);
-  EXPECT_EQ(ErrorOf([&] { engine.AddMessage(target.hwnd(), kPing + 101, kBeforePrevious); }),
-            "Message table overflow. Max message entries exceeded.");
+    Delete(kPing + 5, when);
+    Add(kPing + 100, when);
+    EXPECT_FALSE(Shows(kPing + 5));
+    EXPECT_TRUE(Shows(kPing + 100));
+    EXPECT_EQ(ErrorOf([&] { Add(kPing + 101, when); }), kOverflow);
+    Delete(kAllMessages, when);
+  }
 }
 
 TEST_F(GXMSubclassTest, KeepsOneEntryOfAMessageThatIsAddedTwice) {
-  engine.AddMessage(target.hwnd(), kPing, kBeforePrevious);
-  engine.AddMessage(target.hwnd(), kPing, kBeforePrevious);
-  EXPECT_EQ(CallsFor(kPing), 1);
-  engine.DeleteMessage(target.hwnd(), kPing, kBeforePrevious);
-  EXPECT_EQ(CallsFor(kPing), 0);
-  EXPECT_NE(ErrorOf([&] { engine.DeleteMessage(target.hwnd(), kPing, kBeforePrevious); }), "");
+  Add(kOther, kBeforePrevious);
+  Add(kPing, kBeforePrevious);
+  Delete(kOther, kBeforePrevious);
+  Add(kPing, kBeforePrevious);
+  EXPECT_EQ(CallsFor(kPing), (CallLog{"before", "previous"}));
+  Delete(kPing, kBeforePrevious);
+  EXPECT_FALSE(Shows(kPing)) << "though a slot before it was free";
 }
 
-TEST_F(GXMSubclassTest, KeepsOneEntryThoughASlotBeforeItIsFree) {
-  engine.AddMessage(target.hwnd(), kOther, kBeforePrevious);
-  engine.AddMessage(target.hwnd(), kPing, kBeforePrevious);
-  engine.DeleteMessage(target.hwnd(), kOther, kBeforePrevious);
-  engine.AddMessage(target.hwnd(), kPing, kBeforePrevious);
-  engine.DeleteMessage(target.hwnd(), kPing, kBeforePrevious);
-  EXPECT_EQ(CallsFor(kPing), 0);
-}
-
-TEST_F(GXMSubclassTest, AddingAMessageThatIsInAFullTableIsNoOverflow) {
-  Fill(kBeforePrevious);
-  EXPECT_EQ(ErrorOf([&] { engine.AddMessage(target.hwnd(), kPing, kBeforePrevious); }), "");
-}
-
-TEST_F(GXMSubclassTest, ShowsEveryMessageBeforeAndAfterForMinusOne) {
-  engine.AddMessage(target.hwnd(), kAllMessages, kBoth);
+TEST_F(GXMSubclassTest, MinusOneMeansEveryMessage) {
+  Add(kAllMessages, kBoth);
   for (const UINT message : {kPing, kOther, UINT{WM_NULL}, UINT{WM_GETTEXTLENGTH}}) {
-    log.clear();
-    target.Send(message);
-    EXPECT_EQ(log, (CallLog{"before", "previous", "after"})) << message;
+    EXPECT_EQ(CallsFor(message), (CallLog{"before", "previous", "after"})) << message;
   }
-  // One message more changes nothing, and cannot be taken out.
-  engine.AddMessage(target.hwnd(), kPing, kBoth);
-  EXPECT_EQ(CallsFor(kOther), 2);
-  EXPECT_NE(ErrorOf([&] { engine.DeleteMessage(target.hwnd(), kPing, kBoth); }), "");
-}
-
-TEST_F(GXMSubclassTest, DeletingMinusOneEmptiesTheTable) {
-  engine.AddMessage(target.hwnd(), kAllMessages, kBeforePrevious);
+  Add(kPing, kBoth);
+  EXPECT_NE(ErrorOf([&] { Delete(kPing, kBoth); }), "");
+  Delete(kAllMessages, kBoth);
+  EXPECT_FALSE(Shows(kPing));
   Fill(kAfterPrevious);
-  engine.DeleteMessage(target.hwnd(), kAllMessages, kBoth);
-  EXPECT_EQ(CallsFor(kPing), 0);
-  Fill(kAfterPrevious);
-  EXPECT_EQ(CallsFor(kPing), 1);
+  EXPECT_TRUE(Shows(kPing));
 }
 
-TEST_F(GXMSubclassTest, AFreedSlotDoesNotShowTheMessageZero) {
-  engine.AddMessage(target.hwnd(), kPing, kBoth);
-  engine.AddMessage(target.hwnd(), kOther, kBoth);
-  engine.DeleteMessage(target.hwnd(), kPing, kBoth);
-  EXPECT_EQ(CallsFor(WM_NULL), 0);
-  EXPECT_EQ(ErrorOf([&] { engine.DeleteMessage(target.hwnd(), WM_NULL, kBeforePrevious); }),
-            "Message &H0 not found in table");
-}
-
-TEST_F(GXMSubclassTest, DeletingWhatIsNotInTheTableNamesItInHexadecimal) {
+TEST_F(GXMSubclassTest, DeletingAMessageThatIsNotInTheTableFails) {
+  Add(kPing, kBoth);
+  Add(kOther, kBoth);
+  Delete(kPing, kBoth);
+  EXPECT_FALSE(Shows(WM_NULL)) << "a freed slot holds 0";
   struct Case {
     UINT message;
     const char* text;
   };
-  const Case cases[] = {{WM_PAINT, "Message &HF not found in table"},
+  const Case cases[] = {{WM_NULL, "Message &H0 not found in table"},
+                        {WM_PAINT, "Message &HF not found in table"},
                         {WM_MOUSEMOVE, "Message &H200 not found in table"},
                         {0xABCD, "Message &HABCD not found in table"}};
   for (const Case& row : cases) {
     for (const int when : {kBeforePrevious, kAfterPrevious}) {
-      EXPECT_EQ(ErrorOf([&] { engine.DeleteMessage(target.hwnd(), row.message, when); }), row.text);
+      EXPECT_EQ(ErrorOf([&] { Delete(row.message, when); }), row.text);
     }
   }
 }
 
-TEST(GXMSubclassErrorTest, RefusesAWindowThatDoesNotExist) {
+TEST(GXMSubclassErrorTest, SubclassNeedsAWindowOfThisProcess) {
   RecordingOwner owner;
   GXMSubclass engine;
   TargetWindow target;
@@ -166,17 +128,12 @@ TEST(GXMSubclassErrorTest, RefusesAWindowThatDoesNotExist) {
   for (const HWND window : {HWND{nullptr}, gone}) {
     EXPECT_EQ(ErrorOf([&] { engine.Subclass(window, owner, 0); }), "error window handle");
   }
-}
-
-TEST(GXMSubclassErrorTest, RefusesAWindowOfAnotherProcess) {
-  RecordingOwner owner;
-  GXMSubclass engine;
   // The desktop belongs to the system.
   EXPECT_EQ(ErrorOf([&] { engine.Subclass(GetDesktopWindow(), owner, 0); }),
             "Window handle belongs to another process");
 }
 
-TEST(GXMSubclassErrorTest, RefusesASecondHoldOfOneEngineAndKeepsTheFirst) {
+TEST(GXMSubclassErrorTest, ASecondSubclassOfOneWindowFailsAndKeepsTheFirst) {
   TargetWindow target;
   RecordingOwner first;
   RecordingOwner second;
@@ -193,7 +150,7 @@ TEST(GXMSubclassErrorTest, RefusesASecondHoldOfOneEngineAndKeepsTheFirst) {
   EXPECT_EQ(second.calls, 0);
 }
 
-TEST(GXMSubclassErrorTest, TellsWhetherSubclassingWasStartedAtAll) {
+TEST(GXMSubclassErrorTest, ReportsWhetherSubclassingWasStarted) {
   TargetWindow target;
   TargetWindow other;
   RecordingOwner owner;
@@ -209,86 +166,59 @@ TEST(GXMSubclassErrorTest, TellsWhetherSubclassingWasStartedAtAll) {
   expectBoth("Subclassing hasn't been started");
 }
 
-class GXMSubclassRefusalTest : public testing::Test {
- protected:
-  ~GXMSubclassRefusalTest() override { TheSubclassPlatform() = {}; }
-
-  TargetWindow target;
-  RecordingOwner owner;
-  GXMSubclass engine;
-};
-
-TEST_F(GXMSubclassRefusalTest, ReportsThatMemoryWasRefused) {
-  TheSubclassPlatform().allocate = [](void*, SIZE_T, DWORD, DWORD) -> void* {
-    SetLastError(ERROR_NOT_ENOUGH_MEMORY);
-    return nullptr;
+TEST(GXMSubclassErrorTest, ReportsTheSystemsError) {
+  struct Case {
+    PlatformCall call;
+    const char* text;
   };
-  EXPECT_EQ(ErrorOf([&] { engine.Subclass(target.hwnd(), owner, 0); }),
-            "VirtualAlloc failed, error: 8");
-  EXPECT_EQ(ProcedureOf(target.hwnd()), TargetWindow::Procedure);
-  TheSubclassPlatform() = {};
-  EXPECT_TRUE(engine.Subclass(target.hwnd(), owner, 0));
-}
-
-TEST_F(GXMSubclassRefusalTest, AsksForMemoryThatIsNotExecutable) {
-  static DWORD protection = 0;
-  TheSubclassPlatform().allocate = [](void* place, SIZE_T size, DWORD kind, DWORD asked) {
-    protection = asked;
-    return VirtualAlloc(place, size, kind, asked);
-  };
-  engine.Subclass(target.hwnd(), owner, 0);
-  EXPECT_EQ(protection, DWORD{PAGE_READWRITE});
-}
-
-TEST_F(GXMSubclassRefusalTest, ReportsThatTheProcedureCouldNotBeSwapped) {
-  const size_t blocks = LiveSubclassBlocks();
-  TheSubclassPlatform().setWindowLong = [](HWND, int, LONG_PTR) -> LONG_PTR {
-    SetLastError(ERROR_ACCESS_DENIED);
-    return 0;
-  };
-  EXPECT_EQ(ErrorOf([&] { engine.Subclass(target.hwnd(), owner, 0); }),
-            "SetWindowLong failed, error #5");
-  EXPECT_EQ(LiveSubclassBlocks(), blocks);
-  EXPECT_EQ(ErrorOf([&] { engine.AddMessage(target.hwnd(), kPing, kBoth); }),
-            "Window handle isn't subclassed");
-  TheSubclassPlatform() = {};
-  EXPECT_TRUE(engine.Subclass(target.hwnd(), owner, 0));
+  const Case cases[] = {
+      {{"VirtualAlloc", 0, ERROR_NOT_ENOUGH_MEMORY}, "VirtualAlloc failed, error: 8"},
+      {{"SetWindowLongPtrW", 0, ERROR_ACCESS_DENIED}, "SetWindowLong failed, error #5"}};
+  for (const Case& row : cases) {
+    TargetWindow target;
+    RecordingOwner owner;
+    GXMSubclass engine;
+    const size_t blocks = LiveSubclassBlocks();
+    FailingImport call(row.call);
+    call.Fail(1);
+    EXPECT_EQ(ErrorOf([&] { engine.Subclass(target.hwnd(), owner, 0); }), row.text);
+    EXPECT_EQ(ProcedureOf(target.hwnd()), TargetWindow::Procedure);
+    EXPECT_EQ(LiveSubclassBlocks(), blocks);
+    EXPECT_EQ(ErrorOf([&] { engine.AddMessage(target.hwnd(), kPing, kBoth); }),
+              "Window handle isn't subclassed");
+    EXPECT_TRUE(engine.Subclass(target.hwnd(), owner, 0));
+  }
 }
 
 TEST_F(GXMSubclassTest, KeepsAUserValueForEachWindow) {
   TargetWindow second;
+  TargetWindow unknown;
   engine.Subclass(second.hwnd(), owner, 22);
-  EXPECT_EQ(engine.p_ParamUser(target.hwnd()), 0);
   EXPECT_EQ(engine.p_ParamUser(second.hwnd()), 22);
   const LONG_PTR wide = LONG_PTR{1} << 40;
   engine.p_ParamUser(second.hwnd(), wide);
   EXPECT_EQ(engine.p_ParamUser(second.hwnd()), wide);
   EXPECT_EQ(engine.p_ParamUser(target.hwnd()), 0);
-}
+  engine.p_ParamUser(unknown.hwnd(), 9);
+  EXPECT_EQ(engine.p_ParamUser(unknown.hwnd()), 0);
 
-TEST_F(GXMSubclassTest, HandsTheUserValueToTheOwnerByReference) {
   engine.p_ParamUser(target.hwnd(), 5);
-  engine.AddMessage(target.hwnd(), kPing, kBoth);
+  Add(kPing, kBoth);
   owner.onCall = [](const SubclassCall& call) { call.userParam *= 2; };
   target.Send(kPing);
-  EXPECT_EQ(engine.p_ParamUser(target.hwnd()), 20);
-}
-
-TEST_F(GXMSubclassTest, AWindowThatIsNotSubclassedHasNoUserValueAndNoOldProcedure) {
-  TargetWindow other;
-  engine.p_ParamUser(other.hwnd(), 9);
-  EXPECT_EQ(engine.p_ParamUser(other.hwnd()), 0);
-  EXPECT_EQ(engine.CallOldWndProc(other.hwnd(), kPing, 1, 0), 0);
+  EXPECT_EQ(engine.p_ParamUser(target.hwnd()), 20) << "the owner gets it by reference";
 }
 
 TEST_F(GXMSubclassTest, CallsTheOldProcedureWithoutTheOwner) {
-  engine.AddMessage(target.hwnd(), kAllMessages, kBoth);
+  Add(kAllMessages, kBoth);
   EXPECT_EQ(engine.CallOldWndProc(target.hwnd(), kPing, 3, 0), kPreviousAnswer + 3);
   EXPECT_EQ(log, CallLog{"previous"});
+  TargetWindow unknown;
+  EXPECT_EQ(engine.CallOldWndProc(unknown.hwnd(), kPing, 1, 0), 0);
 }
 
 TEST_F(GXMSubclassTest, HandsOverTheWholeMessage) {
-  engine.AddMessage(target.hwnd(), kPing, kBeforePrevious);
+  Add(kPing, kBeforePrevious);
   const auto wParam = static_cast<WPARAM>(0x1234567890ABCDEF);
   const auto lParam = static_cast<LPARAM>(0x0FEDCBA987654321);
   owner.onCall = [&](const SubclassCall& call) {
@@ -304,10 +234,10 @@ TEST_F(GXMSubclassTest, HandsOverTheWholeMessage) {
 }
 
 TEST_F(GXMSubclassTest, ShowsThePreviousAnswerAfterwardsAndMayChangeIt) {
-  engine.AddMessage(target.hwnd(), kPing, kBoth);
+  Add(kPing, kBoth);
   owner.onCall = [](const SubclassCall& call) {
     if (call.before) {
-      call.result = 1;  // nobody's answer: the previous procedure still runs
+      call.result = 1;  // not handled: the previous procedure still runs
       return;
     }
     EXPECT_EQ(call.result, kPreviousAnswer + 3);
@@ -317,22 +247,18 @@ TEST_F(GXMSubclassTest, ShowsThePreviousAnswerAfterwardsAndMayChangeIt) {
 }
 
 TEST_F(GXMSubclassTest, AHandledMessageDoesNotReachThePreviousProcedure) {
-  engine.AddMessage(target.hwnd(), kPing, kBoth);
+  Add(kPing, kBoth);
   owner.onCall = [](const SubclassCall& call) {
-    if (!call.before) {
-      EXPECT_EQ(call.result, 42);
-      return;
-    }
     call.handled = true;
-    call.result = 42;
+    if (call.before) call.result = 42;
   };
   EXPECT_EQ(target.Send(kPing), 42);
   EXPECT_EQ(log, (CallLog{"before", "after"}));
 }
 
 TEST_F(GXMSubclassTest, NestsWhenAHandlerSendsToItsOwnWindow) {
-  engine.AddMessage(target.hwnd(), kPing, kBoth);
-  engine.AddMessage(target.hwnd(), kOther, kBeforePrevious);
+  Add(kPing, kBoth);
+  Add(kOther, kBeforePrevious);
   owner.onCall = [&](const SubclassCall& call) {
     if (call.message == kPing && call.before) {
       EXPECT_EQ(target.Send(kOther, 8), kPreviousAnswer + 8);
@@ -342,7 +268,7 @@ TEST_F(GXMSubclassTest, NestsWhenAHandlerSendsToItsOwnWindow) {
   EXPECT_EQ(log, (CallLog{"before", "before", "previous", "previous", "after"}));
 }
 
-TEST(GXMSubclassChainTest, ShowsAMessageFirstToTheEngineThatAttachedLast) {
+TEST(GXMSubclassChainTest, TheEngineThatAttachedLastSeesAMessageFirst) {
   CallLog log;
   TargetWindow target(&log);
   TwoEngines two(target.hwnd(), &log);

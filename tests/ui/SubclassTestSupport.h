@@ -1,4 +1,4 @@
-// A window and an owner that write down, in one list, who hears of a message.
+// A window, and owners of subclassed windows, that record their calls in one list.
 #pragma once
 
 #include <windows.h>
@@ -15,7 +15,7 @@ namespace tellurvane {
 
 using CallLog = std::vector<std::string>;
 
-// Messages of our own, so that nothing but the test sends them.
+// Only the test sends these.
 inline constexpr UINT kPing = WM_APP + 1;
 inline constexpr UINT kOther = WM_APP + 2;
 inline constexpr LRESULT kPreviousAnswer = 100;
@@ -64,7 +64,7 @@ inline WNDPROC ProcedureOf(HWND window) {
   return reinterpret_cast<WNDPROC>(GetWindowLongPtrW(window, GWLP_WNDPROC));
 }
 
-// What an owner is called with; the references are the engine's own.
+// The arguments of an owner's call; the references are the engine's own.
 struct SubclassCall {
   bool before;
   bool& handled;
@@ -88,7 +88,7 @@ class RecordingOwner : public GXISubclass {
                WPARAM wParam, LPARAM lParam, LONG_PTR& userParam) override {
     ++calls;
     if (log_ != nullptr) log_->push_back(name_ + (before ? "before" : "after"));
-    // Copied: the handler may end the owner that holds it.
+    // Copied: the handler may delete this owner.
     if (const auto call = onCall) {
       call({before, handled, result, window, message, wParam, lParam, userParam});
     }
@@ -119,7 +119,7 @@ struct TwoEngines {
   HWND window;
 };
 
-// What the operation throws, or nothing.
+// The text of the error that the operation throws; empty without one.
 inline std::string ErrorOf(const std::function<void()>& operation) {
   try {
     operation();
