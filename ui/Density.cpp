@@ -3,16 +3,20 @@
 #include "ui/Handle.h"
 
 namespace tellurvane {
+namespace {
+
+int ScreenDensity() {
+  const WindowDc screen(nullptr);
+  // On Windows a pixel is as wide as it is high.
+  const int density = GetDeviceCaps(screen.Get(), LOGPIXELSY);
+  return density > 0 ? density : kDesignDensity;
+}
+
+}  // namespace
 
 int DotsPerInch() {
-  // Kept once the system has given it; asked for again where it refused.
-  static int kept = 0;
-  if (kept == 0) {
-    const WindowDc screen(nullptr);
-    // On Windows a pixel is as wide as it is high.
-    if (screen.Get() != nullptr) kept = GetDeviceCaps(screen.Get(), LOGPIXELSY);
-  }
-  return kept > 0 ? kept : kDesignDensity;
+  static const int density = ScreenDensity();
+  return density;
 }
 
 int Scaled(int pixels) { return Scale{DotsPerInch()}.Scaled(pixels); }

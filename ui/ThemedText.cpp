@@ -8,8 +8,6 @@
 #include <algorithm>
 #include <array>
 #include <map>
-#include <optional>
-#include <utility>
 
 #include "ui/Density.h"
 #include "ui/ModTheme.h"
@@ -17,22 +15,8 @@
 namespace tellurvane::ModTheme {
 namespace {
 
-// Nothing where GDI+ could not look.
-std::optional<bool> IsInstalled(const std::wstring& face) {
-  const Gdiplus::FontFamily family(face.c_str());
-  switch (family.GetLastStatus()) {
-    case Gdiplus::Ok:
-      return true;
-    case Gdiplus::FontFamilyNotFound:
-    case Gdiplus::NotTrueTypeFont:
-      return false;
-    default:
-      return std::nullopt;
-  }
-}
-
-// By its name: the ready-made object of the C++ classes lies in a library that binds GDI+ when the
-// program starts, and not on first use. Empty where GDI+ has none.
+// By its name: the C++ class's own object would load GDI+ when the program starts, not on first
+// use. Empty where GDI+ has none.
 std::wstring GenericSansSerif() {
   Gdiplus::GpFontFamily* family = nullptr;
   if (Gdiplus::DllExports::GdipGetGenericFontFamilySansSerif(&family) != Gdiplus::Ok) return {};
@@ -42,24 +26,12 @@ std::wstring GenericSansSerif() {
   return name.data();
 }
 
-struct FoundFace {
-  std::wstring name;
-  bool isSure = true;  // false where a better one may only have been refused
-};
-
-FoundFace FindFace(const std::wstring& wanted) {
-  FoundFace found;
+std::wstring FindFace(const std::wstring& wanted) {
   for (const std::wstring& face : {wanted, std::wstring(L"Microsoft JhengHei"),
                                    std::wstring(L"Noto Sans CJK TC"), std::wstring(L"Tahoma")}) {
-    const auto isInstalled = IsInstalled(face);
-    if (!isInstalled) found.isSure = false;
-    if (!isInstalled.value_or(false)) continue;
-    found.name = face;
-    return found;
+    if (Gdiplus::FontFamily(face.c_str()).GetLastStatus() == Gdiplus::Ok) return face;
   }
-  found.name = GenericSansSerif();
-  if (found.name.empty()) found.isSure = false;
-  return found;
+  return GenericSansSerif();
 }
 
 // The family and the font of one call. GDI+ does not fall back to another family by itself: a
@@ -96,11 +68,9 @@ Gdiplus::RectF Measure(const Gdiplus::Graphics& graphics, const std::wstring& te
 
 std::wstring AvailableFace(const std::wstring& face) {
   static std::map<std::wstring, std::wstring> known;
-  const auto place = known.find(face);
-  if (place != known.end()) return place->second;
-  FoundFace found = FindFace(face);
-  if (found.isSure) known.emplace(face, found.name);
-  return std::move(found.name);
+  std::wstring& found = known[face];
+  if (found.empty()) found = FindFace(face);
+  return found;
 }
 
 float Text(HDC target, const std::wstring& text, int x, int y, const TextColors& colors,
