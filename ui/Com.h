@@ -76,11 +76,6 @@ class Bstr {
       : text_(SysAllocStringLen(text.data(), static_cast<UINT>(text.size()))) {
     if (text_ == nullptr) throw std::bad_alloc();
   }
-  Bstr(Bstr&& other) noexcept : text_(std::exchange(other.text_, nullptr)) {}
-  Bstr& operator=(Bstr&& other) noexcept {
-    std::swap(text_, other.text_);
-    return *this;
-  }
   Bstr(const Bstr&) = delete;
   Bstr& operator=(const Bstr&) = delete;
   ~Bstr() { SysFreeString(text_); }

@@ -31,12 +31,6 @@ LRESULT PictureBox::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       break;
     case WM_GETDLGCODE:
       return KeyDown ? DLGC_WANTARROWS : DLGC_STATIC;
-    case WM_SETFOCUS:
-      Raise(GotFocus);
-      return 0;
-    case WM_KILLFOCUS:
-      Raise(LostFocus);
-      return 0;
     case WM_ENABLE:
       Raise(EnabledChanged);
       return 0;

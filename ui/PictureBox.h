@@ -25,8 +25,6 @@ class PictureBox : public DrawnWindow {
   // Events of the keyboard, while the box itself has the focus. KeyDown answers true when the key
   // was for it.
   std::function<bool(UINT key)> KeyDown;
-  std::function<void()> GotFocus;
-  std::function<void()> LostFocus;
   // The box was enabled or disabled.
   std::function<void()> EnabledChanged;
 

@@ -18,7 +18,6 @@ class Timer {
   // the timer.
   std::function<void()> Tick;
 
-  unsigned Interval() const { return milliseconds_; }
   // Starts the interval anew when the timer runs. Throws as Enabled does.
   void Interval(unsigned milliseconds);
 
