@@ -1,4 +1,4 @@
-// A native control inside a window of ours.
+// A native control inside one of our windows.
 #pragma once
 
 #include <windows.h>
@@ -17,8 +17,7 @@ struct ChildWindowArgs {
   int height = 0;
 };
 
-// Throws FatalError where the system refuses: nothing of the product can be used without its
-// controls.
+// Throws FatalError when it fails: no window can be used without its controls.
 HWND CreateChildWindow(const ChildWindowArgs& args);
 
 }  // namespace tellurvane

@@ -7,11 +7,10 @@ namespace {
 
 constexpr DWORD kIconVersion = 0x30000;
 
-// An icon file is small; what is larger is none.
+// A larger file is no icon.
 constexpr LONGLONG kLargestFile = 16 << 20;
 
-// Empty where the file cannot be read. By the platform's own calls: the stream library would be
-// half of the program.
+// Empty when the file cannot be read. The stream library would double the program's size.
 std::string FileBytes(const std::wstring& path) {
   const UniqueKernelHandle file =
       OwnedFile(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
@@ -50,8 +49,7 @@ IconEntry ClsIcon::Entry(int index) const {
 
 bool ClsIcon::Draw(HDC target, int x, int y, int index) const {
   const std::string_view data = Data(index);
-  // Even an image that is nothing but a header is larger. What follows the header the system
-  // checks against the length by itself.
+  // Each image is larger than its header. The system checks the rest against the length.
   if (data.size() <= sizeof(BITMAPINFOHEADER)) return false;
   // The system's interface takes the bytes as writable; it only reads them.
   auto* const image = reinterpret_cast<BYTE*>(const_cast<char*>(data.data()));

@@ -11,8 +11,8 @@
 
 namespace tellurvane {
 
-// Takes any bytes. Image indices count from 0; of an image that is not there every field is 0, the
-// data empty, and nothing is drawn.
+// Takes any bytes. Image indices count from 0; for an unknown image every field is 0, the data
+// empty, and nothing is drawn.
 class ClsIcon {
  public:
   // Keeps a copy of the bytes. False, and nothing kept, where they name no image or end inside

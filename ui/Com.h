@@ -71,7 +71,7 @@ class ComPtr {
 class Bstr {
  public:
   Bstr() = default;
-  // Throws std::bad_alloc: where there is no string, others would read an empty one.
+  // Throws std::bad_alloc: a missing string would be read as an empty one.
   explicit Bstr(std::wstring_view text)
       : text_(SysAllocStringLen(text.data(), static_cast<UINT>(text.size()))) {
     if (text_ == nullptr) throw std::bad_alloc();

@@ -1,5 +1,4 @@
-// Lengths on this screen. Every length, font, row height and picture of the program goes through
-// here.
+// Lengths on this screen. All lengths, fonts and pictures of the program are scaled here.
 #pragma once
 
 #include "ui/Scale.h"

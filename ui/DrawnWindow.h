@@ -22,24 +22,24 @@ struct MouseEvent {
   int y = 0;
 };
 
-// The picture keeps what was drawn until it is drawn over, cleared, or the size changes; then
-// `Paint` is asked to draw it anew. The screen is only ever copied to from it: nothing flickers.
+// The picture stays until it is drawn over, cleared, or the size changes; then `Paint` draws it
+// again. The screen only gets copies of the picture, so that nothing flickers.
 class DrawnWindow : public Window {
  public:
   using MouseHandler = std::function<void(const MouseEvent&)>;
 
   Color BackColor() const { return backColor_; }
-  // Draws anew. A system colour reference is kept as one.
+  // Draws the picture again. A system colour reference is kept as one.
   void BackColor(Color color);
 
-  // What to draw on. Never null while the window exists, unless memory is short.
+  // The picture's device context. Null only without a window or without memory.
   HDC Dc() const { return surface_.Dc(); }
   // Fills the picture with the back colour.
   void Clear() { surface_.Clear(backColor_); }
-  // Brings the picture, or a part of it, to the screen before it returns.
+  // Shows the picture, or a part of it, before it returns.
   void Refresh();
   void Refresh(const RECT& area);
-  // Clears the picture, has it painted, and refreshes.
+  // Clears the picture, paints it and shows it.
   void Redraw();
 
   // Events. Any may be left empty.

@@ -60,7 +60,7 @@ BOOL CALLBACK AddScreen(HMONITOR /*monitor*/, HDC /*context*/, RECT* rect,
   return TRUE;
 }
 
-// The main screen alone where the system names none.
+// The main screen alone when the system lists none.
 std::vector<ScreenPlace> AllScreens() {
   std::vector<ScreenPlace> screens;
   EnumDisplayMonitors(nullptr, nullptr, AddScreen, reinterpret_cast<LPARAM>(&screens));
@@ -75,7 +75,7 @@ void MoveTo(HWND window, const ScreenPlace& place) {
                SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-// Not a shared icon: the system keeps one for each name, whatever the size that is asked for.
+// Not a shared icon: the system shares one size of it only.
 UniqueIcon LoadExecutableIcon(int widthMetric, int heightMetric) {
   return UniqueIcon(static_cast<HICON>(
       LoadImageW(GetModuleHandleW(nullptr), L"AAA", IMAGE_ICON, GetSystemMetrics(widthMetric),
@@ -144,7 +144,7 @@ void Form::ShowModal() {
   if (modalOwner_ != nullptr) EnableWindow(modalOwner_, FALSE);
   isModal_ = true;
   Show();
-  // Not asked by visibility: a window also disappears, for a while, with its minimised owner.
+  // Not by visibility: a window is also hidden while its owner is minimised.
   RunMessageLoopWhile([this] { return hwnd() != nullptr && isModal_; });
   isModal_ = false;
   ReleaseOwner();
@@ -158,10 +158,10 @@ bool Form::Unload() {
   return true;
 }
 
-// Also when the owner took the form with it: another window may get the handle later.
+// Also when the owner destroyed it: another window may get the handle later.
 void Form::OnDestroyed(HWND window) { RemoveKeyboardForm(window); }
 
-// Before the form goes: a disabled owner would lose the foreground to another program.
+// Before the form is hidden: a disabled owner would lose the foreground to another program.
 void Form::ReleaseOwner() {
   if (modalOwner_ != nullptr) EnableWindow(std::exchange(modalOwner_, nullptr), TRUE);
 }
@@ -204,7 +204,7 @@ void Form::PullInside() {
 
 void Form::Center() {
   const HWND owner = GetWindow(hwnd(), GW_OWNER);
-  // The form itself may have been created on another screen than its owner's.
+  // The form may have been created on another screen than its owner's.
   const ScreenPlace area = WorkAreaOf(owner != nullptr ? owner : hwnd());
   const bool hasPlace = owner != nullptr && IsWindowVisible(owner) && !IsIconic(owner);
   const ScreenPlace around = hasPlace ? PlaceOf(OuterRect(owner)) : area;
@@ -231,7 +231,7 @@ void Form::Opacity(BYTE opacity) {
 LRESULT Form::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_CLOSE:
-      // A form that waits for its dialog has no close box that works.
+      // A form that waits for its dialog is disabled, and so is its close box.
       if (Enabled()) Unload();
       return 0;
     case WM_COMMAND:
@@ -239,7 +239,7 @@ LRESULT Form::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       if (wParam == IDCANCEL) Form_Escape();
       return 0;
     case WM_DISPLAYCHANGE:
-      // A screen may be gone, or smaller. A minimised window is pulled when it is restored.
+      // A screen may be gone or smaller. A minimised window is moved when it is restored.
       if (IsIconic(hwnd())) {
         isPullOwed_ = true;
       } else {

@@ -13,7 +13,7 @@ enum class FormBorder {
   kFixedDialog,  // a caption with a close box
 };
 
-// None where the system refuses one.
+// Null for an icon that cannot be loaded.
 struct FormIcons {
   HICON big = nullptr;    // of the task switcher
   HICON small = nullptr;  // of the caption, the taskbar and the tray
@@ -29,18 +29,17 @@ struct FormArgs {
   HWND owner = nullptr;
   FormIcons icons = {};
   DWORD extendedStyle = 0;
-  // A form whose class is changed while it lives needs one of its own.
+  // A form that changes its window class needs one of its own.
   std::wstring className = L"TellurvaneForm";
 };
 
 // A dialog on the windows' ground, with the executable's own icon.
 FormArgs DialogArgs(const std::wstring& caption, int widthTwips, int heightTwips, HWND owner);
 
-// The icon that the executable bears, in the sizes of this screen. The process owns them.
+// The executable's icon in the sizes of this screen. The process owns them.
 FormIcons ExecutableIcons();
 
-// Lives as its object lives; Unload only ends the window. The handlers are named as the system
-// names them and do nothing by default.
+// Unload ends the window, not the object. The handlers do nothing by default.
 class Form : public DrawnWindow {
  public:
   Form() = default;
@@ -52,12 +51,12 @@ class Form : public DrawnWindow {
   void Load(const FormArgs& args);
 
   void Show();
-  // Without taking the keyboard from whoever has it.
+  // The focus stays where it is.
   void ShowWithoutFocus();
   void Hide();
   // Shows the form and returns when it is unloaded or hidden; the owner is disabled meanwhile.
   void ShowModal();
-  // Asks Form_Unload, and ends the window unless it refuses. True when the window is gone.
+  // Calls Form_Unload, and ends the window unless it returns false. True when the window is gone.
   bool Unload();
   bool IsLoaded() const { return hwnd() != nullptr; }
 
@@ -68,9 +67,9 @@ class Form : public DrawnWindow {
   int Height() const;
   void Move(int leftTwips, int topTwips);
   void Move(int leftTwips, int topTwips, int widthTwips, int heightTwips);
-  // Hands a pressed left button over to the system, which moves the form with the mouse.
+  // Lets the system move the form with the mouse while the left button is pressed.
   void BeginDrag();
-  // Moves the form so that no edge is beyond those of the screen that it is nearest to.
+  // Moves the form inside the nearest screen.
   void PullInside();
   // In the middle of the owner, or of the work area without one; wholly on the owner's screen.
   void Center();
@@ -85,7 +84,7 @@ class Form : public DrawnWindow {
   virtual void Form_Resize() {}
   // False keeps the window.
   virtual bool Form_Unload() { return true; }
-  // Enter and Esc, wherever the focus is inside, unless a control needs them.
+  // Enter and Esc, unless the focused control needs them.
   virtual void Form_Enter() {}
   virtual void Form_Escape() {}
 
@@ -99,7 +98,7 @@ class Form : public DrawnWindow {
   bool isModal_ = false;       // shown by ShowModal, neither hidden nor unloaded since
   HWND modalOwner_ = nullptr;  // disabled while the form is modal
   HWND focus_ = nullptr;       // where the keyboard was when the form lost it
-  bool isPullOwed_ = false;    // the screens have changed while the form was minimised
+  bool isPullOwed_ = false;    // the screens changed while the form was minimised
 };
 
 }  // namespace tellurvane

@@ -1,4 +1,4 @@
-// What the owner of a subclassed window is called back through.
+// The callback interface of a subclassed window's owner.
 #pragma once
 
 #include <windows.h>

@@ -31,16 +31,15 @@ class MessageTable {
       count_ = kEveryMessage;
       return;
     }
-    // Every message is shown already; a count of -1 has no slots to look through.
+    // Every message is shown already.
     if (count_ == kEveryMessage || message == kFreeSlot) return;
-    // Looked for in the whole table before a free slot is taken: a message that stood twice would
-    // still be shown after it was deleted.
+    // In the whole table, before a free slot is taken: a second entry would stay after a delete.
     if (Place(message) != End()) return;
     if (auto* const free = Place(kFreeSlot); free != End()) {
       *free = message;
       return;
     }
-    // Only now: a full table with a freed slot still has room.
+    // Only now: a full table may have a free slot.
     if (count_ >= kTableCapacity) {
       throw SubclassError("Message table overflow. Max message entries exceeded.");
     }
@@ -78,8 +77,8 @@ class MessageTable {
 
 }  // namespace
 
-// One engine's hold on one window. Lives in pages of its own, readable and writable, never
-// executable. It outlives its engine's interest while a message is inside.
+// One engine's state for one window. It stays while a message is inside, even if the engine is
+// gone.
 struct SubclassBlock {
   LONG inUse = 0;
   bool isDetaching = false;
@@ -132,9 +131,8 @@ struct FreesBlock {
 };
 using UniqueBlock = std::unique_ptr<SubclassBlock, FreesBlock>;
 
-// Puts the block above the others of its window; the first one brings the shared procedure there.
-// All that needs memory comes before that, so that a procedure that was exchanged is one that is
-// known. What throws leaves everything as it was.
+// Adds the block to its window; the first one also exchanges the window's procedure. Allocates
+// before that, so that an exception leaves everything as it was.
 void Link(SubclassBlock& block) {
   const auto existing = AllChains().find(block.window);
   if (existing != AllChains().end()) {
@@ -180,8 +178,7 @@ LRESULT SubclassChain::Dispatch(SubclassBlock& block, UINT message, WPARAM wPara
     });
   };
 
-  // Counted over the whole message, not only over the previous procedure: the owner may detach
-  // inside either of its calls.
+  // Over the whole message: the owner may detach inside either of its calls.
   ++block.inUse;
   if (block.before.Shows(message)) callOwner(true);
   if (!handled) result = CallPrevious(block, message, wParam, lParam);
@@ -209,8 +206,8 @@ void SubclassChain::ReleaseIfDone(SubclassBlock& block) {
   if (chain != AllChains().end()) {
     std::erase(chain->second.blocks, &block);
     const auto current = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(block.window, GWLP_WNDPROC));
-    // Where somebody else has put a procedure over ours, ours has to stay and pass through.
-    // So it has to where the system refuses to take it away.
+    // Where another procedure was put over ours, ours has to stay and pass messages on. The same
+    // holds where ours cannot be removed.
     if (chain->second.blocks.empty() && current == Procedure &&
         SetWindowLongPtrW(block.window, GWLP_WNDPROC,
                           reinterpret_cast<LONG_PTR>(chain->second.original)) != 0) {
@@ -220,14 +217,14 @@ void SubclassChain::ReleaseIfDone(SubclassBlock& block) {
   FreeBlock(&block);
 }
 
-// The window is gone, and with it every hold on it: its number may come back for another window.
+// The window is gone, and another one may get its handle.
 void SubclassChain::ForgetWindow(HWND window) {
   const auto chain = AllChains().extract(window);
   if (chain.empty()) return;
   for (SubclassBlock* const block : chain.mapped().blocks) {
     if (block->engine != nullptr) block->engine->registry_.erase(window);
     block->engine = nullptr;
-    // A message that is still inside must not go on to another window of the same number.
+    // A message that is still inside must not go on to another window of the same handle.
     block->window = nullptr;
     block->isDetaching = true;
     block->before.Delete(kAllMessages);
@@ -263,7 +260,7 @@ bool GXMSubclass::Subclass(HWND window, GXISubclass& owner, LONG_PTR userParam) 
   block->owner = &owner;
   block->engine = this;
   block->userParam = userParam;
-  // Before the block is linked: one that this engine does not know would call its owner for ever.
+  // Before the block is linked: without an entry it could never be detached.
   const auto entry = registry_.emplace(window, block.get()).first;
   try {
     Link(*block);

@@ -1,4 +1,4 @@
-// The subclassing engine: shows a control the messages of the windows that it manages.
+// The subclassing engine: a control sees the messages of the windows that it manages.
 #pragma once
 
 #include <windows.h>
@@ -54,8 +54,8 @@ class GXMSubclass {
   // 0 where the window is not subclassed.
   LRESULT CallOldWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
-  // From here on the owner hears nothing more. The previous procedure is put back by the next
-  // message, once none is inside it.
+  // The owner gets no more calls. The next message restores the previous procedure, once no message
+  // is inside it.
   void UnSubclass(HWND window);
   void Terminate();
 

@@ -95,7 +95,7 @@ using UniqueKey = UniqueHandle<KeyTraits>;
 using UniqueMenu = UniqueHandle<MenuTraits>;
 using UniqueImageList = UniqueHandle<ImageListTraits>;
 
-// Of what CreateFileW gives, which has a value of its own for none.
+// The result of CreateFileW, which has another value than null for none.
 inline UniqueKernelHandle OwnedFile(HANDLE opened) {
   return UniqueKernelHandle(opened == INVALID_HANDLE_VALUE ? nullptr : opened);
 }

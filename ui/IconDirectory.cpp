@@ -9,7 +9,7 @@ constexpr size_t kCountAt = 4;
 constexpr size_t kHeaderSize = 6;
 constexpr size_t kEntrySize = 16;
 
-// The caller has made sure that the bytes are there.
+// The caller has checked the size.
 std::uint8_t Byte(std::string_view bytes, size_t at) {
   return static_cast<std::uint8_t>(bytes[at]);
 }

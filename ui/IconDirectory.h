@@ -15,7 +15,7 @@
 
 namespace tellurvane {
 
-// The fields as stored. A width or height of 0 stands for 256.
+// The fields as stored. A width or height of 0 means 256.
 struct IconEntry {
   std::uint8_t width = 0;
   std::uint8_t height = 0;

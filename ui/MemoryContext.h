@@ -11,12 +11,11 @@ namespace tellurvane {
 // Compatible with the display. Drawing on it touches nothing else.
 class MemoryContext {
  public:
-  // Nothing where the system refuses the context or the bitmap; then nothing is kept.
+  // Nothing when the context or the bitmap cannot be made.
   static std::optional<MemoryContext> Create(int width, int height);
 
   MemoryContext(MemoryContext&&) noexcept = default;
-  // Swaps, so that what was held goes in the destructor's order: taken over member by member, the
-  // old bitmap would be deleted while it is still selected into the old context.
+  // Swaps, because the old bitmap must not be deleted while the old context has it selected.
   MemoryContext& operator=(MemoryContext&& other) noexcept {
     std::swap(bitmap_, other.bitmap_);
     std::swap(context_, other.context_);

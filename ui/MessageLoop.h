@@ -1,4 +1,4 @@
-// How messages are fetched. Every loop of the program is one of these.
+// The message loops of the program.
 #pragma once
 
 #include <windows.h>
@@ -10,13 +10,13 @@ namespace tellurvane {
 // Until the quit message. Returns its exit code.
 int RunMessageLoop();
 
-// While the condition holds and no quit message has come; that one is left for the outer loop.
+// While the condition holds and there is no quit message; that one is left for the outer loop.
 void RunMessageLoopWhile(const std::function<bool()>& condition);
 
-// Handles what is waiting, once, and returns.
+// Handles the waiting messages and returns.
 void ProcessPendingMessages();
 
-// Names a top-level window whose Tab, Enter and Esc keys the loop is to handle, or forgets it.
+// The loops handle the Tab, Enter and Esc keys of these top-level windows.
 void AddKeyboardForm(HWND form);
 void RemoveKeyboardForm(HWND form);
 bool IsKeyboardForm(HWND window);

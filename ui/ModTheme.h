@@ -19,7 +19,7 @@ inline constexpr Argb kBlueText = 0xFF0000FF;
 inline constexpr Argb kWheatGlow = 0xFFF5DEB3;
 inline constexpr Argb kWhiteShadow = 0xFFFFFFFF;
 
-// What all windows share: their ground and the ink of their labels.
+// The background of all windows, and the colour of their labels.
 inline constexpr Color kWindowGround = Rgb(0xF4, 0xF1, 0xFA);
 inline constexpr Color kLabelInk = Rgb(0x4B, 0x00, 0x82);
 
@@ -38,8 +38,8 @@ struct TextColors {
   Argb shadow = kWhiteShadow;
 };
 
-// Draws the text three times, shadow, glow and text, each one pixel aside on every screen. Returns
-// its width in pixels; 0 where GDI+ refuses. Neither wraps nor clips; line breaks are kept.
+// Draws shadow, glow and text, each one pixel aside at every density. Returns the width in pixels;
+// 0 when GDI+ fails. Neither wraps nor clips; line breaks are kept.
 //
 // The position is in pixels of 96 dpi. Deliberate: the horizontal position is doubled and the
 // vertical one is not. Callers pass half of the column that they mean.
@@ -61,13 +61,12 @@ TextSize MeasureText(HDC target, const std::wstring& text, const TextFont& font)
 std::wstring FittingText(HDC target, const std::wstring& text, int width, const TextFont& font,
                          const std::wstring& ellipsis = L"…");
 
-// The face that is used for the one asked for: itself where it is installed, else "Microsoft
-// JhengHei", "Noto Sans CJK TC", "Tahoma", or the generic sans serif. Looked up once; again where
-// the system refused to look.
+// The face itself where it is installed, else "Microsoft JhengHei", "Noto Sans CJK TC", "Tahoma",
+// or the generic sans serif.
 std::wstring AvailableFace(const std::wstring& face);
 
-// A system colour reference (highest bit set, its index below) as the colour that it stands for.
-// The routines below take such references too.
+// The colour of a system colour reference; any other colour itself. The routines below take such
+// references too.
 Color TranslateColor(Color color);
 
 // A box with a frame of one pixel in the colour, filled with the colour laid on white.

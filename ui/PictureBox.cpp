@@ -13,7 +13,7 @@ void PictureBox::Create(const PictureBoxArgs& args) {
   window.height = args.height;
   window.style = WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
   if (args.isVisible) window.style |= WS_VISIBLE;
-  // A box that hosts a control is passed through by the Tab key on its way to the control.
+  // The Tab key goes through a host to its control.
   if (args.isTabStop) {
     window.style |= WS_TABSTOP;
   } else {
@@ -26,7 +26,7 @@ void PictureBox::Create(const PictureBoxArgs& args) {
 LRESULT PictureBox::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_KEYDOWN:
-      // Copied: the handler may end the box that holds it.
+      // Copied: the handler may delete this box.
       if (const auto call = KeyDown; call && call(static_cast<UINT>(wParam))) return 0;
       break;
     case WM_GETDLGCODE:

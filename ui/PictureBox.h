@@ -22,8 +22,7 @@ class PictureBox : public DrawnWindow {
  public:
   void Create(const PictureBoxArgs& args);
 
-  // Events of the keyboard, while the box itself has the focus. KeyDown answers true when the key
-  // was for it.
+  // A key while the box itself has the focus. True when the key is handled.
   std::function<bool(UINT key)> KeyDown;
   // The box was enabled or disabled.
   std::function<void()> EnabledChanged;

@@ -1,4 +1,4 @@
-// Where a window may stand on the screens.
+// Positions of windows on the screens.
 #pragma once
 
 #include <span>

@@ -1,4 +1,4 @@
-// A picture in memory that a window shows: drawn on at any time, copied to the screen when needed.
+// A picture in memory: drawn on at any time, copied to the screen when needed.
 #pragma once
 
 #include <optional>
@@ -10,11 +10,11 @@ namespace tellurvane {
 
 class Surface {
  public:
-  // True when the picture was made anew, and so is blank, in `back`. Sizes below 1 count as 1. A
-  // back colour may be a system colour reference.
+  // True when there is a new picture, blank in `back`, which may be a system colour reference.
+  // Sizes below 1 count as 1.
   bool Resize(int width, int height, Color back);
 
-  // None before the first Resize, or where the system refuses the memory.
+  // Null before the first Resize, or without memory.
   HDC Dc() const { return picture_ ? picture_->Dc() : nullptr; }
 
   void Clear(Color back);

@@ -10,7 +10,7 @@
 namespace tellurvane {
 namespace {
 
-// A tick that was already under way when its timer was disabled finds nothing here.
+// A late tick of a disabled timer finds no entry.
 std::map<UINT_PTR, Timer*>& RunningTimers() {
   static std::map<UINT_PTR, Timer*> timers;
   return timers;
@@ -30,11 +30,11 @@ void Timer::Enabled(bool enabled) {
     id_ = 0;
   }
   if (!enabled) return;
-  // Its place is made first: a timer that finds none would run without a tick.
+  // Allocates first: a timer without an entry would run without a tick.
   constexpr UINT_PTR kNotYet = 0;
   auto place = RunningTimers().extract(RunningTimers().emplace(kNotYet, this).first);
   id_ = SetTimer(nullptr, 0, milliseconds_, Procedure);
-  // Not passed over: a schedule that stands still without a word would be the end of it anyway.
+  // Fatal: a schedule without its timer would stop silently.
   if (id_ == 0) throw FatalError(L"無法設定計時器，程式無法繼續執行。");
   place.key() = id_;
   RunningTimers().insert(std::move(place));

@@ -1,4 +1,4 @@
-// A timer that calls its owner every so many milliseconds while it is enabled.
+// A timer that ticks while it is enabled.
 #pragma once
 
 #include <windows.h>
@@ -14,16 +14,15 @@ class Timer {
   Timer& operator=(const Timer&) = delete;
   ~Timer() { Enabled(false); }
 
-  // Called on the thread that enabled the timer, from its message loop. It may disable or destroy
-  // the timer.
+  // Called from the message loop of the thread that enabled the timer. May disable or delete it.
   std::function<void()> Tick;
 
-  // Starts the interval anew when the timer runs. Throws as Enabled does.
+  // Restarts a running timer. Throws as Enabled does.
   void Interval(unsigned milliseconds);
 
   bool Enabled() const { return id_ != 0; }
-  // Enabling an enabled timer starts its interval anew. After disabling no tick comes any more.
-  // Throws FatalError where the system refuses a timer.
+  // Enabling an enabled timer restarts it. After disabling no tick comes. Throws FatalError when
+  // the system has no timer.
   void Enabled(bool enabled);
 
  private:

@@ -14,7 +14,7 @@ constexpr int kPointsPerInch = 72;
 constexpr int kSampleSize = 32;
 using Sample = std::array<BYTE, kSampleSize * kSampleSize / 8>;
 
-// What a character looks like, in black and white.
+// The picture of a character in black and white.
 Sample Drawn(HFONT font, wchar_t character) {
   Sample sample = {};
   const UniqueBitmap picture(CreateBitmap(kSampleSize, kSampleSize, 1, 1, nullptr));
@@ -28,9 +28,8 @@ Sample Drawn(HFONT font, wchar_t character) {
   return sample;
 }
 
-// Seen, because the font may borrow its Chinese from another one: where it does not, every
-// character is the same box. A Chinese system lends it for certain, and a look would cost the start
-// a tenth of its time.
+// Compares pictures, because the system may draw Chinese with another font; without one each
+// character is the same box. A Chinese system has one, and drawing would take a tenth of the start.
 bool HasChinese(HFONT font) {
   constexpr UINT kTraditionalChinese = 950;
   return GetACP() == kTraditionalChinese || Drawn(font, L'新') != Drawn(font, L'增');
@@ -45,7 +44,7 @@ UniqueFont MakeFont() {
   lstrcpynW(font.lfFaceName, L"Tahoma", LF_FACESIZE);
   UniqueFont tahoma(CreateFontIndirectW(&font));
   if (HasChinese(tahoma.Get())) return tahoma;
-  // The system takes another face for it when it has one with these characters.
+  // The system replaces the face by one with these characters.
   font.lfCharSet = CHINESEBIG5_CHARSET;
   return UniqueFont(CreateFontIndirectW(&font));
 }

@@ -5,9 +5,8 @@
 
 namespace tellurvane {
 
-// One font for the whole process; nobody deletes it. Where Tahoma has no Chinese and the system
-// lends it none, the system's own choice among the faces that have some.
-// None, and asked for again at the next call, where the system makes no font.
+// One font for the whole process, which owns it. Where Tahoma shows no Chinese, a face of the
+// system's choice that does.
 HFONT ToolkitFont();
 
 }  // namespace tellurvane

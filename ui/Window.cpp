@@ -65,7 +65,7 @@ LRESULT Window::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   return DefWindowProcW(window_, message, wParam, lParam);
 }
 
-// The system tells top-level windows only, and the native controls keep colours and settings.
+// The system sends it to top-level windows only, and the native controls keep the old colours.
 void Window::PassToChildren(UINT message, WPARAM wParam, LPARAM lParam) const {
   HWND child = GetWindow(window_, GW_CHILD);
   while (child != nullptr) {
@@ -79,7 +79,7 @@ LRESULT CALLBACK Window::Procedure(HWND window, UINT message, WPARAM wParam, LPA
     auto* const created =
         static_cast<Window*>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);
     SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(created));
-    // A window that its object never hears of is none.
+    // Fail if the object pointer was not stored.
     if (GetWindowLongPtrW(window, GWLP_USERDATA) == 0) return FALSE;
     created->window_ = window;
   }

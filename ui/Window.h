@@ -19,9 +19,8 @@ struct WindowArgs {
   HWND parent = nullptr;  // the owner, for a top-level window
 };
 
-// Binds an object to its window in WM_NCCREATE and lets it go in WM_NCDESTROY, whoever destroys
-// the window. The destructor first detaches, then destroys. What a handler throws ends the
-// program.
+// Binds an object to its window from WM_NCCREATE to WM_NCDESTROY. The destructor detaches first,
+// then destroys the window. An exception in a handler ends the program.
 class Window {
  public:
   Window() = default;
@@ -29,7 +28,7 @@ class Window {
   Window& operator=(const Window&) = delete;
   virtual ~Window();
 
-  // None before the creation and after the window's end.
+  // Null before the creation and after the window's end.
   HWND hwnd() const { return window_; }
 
   bool Enabled() const { return IsWindowEnabled(window_) != 0; }
@@ -41,7 +40,7 @@ class Window {
   void Move(int x, int y, int width, int height) { MoveWindow(window_, x, y, width, height, TRUE); }
   void SetFocus() { ::SetFocus(window_); }
 
-  // Has the window told once, by WM_MOUSELEAVE, when the pointer leaves it.
+  // Asks for one WM_MOUSELEAVE when the pointer leaves the window.
   void TrackMouseLeave() const;
 
   // The size inside the frame, in pixels.
@@ -49,15 +48,14 @@ class Window {
   int ScaleHeight() const;
 
  protected:
-  // Creates the window of a class that is registered under this name at first use. Throws
-  // FatalError where the system refuses.
+  // Creates the window; registers its class at first use. Throws FatalError when it fails.
   void CreateBound(const wchar_t* className, UINT classStyle, const WindowArgs& args);
 
-  // Every message from WM_NCCREATE on. The default is the platform's own handling; what the system
-  // tells top-level windows about its colours and settings is passed to the children first.
+  // Every message from WM_NCCREATE on. By default the platform handles it; new system colours and
+  // settings are passed to the children first.
   virtual LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam);
 
-  // The window is gone, whoever destroyed it; not called by the destructor. Must not throw.
+  // The window is gone. Not called by the destructor. Must not throw.
   virtual void OnDestroyed(HWND /*window*/) {}
 
  private:

@@ -13,7 +13,7 @@ HICON IconOf(const Form& form) {
     const LRESULT icon = SendMessageW(form.hwnd(), WM_GETICON, size, 0);
     if (icon != 0) return reinterpret_cast<HICON>(icon);
   }
-  // Without a picture the icon could neither be seen nor clicked.
+  // Without a picture the icon could not be seen.
   return LoadIconW(nullptr, IDI_APPLICATION);
 }
 
@@ -22,7 +22,7 @@ std::set<clsNotifyIcon*>& AllIcons() {
   return icons;
 }
 
-// What the taskbar tells all top-level windows when it has started.
+// The taskbar sends this to all top-level windows when it has started.
 UINT TaskbarCreatedMessage() {
   static const UINT message = RegisterWindowMessageW(L"TaskbarCreated");
   return message;
@@ -46,8 +46,7 @@ void clsNotifyIcon::IconInit(Form& form) {
   SetWindowTextW(box_.hwnd(), L"NotifyIcon");
 
   record_ = {};
-  // The structure as this platform defines it. The size that 32-bit programs of old wrote here,
-  // 936, is that of no version of the structure with 64-bit handles.
+  // Not 936, the size in 32-bit programs: with 64-bit handles no version has it.
   record_.cbSize = sizeof(record_);
   record_.hWnd = box_.hwnd();
   record_.hIcon = IconOf(form);
@@ -56,8 +55,7 @@ void clsNotifyIcon::IconInit(Form& form) {
   record_.uCallbackMessage = WM_MOUSEMOVE;
   // The version stays 0: the callback's lParam is then the number of the message and nothing else.
 
-  // The box is a child and hears no broadcasts; its form does. An elevated program hears those of
-  // the plain taskbar only where it allows them.
+  // Broadcasts reach the form, not its box. An elevated program has to allow those of the taskbar.
   ChangeWindowMessageFilterEx(form.hwnd(), TaskbarCreatedMessage(), MSGFLT_ALLOW, nullptr);
   subclass_.Subclass(form.hwnd(), *this, 0);
   subclass_.AddMessage(form.hwnd(), TaskbarCreatedMessage(), kBeforePrevious);
@@ -74,8 +72,8 @@ void clsNotifyIcon::IconTip(const std::wstring& text) {
 
 bool clsNotifyIcon::IconAdd() {
   isWanted_ = true;
-  // An icon that is there already cannot be added, only changed. It may be there although adding it
-  // was reported as failed: the taskbar took it after the time-out of the call.
+  // An icon that is there already can only be changed. It may be there although adding it failed:
+  // the taskbar added it after the call's time-out.
   isInTray_ = Shell_NotifyIconW(NIM_ADD, &record_) || Shell_NotifyIconW(NIM_MODIFY, &record_);
   if (isInTray_) Shell_NotifyIconW(NIM_SETVERSION, &record_);
   return isInTray_;
@@ -88,7 +86,7 @@ void clsNotifyIcon::IconDelete() {
   Shell_NotifyIconW(NIM_DELETE, &record_);
 }
 
-// The message number stands where a mouse event has its column.
+// The message number is in the place of a mouse event's column.
 void clsNotifyIcon::Decode(const MouseEvent& event) const {
   if (event.x == WM_LBUTTONDOWN) {
     Raise(LButtonDown);
@@ -100,7 +98,7 @@ void clsNotifyIcon::Decode(const MouseEvent& event) const {
 void clsNotifyIcon::WndProc(bool /*before*/, bool& /*handled*/, LRESULT& /*result*/,
                             HWND /*window*/, UINT message, WPARAM /*wParam*/, LPARAM /*lParam*/,
                             LONG_PTR& /*userParam*/) {
-  // While the form still has its windows: the taskbar forgets an icon only on behalf of a live one.
+  // While the form still has its windows: the taskbar removes only an icon of a live window.
   if (message == WM_DESTROY) {
     IconDelete();
   } else if (isWanted_) {

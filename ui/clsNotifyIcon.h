@@ -15,9 +15,8 @@
 
 namespace tellurvane {
 
-// The icon stands there between IconAdd and IconDelete, and comes back by itself when the taskbar
-// is started anew meanwhile. It goes with its form, and with this object. Nothing is reported when
-// there is no taskbar.
+// The icon is in the tray between IconAdd and IconDelete, also after the taskbar restarts. It
+// leaves with its form and with this object.
 class clsNotifyIcon : private GXISubclass {
  public:
   clsNotifyIcon() = default;
@@ -25,11 +24,11 @@ class clsNotifyIcon : private GXISubclass {
   clsNotifyIcon& operator=(const clsNotifyIcon&) = delete;
   ~clsNotifyIcon();
 
-  // Takes all icons of the process out of the tray, for the end after a fatal error: no window
-  // handles messages then, and an icon that stays behind is a dead one.
+  // Takes all icons of the process out of the tray after a fatal error: an icon without a window
+  // would stay until the mouse is moved over it.
   static void DeleteAll() noexcept;
 
-  // A mouse button went down on the icon. The handler may end this object.
+  // A mouse button went down on the icon. The handler may delete this object.
   std::function<void()> LButtonDown;
   std::function<void()> RButtonDown;
 
@@ -40,8 +39,8 @@ class clsNotifyIcon : private GXISubclass {
   // Of a longer text the first 127 UTF-16 units are shown. An empty one leaves the tip as it was.
   void IconTip(const std::wstring& text);
 
-  // False when the taskbar did not take it, which happens while the shell is busy. The icon is
-  // wanted all the same, and IsMissing until another IconAdd succeeds.
+  // False when the taskbar did not add it, which happens while the shell is busy. The icon is then
+  // missing until another IconAdd succeeds.
   bool IconAdd();
   void IconDelete();
   bool IsInTray() const { return isInTray_; }

@@ -1,4 +1,4 @@
-// A popup menu that is built, shown once and thrown away.
+// A popup menu that is built, shown once and destroyed.
 #pragma once
 
 #include <windows.h>
@@ -9,8 +9,8 @@
 
 namespace tellurvane {
 
-// Flags are the platform's: 0 plain, MF_CHECKED, MF_SEPARATOR. Positions count from 0. What has no
-// menu to work on does nothing.
+// Flags are the platform's: 0 plain, MF_CHECKED, MF_SEPARATOR. Positions count from 0. Without a
+// menu nothing happens.
 class clsPopupMenu {
  public:
   clsPopupMenu() { CreateMenu(); }
@@ -37,7 +37,7 @@ class clsPopupMenu {
   // The same at a place of the screen, for a menu that the keyboard asks for.
   UINT TrackMenu(HWND owner, POINT place);
 
-  // None after DeleteMenu.
+  // Null after DeleteMenu.
   HMENU Handle() const { return menu_.Get(); }
 
  private:

@@ -13,8 +13,8 @@
 namespace tellurvane {
 namespace {
 
-constexpr UINT kHeardMessages[] = {WM_MOUSEWHEEL, WM_MOUSELEAVE, WM_MOUSEMOVE, WM_KILLFOCUS,
-                                   WM_SETFOCUS};
+constexpr UINT kHandledMessages[] = {WM_MOUSEWHEEL, WM_MOUSELEAVE, WM_MOUSEMOVE, WM_KILLFOCUS,
+                                     WM_SETFOCUS};
 
 constexpr Color kGold = Rgb(206, 154, 0);
 constexpr Color kGrey = Rgb(151, 151, 151);
@@ -27,8 +27,7 @@ constexpr Color kCaptionGlow = kWhite;
 constexpr float kToolkitPoints = 9;
 constexpr int kMargin = 5;  // pixels of 96 dpi
 
-// In pixels. The bar is hardly higher than a digit, and fonts leave unequal space above and below:
-// what is centred has to be the digits, not the font's line.
+// In pixels. Centres the digits, not the font's line: the bar is hardly higher than a digit.
 int DigitHeight(HDC context) {
   constexpr MAT2 kUpright = {{0, 1}, {0, 0}, {0, 0}, {0, 1}};
   GLYPHMETRICS metrics = {};
@@ -51,7 +50,7 @@ void clsProgress::TargetPictureBox(PictureBox& host) {
 
 void clsProgress::Create() {
   engine_.Subclass(hwnd(), *this, 0);
-  for (const UINT message : kHeardMessages) {
+  for (const UINT message : kHandledMessages) {
     engine_.AddMessage(hwnd(), message, kBeforePrevious);
   }
   isFocused_ = GetFocus() == hwnd();
@@ -75,7 +74,7 @@ void clsProgress::TakeHostEvents() {
 void clsProgress::LeaveHost() {
   if (std::exchange(isCreated_, false)) {
     if (MouseDriving()) ReleaseCapture();
-    // Takes the five messages out of the table with it, and does nothing where the window is gone.
+    // Also deletes the five messages. Does nothing when the window is gone.
     engine_.Terminate();
     host_->Paint = nullptr;
     host_->Resize = nullptr;
@@ -103,7 +102,7 @@ void clsProgress::WndProc(bool /*before*/, bool& handled, LRESULT& /*result*/, H
       SetCursorInside(false);
       break;
     case WM_MOUSEWHEEL:
-      // Kept from the host: it would hand the turn on to its parent.
+      // The host would pass it on to its parent.
       handled = true;
       OnWheel(wParam);
       break;
@@ -205,7 +204,7 @@ void clsProgress::PrintText(const std::wstring& text, Color color) {
     ExtTextOutW(target, x, y, clipping, &bar, text.c_str(), static_cast<UINT>(text.size()),
                 nullptr);
   };
-  // A pale text would drown in the filled part: it stands out from a glow, which stays on the bar.
+  // The glow makes a pale text readable on the filled part. It is clipped to the bar.
   for (const POINT& aside : {POINT{-1, 0}, {1, 0}, {0, -1}, {0, 1}}) {
     write(middle + static_cast<int>(aside.x), baseline + static_cast<int>(aside.y), ETO_CLIPPED,
           kCaptionGlow);
@@ -237,7 +236,7 @@ HFONT clsProgress::Font() const {
     LOGFONTW font = {};
     GetObjectW(ToolkitFont(), sizeof(font), &font);
     font.lfHeight = std::lround(static_cast<double>(font.lfHeight) * fontSize_ / kToolkitPoints);
-    // The texts on the bar are pale by nature; thin strokes would be lost in their glow.
+    // Thin strokes of a pale text would be lost in the glow.
     font.lfWeight = FW_BOLD;
     font_.Reset(CreateFontIndirectW(&font));
   }
@@ -273,7 +272,7 @@ double clsProgress::CursorOnPos() const {
 }
 
 bool clsProgress::MouseDriving() const {
-  // Asked for instead of remembered: whoever takes the mouse away ends the driving.
+  // By the capture: another window that takes it ends the driving.
   return buttonsHeld_ != kNoButton && hwnd() != nullptr && GetCapture() == hwnd();
 }
 
@@ -344,7 +343,7 @@ void clsProgress::TrackPointer() {
   GetCursorPos(&pointer);
   RECT host = {};
   GetWindowRect(hwnd(), &host);
-  // While a button is held, moves from outside come as well.
+  // While a button is held, moves outside the host come too.
   const bool isInside = PtInRect(&host, pointer) != 0;
   if (isInside) host_->TrackMouseLeave();
   SetCursorInside(isInside);

@@ -15,10 +15,10 @@
 namespace tellurvane {
 
 // Set the host with TargetPictureBox, then Create. The host's object must outlive the slider; its
-// window may die first. While it is a slider its events belong to the slider.
+// window may end first. The slider uses all events of the host.
 //
-// A press takes the keyboard, and so the wheel: wheel messages reach the focused window. Disabled,
-// the slider hears neither. Make the host a tab stop to let the Tab key reach it.
+// A press takes the focus, and with it the wheel. A disabled slider reacts to neither. Make the
+// host a tab stop to let the Tab key reach it.
 //
 // What the user does (press, drag, wheel, keys) raises PositionSet and then PositionSetByMouse.
 // Handlers must not destroy the slider.
@@ -38,8 +38,8 @@ class clsProgress final : public GXISubclass {
   // is done already.
   void Create();
 
-  // Paint the host and bring it to the screen: PaintMe in gold, as when enabled, and PaintDef in
-  // grey. The slider does the one that fits whenever something changes.
+  // Paint the host and show it: PaintMe in gold, as when enabled, PaintDef in grey. The slider
+  // calls them itself when something changes.
   void PaintMe();
   void PaintDef();
 
@@ -51,7 +51,7 @@ class clsProgress final : public GXISubclass {
   void Value(double value);
 
   double Max() const { return model_.Max(); }
-  // At least 1. A value above it comes down with it; no event tells.
+  // At least 1. A value above it comes down with it, without an event.
   void Max(double max);
 
   // The host's enabled state. The host may also be enabled and disabled itself.
@@ -65,19 +65,17 @@ class clsProgress final : public GXISubclass {
   // The caption in the bar's middle. Empty at first.
   const std::wstring& text() const { return text_; }
   void text(const std::wstring& text);
-  // For PostRender: writes a text as the caption is written, in the bar's middle with a pale glow
-  // around it. A system colour reference is taken as the colour it stands for.
+  // For PostRender: draws a text like the caption. The colour may be a system colour reference.
   void PrintText(const std::wstring& text, Color color);
 
-  // Paints anew, in the look that fits.
+  // Paints again, enabled or disabled.
   void Refresh();
 
-  // The host's back colour; a system colour reference is taken as the colour it stands for.
+  // The host's back colour. A system colour reference is translated.
   Color BackColor() const;
   void BackColor(Color color);
 
-  // The value under the pointer; 0 where the pointer is left or right of the host. Above and below
-  // count as on it.
+  // The value at the pointer's column; 0 when the pointer is left or right of the host.
   double CursorOnPos() const;
 
   HWND hwnd() const { return host_ == nullptr ? nullptr : host_->hwnd(); }
@@ -94,8 +92,8 @@ class clsProgress final : public GXISubclass {
   float FontSize() const { return fontSize_; }
   void FontSize(float points);
 
-  // Whether a button that was pressed on the host is still held. Over when it is released, and when
-  // the mouse is taken away by somebody else.
+  // Whether a button that was pressed on the host is still held. Ends when it is released, and when
+  // another window captures the mouse.
   bool MouseDriving() const;
 
   // Events. Any may be left empty.
@@ -105,8 +103,7 @@ class clsProgress final : public GXISubclass {
   std::function<void()> Resize;
   // The pointer came in (true) or left.
   std::function<void(bool isInside)> MouseInside;
-  // The bar has been painted; what is drawn now lies over it. Only for drawing: a repaint that is
-  // asked for inside is not done.
+  // The bar has been painted. Only for drawing over it: a repaint inside is not done.
   std::function<void(bool isEnabled)> PostRender;
   // A button was pressed on the host, the value is not set yet.
   std::function<void()> MousePress;
@@ -144,7 +141,7 @@ class clsProgress final : public GXISubclass {
   bool isCursorInside_ = false;
   bool isFocused_ = false;
   bool isPainting_ = false;
-  // Where the pointer was seen last. Not-a-number equals nothing: the first move always counts.
+  // The latest position of the pointer. Not-a-number equals nothing: the first move always counts.
   float lastX_ = std::numeric_limits<float>::quiet_NaN();
   float lastY_ = std::numeric_limits<float>::quiet_NaN();
   GXMSubclass engine_;

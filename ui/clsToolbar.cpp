@@ -54,7 +54,7 @@ void clsToolbar::SubclassBoth() {
     subclass_.Subclass(tips, *this, 0);
     subclass_.AddMessage(tips, WM_CLOSE, kBeforePrevious);
   }
-  // The toolbar asked its host before there was anybody to answer; now it asks again.
+  // The toolbar asked its host before it was subclassed; now it asks again.
   Send(WM_NOTIFYFORMAT, reinterpret_cast<WPARAM>(host_->hwnd()), NF_REQUERY);
 }
 
@@ -80,8 +80,8 @@ int clsToolbar::AddButton(int image, const std::wstring& toolTip, const std::wst
   button.iString = -1;
   if (!caption.empty()) {
     ShowCaptions();
-    // By its number among the toolbar's strings, which are Unicode: a text inside the ANSI record
-    // would lose what the code page has no character for. The list ends with an empty string.
+    // As one of the toolbar's Unicode strings: the ANSI record would lose characters that are not
+    // in the code page. The list ends with an empty string.
     std::wstring strings = caption;
     strings.append(2, L'\0');
     button.iString = Send(TB_ADDSTRINGW, 0, reinterpret_cast<LPARAM>(strings.c_str()));
@@ -91,7 +91,7 @@ int clsToolbar::AddButton(int image, const std::wstring& toolTip, const std::wst
   return id;
 }
 
-// Only with the first caption: a toolbar of mere images keeps its plain style.
+// Only with the first caption: a toolbar without captions keeps its style.
 void clsToolbar::ShowCaptions() {
   const auto style = static_cast<DWORD>(Send(TB_GETSTYLE));
   if ((style & TBSTYLE_LIST) == 0) Send(TB_SETSTYLE, 0, style | TBSTYLE_LIST);
@@ -145,8 +145,8 @@ void clsToolbar::WndProc(bool /*before*/, bool& handled, LRESULT& result, HWND /
                          UINT message, WPARAM wParam, LPARAM lParam, LONG_PTR& /*userParam*/) {
   switch (message) {
     case WM_CLOSE:
-      // Of the tooltip, a window of the screen: some programs post a close message to every such
-      // window, and there would be no tooltips from then on.
+      // To the tooltip: some programs post a close message to every window of the screen, and the
+      // toolbar would have no tooltips from then on.
       handled = true;
       break;
     case WM_COMMAND:
@@ -163,7 +163,7 @@ void clsToolbar::WndProc(bool /*before*/, bool& handled, LRESULT& result, HWND /
       result = NFR_ANSI;
       break;
     case WM_ERASEBKGND:
-      // A flat toolbar shows what its host does behind the buttons, and asks the host to draw it.
+      // A flat toolbar has the background of its host, and asks the host to draw it.
       handled = BitBlt(reinterpret_cast<HDC>(wParam), 0, 0, host_->ScaleWidth(),
                        host_->ScaleHeight(), host_->Dc(), 0, 0, SRCCOPY) != 0;
       result = TRUE;

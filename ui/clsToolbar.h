@@ -14,9 +14,8 @@
 
 namespace tellurvane {
 
-// Buttons are numbered from 1 in the order in which they were added; the number is the button's
-// command identifier. Images are numbered from 0 in the image list. What names a button that does
-// not exist does nothing, or answers False or -1.
+// Buttons are numbered from 1 in the order of AddButton; the number is the command identifier.
+// Images are numbered from 0. For an unknown button setters do nothing, getters return false or -1.
 class clsToolbar : private GXISubclass {
  public:
   clsToolbar() = default;
@@ -24,14 +23,14 @@ class clsToolbar : private GXISubclass {
   clsToolbar& operator=(const clsToolbar&) = delete;
   ~clsToolbar();
 
-  // A button was pressed. The handler may end the toolbar, and the host with it.
+  // A button was pressed. The handler may delete the toolbar and its host.
   std::function<void(int id)> ButtonClick;
 
   // The host: named before Create, and alive as long as its window is.
   void TargetPictureBox(PictureBox& host) { host_ = &host; }
 
-  // Once, after the host's own creation. Images are squares of so many pixels. Throws
-  // FatalError where the system refuses.
+  // Once, after the host was created. Images are squares of so many pixels. Throws FatalError when
+  // it fails.
   void Create(int imageSize);
 
   // The list that the buttons take their images from. One that is set stays the caller's.
@@ -43,7 +42,7 @@ class clsToolbar : private GXISubclass {
   void AddBitmap(HBITMAP bitmap, Color maskColor) const;
 
   // Adds a button at the end and returns its number. Without a text there is no tooltip; a caption
-  // stands to the right of the image.
+  // is on the right of the image.
   int AddButton(int image, const std::wstring& toolTip, const std::wstring& caption = {});
 
   int ButtonImage(int id) const;
@@ -56,11 +55,11 @@ class clsToolbar : private GXISubclass {
   // The size in pixels that all visible buttons take together, for the host to be fitted to.
   SIZE ButtonsSize() const;
 
-  // None once the host took the toolbar with it.
+  // Null after the host destroyed the toolbar.
   HWND hwnd() const { return toolbar_; }
 
  private:
-  // In ANSI the text that was last handed to the tooltip, which keeps only its address.
+  // The tooltip keeps only the address of the ANSI text.
   struct ToolTip {
     std::wstring text;
     std::string ansi;
@@ -77,7 +76,7 @@ class clsToolbar : private GXISubclass {
   PictureBox* host_ = nullptr;
   HWND toolbar_ = nullptr;
   UniqueImageList images_;
-  std::vector<ToolTip> toolTips_;  // the first one stands for button 1
+  std::vector<ToolTip> toolTips_;  // the first one is button 1's
   GXMSubclass subclass_;
 };
 
