@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
+
 #include "SubclassTestSupport.h"
 #include "tests/support/FailingImport.h"
 #include "tests/support/WindowTestSupport.h"
@@ -119,75 +121,49 @@ TEST_F(GXMSubclassTest, DeletingAMessageThatIsNotInTheTableFails) {
   }
 }
 
-TEST(GXMSubclassErrorTest, SubclassNeedsAWindowOfThisProcess) {
-  RecordingOwner owner;
-  GXMSubclass engine;
-  TargetWindow target;
-  const HWND gone = target.hwnd();
-  target.Destroy();
-  for (const HWND window : {HWND{nullptr}, gone}) {
-    EXPECT_EQ(ErrorOf([&] { engine.Subclass(window, owner, 0); }), "error window handle");
-  }
-  // The desktop belongs to the system.
-  EXPECT_EQ(ErrorOf([&] { engine.Subclass(GetDesktopWindow(), owner, 0); }),
-            "Window handle belongs to another process");
-}
-
-TEST(GXMSubclassErrorTest, ASecondSubclassOfOneWindowFailsAndKeepsTheFirst) {
-  TargetWindow target;
-  RecordingOwner first;
-  RecordingOwner second;
-  GXMSubclass engine;
-  engine.Subclass(target.hwnd(), first, 1);
-  engine.AddMessage(target.hwnd(), kPing, kBeforePrevious);
-  const size_t blocks = LiveSubclassBlocks();
-  EXPECT_EQ(ErrorOf([&] { engine.Subclass(target.hwnd(), second, 2); }),
-            "Window handle is already subclassed");
-  EXPECT_EQ(LiveSubclassBlocks(), blocks);
-  EXPECT_EQ(engine.p_ParamUser(target.hwnd()), 1);
-  target.Send(kPing);
-  EXPECT_EQ(first.calls, 1);
-  EXPECT_EQ(second.calls, 0);
-}
-
-TEST(GXMSubclassErrorTest, ReportsWhetherSubclassingWasStarted) {
-  TargetWindow target;
+TEST_F(GXMSubclassTest, SubclassFailsWithItsReasonAndChangesNothing) {
   TargetWindow other;
-  RecordingOwner owner;
-  GXMSubclass engine;
-  const auto expectBoth = [&](const char* text) {
-    EXPECT_EQ(ErrorOf([&] { engine.AddMessage(target.hwnd(), kPing, kBoth); }), text);
-    EXPECT_EQ(ErrorOf([&] { engine.DeleteMessage(target.hwnd(), kPing, kBoth); }), text);
-  };
-  expectBoth("Subclassing hasn't been started");
-  engine.Subclass(other.hwnd(), owner, 0);
-  expectBoth("Window handle isn't subclassed");
-  engine.Terminate();
-  expectBoth("Subclassing hasn't been started");
-}
-
-TEST(GXMSubclassErrorTest, ReportsTheSystemsError) {
+  TargetWindow gone;
+  const HWND goneWindow = gone.hwnd();
+  gone.Destroy();
   struct Case {
-    PlatformCall call;
+    HWND window;
+    PlatformCall failing;
     const char* text;
   };
   const Case cases[] = {
-      {{"VirtualAlloc", 0, ERROR_NOT_ENOUGH_MEMORY}, "VirtualAlloc failed, error: 8"},
-      {{"SetWindowLongPtrW", 0, ERROR_ACCESS_DENIED}, "SetWindowLong failed, error #5"}};
+      {nullptr, {}, "error window handle"},
+      {goneWindow, {}, "error window handle"},
+      {GetDesktopWindow(), {}, "Window handle belongs to another process"},
+      {target.hwnd(), {}, "Window handle is already subclassed"},
+      {other.hwnd(), {"VirtualAlloc", 0, 8}, "VirtualAlloc failed, error: 8"},
+      {other.hwnd(), {"SetWindowLongPtrW", 0, 5}, "SetWindowLong failed, error #5"}};
+  const size_t blocks = LiveSubclassBlocks();
   for (const Case& row : cases) {
-    TargetWindow target;
-    RecordingOwner owner;
-    GXMSubclass engine;
-    const size_t blocks = LiveSubclassBlocks();
-    FailingImport call(row.call);
-    call.Fail(1);
-    EXPECT_EQ(ErrorOf([&] { engine.Subclass(target.hwnd(), owner, 0); }), row.text);
-    EXPECT_EQ(ProcedureOf(target.hwnd()), TargetWindow::Procedure);
-    EXPECT_EQ(LiveSubclassBlocks(), blocks);
-    EXPECT_EQ(ErrorOf([&] { engine.AddMessage(target.hwnd(), kPing, kBoth); }),
-              "Window handle isn't subclassed");
-    EXPECT_TRUE(engine.Subclass(target.hwnd(), owner, 0));
+    RecordingOwner second;
+    std::optional<FailingImport> call;
+    if (row.failing.name != nullptr) call.emplace(row.failing).Fail(1);
+    EXPECT_EQ(ErrorOf([&] { engine.Subclass(row.window, second, 2); }), row.text);
+    EXPECT_EQ(LiveSubclassBlocks(), blocks) << row.text;
+    EXPECT_EQ(ProcedureOf(other.hwnd()), TargetWindow::Procedure) << row.text;
   }
+  Add(kPing, kBeforePrevious);
+  EXPECT_TRUE(Shows(kPing)) << "the first owner is kept";
+  EXPECT_TRUE(engine.Subclass(other.hwnd(), owner, 0));
+}
+
+TEST_F(GXMSubclassTest, MessagesNeedASubclassedWindow) {
+  TargetWindow other;
+  GXMSubclass fresh;
+  const auto expectBoth = [&](const char* text) {
+    EXPECT_EQ(ErrorOf([&] { fresh.AddMessage(target.hwnd(), kPing, kBoth); }), text);
+    EXPECT_EQ(ErrorOf([&] { fresh.DeleteMessage(target.hwnd(), kPing, kBoth); }), text);
+  };
+  expectBoth("Subclassing hasn't been started");
+  fresh.Subclass(other.hwnd(), owner, 0);
+  expectBoth("Window handle isn't subclassed");
+  fresh.Terminate();
+  expectBoth("Subclassing hasn't been started");
 }
 
 TEST_F(GXMSubclassTest, KeepsAUserValueForEachWindow) {
@@ -217,42 +193,32 @@ TEST_F(GXMSubclassTest, CallsTheOldProcedureWithoutTheOwner) {
   EXPECT_EQ(engine.CallOldWndProc(unknown.hwnd(), kPing, 1, 0), 0);
 }
 
-TEST_F(GXMSubclassTest, HandsOverTheWholeMessage) {
-  Add(kPing, kBeforePrevious);
+TEST_F(GXMSubclassTest, TheOwnerSeesTheMessageAndMayAnswerIt) {
+  Add(kPing, kBoth);
   const auto wParam = static_cast<WPARAM>(0x1234567890ABCDEF);
   const auto lParam = static_cast<LPARAM>(0x0FEDCBA987654321);
+  const auto previousAnswer = static_cast<LRESULT>(kPreviousAnswer + wParam);
+  bool isHandled = false;
   owner.onCall = [&](const SubclassCall& call) {
     EXPECT_EQ(call.window, target.hwnd());
     EXPECT_EQ(call.message, kPing);
     EXPECT_EQ(call.wParam, wParam);
     EXPECT_EQ(call.lParam, lParam);
-    EXPECT_FALSE(call.handled);
-    EXPECT_EQ(call.result, 0);
-  };
-  target.Send(kPing, wParam, lParam);
-  EXPECT_EQ(owner.calls, 1);
-}
-
-TEST_F(GXMSubclassTest, ShowsThePreviousAnswerAfterwardsAndMayChangeIt) {
-  Add(kPing, kBoth);
-  owner.onCall = [](const SubclassCall& call) {
     if (call.before) {
-      call.result = 1;  // not handled: the previous procedure still runs
-      return;
+      EXPECT_FALSE(call.handled);
+      EXPECT_EQ(call.result, 0);
+      call.handled = isHandled;
+      call.result = 42;
+    } else {
+      EXPECT_EQ(call.result, isHandled ? 42 : previousAnswer);
+      if (!isHandled) call.result = 55;
     }
-    EXPECT_EQ(call.result, kPreviousAnswer + 3);
-    call.result = 55;
   };
-  EXPECT_EQ(target.Send(kPing, 3), 55);
-}
-
-TEST_F(GXMSubclassTest, AHandledMessageDoesNotReachThePreviousProcedure) {
-  Add(kPing, kBoth);
-  owner.onCall = [](const SubclassCall& call) {
-    call.handled = true;
-    if (call.before) call.result = 42;
-  };
-  EXPECT_EQ(target.Send(kPing), 42);
+  EXPECT_EQ(target.Send(kPing, wParam, lParam), 55);
+  EXPECT_EQ(log, (CallLog{"before", "previous", "after"}));
+  isHandled = true;
+  log.clear();
+  EXPECT_EQ(target.Send(kPing, wParam, lParam), 42);
   EXPECT_EQ(log, (CallLog{"before", "after"}));
 }
 
