@@ -3,29 +3,31 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/WindowTestSupport.h"
+#include "ui/MemoryContext.h"
 
 namespace tellurvane {
 namespace {
 
 constexpr Color kGround = Rgb(255, 0, 255);
+constexpr int kWidth = 80;
+constexpr int kHeight = 60;
+constexpr int kAbsurd = 1 << 20;
 
 // A picture in one colour to draw on.
 class Canvas {
  public:
-  explicit Canvas(int width = 80, int height = 60, Color ground = kGround)
-      : picture_(MemoryContext::Create(width, height)), width_(width), height_(height) {
-    const RECT all = {0, 0, width, height};
-    const UniqueBrush brush(CreateSolidBrush(ground));
+  Canvas() : picture_(MemoryContext::Create(kWidth, kHeight)) {
+    const RECT all = {0, 0, kWidth, kHeight};
+    const UniqueBrush brush(CreateSolidBrush(kGround));
     FillRect(Dc(), &all, brush.Get());
   }
 
   HDC Dc() const { return picture_->Dc(); }
   Color At(int x, int y) const { return PixelOf(Dc(), x, y); }
 
-  // Whether no pixel outside the rectangle has changed.
   bool IsGroundOutside(int x, int y, int width, int height) const {
-    for (int row = 0; row < height_; ++row) {
-      for (int column = 0; column < width_; ++column) {
+    for (int row = 0; row < kHeight; ++row) {
+      for (int column = 0; column < kWidth; ++column) {
         const bool isInside = column >= x && column < x + width && row >= y && row < y + height;
         if (!isInside && At(column, row) != kGround) return false;
       }
@@ -35,8 +37,6 @@ class Canvas {
 
  private:
   std::optional<MemoryContext> picture_;
-  int width_;
-  int height_;
 };
 
 // The colours of the highlights: red falls from light to base, green rises, blue stays.
@@ -46,6 +46,14 @@ constexpr Color kBase = Rgb(0, 255, 100);
 constexpr Color kOuterPen = Rgb(0, 245, 96);
 // A tenth part of the light colour on white: 100 gives (255 * 245 + 100 * 10) / 255 = 248.9.
 constexpr Color kInnerPen = Rgb(255, 245, 249);
+
+// Each routine that draws a box, beside each other.
+void DrawAll(HDC target, Color light, Color base) {
+  ModTheme::FramedBox(target, 0, 0, 20, 20, base);
+  ModTheme::SolidFill(target, 20, 0, 20, 20, light);
+  ModTheme::SimpleHighlight(target, 0, 20, 20, 20, light, base);
+  ModTheme::RichHighlight(target, 20, 20, 20, 20, light, base);
+}
 
 TEST(ModThemeTest, TranslatesOnlyReferencesToSystemColors) {
   EXPECT_EQ(ModTheme::TranslateColor(0x123456), 0x123456U);
@@ -69,17 +77,6 @@ TEST(ModThemeTest, DrawsABoxInItsFrame) {
   EXPECT_TRUE(canvas.IsGroundOutside(10, 5, 30, 20));
 }
 
-TEST(ModThemeTest, PutsTheOldPenAndBrushBack) {
-  const Canvas canvas;
-  const HGDIOBJ pen = GetCurrentObject(canvas.Dc(), OBJ_PEN);
-  const HGDIOBJ brush = GetCurrentObject(canvas.Dc(), OBJ_BRUSH);
-  ModTheme::FramedBox(canvas.Dc(), 10, 5, 30, 20, kBlack);
-  ModTheme::SimpleHighlight(canvas.Dc(), 0, 0, 30, 20, kLight, kBase);
-  ModTheme::RichHighlight(canvas.Dc(), 0, 0, 30, 20, kLight, kBase);
-  EXPECT_EQ(GetCurrentObject(canvas.Dc(), OBJ_PEN), pen);
-  EXPECT_EQ(GetCurrentObject(canvas.Dc(), OBJ_BRUSH), brush);
-}
-
 TEST(ModThemeTest, FillsARectangleOpaquely) {
   const Canvas canvas;
   ModTheme::SolidFill(canvas.Dc(), 10, 5, 30, 20, Rgb(1, 2, 3));
@@ -89,13 +86,15 @@ TEST(ModThemeTest, FillsARectangleOpaquely) {
   EXPECT_TRUE(canvas.IsGroundOutside(10, 5, 30, 20));
 }
 
-TEST(ModThemeTest, FillsAndHighlightsNothingWithoutASize) {
+TEST(ModThemeTest, DrawsNothingWithoutASizeOrWithoutMemory) {
   const Canvas canvas;
   for (const auto& [width, height] : {std::pair(0, 10), {10, 0}, {-5, 10}, {10, -5}}) {
     ModTheme::SolidFill(canvas.Dc(), 10, 5, width, height, kBlack);
     ModTheme::SimpleHighlight(canvas.Dc(), 10, 5, width, height, kLight, kBase);
     ModTheme::RichHighlight(canvas.Dc(), 10, 5, width, height, kLight, kBase);
   }
+  EXPECT_FALSE(MemoryContext::Create(kAbsurd, kAbsurd));
+  ModTheme::SolidFill(canvas.Dc(), 0, 0, kAbsurd, kAbsurd, kBlack);
   EXPECT_TRUE(canvas.IsGroundOutside(0, 0, 0, 0));
 }
 
@@ -104,14 +103,8 @@ TEST(ModThemeTest, TakesSystemColorsEverywhere) {
   const Color highlight = GetSysColor(COLOR_HIGHLIGHT);
   const Canvas byReference;
   const Canvas byValue;
-  const auto drawAll = [](const Canvas& canvas, Color color) {
-    ModTheme::FramedBox(canvas.Dc(), 0, 0, 20, 20, color);
-    ModTheme::SolidFill(canvas.Dc(), 20, 0, 20, 20, color);
-    ModTheme::SimpleHighlight(canvas.Dc(), 0, 20, 20, 20, color, color);
-    ModTheme::RichHighlight(canvas.Dc(), 20, 20, 20, 20, color, color);
-  };
-  drawAll(byReference, kReference);
-  drawAll(byValue, highlight);
+  DrawAll(byReference.Dc(), kReference, kReference);
+  DrawAll(byValue.Dc(), highlight, highlight);
   for (int y = 0; y < 40; ++y) {
     for (int x = 0; x < 40; ++x) ASSERT_EQ(byReference.At(x, y), byValue.At(x, y)) << x << "," << y;
   }
@@ -124,13 +117,8 @@ TEST(ModThemeTest, SimpleHighlightRunsFromNearTheMiddleColorToTheBase) {
   // 76, 102, 128, 153, 178, 204, 230, 255. The frame covers the first and the last.
   const int reds[] = {184, 161, 138, 115, 92, 69, 46, 23};
   for (int row = 0; row < 8; ++row) {
-    EXPECT_EQ(canvas.At(12, 3 + 1 + row), Rgb(reds[row], 255 - reds[row], 100)) << row;
+    EXPECT_EQ(canvas.At(12, 4 + row), Rgb(reds[row], 255 - reds[row], 100)) << row;
   }
-}
-
-TEST(ModThemeTest, SimpleHighlightHasADoubleFrame) {
-  const Canvas canvas;
-  ModTheme::SimpleHighlight(canvas.Dc(), 4, 3, 20, 10, kLight, kBase);
   for (int y = 4; y < 12; ++y) {
     EXPECT_EQ(canvas.At(4, y), kInnerPen) << y;
     EXPECT_EQ(canvas.At(22, y), kInnerPen) << y;
@@ -143,59 +131,56 @@ TEST(ModThemeTest, SimpleHighlightHasADoubleFrame) {
   EXPECT_TRUE(canvas.IsGroundOutside(4, 3, 20, 10));
 }
 
+struct Point {
+  int x, y;
+  Color color;
+};
+
+void ExpectColors(const Canvas& canvas, const std::vector<Point>& points) {
+  for (const Point& point : points) {
+    EXPECT_EQ(canvas.At(point.x, point.y), point.color) << point.x << ", " << point.y;
+  }
+}
+
 TEST(ModThemeTest, RichHighlightHasAGlossInItsUpperThird) {
+  // The colours to blend are 230, 25, 100 and 100, 155, 100. The frames cover the first and the
+  // last three rows. Row 3 of 12 has the opacity 191 (255 * 3 / 4); rows 4 to 8 have 255 k / 8:
+  // 128, 159, 191, 223, 255.
   const Canvas canvas;
-  ModTheme::RichHighlight(canvas.Dc(), 4, 3, 20, 12, kLight, kBase);
-  // The colours to blend are 230, 25, 100 and 100, 155, 100. Row 3 has the opacity 191 (255 * 3 /
-  // 4); rows 4 to 8 have 255 k / 8: 128, 159, 191, 223, 255. The frames cover the rest.
-  struct Row {
-    int y, red, green;
-  };
-  const Row rows[] = {{3, 133, 122}, {4, 50, 205}, {5, 62, 193},
-                      {6, 75, 180},  {7, 87, 168}, {8, 100, 155}};
-  for (const Row& row : rows) {
-    EXPECT_EQ(canvas.At(12, 3 + row.y), Rgb(row.red, row.green, 100)) << row.y;
-  }
+  ModTheme::RichHighlight(canvas.Dc(), 0, 0, 20, 12, kLight, kBase);
+  ExpectColors(canvas, {{8, 3, Rgb(133, 122, 100)},
+                        {8, 4, Rgb(50, 205, 100)},
+                        {8, 5, Rgb(62, 193, 100)},
+                        {8, 6, Rgb(75, 180, 100)},
+                        {8, 7, Rgb(87, 168, 100)},
+                        {8, 8, Rgb(100, 155, 100)}});
+  // Of 30 rows, row 26: 255 * 26 / 20 = 331.5, halves to even, 332. The rounded third belongs to
+  // the lower part: 255 * 10 / 20 = 127.5.
+  ModTheme::RichHighlight(canvas.Dc(), 0, 20, 20, 30, kLight, kBase);
+  ExpectColors(
+      canvas,
+      {{10, 46, Rgb(130, 125, 100)}, {10, 30, Rgb(50, 205, 100)}, {10, 29, Rgb(113, 142, 100)}});
 }
 
-TEST(ModThemeTest, RichHighlightGoesOnPastItsLowerColorNearTheBottom) {
-  const Canvas canvas;
-  ModTheme::RichHighlight(canvas.Dc(), 0, 0, 20, 30, kLight, kBase);
-  // Row 26 of 30: 255 * 26 / 20 = 331.5, halves to even, 332.
-  EXPECT_EQ(canvas.At(10, 26), Rgb(130, 125, 100));
-  // The rounded third belongs to the lower part: 255 * 10 / 20 = 127.5.
-  EXPECT_EQ(canvas.At(10, 10), Rgb(50, 205, 100));
-  EXPECT_EQ(canvas.At(10, 9), Rgb(113, 142, 100));
-}
-
-TEST(ModThemeTest, RichHighlightHasTwoFramesWithWhiteBetween) {
+TEST(ModThemeTest, RichHighlightHasTwoFramesAndRoundedCorners) {
   const Canvas canvas;
   ModTheme::RichHighlight(canvas.Dc(), 4, 3, 20, 12, kLight, kBase);
-  EXPECT_EQ(canvas.At(12, 3), kOuterPen);
-  EXPECT_EQ(canvas.At(12, 14), kOuterPen);
-  EXPECT_EQ(canvas.At(4, 9), kOuterPen);
-  EXPECT_EQ(canvas.At(23, 9), kOuterPen);
-  EXPECT_EQ(canvas.At(12, 4), kWhite);
-  EXPECT_EQ(canvas.At(5, 9), kWhite);
-  EXPECT_EQ(canvas.At(12, 5), kInnerPen);
-  EXPECT_EQ(canvas.At(12, 12), kInnerPen);
-  EXPECT_EQ(canvas.At(6, 9), kInnerPen);
-  EXPECT_EQ(canvas.At(21, 9), kInnerPen);
-}
-
-TEST(ModThemeTest, RichHighlightShowsTheTargetThroughItsCorners) {
-  const Canvas canvas;
-  ModTheme::RichHighlight(canvas.Dc(), 4, 3, 20, 12, kLight, kBase);
-  for (const auto& [x, y] : {std::pair(0, 0), {19, 0}, {19, 11}, {0, 11}}) {
-    EXPECT_EQ(canvas.At(4 + x, 3 + y), kGround) << x << ", " << y;
-  }
-  for (const auto& [x, y] : {std::pair(1, 1), {18, 1}, {18, 10}, {1, 10}}) {
-    EXPECT_EQ(canvas.At(4 + x, 3 + y), kBase) << x << ", " << y;
-  }
+  ExpectColors(canvas, {{12, 3, kOuterPen},
+                        {12, 14, kOuterPen},
+                        {4, 9, kOuterPen},
+                        {23, 9, kOuterPen},
+                        {12, 4, kWhite},
+                        {5, 9, kWhite},
+                        {12, 5, kInnerPen},
+                        {12, 12, kInnerPen},
+                        {6, 9, kInnerPen},
+                        {21, 9, kInnerPen}});
+  ExpectColors(canvas, {{4, 3, kGround}, {23, 3, kGround}, {23, 14, kGround}, {4, 14, kGround}});
+  ExpectColors(canvas, {{5, 4, kBase}, {22, 4, kBase}, {22, 13, kBase}, {5, 13, kBase}});
   EXPECT_TRUE(canvas.IsGroundOutside(4, 3, 20, 12));
 }
 
-TEST(ModThemeTest, MemoryContextIsAsLargeAsAskedForAndLikeTheDisplay) {
+TEST(ModThemeTest, AMemoryContextIsAsLargeAsAskedForAndLikeTheDisplay) {
   const auto made = MemoryContext::Create(7, 5);
   ASSERT_TRUE(made);
   BITMAP bitmap = {};
@@ -207,37 +192,19 @@ TEST(ModThemeTest, MemoryContextIsAsLargeAsAskedForAndLikeTheDisplay) {
   EXPECT_EQ(GetCurrentObject(made->Dc(), OBJ_BITMAP), made->Bitmap());
 }
 
-constexpr int kAbsurd = 1 << 20;
-
-TEST(ModThemeTest, MemoryContextThatIsRefusedIsNothing) {
-  EXPECT_FALSE(MemoryContext::Create(kAbsurd, kAbsurd));
-  EXPECT_EQ(LeakedBy([] { MemoryContext::Create(kAbsurd, kAbsurd); }), ResourceCounts());
-}
-
-TEST(ModThemeTest, DrawsNothingWhereMemoryIsRefused) {
-  const Canvas canvas;
-  ModTheme::SolidFill(canvas.Dc(), 0, 0, kAbsurd, kAbsurd, kBlack);
-  EXPECT_TRUE(canvas.IsGroundOutside(0, 0, 0, 0));
-}
-
-TEST(ModThemeTest, ReplacedMemoryContextGivesItsOldPictureBack) {
-  EXPECT_EQ(LeakedBy([] {
-              auto made = MemoryContext::Create(10, 10);
-              made = MemoryContext::Create(20, 20);
-              EXPECT_EQ(GetCurrentObject(made->Dc(), OBJ_BITMAP), made->Bitmap());
-            }),
-            ResourceCounts());
-}
-
 TEST(ModThemeTest, LeavesNothingBehind) {
   const Canvas canvas;
+  const HGDIOBJ pen = GetCurrentObject(canvas.Dc(), OBJ_PEN);
+  const HGDIOBJ brush = GetCurrentObject(canvas.Dc(), OBJ_BRUSH);
   EXPECT_EQ(LeakedBy([&] {
-              ModTheme::FramedBox(canvas.Dc(), 10, 5, 30, 20, kBlack);
-              ModTheme::SolidFill(canvas.Dc(), 10, 5, 30, 20, kBlack);
-              ModTheme::SimpleHighlight(canvas.Dc(), 0, 0, 30, 20, kLight, kBase);
-              ModTheme::RichHighlight(canvas.Dc(), 0, 0, 30, 20, kLight, kBase);
+              DrawAll(canvas.Dc(), kLight, kBase);
+              auto replaced = MemoryContext::Create(10, 10);
+              replaced = MemoryContext::Create(20, 20);
+              (void)MemoryContext::Create(kAbsurd, kAbsurd);
             }),
             ResourceCounts());
+  EXPECT_EQ(GetCurrentObject(canvas.Dc(), OBJ_PEN), pen);
+  EXPECT_EQ(GetCurrentObject(canvas.Dc(), OBJ_BRUSH), brush);
 }
 
 }  // namespace

@@ -5,51 +5,29 @@
 namespace tellurvane {
 namespace {
 
+struct Case {
+  int dpi;
+  int length;
+  int pixels;
+};
+
 TEST(ScaleTest, RoundsPixelsOf96DpiToTheNearestPixelOfTheScreen) {
-  struct Row {
-    int dpi;
-    int pixels;
-    int scaled;
-  };
-  for (const Row& row : {
-           Row{96, 49, 49},
-           Row{96, -1, -1},
-           Row{96, 0, 0},
-           Row{120, 28, 35},
-           Row{120, 86, 108},  // 107.5
-           Row{120, -1, -1},   // -1.25
-           Row{144, 19, 29},   // 28.5
-           Row{144, -1, -2},   // -1.5
-           Row{168, 16, 28},
-           Row{168, 5, 9},  // 8.75
-           Row{192, 19, 38},
-           Row{216, 86, 194},  // 193.5
-           Row{288, 86, 258},
-       }) {
-    EXPECT_EQ(Scale{row.dpi}.Scaled(row.pixels), row.scaled) << row.pixels << " at " << row.dpi;
+  for (const Case& row :
+       {Case{96, 49, 49}, Case{96, -1, -1}, Case{96, 0, 0}, Case{120, 28, 35}, Case{120, 86, 108},
+        Case{120, -1, -1}, Case{144, 19, 29}, Case{144, -1, -2}, Case{168, 16, 28}, Case{168, 5, 9},
+        Case{192, 19, 38}, Case{216, 86, 194}, Case{288, 86, 258}}) {
+    EXPECT_EQ(Scale{row.dpi}.Scaled(row.length), row.pixels) << row.length << " at " << row.dpi;
   }
 }
 
 TEST(ScaleTest, ConvertsTwipsWithExactFractionsAndTowardsZero) {
-  struct Row {
-    int dpi;
-    int twips;
-    int pixels;
-  };
-  for (const Row& row : {
-           Row{96, 1'000, 66},
-           Row{96, -1'000, -66},
-           Row{120, 1'000, 83},
-           Row{144, 5'320, 532},
-           Row{168, 5'320, 620},  // 8.57 twips a pixel; by whole ones it would be 665
-           Row{168, 1'440, 168},
-           Row{192, 5'320, 709},  // 7.5
-           Row{192, 1'440, 192},
-           Row{216, 1'440, 216},  // 6.67
-           Row{216, 5'000, 750},
-       }) {
-    EXPECT_EQ(Scale{row.dpi}.PixelsFromTwips(row.twips), row.pixels)
-        << row.twips << " at " << row.dpi;
+  // A pixel has 8.57 twips at 168 dpi; by whole twips 5,320 would be 665 pixels.
+  for (const Case& row :
+       {Case{96, 1'000, 66}, Case{96, -1'000, -66}, Case{120, 1'000, 83}, Case{144, 5'320, 532},
+        Case{168, 5'320, 620}, Case{168, 1'440, 168}, Case{192, 5'320, 709}, Case{192, 1'440, 192},
+        Case{216, 1'440, 216}, Case{216, 5'000, 750}}) {
+    EXPECT_EQ(Scale{row.dpi}.PixelsFromTwips(row.length), row.pixels)
+        << row.length << " at " << row.dpi;
   }
 }
 

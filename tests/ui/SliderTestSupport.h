@@ -1,4 +1,4 @@
-// A slider on a form, and what it told.
+// A slider on a form, and the events that it raised.
 #pragma once
 
 #include <gmock/gmock.h>
@@ -19,35 +19,32 @@ class SliderTest : public testing::Test {
   static constexpr int kTop = 10;
 
   SliderTest() {
-    PictureBoxArgs args;
-    args.parent = form.hwnd();
-    args.x = kLeft;
-    args.y = kTop;
-    args.width = 70;
-    args.height = 18;
-    args.isTabStop = true;
-    host.Create(args);
-    // Beside the host, where no test expects it.
-    SetCursorPos(350, 250);
+    host.Create({.parent = form.hwnd(),
+                 .x = kLeft,
+                 .y = kTop,
+                 .width = 70,
+                 .height = 18,
+                 .isTabStop = true});
+    SetCursorPos(350, 250);  // outside the host
     Pump();
     slider.TargetPictureBox(host);
     slider.Create();
     slider.Max(100);
     slider.PositionSet = [this](double value, double) { Note("PositionSet", value); };
     slider.PositionSetByMouse = [this](double value) { Note("PositionSetByMouse", value); };
-    slider.MousePress = [this] { told.emplace_back("MousePress"); };
-    slider.MouseInside = [this](bool isInside) { told.emplace_back(isInside ? "in" : "out"); };
-    slider.Resize = [this] { told.emplace_back("Resize"); };
+    slider.MousePress = [this] { events.emplace_back("MousePress"); };
+    slider.MouseInside = [this](bool isInside) { events.emplace_back(isInside ? "in" : "out"); };
+    slider.Resize = [this] { events.emplace_back("Resize"); };
   }
 
   void Note(const char* event, double value) {
     std::ostringstream line;
     line << event << ' ' << value;
-    told.push_back(line.str());
+    events.push_back(line.str());
   }
 
-  // What was told since the last time.
-  std::vector<std::string> Told() { return std::exchange(told, {}); }
+  // The events since the last time.
+  std::vector<std::string> Events() { return std::exchange(events, {}); }
 
   // At a pixel of the host, as the system sends it.
   void Press(int x, int y = 5, UINT message = WM_LBUTTONDOWN) {
@@ -66,7 +63,7 @@ class SliderTest : public testing::Test {
   TestForm form;
   PictureBox host;
   clsProgress slider;
-  std::vector<std::string> told;
+  std::vector<std::string> events;
 
  private:
   static WPARAM ButtonBits(UINT message) {

@@ -1,22 +1,21 @@
 #include <windows.h>
 
-#include <objidl.h>
-
-#include <gdiplus.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <climits>
 #include <optional>
 
+#include "tests/support/FailingImport.h"
+#include "tests/support/GdiPlusSession.h"
 #include "tests/support/WindowTestSupport.h"
+#include "ui/MemoryContext.h"
 #include "ui/ModTheme.h"
 
 namespace tellurvane {
 namespace {
 
-constexpr Color kGround = Rgb(255, 255, 255);
-// Nothing is drawn in it: its opacity is 0.
-constexpr ModTheme::Argb kNothing = 0x00000000;
+constexpr ModTheme::Argb kNothing = 0x00000000;  // its opacity is 0
 constexpr ModTheme::Argb kRed = 0xFFFF0000;
 constexpr ModTheme::Argb kGreen = 0xFF00FF00;
 constexpr ModTheme::Argb kBlue = 0xFF0000FF;
@@ -53,7 +52,7 @@ Ink InkOn(const Canvas& canvas) {
   Ink ink;
   for (int y = 0; y < canvas.Height(); ++y) {
     for (int x = 0; x < canvas.Width(); ++x) {
-      if (canvas.At(x, y) == kGround) continue;
+      if (canvas.At(x, y) == kWhite) continue;
       ink.left = std::min(ink.left, x);
       ink.right = std::max(ink.right, x);
       ink.top = std::min(ink.top, y);
@@ -70,12 +69,6 @@ const ModTheme::TextColors kShadowOnly = {kNothing, kNothing, kRed};
 
 class ThemedTextTest : public testing::Test {
  protected:
-  static void SetUpTestSuite() {
-    const Gdiplus::GdiplusStartupInput input;
-    ASSERT_EQ(Gdiplus::GdiplusStartup(&session_, &input, nullptr), Gdiplus::Ok);
-  }
-  static void TearDownTestSuite() { Gdiplus::GdiplusShutdown(session_); }
-
   static Ink InkOf(const std::wstring& text, int x, int y, const ModTheme::TextColors& colors,
                    const ModTheme::TextFont& font = {}) {
     const Canvas canvas;
@@ -84,7 +77,7 @@ class ThemedTextTest : public testing::Test {
   }
 
  private:
-  inline static ULONG_PTR session_ = 0;
+  GdiPlusSession session_;
 };
 
 TEST_F(ThemedTextTest, DoublesTheHorizontalPositionOnly) {
@@ -92,14 +85,14 @@ TEST_F(ThemedTextTest, DoublesTheHorizontalPositionOnly) {
   const Ink second = InkOf(L"H", 38, 30, kTextOnly);
   EXPECT_EQ(second.left - first.left, 2 * 28);
   EXPECT_EQ(second.top - first.top, 20);
-  // The family leaves a little room at the left, less than half of its size.
+  // The family leaves a little space at the left, less than half of its size.
   EXPECT_GE(second.left, 76);
   EXPECT_LE(second.left, 76 + 6);
   EXPECT_GE(second.top, 31);
   EXPECT_LE(second.bottom, 31 + 2 * 12);
 }
 
-TEST_F(ThemedTextTest, PutsEachOfItsThreePassesInItsPlace) {
+TEST_F(ThemedTextTest, DrawsShadowGlowAndTextAPixelAside) {
   const Ink text = InkOf(L"Hg", 20, 20, kTextOnly);
   const Ink glow = InkOf(L"Hg", 20, 20, kGlowOnly);
   const Ink shadow = InkOf(L"Hg", 20, 20, kShadowOnly);
@@ -114,77 +107,58 @@ TEST_F(ThemedTextTest, PutsEachOfItsThreePassesInItsPlace) {
   }
 }
 
-// How many pixels of one pass covered those of an earlier one.
-struct Covered {
-  int byText = 0;
-  int byGlow = 0;
-};
-
-Covered CheckOrder(const std::wstring& words, const ModTheme::TextFont& font) {
-  const Canvas text, glow, shadow, all;
-  ModTheme::Text(text.Dc(), words, 20, 20, kTextOnly, font);
-  ModTheme::Text(glow.Dc(), words, 20, 20, kGlowOnly, font);
-  ModTheme::Text(shadow.Dc(), words, 20, 20, kShadowOnly, font);
-  ModTheme::Text(all.Dc(), words, 20, 20, {kBlue, kGreen, kRed}, font);
-  const Color red = Rgb(255, 0, 0), green = Rgb(0, 255, 0), blue = Rgb(0, 0, 255);
-  Covered covered;
-  for (int y = 0; y < all.Height(); ++y) {
-    for (int x = 0; x < all.Width(); ++x) {
-      // Only what a pass covers wholly or not at all: an edge may be half of each.
-      const bool hasNoText = text.At(x, y) == kGround, hasNoGlow = glow.At(x, y) == kGround;
-      const bool hasGlow = glow.At(x, y) == green, hasShadow = shadow.At(x, y) == red;
-      if (text.At(x, y) == blue) {
-        EXPECT_EQ(all.At(x, y), blue) << x << ", " << y;
-        if (hasGlow || hasShadow) ++covered.byText;
-      } else if (hasNoText && hasGlow) {
-        EXPECT_EQ(all.At(x, y), green) << x << ", " << y;
-        if (hasShadow) ++covered.byGlow;
-      } else if (hasNoText && hasNoGlow && hasShadow) {
-        EXPECT_EQ(all.At(x, y), red) << x << ", " << y;
+TEST_F(ThemedTextTest, TheGlowCoversTheShadowAndTheTextCoversBoth) {
+  struct Case {
+    const wchar_t* words;
+    ModTheme::TextFont font;
+  };
+  // Thick strokes for the text to cover, narrow gaps for the glow to cover the shadow.
+  const Case cases[] = {{L"HIH", {.size = 48, .style = ModTheme::kBold}},
+                        {L"鐘聽罐#%@", {.size = 16}}};
+  int coveredByText = 0;
+  int coveredByGlow = 0;
+  for (const auto& [words, font] : cases) {
+    const Canvas text, glow, shadow, all;
+    ModTheme::Text(text.Dc(), words, 20, 20, kTextOnly, font);
+    ModTheme::Text(glow.Dc(), words, 20, 20, kGlowOnly, font);
+    ModTheme::Text(shadow.Dc(), words, 20, 20, kShadowOnly, font);
+    ModTheme::Text(all.Dc(), words, 20, 20, {kBlue, kGreen, kRed}, font);
+    for (int y = 0; y < all.Height(); ++y) {
+      for (int x = 0; x < all.Width(); ++x) {
+        const bool hasGlow = glow.At(x, y) == Rgb(0, 255, 0);
+        const bool hasShadow = shadow.At(x, y) == Rgb(255, 0, 0);
+        if (text.At(x, y) == Rgb(0, 0, 255)) {
+          ASSERT_EQ(all.At(x, y), Rgb(0, 0, 255)) << x << ", " << y;
+          if (hasGlow || hasShadow) ++coveredByText;
+        } else if (hasGlow && text.At(x, y) == kWhite) {
+          ASSERT_EQ(all.At(x, y), Rgb(0, 255, 0)) << x << ", " << y;
+          if (hasShadow) ++coveredByGlow;
+        }
       }
     }
   }
-  return covered;
-}
-
-TEST_F(ThemedTextTest, DrawsTheShadowThenTheGlowThenTheText) {
-  // Strokes of several pixels for the text to cover; narrow gaps for the glow to cover the shadow
-  // where there is no text.
-  EXPECT_GT(CheckOrder(L"HIH", {.size = 48, .style = ModTheme::kBold}).byText, 0);
-  EXPECT_GT(CheckOrder(L"鐘聽罐#%@", {.size = 16}).byGlow, 0);
-}
-
-TEST_F(ThemedTextTest, DrawsInTheColorsGivenAlphaFirst) {
-  const Canvas canvas;
-  ModTheme::Text(canvas.Dc(), L"HHH", 20, 20, {ModTheme::kIndigoText, kNothing, kNothing},
-                 {.size = 24, .style = ModTheme::kBold});
-  int indigo = 0;
-  for (int y = 0; y < canvas.Height(); ++y) {
-    for (int x = 0; x < canvas.Width(); ++x) {
-      if (canvas.At(x, y) == Rgb(0x4B, 0x00, 0x82)) ++indigo;
-    }
-  }
-  EXPECT_GT(indigo, 50);
+  EXPECT_GT(coveredByText, 0);
+  EXPECT_GT(coveredByGlow, 0);
 }
 
 TEST_F(ThemedTextTest, ReturnsTheWidthOfTheText) {
-  const Canvas canvas;
   const ModTheme::TextFont font = {.size = 16};
   for (const std::wstring text : {L"i", L"wide words", kChinese}) {
-    const float width = ModTheme::Text(canvas.Dc(), text, 10, 10, {}, font);
-    const Ink ink = InkOf(text, 10, 10, kTextOnly, font);
+    const Canvas canvas;
+    const ModTheme::TextSize size = ModTheme::MeasureText(canvas.Dc(), text, font);
+    EXPECT_EQ(InkOn(canvas).pixels, 0) << "measuring draws nothing";
+    EXPECT_GE(size.height, 16);
+    EXPECT_LE(size.height, 32);
+    const float width = ModTheme::Text(canvas.Dc(), text, 10, 10, kTextOnly, font);
+    EXPECT_EQ(width, size.width);
+    const Ink ink = InkOn(canvas);
     EXPECT_GE(width, static_cast<float>(ink.Width()));
     EXPECT_LE(width, static_cast<float>(ink.Width()) + font.size);
-    EXPECT_EQ(width, ModTheme::MeasureText(canvas.Dc(), text, font).width);
   }
-}
-
-TEST_F(ThemedTextTest, MeasuresWithoutDrawing) {
   const Canvas canvas;
-  const ModTheme::TextSize size = ModTheme::MeasureText(canvas.Dc(), L"words", {.size = 20});
-  EXPECT_GE(size.height, 20);
-  EXPECT_LE(size.height, 40);
+  EXPECT_EQ(ModTheme::Text(canvas.Dc(), L"", 10, 10, {kBlue, kGreen, kRed}, {}), 0);
   EXPECT_EQ(InkOn(canvas).pixels, 0);
+  EXPECT_EQ(ModTheme::Text(nullptr, L"words", 10, 10, {}, {}), 0);
 }
 
 TEST_F(ThemedTextTest, NeitherWrapsNorClips) {
@@ -195,35 +169,6 @@ TEST_F(ThemedTextTest, NeitherWrapsNorClips) {
   EXPECT_GT(ink.Width(), 800);
   EXPECT_LE(ink.Height(), 10);
   EXPECT_GE(width, static_cast<float>(ink.Width()));
-}
-
-TEST_F(ThemedTextTest, DrawsInAFaceThatDoesNotExist) {
-  for (const std::wstring text : {L"five minutes", kChinese}) {
-    const Ink ink = InkOf(text, 10, 10, kTextOnly, {.face = L"No Such Face", .size = 16});
-    EXPECT_GT(ink.pixels, 100);
-    EXPECT_GT(ink.Width(), 60);
-  }
-}
-
-TEST_F(ThemedTextTest, DrawsChineseAndNotBoxes) {
-  // Characters of different shapes have different ink; placeholders would have the same.
-  const Ink one = InkOf(L"一", 10, 10, kTextOnly, {.size = 20});
-  const Ink clock = InkOf(L"鐘", 10, 10, kTextOnly, {.size = 20});
-  EXPECT_GT(one.pixels, 0);
-  EXPECT_LT(one.Height(), 8);
-  EXPECT_GT(clock.Height(), 12);
-}
-
-TEST_F(ThemedTextTest, UsesAnotherFaceForOneThatIsNotInstalled) {
-  const std::wstring first = ModTheme::AvailableFace(L"Never Seen Before");
-  EXPECT_NE(first, L"Never Seen Before");
-  EXPECT_EQ(ModTheme::AvailableFace(L"Never Seen Before"), first);
-}
-
-TEST_F(ThemedTextTest, UsesAnInstalledFaceAsItIs) {
-  const std::wstring installed = ModTheme::AvailableFace(L"No Such Face");
-  EXPECT_EQ(ModTheme::AvailableFace(installed), installed);
-  EXPECT_FALSE(installed.empty());
 }
 
 TEST_F(ThemedTextTest, BreaksLinesAtCrLf) {
@@ -237,23 +182,44 @@ TEST_F(ThemedTextTest, BreaksLinesAtCrLf) {
   EXPECT_LE(two.Height(), one.Height() + 32);
 }
 
-TEST_F(ThemedTextTest, DrawsNothingForAnEmptyText) {
-  const Canvas canvas;
-  EXPECT_EQ(ModTheme::Text(canvas.Dc(), L"", 10, 10, {kBlue, kGreen, kRed}, {}), 0);
-  EXPECT_EQ(InkOn(canvas).pixels, 0);
+TEST_F(ThemedTextTest, DrawsInAnotherFaceThanOneThatIsNotInstalled) {
+  for (const std::wstring text : {L"five minutes", kChinese}) {
+    const Ink ink = InkOf(text, 10, 10, kTextOnly, {.face = L"No Such Face", .size = 16});
+    EXPECT_GT(ink.pixels, 100);
+    EXPECT_GT(ink.Width(), 60);
+  }
+  // Chinese has different shapes; placeholder boxes would be alike.
+  const Ink one = InkOf(L"一", 10, 10, kTextOnly, {.size = 20});
+  EXPECT_GT(one.pixels, 0);
+  EXPECT_LT(one.Height(), 8);
+  EXPECT_GT(InkOf(L"鐘", 10, 10, kTextOnly, {.size = 20}).Height(), 12);
 }
 
-TEST_F(ThemedTextTest, HeedsSizeAndStyle) {
+TEST_F(ThemedTextTest, LooksForAnInstalledFaceOnce) {
+  FailingImport families({"GdipCreateFontFamilyFromName"});
+  families.LetAllThrough();
+  const std::wstring installed = ModTheme::AvailableFace(L"Never Seen Before");
+  EXPECT_NE(installed, L"Never Seen Before");
+  EXPECT_FALSE(installed.empty());
+  EXPECT_EQ(ModTheme::AvailableFace(installed), installed);
+  const int calls = families.Calls();
+  EXPECT_GT(calls, 1);
+  EXPECT_EQ(ModTheme::AvailableFace(L"Never Seen Before"), installed);
+  EXPECT_EQ(families.Calls(), calls);
+}
+
+TEST_F(ThemedTextTest, HasTheSizeTheStyleAndTheColourGiven) {
   const Ink small = InkOf(L"HHHH", 10, 10, kTextOnly, {.size = 12});
   const Ink large = InkOf(L"HHHH", 10, 10, kTextOnly, {.size = 24});
   EXPECT_NEAR(large.Height(), 2 * small.Height(), 2);
   EXPECT_NEAR(large.Width(), 2 * small.Width(), 6);
-  const Ink bold = InkOf(L"HHHH", 10, 10, kTextOnly, {.size = 24, .style = ModTheme::kBold});
+  const ModTheme::TextFont boldFont = {.size = 24, .style = ModTheme::kBold};
+  const Ink bold = InkOf(L"HHHH", 10, 10, kTextOnly, boldFont);
   EXPECT_GT(bold.pixels, large.pixels * 5 / 4);
-}
-
-TEST_F(ThemedTextTest, IsNothingOnAContextThatIsNone) {
-  EXPECT_EQ(ModTheme::Text(nullptr, L"words", 10, 10, {}, {}), 0);
+  const Canvas canvas;
+  ModTheme::Text(canvas.Dc(), L"HHHH", 10, 10, {ModTheme::kIndigoText, kNothing, kNothing},
+                 boldFont);
+  EXPECT_EQ(canvas.At(bold.left + 1, bold.top + 5), Rgb(0x4B, 0x00, 0x82));
 }
 
 TEST_F(ThemedTextTest, LeavesNothingBehind) {

@@ -18,16 +18,10 @@ TEST(TimerTest, TicksWhileEnabledAndNeverAfterwards) {
   EXPECT_TRUE(PumpUntil([&] { return ticks >= 3; }));
   timer.Enabled(false);
   const int seen = ticks;
-  int others = 0;
-  Timer other;
-  other.Tick = [&] { ++others; };
-  other.Interval(10);
-  other.Enabled(true);
-  EXPECT_TRUE(PumpUntil([&] { return others >= 5; }));
-  EXPECT_EQ(ticks, seen);
+  EXPECT_FALSE(PumpUntil([&] { return ticks > seen; }, std::chrono::milliseconds(60)));
 }
 
-TEST(TimerTest, MayBeDestroyedByItsOwnTick) {
+TEST(TimerTest, ItsTickMayDeleteIt) {
   bool ticked = false;
   auto timer = std::make_unique<Timer>();
   timer->Tick = [&] {
@@ -37,14 +31,6 @@ TEST(TimerTest, MayBeDestroyedByItsOwnTick) {
   timer->Interval(10);
   timer->Enabled(true);
   EXPECT_TRUE(PumpUntil([&] { return ticked; }));
-}
-
-TEST(TimerTest, LeavesNothingBehind) {
-  EXPECT_EQ(LeakedBy([] {
-              Timer timer;
-              timer.Enabled(true);
-            }),
-            ResourceCounts());
 }
 
 }  // namespace

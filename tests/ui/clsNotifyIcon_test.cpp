@@ -15,7 +15,7 @@ namespace {
 
 HICON SharedIcon() { return LoadIconW(nullptr, IDI_WARNING); }
 
-// A form with an icon, away from the corner where the tray's icons stand.
+// Away from the corner of the tray's icons.
 class IconForm : public Form {
  public:
   IconForm() {
@@ -29,6 +29,8 @@ class IconForm : public Form {
   }
 };
 
+HWND BoxOf(const Form& form) { return FindWindowExW(form.hwnd(), nullptr, nullptr, L"NotifyIcon"); }
+
 class NotifyIconTest : public testing::Test {
  protected:
   void SetUp() override {
@@ -37,9 +39,9 @@ class NotifyIconTest : public testing::Test {
     icon->RButtonDown = [this] { events += 'R'; };
   }
 
-  HWND Box() const { return FindWindowExW(form.hwnd(), nullptr, nullptr, L"NotifyIcon"); }
+  HWND Box() const { return BoxOf(form); }
 
-  // The taskbar's own record of the icon, which it finds by window and number.
+  // The taskbar finds an icon by window and number.
   NOTIFYICONDATAW Record() const {
     NOTIFYICONDATAW record = {};
     record.cbSize = sizeof(record);
@@ -47,15 +49,10 @@ class NotifyIconTest : public testing::Test {
     record.uID = static_cast<UINT>(reinterpret_cast<UINT_PTR>(SharedIcon()));
     return record;
   }
-  // The taskbar refuses to change what is not there.
+  // The taskbar changes no icon that it does not have.
   bool IsInTray() const {
     NOTIFYICONDATAW record = Record();
     return Shell_NotifyIconW(NIM_MODIFY, &record) != 0;
-  }
-  void LoseIcon() const {
-    NOTIFYICONDATAW record = Record();
-    ASSERT_TRUE(Shell_NotifyIconW(NIM_DELETE, &record));
-    ASSERT_FALSE(IsInTray());
   }
   void RestartTaskbar() const {
     SendMessageW(form.hwnd(), RegisterWindowMessageW(L"TaskbarCreated"), 0, 0);
@@ -71,13 +68,36 @@ class NotifyIconTest : public testing::Test {
   std::string events;
 };
 
-TEST_F(NotifyIconTest, AddsAHiddenBoxToItsForm) {
+TEST_F(NotifyIconTest, IsInTheTrayBetweenAddAndDelete) {
   ASSERT_NE(Box(), nullptr);
-  EXPECT_EQ(GetParent(Box()), form.hwnd());
   EXPECT_FALSE(GetWindowLongPtrW(Box(), GWL_STYLE) & WS_VISIBLE);
+  icon->IconTip(L"Tellurvane");
+  EXPECT_FALSE(IsInTray());
+  for (int i = 0; i < 2; ++i) {
+    icon->IconAdd();
+    EXPECT_TRUE(IsInTray());
+    icon->IconDelete();
+    EXPECT_FALSE(IsInTray());
+  }
 }
 
-TEST_F(NotifyIconTest, RaisesTheTwoButtonsAndNothingElse) {
+TEST_F(NotifyIconTest, LeavesTheTrayWithItsFormAndWithItsObject) {
+  // By this record the taskbar would know the icon for a while, though its window is gone.
+  NOTIFYICONDATAW record = Record();
+  icon->IconAdd();
+  form.Unload();
+  EXPECT_FALSE(Shell_NotifyIconW(NIM_MODIFY, &record));
+  IconForm other;
+  icon = std::make_unique<clsNotifyIcon>();
+  icon->IconInit(other);
+  icon->IconAdd();
+  record.hWnd = BoxOf(other);
+  ASSERT_TRUE(Shell_NotifyIconW(NIM_MODIFY, &record));
+  icon.reset();
+  EXPECT_FALSE(Shell_NotifyIconW(NIM_MODIFY, &record));
+}
+
+TEST_F(NotifyIconTest, ReportsTheTwoButtonsAndNothingElse) {
   Tell(WM_LBUTTONDOWN);
   EXPECT_EQ(events, "L");
   Tell(WM_RBUTTONDOWN);
@@ -86,17 +106,12 @@ TEST_F(NotifyIconTest, RaisesTheTwoButtonsAndNothingElse) {
     if (message != WM_LBUTTONDOWN && message != WM_RBUTTONDOWN) Tell(message);
   }
   EXPECT_EQ(events, "LR");
-}
-
-TEST_F(NotifyIconTest, NeedsNoHandlers) {
   icon->LButtonDown = nullptr;
-  icon->RButtonDown = nullptr;
   Tell(WM_LBUTTONDOWN);
-  Tell(WM_RBUTTONDOWN);
-  EXPECT_EQ(events, "");
+  EXPECT_EQ(events, "LR");
 }
 
-TEST_F(NotifyIconTest, ItsHandlerMayEndIt) {
+TEST_F(NotifyIconTest, ItsHandlerMayDeleteIt) {
   icon->RButtonDown = [&] { icon.reset(); };
   icon->IconAdd();
   Tell(WM_RBUTTONDOWN);
@@ -104,38 +119,7 @@ TEST_F(NotifyIconTest, ItsHandlerMayEndIt) {
   EXPECT_EQ(Box(), nullptr);
 }
 
-TEST_F(NotifyIconTest, StandsInTheTrayBetweenAddAndDelete) {
-  EXPECT_FALSE(IsInTray());
-  icon->IconAdd();
-  EXPECT_TRUE(IsInTray());
-  icon->IconDelete();
-  EXPECT_FALSE(IsInTray());
-  icon->IconAdd();
-  EXPECT_TRUE(IsInTray());
-}
-
-TEST_F(NotifyIconTest, SettingATipAddsNoIcon) {
-  icon->IconTip(L"Tellurvane");
-  EXPECT_FALSE(IsInTray());
-}
-
-TEST_F(NotifyIconTest, LeavesTheTrayWhenItEnds) {
-  icon->IconAdd();
-  // By this record the taskbar would still know the icon for a while, though its window is gone.
-  NOTIFYICONDATAW record = Record();
-  icon.reset();
-  EXPECT_FALSE(Shell_NotifyIconW(NIM_MODIFY, &record));
-}
-
-TEST_F(NotifyIconTest, LeavesTheTrayWhileItsFormIsStillThere) {
-  icon->IconAdd();
-  NOTIFYICONDATAW record = Record();
-  form.Unload();
-  EXPECT_FALSE(Shell_NotifyIconW(NIM_MODIFY, &record));
-  icon->IconDelete();
-}
-
-TEST_F(NotifyIconTest, AllIconsCanBeTakenAwayAtOnce) {
+TEST_F(NotifyIconTest, DeleteAllTakesAllIconsAway) {
   IconForm otherForm;
   clsNotifyIcon other;
   other.IconInit(otherForm);
@@ -146,7 +130,7 @@ TEST_F(NotifyIconTest, AllIconsCanBeTakenAwayAtOnce) {
   EXPECT_FALSE(other.IsInTray());
 }
 
-TEST_F(NotifyIconTest, TellsWhetherTheTaskbarHasTakenIt) {
+TEST_F(NotifyIconTest, ReportsWhetherTheTaskbarHasIt) {
   EXPECT_FALSE(icon->IsInTray());
   EXPECT_FALSE(icon->IsMissing());
   EXPECT_TRUE(icon->IconAdd());
@@ -168,35 +152,32 @@ TEST_F(NotifyIconTest, TellsWhetherTheTaskbarHasTakenIt) {
   EXPECT_FALSE(icon->IsMissing());
 }
 
-TEST_F(NotifyIconTest, ComesBackAfterTheTaskbarRestarts) {
-  icon->IconAdd();
-  LoseIcon();
-  RestartTaskbar();
-  EXPECT_TRUE(IsInTray());
-}
-
-TEST_F(NotifyIconTest, ComesBackOnlyWhileItIsWanted) {
+TEST_F(NotifyIconTest, ComesBackAfterTheTaskbarRestartsWhileItIsWanted) {
   RestartTaskbar();
   EXPECT_FALSE(IsInTray());
   icon->IconAdd();
+  NOTIFYICONDATAW record = Record();
+  ASSERT_TRUE(Shell_NotifyIconW(NIM_DELETE, &record));
+  ASSERT_FALSE(IsInTray());
+  RestartTaskbar();
+  EXPECT_TRUE(IsInTray());
   icon->IconDelete();
   RestartTaskbar();
   EXPECT_FALSE(IsInTray());
 }
 
-TEST(NotifyIconFormTest, AFormWithoutAnIconGetsThePlatforms) {
-  TestForm form;
-  clsNotifyIcon icon;
-  icon.IconInit(form);
-  icon.IconAdd();
-  NOTIFYICONDATAW record = {};
-  record.cbSize = sizeof(record);
-  record.hWnd = FindWindowExW(form.hwnd(), nullptr, nullptr, L"NotifyIcon");
+TEST_F(NotifyIconTest, AFormWithoutAnIconGetsTheSystems) {
+  TestForm plain;
+  clsNotifyIcon other;
+  other.IconInit(plain);
+  other.IconAdd();
+  NOTIFYICONDATAW record = Record();
+  record.hWnd = BoxOf(plain);
   record.uID = static_cast<UINT>(reinterpret_cast<UINT_PTR>(LoadIconW(nullptr, IDI_APPLICATION)));
   EXPECT_TRUE(Shell_NotifyIconW(NIM_MODIFY, &record));
 }
 
-// Where the desktop shows the icon, and the mouse on it.
+// The icon as the desktop shows it. A desktop without a taskbar has a window for the icons.
 class NotifyIconOnScreenTest : public NotifyIconTest {
  protected:
   void SetUp() override {
@@ -207,19 +188,23 @@ class NotifyIconOnScreenTest : public NotifyIconTest {
   }
   ~NotifyIconOnScreenTest() override { SetCursorPos(700, 700); }
 
-  // The desktop without a taskbar keeps the icons in a window of its own.
-  static HWND IconWindow() {
-    const HWND tray = FindWindowW(nullptr, L"Wine System Tray");
-    return tray == nullptr ? nullptr : GetWindow(tray, GW_CHILD);
-  }
-
-  static bool PointAtIcon() {
-    RECT place = {};
-    if (!PumpUntil(
-            [&] { return IsWindowVisible(IconWindow()) && GetWindowRect(IconWindow(), &place); })) {
-      return false;
+  // Again and again: a movement before the icon is ready counts for nothing.
+  static bool PointAtIconUntil(
+      const std::function<bool()>& condition, const std::function<void()>& act = [] {}) {
+    for (int attempt = 0; attempt < 5; ++attempt) {
+      SetCursorPos(700, 700);
+      RECT place = {};
+      const auto isShown = [&] {
+        const HWND tray = FindWindowW(nullptr, L"Wine System Tray");
+        const HWND window = tray == nullptr ? nullptr : GetWindow(tray, GW_CHILD);
+        return IsWindowVisible(window) && GetWindowRect(window, &place);
+      };
+      if (!PumpUntil(isShown)) return false;
+      SetCursorPos((place.left + place.right) / 2, (place.top + place.bottom) / 2);
+      act();
+      if (PumpUntil(condition, std::chrono::seconds(2))) return true;
     }
-    return SetCursorPos((place.left + place.right) / 2, (place.top + place.bottom) / 2) != 0;
+    return false;
   }
 
   static void ClickWith(DWORD down, DWORD up) {
@@ -230,15 +215,8 @@ class NotifyIconOnScreenTest : public NotifyIconTest {
     SendInput(2, inputs.data(), sizeof(INPUT));
   }
 
-  // Whether the desktop shows this text for the mouse on the icon. The mouse is brought there
-  // again and again: a movement before the icon was ready counts for nothing.
   static bool ShowsTip(const std::wstring& text) {
-    for (int attempt = 0; attempt < 5; ++attempt) {
-      SetCursorPos(700, 700);
-      if (!PointAtIcon()) return false;
-      if (PumpUntil([&] { return TipOnScreen() == text; }, std::chrono::seconds(2))) return true;
-    }
-    return false;
+    return PointAtIconUntil([&] { return TipOnScreen() == text; });
   }
 
   static std::wstring TipOnScreen() {
@@ -254,44 +232,21 @@ class NotifyIconOnScreenTest : public NotifyIconTest {
   }
 };
 
-TEST_F(NotifyIconOnScreenTest, HearsRealClicks) {
-  // A click before the icon was ready counts for nothing, as above.
-  for (int attempt = 0; attempt < 5 && events.empty(); ++attempt) {
-    SetCursorPos(700, 700);
-    ASSERT_TRUE(PointAtIcon());
-    ClickWith(MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP);
-    PumpUntil([&] { return !events.empty(); }, std::chrono::seconds(3));
-  }
+TEST_F(NotifyIconOnScreenTest, ReportsRealClicks) {
+  EXPECT_TRUE(PointAtIconUntil([&] { return !events.empty(); },
+                               [] { ClickWith(MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP); }));
   EXPECT_EQ(events, "L");
   ClickWith(MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP);
   EXPECT_TRUE(PumpUntil([&] { return events == "LR"; })) << events;
 }
 
-TEST_F(NotifyIconOnScreenTest, AnEmptyTipLeavesThePreviousOne) {
+TEST_F(NotifyIconOnScreenTest, ShowsItsLatestTip) {
   icon->IconTip(L"");
-  EXPECT_TRUE(ShowsTip(L"Tellurvane 排程")) << TipOnScreen().size();
-}
-
-TEST_F(NotifyIconOnScreenTest, ATipIsCutToTheRecordsLength) {
+  EXPECT_TRUE(ShowsTip(L"Tellurvane 排程")) << "an empty tip changes nothing";
   icon->IconTip(std::wstring(127, L'長') + L"過");
   EXPECT_TRUE(ShowsTip(std::wstring(127, L'長'))) << TipOnScreen().size();
-}
-
-TEST_F(NotifyIconOnScreenTest, AShorterTipLeavesNothingOfTheLongerOne) {
   icon->IconTip(L"短");
   EXPECT_TRUE(ShowsTip(L"短")) << TipOnScreen().size();
-}
-
-TEST(NotifyIconLeakTest, LeavesNothingBehind) {
-  IconForm form;
-  EXPECT_EQ(LeakedBy([&] {
-              clsNotifyIcon icon;
-              icon.IconInit(form);
-              icon.IconTip(L"提示");
-              icon.IconAdd();
-              icon.IconDelete();
-            }),
-            ResourceCounts());
 }
 
 }  // namespace

@@ -24,23 +24,14 @@ std::wstring TextOf(HMENU menu, UINT position) {
   return text.data();
 }
 
-// How many menus the process has. The lower half of a handle is its number, an even one; the system
-// finds the menu by that alone.
+// How many menus the process has. The system finds a menu by the lower half of its handle, an even
+// number.
 int CountMenus() {
   int count = 0;
   for (ULONG_PTR number = 0; number < 0x10000; number += 2) {
     if (IsMenu(reinterpret_cast<HMENU>(number))) ++count;
   }
   return count;
-}
-
-TEST(PopupMenuTest, HasAMenuFromTheStartAndKeepsIt) {
-  clsPopupMenu menu;
-  const HMENU handle = menu.Handle();
-  EXPECT_TRUE(IsMenu(handle));
-  EXPECT_EQ(GetMenuItemCount(handle), 0);
-  menu.CreateMenu();
-  EXPECT_EQ(menu.Handle(), handle);
 }
 
 TEST(PopupMenuTest, AddsItemsWithTextFlagsAndIdentifier) {
@@ -57,55 +48,36 @@ TEST(PopupMenuTest, AddsItemsWithTextFlagsAndIdentifier) {
   EXPECT_EQ(ItemOf(menu.Handle(), 0).fState, UINT{MFS_UNCHECKED});
   EXPECT_EQ(ItemOf(menu.Handle(), 1).fState, UINT{MFS_CHECKED});
   EXPECT_EQ(ItemOf(menu.Handle(), 2).fType, UINT{MFT_SEPARATOR});
-}
-
-TEST(PopupMenuTest, MakesAnItemTheDefaultByItsPosition) {
-  clsPopupMenu menu;
-  for (const UINT id : {11U, 0U, 13U}) menu.AddMenuItem(L"項目", 0, id);
   EXPECT_EQ(GetMenuDefaultItem(menu.Handle(), TRUE, 0), static_cast<UINT>(-1));
-  for (const UINT position : {0U, 2U}) {
+  for (const UINT position : {0U, 3U}) {
     menu.SetMenuDefItem(position);
     EXPECT_EQ(GetMenuDefaultItem(menu.Handle(), TRUE, 0), position);
   }
 }
 
-TEST(PopupMenuTest, HangsSubmenusIntoTheMenu) {
+TEST(PopupMenuTest, TheLatestSubmenuGetsTheItems) {
   clsPopupMenu menu;
-  menu.AddMenuItem(L"甲", 0, 1);
   menu.CreateSubmenu(L"第一");
   menu.AddSubmenuItem(L"乙", 0, 21);
   menu.CreateSubmenu(L"第二");
   menu.AddSubmenuItem(L"丙", MF_CHECKED, 31);
   menu.AddSubmenuItem(L"丁", 0, 32);
-  ASSERT_EQ(GetMenuItemCount(menu.Handle()), 3);
-  EXPECT_EQ(TextOf(menu.Handle(), 2), L"第二");
-  const HMENU first = GetSubMenu(menu.Handle(), 1);
-  const HMENU second = GetSubMenu(menu.Handle(), 2);
+  ASSERT_EQ(GetMenuItemCount(menu.Handle()), 2);
+  EXPECT_EQ(TextOf(menu.Handle(), 1), L"第二");
+  const HMENU first = GetSubMenu(menu.Handle(), 0);
+  const HMENU second = GetSubMenu(menu.Handle(), 1);
   EXPECT_EQ(GetMenuItemCount(first), 1);
-  ASSERT_EQ(GetMenuItemCount(second), 2);
   EXPECT_EQ(ItemOf(first, 0).wID, 21U);
+  ASSERT_EQ(GetMenuItemCount(second), 2);
   EXPECT_EQ(TextOf(second, 1), L"丁");
   EXPECT_EQ(ItemOf(second, 0).fState, UINT{MFS_CHECKED});
+  menu.CheckRadioItem(0, 1, 1);
+  EXPECT_EQ(ItemOf(second, 0).fState, UINT{MFS_UNCHECKED});
+  EXPECT_EQ(ItemOf(second, 1).fState, UINT{MFS_CHECKED});
+  EXPECT_NE(ItemOf(second, 1).fType & MFT_RADIOCHECK, 0U);
 }
 
-TEST(PopupMenuTest, ChecksOneOfARangeOfTheSubmenuByPosition) {
-  clsPopupMenu menu;
-  menu.CreateSubmenu(L"選項");
-  for (const UINT id : {70U, 80U, 90U, 100U}) menu.AddSubmenuItem(L"項目", 0, id);
-  const HMENU submenu = GetSubMenu(menu.Handle(), 0);
-  const auto checked = [&] {
-    std::string marks;
-    for (UINT i = 0; i < 4; ++i) marks += (ItemOf(submenu, i).fState & MFS_CHECKED) ? 'x' : '-';
-    return marks;
-  };
-  menu.CheckRadioItem(0, 2, 1);
-  EXPECT_EQ(checked(), "-x--");
-  EXPECT_NE(ItemOf(submenu, 1).fType & MFT_RADIOCHECK, 0U);
-  menu.CheckRadioItem(0, 2, 2);
-  EXPECT_EQ(checked(), "--x-");
-}
-
-TEST(PopupMenuTest, DeletesTheMenuWithItsSubmenusAndCanStartAnew) {
+TEST(PopupMenuTest, DeletesTheMenuWithItsSubmenusAndCanBeginAgain) {
   const int before = CountMenus();
   clsPopupMenu menu;
   menu.CreateSubmenu(L"一");
@@ -114,7 +86,7 @@ TEST(PopupMenuTest, DeletesTheMenuWithItsSubmenusAndCanStartAnew) {
   menu.DeleteMenu();
   EXPECT_EQ(CountMenus(), before);
   EXPECT_EQ(menu.Handle(), nullptr);
-  // There is nothing to work on, and nothing happens.
+  // Without a menu nothing happens.
   menu.DeleteMenu();
   menu.AddMenuItem(L"甲", 0, 1);
   menu.AddSubmenuItem(L"乙", 0, 2);
@@ -124,7 +96,10 @@ TEST(PopupMenuTest, DeletesTheMenuWithItsSubmenusAndCanStartAnew) {
   EXPECT_EQ(menu.TrackMenu(nullptr), 0U);
   EXPECT_EQ(CountMenus(), before);
   menu.CreateMenu();
-  EXPECT_EQ(GetMenuItemCount(menu.Handle()), 0);
+  const HMENU handle = menu.Handle();
+  EXPECT_EQ(GetMenuItemCount(handle), 0);
+  menu.CreateMenu();
+  EXPECT_EQ(menu.Handle(), handle) << "there is a menu already";
 }
 
 // Acts inside the menu's own message loop, once the menu is on the screen.
@@ -151,7 +126,6 @@ class PopupMenuTrackTest : public testing::Test {
       timer.Enabled(false);
       act();
     };
-    // Should the action not end the loop, this does, and the answer is 0.
     Timer limit;
     limit.Interval(8'000);
     limit.Tick = [&] {
@@ -180,23 +154,18 @@ class PopupMenuTrackTest : public testing::Test {
   clsPopupMenu menu;
 };
 
-TEST_F(PopupMenuTrackTest, ReturnsTheItemThatTheKeysChose) {
+TEST_F(PopupMenuTrackTest, ReturnsTheChosenItemAndSendsNoCommand) {
   EXPECT_EQ(Track([&] { Press({VK_DOWN, VK_RETURN}); }), 101U);
   EXPECT_EQ(Track([&] { Press({VK_DOWN, VK_DOWN, VK_RETURN}); }), 102U);
-}
-
-TEST_F(PopupMenuTrackTest, ReturnsTheItemThatWasClicked) {
-  const auto clickItem = [&](UINT position) {
-    RECT place = {};
-    GetMenuItemRect(nullptr, menu.Handle(), position, &place);
-    ClickAt((place.left + place.right) / 2, (place.top + place.bottom) / 2);
-  };
-  EXPECT_EQ(Track([&] { clickItem(1); }), 102U);
-  EXPECT_EQ(Track([&] { clickItem(0); }), 101U);
-}
-
-TEST_F(PopupMenuTrackTest, ReturnsAnItemOfTheSubmenu) {
-  EXPECT_EQ(Track([&] { Press({VK_UP, VK_RIGHT, VK_RETURN}); }), 201U);
+  EXPECT_EQ(Track([&] { Press({VK_UP, VK_RIGHT, VK_RETURN}); }), 201U) << "of the submenu";
+  EXPECT_EQ(Track([&] {
+              RECT place = {};
+              GetMenuItemRect(nullptr, menu.Handle(), 1, &place);
+              ClickAt((place.left + place.right) / 2, (place.top + place.bottom) / 2);
+            }),
+            102U);
+  MSG message = {};
+  EXPECT_FALSE(PeekMessageW(&message, form.hwnd(), WM_COMMAND, WM_COMMAND, PM_REMOVE));
 }
 
 TEST_F(PopupMenuTrackTest, ReturnsZeroWhenDismissed) {
@@ -205,51 +174,21 @@ TEST_F(PopupMenuTrackTest, ReturnsZeroWhenDismissed) {
   EXPECT_EQ(Track([] { EndMenu(); }), 0U);
 }
 
-TEST_F(PopupMenuTrackTest, SendsNoCommandToTheOwner) {
-  int commands = 0;
-  const auto isCommand = [&] {
-    MSG message = {};
-    while (PeekMessageW(&message, form.hwnd(), WM_COMMAND, WM_COMMAND, PM_REMOVE)) ++commands;
-  };
-  Track([&] { Press({VK_DOWN, VK_RETURN}); });
-  isCommand();
-  EXPECT_EQ(commands, 0);
-}
-
-TEST_F(PopupMenuTrackTest, StandsAtTheMouse) {
+TEST_F(PopupMenuTrackTest, IsShownAtTheMouseWithItsOwnerInTheBackground) {
+  TestForm other;
+  SetForegroundWindow(other.hwnd());
+  ASSERT_TRUE(PumpUntil([&] { return GetForegroundWindow() == other.hwnd(); }));
   RECT place = {};
+  HWND inFront = nullptr;
   Track([&] {
     GetWindowRect(MenuWindow(), &place);
+    inFront = GetForegroundWindow();
     EndMenu();
   });
   EXPECT_EQ(place.left, 60);
   EXPECT_EQ(place.top, 50);
-}
-
-TEST_F(PopupMenuTrackTest, DoesNotBringItsOwnerToTheForeground) {
-  TestForm other;
-  SetForegroundWindow(other.hwnd());
-  ASSERT_TRUE(PumpUntil([&] { return GetForegroundWindow() == other.hwnd(); }));
-  HWND inFront = nullptr;
-  Track([&] {
-    inFront = GetForegroundWindow();
-    EndMenu();
-  });
   EXPECT_EQ(inFront, other.hwnd());
   EXPECT_EQ(GetForegroundWindow(), other.hwnd());
-}
-
-TEST(PopupMenuLeakTest, LeavesNothingBehind) {
-  const int before = CountMenus();
-  EXPECT_EQ(LeakedBy([] {
-              clsPopupMenu menu;
-              menu.AddMenuItem(L"甲", 0, 1);
-              menu.CreateSubmenu(L"乙");
-              menu.AddSubmenuItem(L"丙", 0, 2);
-              menu.SetMenuDefItem(0);
-            }),
-            ResourceCounts());
-  EXPECT_EQ(CountMenus(), before);
 }
 
 }  // namespace

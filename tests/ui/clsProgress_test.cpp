@@ -8,28 +8,28 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST_F(SliderTest, MaxOfZeroOrLessIsOne) {
+TEST_F(SliderTest, TheMaximumIsAtLeastOneAndTakesTheValueAlong) {
   for (const double asked : {0.0, -1.0, -100.0, 0.5}) {
     slider.Max(100);
     slider.Max(asked);
     EXPECT_EQ(slider.Max(), 1) << asked;
   }
-  EXPECT_THAT(Told(), IsEmpty());
+  slider.Max(100);
+  slider.ValHit(80);
+  Events();
+  slider.Max(50);
+  EXPECT_EQ(slider.Value(), 50);
+  EXPECT_THAT(Events(), IsEmpty());
 }
 
-TEST_F(SliderTest, ValueBeyondTheEndsIsClampedAndStillTold) {
-  slider.Value(101);
-  EXPECT_EQ(slider.Value(), 100);
-  EXPECT_THAT(Told(), ElementsAre("PositionSet 100"));
-  slider.Value(-1);
-  EXPECT_EQ(slider.Value(), 0);
-  EXPECT_THAT(Told(), ElementsAre("PositionSet 0"));
-}
-
-TEST_F(SliderTest, ValueIsToldWhenItStaysTheSame) {
-  slider.Value(30);
-  slider.Value(30);
-  EXPECT_THAT(Told(), ElementsAre("PositionSet 30", "PositionSet 30"));
+TEST_F(SliderTest, TheValueIsClampedAndAlwaysReported) {
+  for (const double asked : {101.0, -1.0, 30.0, 30.0}) slider.Value(asked);
+  EXPECT_THAT(Events(),
+              ElementsAre("PositionSet 100", "PositionSet 0", "PositionSet 30", "PositionSet 30"));
+  for (const double asked : {250.0, -3.0, 12.5}) slider.ValHit(asked);
+  EXPECT_EQ(slider.Value(), 12.5);
+  EXPECT_THAT(Events(), ElementsAre("PositionSetByMouse 100", "PositionSetByMouse 0",
+                                    "PositionSetByMouse 12.5"));
 }
 
 TEST_F(SliderTest, PositionSetCarriesTheValueUnderThePointer) {
@@ -42,25 +42,7 @@ TEST_F(SliderTest, PositionSetCarriesTheValueUnderThePointer) {
   EXPECT_EQ(underPointer, 50);
 }
 
-TEST_F(SliderTest, ValHitIsClampedAndToldAsTheUsersAlone) {
-  slider.ValHit(250);
-  EXPECT_EQ(slider.Value(), 100);
-  slider.ValHit(-3);
-  EXPECT_EQ(slider.Value(), 0);
-  slider.ValHit(12.5);
-  EXPECT_THAT(Told(), ElementsAre("PositionSetByMouse 100", "PositionSetByMouse 0",
-                                  "PositionSetByMouse 12.5"));
-}
-
-TEST_F(SliderTest, SmallerMaximumTakesTheValueAlongSilently) {
-  slider.Value(80);
-  Told();
-  slider.Max(50);
-  EXPECT_EQ(slider.Value(), 50);
-  EXPECT_THAT(Told(), IsEmpty());
-}
-
-TEST_F(SliderTest, CursorOnPosLooksOnlyAtThePointersColumn) {
+TEST_F(SliderTest, CursorOnPosDependsOnlyOnThePointersColumn) {
   struct Row {
     int x;
     int y;
@@ -71,25 +53,24 @@ TEST_F(SliderTest, CursorOnPosLooksOnlyAtThePointersColumn) {
     SetCursorPos(kLeft + row.x, kTop + row.y);
     EXPECT_EQ(slider.CursorOnPos(), row.value) << row.x << ", " << row.y;
   }
-}
-
-TEST_F(SliderTest, CursorOnPosIsZeroWithoutWidth) {
   SetCursorPos(kLeft, kTop);
   host.Move(kLeft, kTop, 0, 18);
-  EXPECT_EQ(slider.CursorOnPos(), 0);
+  EXPECT_EQ(slider.CursorOnPos(), 0) << "without width";
 }
 
-TEST_F(SliderTest, EnabledIsTheHosts) {
+TEST_F(SliderTest, SharesStateWithItsHost) {
+  EXPECT_EQ(slider.hwnd(), host.hwnd());
   EXPECT_TRUE(slider.Enabled());
   slider.Enabled(false);
-  EXPECT_FALSE(IsWindowEnabled(host.hwnd()));
+  EXPECT_FALSE(host.Enabled());
   host.Enabled(true);
   EXPECT_TRUE(slider.Enabled());
-}
-
-TEST_F(SliderTest, ResizeOfTheHostIsTold) {
+  slider.BackColor(Rgb(10, 20, 30));
+  EXPECT_EQ(host.BackColor(), Rgb(10, 20, 30));
+  slider.BackColor(0x80000000 | COLOR_BTNFACE);
+  EXPECT_EQ(slider.BackColor(), GetSysColor(COLOR_BTNFACE));
   host.Move(kLeft, kTop, 240, 18);
-  EXPECT_THAT(Told(), ElementsAre("Resize"));
+  EXPECT_THAT(Events(), ElementsAre("Resize"));
 }
 
 TEST_F(SliderTest, MeasuresTextInItsFontSize) {
@@ -106,70 +87,35 @@ TEST_F(SliderTest, MeasuresTextInItsFontSize) {
   EXPECT_EQ(slider.FontSize(), 1);
 }
 
-TEST_F(SliderTest, BackColorIsTheHosts) {
-  slider.BackColor(Rgb(10, 20, 30));
-  EXPECT_EQ(host.BackColor(), Rgb(10, 20, 30));
-  slider.BackColor(0x80000000 | COLOR_BTNFACE);
-  EXPECT_EQ(slider.BackColor(), GetSysColor(COLOR_BTNFACE));
-}
-
-TEST_F(SliderTest, HwndIsTheHosts) {
-  EXPECT_EQ(slider.hwnd(), host.hwnd());
-  EXPECT_EQ(clsProgress().hwnd(), nullptr);
-}
-
-TEST_F(SliderTest, CreateTwiceIsRefused) { EXPECT_THROW(slider.Create(), SubclassError); }
-
-TEST(SliderWithoutHostTest, CreateIsRefusedAndTheRestKeepsTheValue) {
-  clsProgress slider;
+TEST_F(SliderTest, CreateNeedsAHostThatIsNoSliderYet) {
   EXPECT_THROW(slider.Create(), SubclassError);
-  slider.Max(50);
-  slider.Value(70);
-  slider.text(L"文字");
-  slider.PrintText(L"文字", kBlack);
-  slider.PaintMe();
-  slider.PaintDef();
-  slider.Enabled(true);
-  EXPECT_EQ(slider.Value(), 50);
-  EXPECT_EQ(slider.CursorOnPos(), 0);
-  EXPECT_FALSE(slider.Enabled());
-  EXPECT_FALSE(slider.MouseDriving());
+  clsProgress alone;
+  EXPECT_THROW(alone.Create(), SubclassError);
+  alone.Max(50);
+  alone.Value(70);
+  alone.text(L"文字");
+  alone.PrintText(L"文字", kBlack);
+  alone.PaintMe();
+  alone.PaintDef();
+  alone.Enabled(true);
+  EXPECT_EQ(alone.Value(), 50);
+  EXPECT_EQ(alone.CursorOnPos(), 0);
+  EXPECT_FALSE(alone.Enabled());
+  EXPECT_FALSE(alone.MouseDriving());
 }
 
-TEST_F(SliderTest, LeavesTheHostWhenItEnds) {
+TEST_F(SliderTest, LeavesItsHostForAnotherOne) {
   const size_t blocks = LiveSubclassBlocks();
-  TestForm other;
-  PictureBox box;
-  PictureBoxArgs args;
-  args.parent = other.hwnd();
-  args.width = args.height = 20;
-  box.Create(args);
-  {
-    clsProgress shortLived;
-    shortLived.TargetPictureBox(box);
-    shortLived.Create();
-    EXPECT_EQ(LiveSubclassBlocks(), blocks + 1);
-  }
-  SendMessageW(box.hwnd(), WM_NULL, 0, 0);
-  EXPECT_EQ(LiveSubclassBlocks(), blocks);
-  EXPECT_FALSE(box.Paint);
-  EXPECT_FALSE(box.MouseDown);
-  EXPECT_FALSE(box.KeyDown);
-  SendMouse(box.hwnd(), WM_LBUTTONDOWN, 3, 3, MK_LBUTTON);
-}
-
-TEST_F(SliderTest, MovesToAnotherHost) {
   PictureBox second;
-  PictureBoxArgs args;
-  args.parent = form.hwnd();
-  args.width = 100;
-  args.height = 18;
-  second.Create(args);
+  second.Create({.parent = form.hwnd(), .width = 100, .height = 18});
   slider.TargetPictureBox(second);
   slider.Create();
   EXPECT_EQ(slider.hwnd(), second.hwnd());
+  EXPECT_FALSE(host.Paint);
+  EXPECT_FALSE(host.KeyDown);
   Press(35);
-  EXPECT_THAT(Told(), IsEmpty());
+  EXPECT_THAT(Events(), IsEmpty());
+  EXPECT_EQ(LiveSubclassBlocks(), blocks);
   SendMouse(second.hwnd(), WM_LBUTTONDOWN, 20, 5, MK_LBUTTON);
   EXPECT_EQ(slider.Value(), 20);
   slider.TargetPictureBox(host);

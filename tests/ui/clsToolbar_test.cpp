@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "SubclassTestSupport.h"
+#include "tests/support/FormProbe.h"
 #include "tests/support/WindowTestSupport.h"
 #include "ui/MemoryContext.h"
 
@@ -21,20 +22,15 @@ constexpr Color kHostColor = Rgb(200, 220, 255);
 UniqueBitmap MakeImages(const std::vector<Color>& colors) {
   const int width = static_cast<int>(colors.size()) * kImageSize;
   BITMAPINFO layout = {};
-  layout.bmiHeader.biSize = sizeof(layout.bmiHeader);
-  layout.bmiHeader.biWidth = width;
-  layout.bmiHeader.biHeight = kImageSize;
-  layout.bmiHeader.biPlanes = 1;
-  layout.bmiHeader.biBitCount = 24;
+  layout.bmiHeader = {sizeof(layout.bmiHeader), width, kImageSize, 1, 24, BI_RGB, 0, 0, 0, 0, 0};
   void* bits = nullptr;
   UniqueBitmap bitmap(CreateDIBSection(nullptr, &layout, DIB_RGB_COLORS, &bits, nullptr, 0));
   const UniqueMemoryDc canvas(CreateCompatibleDC(nullptr));
   const SelectedObject selected(canvas.Get(), bitmap.Get());
   PatBlt(canvas.Get(), 0, 0, width, kImageSize, WHITENESS);
-  for (size_t i = 0; i < colors.size(); ++i) {
-    const int left = static_cast<int>(i) * kImageSize;
-    const RECT inside = {left + 2, 2, left + kImageSize - 2, kImageSize - 2};
-    const UniqueBrush brush(CreateSolidBrush(colors[i]));
+  for (int i = 0; i < static_cast<int>(colors.size()); ++i) {
+    const RECT inside = {i * kImageSize + 2, 2, (i + 1) * kImageSize - 2, kImageSize - 2};
+    const UniqueBrush brush(CreateSolidBrush(colors[static_cast<size_t>(i)]));
     FillRect(canvas.Get(), &inside, brush.Get());
   }
   return bitmap;
@@ -80,7 +76,7 @@ class ToolbarTest : public testing::Test {
     SendMouse(toolbar->hwnd(), WM_LBUTTONUP, at.x, at.y);
   }
 
-  // The text that the host hands to a tooltip that asks in ANSI; none when it does not answer.
+  // The answer to a tooltip that asks for its text in ANSI; null without one.
   const char* TipOf(int id) const {
     NMTTDISPINFOA request = {};
     request.hdr.code = TTN_GETDISPINFOA;
@@ -102,18 +98,8 @@ std::string Ansi(const std::wstring& text) {
   return buffer.data();
 }
 
-TEST_F(ToolbarTest, KeepsItsTooltipWhenEveryWindowOfTheScreenIsAskedToClose) {
-  AddTwoButtons();
-  const auto tip = reinterpret_cast<HWND>(Ask(TB_GETTOOLTIPS));
-  ASSERT_TRUE(IsWindow(tip));
-  SendMessageW(tip, WM_CLOSE, 0, 0);
-  EXPECT_TRUE(IsWindow(tip));
-}
-
-TEST_F(ToolbarTest, FillsItsHostInTheStyleOfAFlatToolbarWithToolTips) {
-  std::array<wchar_t, 40> name = {};
-  GetClassNameW(toolbar->hwnd(), name.data(), static_cast<int>(name.size()));
-  EXPECT_STREQ(name.data(), L"ToolbarWindow32");
+TEST_F(ToolbarTest, FillsItsHostAsAFlatToolbarWithToolTips) {
+  EXPECT_EQ(ClassOf(toolbar->hwnd()), L"ToolbarWindow32");
   EXPECT_EQ(GetParent(toolbar->hwnd()), host->hwnd());
   const auto style = static_cast<DWORD>(GetWindowLongPtrW(toolbar->hwnd(), GWL_STYLE));
   const DWORD expected =
@@ -121,36 +107,23 @@ TEST_F(ToolbarTest, FillsItsHostInTheStyleOfAFlatToolbarWithToolTips) {
   EXPECT_EQ(style & expected, expected);
   EXPECT_EQ(style & TBSTYLE_LIST, 0U);
   EXPECT_EQ(Ask(TB_GETEXTENDEDSTYLE) & TBSTYLE_EX_DRAWDDARROWS, 1);
-  RECT place = {};
-  GetWindowRect(toolbar->hwnd(), &place);
-  MapWindowPoints(nullptr, host->hwnd(), reinterpret_cast<POINT*>(&place), 2);
-  EXPECT_EQ(place.left, 0);
-  EXPECT_EQ(place.top, 0);
-  EXPECT_EQ(place.right, 330);
-  EXPECT_EQ(place.bottom, 26);
-}
-
-TEST_F(ToolbarTest, FollowsItsHostsSize) {
-  host->Move(5, 3, 200, 22);
-  RECT client = {};
-  GetClientRect(toolbar->hwnd(), &client);
-  EXPECT_EQ(client.right, 200);
-  EXPECT_EQ(client.bottom, 22);
+  for (const SIZE& size : {SIZE{330, 26}, SIZE{200, 22}}) {
+    host->Move(5, 3, size.cx, size.cy);
+    RECT place = OnScreen(toolbar->hwnd());
+    MapWindowPoints(nullptr, host->hwnd(), reinterpret_cast<POINT*>(&place), 2);
+    const RECT whole = {0, 0, size.cx, size.cy};
+    EXPECT_TRUE(EqualRect(&place, &whole)) << size.cx;
+  }
 }
 
 TEST_F(ToolbarTest, TakesTheImagesOfABitmapWithAMaskColour) {
   AddImages(*toolbar, {kRed, kGreen});
   const HIMAGELIST images = toolbar->ImageList();
   EXPECT_EQ(ImageList_GetImageCount(images), 2);
-  int width = 0;
-  int height = 0;
-  ImageList_GetIconSize(images, &width, &height);
-  EXPECT_EQ(width, kImageSize);
-  EXPECT_EQ(height, kImageSize);
   const auto canvas = MemoryContext::Create(kImageSize, kImageSize);
   PatBlt(canvas->Dc(), 0, 0, kImageSize, kImageSize, BLACKNESS);
   ImageList_Draw(images, 1, canvas->Dc(), 0, 0, ILD_TRANSPARENT);
-  EXPECT_EQ(PixelOf(canvas->Dc(), 8, 8), kGreen);
+  EXPECT_EQ(PixelOf(canvas->Dc(), 13, 13), kGreen);
   EXPECT_EQ(PixelOf(canvas->Dc(), 0, 0), kBlack);
 }
 
@@ -163,63 +136,45 @@ TEST_F(ToolbarTest, TakesAnotherImageListWithoutOwningIt) {
   EXPECT_EQ(ImageList_GetImageCount(other.Get()), 1);
 }
 
-TEST_F(ToolbarTest, NumbersItsButtonsFromOne) {
+TEST_F(ToolbarTest, EachButtonHasAnImageAndAState) {
   AddImages(*toolbar, {kRed, kGreen});
   EXPECT_EQ(toolbar->AddButton(1, L"甲"), 1);
   EXPECT_EQ(toolbar->AddButton(0, L"乙"), 2);
   EXPECT_EQ(Ask(TB_BUTTONCOUNT), 2);
   EXPECT_EQ(toolbar->ButtonImage(1), 1);
   EXPECT_EQ(toolbar->ButtonImage(2), 0);
-  EXPECT_TRUE(toolbar->Enabled(1));
-  EXPECT_TRUE(toolbar->Visible(2));
-}
+  toolbar->ButtonImage(1, 0);
+  EXPECT_EQ(toolbar->ButtonImage(1), 0);
 
-TEST_F(ToolbarTest, ChangesOneButtonsImage) {
-  AddTwoButtons();
-  toolbar->ButtonImage(1, 1);
-  EXPECT_EQ(toolbar->ButtonImage(1), 1);
-  EXPECT_EQ(toolbar->ButtonImage(2), 1);
-}
-
-TEST_F(ToolbarTest, EnablesAndHidesOneButtonAndKeepsTheRestOfItsState) {
-  AddTwoButtons();
   toolbar->Enabled(2, false);
   EXPECT_FALSE(toolbar->Enabled(2));
   EXPECT_TRUE(toolbar->Visible(2));
   EXPECT_TRUE(toolbar->Enabled(1));
   toolbar->Visible(2, false);
   EXPECT_FALSE(toolbar->Visible(2));
-  EXPECT_EQ(Ask(TB_GETSTATE, 2), TBSTATE_HIDDEN);
+  EXPECT_EQ(Ask(TB_GETSTATE, 2), TBSTATE_HIDDEN) << "still disabled";
   toolbar->Enabled(2, true);
   EXPECT_EQ(Ask(TB_GETSTATE, 2), TBSTATE_HIDDEN | TBSTATE_ENABLED);
   toolbar->Visible(2, true);
   EXPECT_EQ(Ask(TB_GETSTATE, 2), TBSTATE_ENABLED);
-}
 
-TEST_F(ToolbarTest, AButtonThatDoesNotExistIsNeitherEnabledNorVisible) {
-  AddTwoButtons();
   for (const int id : {0, 3, -1}) {
     toolbar->Enabled(id, true);
     toolbar->Visible(id, true);
     toolbar->ButtonImage(id, 1);
-    EXPECT_FALSE(toolbar->Enabled(id));
+    EXPECT_FALSE(toolbar->Enabled(id)) << "there is no button " << id;
     EXPECT_FALSE(toolbar->Visible(id));
     EXPECT_EQ(toolbar->ButtonImage(id), -1);
   }
 }
 
-TEST_F(ToolbarTest, ReportsThePressedButton) {
+TEST_F(ToolbarTest, ReportsAPressedButtonThatIsEnabled) {
   AddTwoButtons();
   Click(2);
   Click(1);
-  EXPECT_EQ(clicks, (std::vector<int>{2, 1}));
-}
-
-TEST_F(ToolbarTest, ADisabledButtonCannotBePressed) {
-  AddTwoButtons();
   toolbar->Enabled(1, false);
   Click(1);
-  EXPECT_TRUE(clicks.empty());
+  EXPECT_EQ(clicks, (std::vector<int>{2, 1}));
 }
 
 TEST_F(ToolbarTest, ACommandOfAnotherWindowIsNoButton) {
@@ -233,7 +188,7 @@ TEST_F(ToolbarTest, ACommandOfAnotherWindowIsNoButton) {
   EXPECT_EQ(clicks, std::vector<int>{2});
 }
 
-TEST_F(ToolbarTest, ItsHandlerMayEndTheToolbarAndItsHost) {
+TEST_F(ToolbarTest, ItsHandlerMayDeleteTheToolbarAndItsHost) {
   AddTwoButtons();
   toolbar->ButtonClick = [&](int) {
     toolbar.reset();
@@ -254,40 +209,23 @@ TEST_F(ToolbarTest, EndsBeforeOrAfterItsHost) {
   const HWND other = toolbar->hwnd();
   host.reset();
   EXPECT_FALSE(IsWindow(other));
-  EXPECT_EQ(toolbar->hwnd(), nullptr) << "the handle may be another window's by now";
+  EXPECT_EQ(toolbar->hwnd(), nullptr);
 }
 
-TEST_F(ToolbarTest, ItsHostWantsAnsiNotifications) {
+TEST_F(ToolbarTest, AnswersTheAnsiToolTipRequestOnly) {
   EXPECT_EQ(SendMessageW(host->hwnd(), WM_NOTIFYFORMAT, reinterpret_cast<WPARAM>(toolbar->hwnd()),
                          NF_QUERY),
             NFR_ANSI);
-  // Of others than the toolbar it knows nothing.
   EXPECT_EQ(
       SendMessageW(host->hwnd(), WM_NOTIFYFORMAT, reinterpret_cast<WPARAM>(form.hwnd()), NF_QUERY),
       NFR_UNICODE);
-}
-
-TEST_F(ToolbarTest, HandsTheToolTipOutInTheAnsiCodePage) {
-  AddTwoButtons();
-  EXPECT_EQ(TipOf(1), Ansi(L"第一個"));
-}
-
-TEST_F(ToolbarTest, KeepsTheConvertedTextAlive) {
-  toolbar->AddButton(0, L"first");
-  toolbar->AddButton(0, L"second");
+  toolbar->AddButton(0, L"第一個");
+  toolbar->AddButton(0, L"");
+  toolbar->AddButton(0, L"third");
   const char* const first = TipOf(1);
-  const char* const second = TipOf(2);
-  EXPECT_STREQ(first, "first");
-  EXPECT_STREQ(second, "second");
-}
-
-TEST_F(ToolbarTest, AnswersNoRequestForAnEmptyOrUnknownToolTip) {
-  AddTwoButtons();
-  for (const int id : {2, 0, 3, -1}) EXPECT_EQ(TipOf(id), nullptr) << id;
-}
-
-TEST_F(ToolbarTest, LeavesTheUnicodeRequestUnanswered) {
-  AddTwoButtons();
+  EXPECT_STREQ(TipOf(3), "third");
+  EXPECT_EQ(first, Ansi(L"第一個")) << "it stays valid";
+  for (const int id : {2, 0, 4, -1}) EXPECT_EQ(TipOf(id), nullptr) << id;
   NMTTDISPINFOW request = {};
   request.hdr.code = TTN_GETDISPINFOW;
   request.hdr.idFrom = 1;
@@ -295,24 +233,16 @@ TEST_F(ToolbarTest, LeavesTheUnicodeRequestUnanswered) {
   EXPECT_EQ(request.lpszText, nullptr);
 }
 
-TEST_F(ToolbarTest, KeepsChineseCaptionsWholeInAnyCodePage) {
-  AddImages(*toolbar, {kRed});
-  toolbar->AddButton(0, L"", L"新 增");
-  toolbar->AddButton(0, L"", L"");
-  toolbar->AddButton(0, L"", L"離 開");
-  std::array<wchar_t, 40> caption = {};
-  Ask(TB_GETBUTTONTEXTW, 1, reinterpret_cast<LPARAM>(caption.data()));
-  EXPECT_STREQ(caption.data(), L"新 增");
-  Ask(TB_GETBUTTONTEXTW, 3, reinterpret_cast<LPARAM>(caption.data()));
-  EXPECT_STREQ(caption.data(), L"離 開");
+TEST_F(ToolbarTest, ShowsChineseCaptionsInAnyCodePage) {
+  AddImages(*toolbar, {kRed, kGreen});
+  const std::vector<std::wstring> captions = {L"新 增", L"", L"停 止", L"設 定", L"離 開"};
+  for (const std::wstring& caption : captions) toolbar->AddButton(0, L"", caption);
+  for (size_t i = 0; i < captions.size(); ++i) {
+    std::array<wchar_t, 40> text = {};
+    Ask(TB_GETBUTTONTEXTW, i + 1, reinterpret_cast<LPARAM>(text.data()));
+    EXPECT_EQ(text.data(), captions[i]);
+  }
   EXPECT_NE(Ask(TB_GETSTYLE) & TBSTYLE_LIST, 0);
-}
-
-TEST_F(ToolbarTest, FiveCaptionedButtonsFitIntoAStrip) {
-  AddImages(*toolbar, {kRed, kGreen, kRed, kGreen, kRed});
-  const wchar_t* const captions[] = {L"新 增", L"播 放", L"停 止", L"設 定", L"離 開"};
-  int image = 0;
-  for (const wchar_t* const caption : captions) toolbar->AddButton(image++, caption, caption);
   const SIZE size = toolbar->ButtonsSize();
   EXPECT_LE(size.cx, 323);
   EXPECT_LE(size.cy, 26);
@@ -335,47 +265,35 @@ TEST_F(ToolbarTest, ShowsItsImagesOnItsHostsBackground) {
   EXPECT_EQ(onScreen(300, 13), kHostColor);
 }
 
-// Moves the real mouse onto a button, and looks at the tooltip and at what it asked the host.
-class ToolbarHoverTest : public ToolbarTest {
- protected:
-  void SetUp() override {
-    ToolbarTest::SetUp();
-    AddTwoButtons();
-    spy.onCall = [this](const SubclassCall& call) {
-      const auto& notification = *reinterpret_cast<const NMHDR*>(call.lParam);
-      if (notification.code == TTN_GETDISPINFOA) askedFor = static_cast<int>(notification.idFrom);
-    };
-    spyEngine.Subclass(host->hwnd(), spy, 0);
-    spyEngine.AddMessage(host->hwnd(), WM_NOTIFY, kAfterPrevious);
-  }
-  ~ToolbarHoverTest() override { SetCursorPos(700, 700); }
-
-  HWND Tip() const { return reinterpret_cast<HWND>(Ask(TB_GETTOOLTIPS)); }
-
-  void MoveMouseTo(int id) {
-    askedFor = 0;
+TEST_F(ToolbarTest, TheRealMouseBringsTheToolTipOfAButtonThatHasOne) {
+  AddTwoButtons();
+  const auto tip = reinterpret_cast<HWND>(Ask(TB_GETTOOLTIPS));
+  int askedFor = 0;
+  RecordingOwner spy;
+  spy.onCall = [&](const SubclassCall& call) {
+    const auto& notification = *reinterpret_cast<const NMHDR*>(call.lParam);
+    if (notification.code == TTN_GETDISPINFOA) askedFor = static_cast<int>(notification.idFrom);
+  };
+  GXMSubclass engine;
+  engine.Subclass(host->hwnd(), spy, 0);
+  engine.AddMessage(host->hwnd(), WM_NOTIFY, kAfterPrevious);
+  const auto moveMouseTo = [&](int id) {
     POINT at = CenterOf(id);
     ClientToScreen(toolbar->hwnd(), &at);
     SetCursorPos(at.x, at.y);
-  }
-
-  int askedFor = 0;
-  RecordingOwner spy;
-  GXMSubclass spyEngine;
-};
-
-TEST_F(ToolbarHoverTest, ShowsTheToolTipOfTheButtonUnderTheMouse) {
-  MoveMouseTo(1);
-  ASSERT_TRUE(PumpUntil([&] { return IsWindowVisible(Tip()) != 0; }));
-  EXPECT_EQ(askedFor, 1);
-  EXPECT_EQ(Ansi(WindowText(Tip())), Ansi(L"第一個"));
-}
-
-TEST_F(ToolbarHoverTest, ShowsNoneOverAButtonWithoutAToolTip) {
-  MoveMouseTo(2);
+  };
+  moveMouseTo(2);
   ASSERT_TRUE(PumpUntil([&] { return askedFor == 2; }));
   Pump();
-  EXPECT_FALSE(IsWindowVisible(Tip()));
+  EXPECT_FALSE(IsWindowVisible(tip));
+  moveMouseTo(1);
+  ASSERT_TRUE(PumpUntil([&] { return IsWindowVisible(tip) != 0; }));
+  EXPECT_EQ(askedFor, 1);
+  EXPECT_EQ(Ansi(WindowText(tip)), Ansi(L"第一個"));
+  // Some programs send this to every window of the screen.
+  SendMessageW(tip, WM_CLOSE, 0, 0);
+  EXPECT_TRUE(IsWindow(tip));
+  SetCursorPos(700, 700);
 }
 
 TEST_F(ToolbarTest, LeavesNothingBehind) {
