@@ -14,7 +14,7 @@ class Timer {
   Timer& operator=(const Timer&) = delete;
   ~Timer() { Enabled(false); }
 
-  // Called from the message loop of the thread that enabled the timer. May disable or delete it.
+  // Called from the message loop of the thread that enabled the timer. May disable it.
   std::function<void()> Tick;
 
   // Restarts a running timer. Throws as Enabled does.

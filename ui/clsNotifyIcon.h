@@ -28,7 +28,7 @@ class clsNotifyIcon : private GXISubclass {
   // would stay until the mouse is moved over it.
   static void DeleteAll() noexcept;
 
-  // A mouse button went down on the icon. The handler may delete this object.
+  // A mouse button went down on the icon.
   std::function<void()> LButtonDown;
   std::function<void()> RButtonDown;
 

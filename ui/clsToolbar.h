@@ -23,7 +23,7 @@ class clsToolbar : private GXISubclass {
   clsToolbar& operator=(const clsToolbar&) = delete;
   ~clsToolbar();
 
-  // A button was pressed. The handler may delete the toolbar and its host.
+  // A button was pressed.
   std::function<void(int id)> ButtonClick;
 
   // The host: named before Create, and alive as long as its window is.

@@ -2,13 +2,13 @@
 
 #include <windows.h>
 
-#include <commctrl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <memory>
 #include <vector>
 
+#include "SubclassTestSupport.h"
 #include "tests/support/FormProbe.h"
 #include "tests/support/WindowTestSupport.h"
 #include "ui/Density.h"
@@ -98,22 +98,6 @@ TEST(FormTest, ItsKeysAreHandledAsLongAsItsWindowLives) {
   }
 }
 
-// The settings and colours that a window is told of.
-struct FakeControl {
-  std::vector<std::wstring> settings;
-  int colors = 0;
-
-  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-                                    UINT_PTR, DWORD_PTR object) {
-    auto& self = *reinterpret_cast<FakeControl*>(object);
-    if (message == WM_SYSCOLORCHANGE) ++self.colors;
-    if (message == WM_SETTINGCHANGE) {
-      self.settings.emplace_back(reinterpret_cast<const wchar_t*>(lParam));
-    }
-    return DefSubclassProc(window, message, wParam, lParam);
-  }
-};
-
 // The system sends them to top-level windows only.
 TEST(FormTest, PassesNewColoursAndSettingsOnToEachControlOnce) {
   const RecordingForm form;
@@ -121,18 +105,24 @@ TEST(FormTest, PassesNewColoursAndSettingsOnToEachControlOnce) {
   outer.Create({.parent = form.hwnd(), .width = 90, .height = 50});
   PictureBox inner;
   inner.Create({.parent = outer.hwnd(), .width = 50, .height = 20});
-  FakeControl controls[3];
-  const HWND parents[] = {form.hwnd(), outer.hwnd(), inner.hwnd()};
-  for (size_t i = 0; i < std::size(controls); ++i) {
-    ASSERT_TRUE(SetWindowSubclass(CreateEdit(parents[i]), FakeControl::Procedure, 1,
-                                  reinterpret_cast<DWORD_PTR>(&controls[i])));
+  CallLog log;
+  RecordingOwner owner;
+  owner.onCall = [&](const SubclassCall& call) {
+    const bool isSetting = call.message == WM_SETTINGCHANGE && call.lParam != 0;
+    log.emplace_back(isSetting ? "setting" : "colours");
+  };
+  GXMSubclass engine;
+  for (const HWND parent : {form.hwnd(), outer.hwnd(), inner.hwnd()}) {
+    const HWND edit = CreateEdit(parent);
+    engine.Subclass(edit, owner, 0);
+    engine.AddMessage(edit, WM_SYSCOLORCHANGE, kBeforePrevious);
+    engine.AddMessage(edit, WM_SETTINGCHANGE, kBeforePrevious);
   }
   SendMessageW(form.hwnd(), WM_SYSCOLORCHANGE, 0, 0);
+  EXPECT_THAT(log, ElementsAre("colours", "colours", "colours"));
+  log.clear();
   SendMessageW(form.hwnd(), WM_SETTINGCHANGE, 0, reinterpret_cast<LPARAM>(L"intl"));
-  for (const FakeControl& each : controls) {
-    EXPECT_EQ(each.colors, 1);
-    EXPECT_THAT(each.settings, ElementsAre(L"intl"));
-  }
+  EXPECT_THAT(log, ElementsAre("setting", "setting", "setting"));
 }
 
 TEST(FormTest, EnterAndEscapeReachTheFormFromAControl) {
@@ -145,20 +135,6 @@ TEST(FormTest, EnterAndEscapeReachTheFormFromAControl) {
   PostMessageW(edit, WM_KEYDOWN, VK_ESCAPE, 0);
   EXPECT_TRUE(PumpUntil([&] { return form.events.size() >= 2; }));
   EXPECT_THAT(form.events, ElementsAre("enter", "escape"));
-}
-
-TEST(FormTest, TabWalksThroughTheControlsInsideTheBoxes) {
-  RecordingForm form;
-  PictureBox boxes[2];
-  HWND edits[2] = {};
-  for (size_t i = 0; i < 2; ++i) {
-    boxes[i].Create({.parent = form.hwnd(), .width = 50, .height = 20});
-    edits[i] = CreateEdit(boxes[i].hwnd());
-  }
-  form.Show();
-  ::SetFocus(edits[0]);
-  PostMessageW(edits[0], WM_KEYDOWN, VK_TAB, 0);
-  EXPECT_TRUE(PumpUntil([&] { return GetFocus() == edits[1]; }));
 }
 
 TEST(FormTest, AModalFormDisablesItsOwnerUntilItIsUnloaded) {

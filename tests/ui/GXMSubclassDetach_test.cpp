@@ -109,37 +109,6 @@ TEST_F(GXMSubclassDetachTest, FromANestedMessageWaitsForTheOuterOne) {
   ExpectDone();
 }
 
-TEST_F(GXMSubclassDetachTest, FromInsideThePreviousProcedureWaitsForItsReturn) {
-  // The lower engine's handler is a part of the upper one's previous procedure.
-  TargetWindow window;
-  TwoEngines two(window.hwnd());
-  two.AddPing(kBeforePrevious, kBoth);
-  two.lower.onCall = [&](const SubclassCall& call) { two.upperEngine.UnSubclass(call.window); };
-  const size_t blocks = LiveSubclassBlocks();
-  EXPECT_EQ(window.Send(kPing, 2), kPreviousAnswer + 2);
-  EXPECT_EQ(two.upper.calls, 1);
-  EXPECT_EQ(LiveSubclassBlocks(), blocks - 1);
-  window.Send(kPing);
-  EXPECT_EQ(two.lower.calls, 2);
-}
-
-TEST_F(GXMSubclassDetachTest, TheWindowCanBeSubclassedAgainInTheSameHandler) {
-  owner.onCall = [&](const SubclassCall& call) {
-    if (!call.before || owner.calls > 1) return;
-    engine->UnSubclass(call.window);
-    engine->Subclass(call.window, owner, 8);
-    engine->AddMessage(call.window, kPing, kBeforePrevious);
-  };
-  for (int i = 0; i < 2; ++i) {
-    // The new owner does not see the message that was under way.
-    log.clear();
-    target.Send(kPing);
-    EXPECT_EQ(log, (CallLog{"before", "previous"}));
-    EXPECT_EQ(OwnBlocks(), 1U);
-    EXPECT_EQ(engine->p_ParamUser(target.hwnd()), 8);
-  }
-}
-
 TEST_F(GXMSubclassDetachTest, TwoEnginesDetachInEitherOrder) {
   for (const bool upperFirst : {true, false}) {
     TargetWindow window;

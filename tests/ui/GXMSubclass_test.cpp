@@ -222,18 +222,6 @@ TEST_F(GXMSubclassTest, TheOwnerSeesTheMessageAndMayAnswerIt) {
   EXPECT_EQ(log, (CallLog{"before", "after"}));
 }
 
-TEST_F(GXMSubclassTest, NestsWhenAHandlerSendsToItsOwnWindow) {
-  Add(kPing, kBoth);
-  Add(kOther, kBeforePrevious);
-  owner.onCall = [&](const SubclassCall& call) {
-    if (call.message == kPing && call.before) {
-      EXPECT_EQ(target.Send(kOther, 8), kPreviousAnswer + 8);
-    }
-  };
-  EXPECT_EQ(target.Send(kPing, 2), kPreviousAnswer + 2);
-  EXPECT_EQ(log, (CallLog{"before", "before", "previous", "previous", "after"}));
-}
-
 TEST(GXMSubclassChainTest, TheEngineThatAttachedLastSeesAMessageFirst) {
   CallLog log;
   TargetWindow target(&log);

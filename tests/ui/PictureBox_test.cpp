@@ -104,16 +104,6 @@ TEST_F(PictureBoxTest, ReportsKeysAndWhenItIsEnabled) {
   EXPECT_EQ(SendMessageW(box.hwnd(), WM_GETDLGCODE, 0, 0), DLGC_WANTARROWS);
 }
 
-TEST_F(PictureBoxTest, ItsHandlerMayDestroyIt) {
-  auto dying = std::make_unique<PictureBox>();
-  dying->Create({.parent = form.hwnd(), .width = 10, .height = 10});
-  const HWND window = dying->hwnd();
-  dying->MouseDown = [&](const MouseEvent&) { dying.reset(); };
-  SendMouse(window, WM_LBUTTONDOWN, 1, 1);
-  EXPECT_EQ(dying, nullptr);
-  EXPECT_FALSE(IsWindow(window));
-}
-
 TEST(DensityTest, IsTheScreens) {
   const WindowDc screen(nullptr);
   const int dpi = GetDeviceCaps(screen.Get(), LOGPIXELSX);

@@ -48,7 +48,7 @@ class SliderTest : public testing::Test {
 
   // At a pixel of the host, as the system sends it.
   void Press(int x, int y = 5, UINT message = WM_LBUTTONDOWN) {
-    SendMouse(host.hwnd(), message, x, y, ButtonBits(message));
+    SendMouse(host.hwnd(), message, x, y);
   }
   void Drag(int x, int y = 5) { SendMouse(host.hwnd(), WM_MOUSEMOVE, x, y, MK_LBUTTON); }
   void Release(int x, int y = 5, UINT message = WM_LBUTTONUP) {
@@ -64,13 +64,6 @@ class SliderTest : public testing::Test {
   PictureBox host;
   clsProgress slider;
   std::vector<std::string> events;
-
- private:
-  static WPARAM ButtonBits(UINT message) {
-    if (message == WM_RBUTTONDOWN) return MK_RBUTTON;
-    if (message == WM_MBUTTONDOWN) return MK_MBUTTON;
-    return MK_LBUTTON;
-  }
 };
 
 }  // namespace tellurvane

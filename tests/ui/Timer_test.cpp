@@ -21,17 +21,5 @@ TEST(TimerTest, TicksWhileEnabledAndNeverAfterwards) {
   EXPECT_FALSE(PumpUntil([&] { return ticks > seen; }, std::chrono::milliseconds(60)));
 }
 
-TEST(TimerTest, ItsTickMayDeleteIt) {
-  bool ticked = false;
-  auto timer = std::make_unique<Timer>();
-  timer->Tick = [&] {
-    timer.reset();
-    ticked = true;
-  };
-  timer->Interval(10);
-  timer->Enabled(true);
-  EXPECT_TRUE(PumpUntil([&] { return ticked; }));
-}
-
 }  // namespace
 }  // namespace tellurvane

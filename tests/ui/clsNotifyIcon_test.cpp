@@ -106,17 +106,6 @@ TEST_F(NotifyIconTest, ReportsTheTwoButtonsAndNothingElse) {
     if (message != WM_LBUTTONDOWN && message != WM_RBUTTONDOWN) Tell(message);
   }
   EXPECT_EQ(events, "LR");
-  icon->LButtonDown = nullptr;
-  Tell(WM_LBUTTONDOWN);
-  EXPECT_EQ(events, "LR");
-}
-
-TEST_F(NotifyIconTest, ItsHandlerMayDeleteIt) {
-  icon->RButtonDown = [&] { icon.reset(); };
-  icon->IconAdd();
-  Tell(WM_RBUTTONDOWN);
-  EXPECT_EQ(icon, nullptr);
-  EXPECT_EQ(Box(), nullptr);
 }
 
 TEST_F(NotifyIconTest, DeleteAllTakesAllIconsAway) {
@@ -164,17 +153,6 @@ TEST_F(NotifyIconTest, ComesBackAfterTheTaskbarRestartsWhileItIsWanted) {
   icon->IconDelete();
   RestartTaskbar();
   EXPECT_FALSE(IsInTray());
-}
-
-TEST_F(NotifyIconTest, AFormWithoutAnIconGetsTheSystems) {
-  TestForm plain;
-  clsNotifyIcon other;
-  other.IconInit(plain);
-  other.IconAdd();
-  NOTIFYICONDATAW record = Record();
-  record.hWnd = BoxOf(plain);
-  record.uID = static_cast<UINT>(reinterpret_cast<UINT_PTR>(LoadIconW(nullptr, IDI_APPLICATION)));
-  EXPECT_TRUE(Shell_NotifyIconW(NIM_MODIFY, &record));
 }
 
 // The icon as the desktop shows it. A desktop without a taskbar has a window for the icons.

@@ -188,16 +188,6 @@ TEST_F(ToolbarTest, ACommandOfAnotherWindowIsNoButton) {
   EXPECT_EQ(clicks, std::vector<int>{2});
 }
 
-TEST_F(ToolbarTest, ItsHandlerMayDeleteTheToolbarAndItsHost) {
-  AddTwoButtons();
-  toolbar->ButtonClick = [&](int) {
-    toolbar.reset();
-    host.reset();
-  };
-  SendMessageW(host->hwnd(), WM_COMMAND, 1, reinterpret_cast<LPARAM>(toolbar->hwnd()));
-  EXPECT_EQ(host, nullptr);
-}
-
 TEST_F(ToolbarTest, EndsBeforeOrAfterItsHost) {
   const HWND window = toolbar->hwnd();
   toolbar.reset();
