@@ -51,14 +51,14 @@ HWND CreateEdit(HWND parent) {
 }
 
 TEST(FormTest, IsLoadedHiddenWithCaptionAndSizeInTwips) {
-  const RecordingForm form;
-  EXPECT_TRUE(form.IsLoaded());
-  EXPECT_FALSE(form.Visible());
+  RecordingForm form;
+  EXPECT_TRUE(form.IsLoaded() && !form.Visible());
   EXPECT_EQ(WindowText(form.hwnd()), L"名稱");
   EXPECT_EQ(form.Width(), 3'000);
   EXPECT_EQ(form.Height(), 1'500);
-  EXPECT_EQ(form.events.front(), "resize");
-  EXPECT_EQ(form.events.back(), "load");
+  EXPECT_THAT(form.events, ElementsAre("load"));
+  form.Move(0, 0, 3'300, 1'500);
+  EXPECT_THAT(form.events, ElementsAre("load", "resize"));
 }
 
 TEST(FormTest, TheCloseBoxUnloadsUnlessTheFormWaitsOrRefuses) {
@@ -94,7 +94,7 @@ TEST(FormTest, ItsKeysAreHandledAsLongAsItsWindowLives) {
     if (way == "destroy the owner") DestroyWindow(owner.hwnd());
     EXPECT_FALSE(IsWindow(window)) << way;
     EXPECT_FALSE(IsKeyboardForm(window)) << way;
-    if (form) EXPECT_EQ(form->hwnd(), nullptr) << way;
+    EXPECT_TRUE(!form || form->hwnd() == nullptr) << way;
   }
 }
 
