@@ -4,7 +4,6 @@
 #include <array>
 #include <cstring>
 
-#include "base/JoinedDates.h"
 #include "base/Number.h"
 #include "base/Text.h"
 #include "scheduler/Schedule.h"
@@ -146,11 +145,11 @@ void AppendFieldText(std::wstring& text, std::wstring_view field) {
   text += TrimBlanks(inOneLine);
 }
 
-void AppendDate(std::wstring& text, DateSerial date, JoinedDates& dates) {
-  dates.Append(text, IsDateSerial(date) ? date : 0);
+void AppendDate(std::wstring& text, DateSerial date, const DateWriter& writeDate) {
+  writeDate(text, IsDateSerial(date) ? date : 0);
 }
 
-void AppendTask(std::wstring& text, const TaskRecord& task, JoinedDates& dates) {
+void AppendTask(std::wstring& text, const TaskRecord& task, const DateWriter& writeDate) {
   AppendInteger(text, task.IntervalUnit);
   text += L'|';
   AppendInteger(text, task.Interval);
@@ -161,9 +160,9 @@ void AppendTask(std::wstring& text, const TaskRecord& task, JoinedDates& dates) 
   text += L'\t';
   AppendFieldText(text, task.Source);
   text += L'\t';
-  AppendDate(text, task.LastRun, dates);
+  AppendDate(text, task.LastRun, writeDate);
   text += L'\t';
-  AppendDate(text, task.NextRun, dates);
+  AppendDate(text, task.NextRun, writeDate);
   text += kLineEnd;
 }
 
@@ -211,14 +210,12 @@ std::string TaskListBytes(std::span<const TaskRecord> tasks, const DateWriter& w
   std::string bytes;
   bytes.reserve(LikelySize(tasks));
   bytes += kMark;
-  // The platform takes longer over the two dates of a task than all the rest does.
-  JoinedDates dates(writeDate);
   // One line at a time: the whole list as wide text would be as large once more.
   std::wstring line;
   for (const TaskRecord& task : tasks) {
     if (task.Deleted) continue;
     line.clear();
-    AppendTask(line, task, dates);
+    AppendTask(line, task, writeDate);
     AppendUtf16(bytes, line);
   }
   return bytes;
