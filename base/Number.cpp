@@ -13,28 +13,6 @@ namespace {
 // Longer texts are no number that anybody writes; the bound keeps the copy below on the stack.
 constexpr size_t kLongestNumber = 64;
 
-// Of one digit or more.
-std::optional<std::int32_t> ParseRadix(std::wstring_view digits, int radix) {
-  std::uint64_t value = 0;
-  for (const wchar_t unit : digits) {
-    int digit = 0;
-    if (IsDigit(unit)) {
-      digit = static_cast<int>(unit - L'0');
-    } else if (unit >= L'a' && unit <= L'f') {
-      digit = static_cast<int>(unit - L'a') + 10;
-    } else if (unit >= L'A' && unit <= L'F') {
-      digit = static_cast<int>(unit - L'A') + 10;
-    } else {
-      return std::nullopt;
-    }
-    if (digit >= radix) return std::nullopt;
-    value = value * static_cast<std::uint64_t>(radix) + static_cast<std::uint64_t>(digit);
-    if (value > std::numeric_limits<std::uint32_t>::max()) return std::nullopt;
-  }
-  // As on the platform, &HFFFFFFFF is the bit pattern of -1.
-  return static_cast<std::int32_t>(static_cast<std::uint32_t>(value));
-}
-
 // The common case on every line of the task list: a few plain digits.
 std::optional<std::int32_t> ParsePlainDigits(std::wstring_view text) {
   if (text.empty() || text.size() > 9) return std::nullopt;
@@ -76,10 +54,6 @@ std::optional<double> ParseNumber(std::wstring_view text) {
 std::optional<std::int32_t> ParseInteger(std::wstring_view text) {
   const std::wstring_view trimmed = TrimBlanks(text);
   if (const auto plain = ParsePlainDigits(trimmed)) return plain;
-  if (trimmed.size() > 2 && trimmed[0] == L'&') {
-    if (trimmed[1] == L'H' || trimmed[1] == L'h') return ParseRadix(trimmed.substr(2), 16);
-    if (trimmed[1] == L'O' || trimmed[1] == L'o') return ParseRadix(trimmed.substr(2), 8);
-  }
   const auto number = ParseNumber(trimmed);
   if (!number) return std::nullopt;
   const double rounded = RoundHalfToEven(*number);

@@ -13,8 +13,8 @@ namespace tellurvane {
 // whatever writes our files does not write them.
 std::optional<double> ParseNumber(std::wstring_view text);
 
-// The same rounded to a whole number (halves to even: "2.5" is 2, "3.5" is 4), or a hexadecimal
-// "&H10" or octal "&O17". Refused outside 32 bits.
+// The same rounded to a whole number, halves to even: "2.5" is 2, "3.5" is 4. Nothing outside 32
+// bits.
 std::optional<std::int32_t> ParseInteger(std::wstring_view text);
 
 // Writes the number in decimal after the text so far.

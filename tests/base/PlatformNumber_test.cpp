@@ -27,14 +27,14 @@ std::optional<bool> PlatformBoolean(std::wstring text) {
 
 TEST(PlatformNumberTest, IntegersAreReadAsThePlatformReadsThem) {
   for (const wchar_t* text :
-       {L"",           L" ",           L"abc",         L"0",     L"1",   L"50",   L" 12 ",
-        L"+7",         L"-1",          L"--1",         L"2.5",   L"3.5", L"-2.5", L"-3.5",
-        L"0.5",        L"1.5",         L"2.4999",      L"1e3",   L"1E3", L"1e-3", L"1e400",
-        L"&H10",       L"&hff",        L"&O17",        L"&o17",  L"&H",  L"&Hg",  L"&HFFFFFFFF",
-        L"&",          L"&H 10",       L" &H10 ",      L"1 2",   L"12a", L"inf",  L"nan",
-        L"0x10",       L"2147483647",  L"2147483648",  L"00012", L".5",  L"5.",   L".",
-        L"-",          L"+",           L"e3",          L"1|0",   L"1;",  L"True", L"\xFF15",
-        L"4294967295", L"-2147483648", L"-2147483649", L"1d3",   L"5%",  L"NT$5", L",1"}) {
+       {L"",       L" ",          L"abc",         L"0",           L"1",     L"50",   L" 12 ",
+        L"+7",     L"-1",         L"--1",         L"2.5",         L"3.5",   L"-2.5", L"-3.5",
+        L"0.5",    L"1.5",        L"2.4999",      L"1e3",         L"1E3",   L"1e-3", L"1e400",
+        L"&H",     L"&Hg",        L"&",           L"&H 10",       L"1 2",   L"12a",  L"inf",
+        L"nan",    L"0x10",       L"2147483647",  L"2147483648",  L"00012", L".5",   L"5.",
+        L".",      L"-",          L"+",           L"e3",          L"1|0",   L"1;",   L"True",
+        L"\xFF15", L"4294967295", L"-2147483648", L"-2147483649", L"1d3",   L"5%",   L"NT$5",
+        L",1"}) {
     EXPECT_EQ(ParseInteger(text), PlatformInteger(text)) << '"' << text << '"';
   }
 }
@@ -42,8 +42,9 @@ TEST(PlatformNumberTest, IntegersAreReadAsThePlatformReadsThem) {
 // What only a hand writes into a list: the platform reads it; for us the line is malformed and
 // kept in the backup.
 TEST(PlatformNumberTest, SomeIntegersOfThePlatformAreDeliberatelyRefused) {
-  for (const wchar_t* text : {L"1,000", L"1,2", L"(5)", L"5-", L"5 -", L"- 5", L"\t5", L"5\t",
-                              L"\x3000\x0035", L"-&H10"}) {
+  for (const wchar_t* text :
+       {L"1,000", L"1,2", L"(5)", L"5-", L"5 -", L"- 5", L"\t5", L"5\t", L"\x3000\x0035", L"-&H10",
+        L"&H10", L"&hff", L"&O17", L"&o17", L"&HFFFFFFFF", L" &H10 "}) {
     EXPECT_TRUE(PlatformInteger(text).has_value()) << text;
     EXPECT_EQ(ParseInteger(text), std::nullopt) << text;
   }

@@ -111,7 +111,7 @@ TEST(TaskListFileTest, KeepsBytesThatTheTextDoesNotSayInFull) {
 
 TEST(TaskListFileTest, WritesBackWhatItHasReadInItsOwnWay) {
   TaskListRig rig(
-      Utf16Bytes(L"&H0|2.5|True|3\t  a \t b \t40588.5\t2011/2/14 上午 11:59:59\r\n\r\n"));
+      Utf16Bytes(L"+0|2.5|True|3\t  a \t b \t40588.5\t2011/2/14 上午 11:59:59\r\n\r\n"));
   TaskList tasks;
   EXPECT_TRUE(rig.file.Load(tasks));
   EXPECT_EQ(tasks[0].Name, L"  a ");

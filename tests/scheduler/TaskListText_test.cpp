@@ -113,6 +113,7 @@ TEST(TaskListReadingTest, PassesOverMalformedLinesAndKeepsTheOthers) {
       L"2147483648|30|1|3" + rest,
       L"0|-2147483649|1|3" + rest,
       L"0,30,1,3" + rest,
+      L"&H0|30|1|3" + rest,
       L"\uFEFF0|30|1|3" + rest,
   };
   for (const std::wstring& line : lines) {
@@ -152,7 +153,7 @@ TEST(TaskListReadingTest, ConvertsTheCompoundFieldAsThePlatformDoes) {
   } rows[] = {
       {L"1|2|1|0", 1, 2, true, 0},
       {L" 1 | 2 | 0 | 2 ", 1, 2, false, 2},
-      {L"&H1|&O17|True|1", 1, 15, true, 1},
+      {L"+1|1.5e1|True|1", 1, 15, true, 1},
       {L"0.5|2.5|FALSE|3.5", 0, 2, false, 4},
       {L"-1|0|-1|-2147483648", -1, 0, true, -2147483647 - 1},
       {L"2147483647|2147483647|7|9", 2147483647, 2147483647, true, 9},
