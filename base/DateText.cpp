@@ -80,13 +80,12 @@ size_t TakeDesignator(std::wstring_view rest, const DateFormat& format, HalfOfDa
 }
 
 bool TakeNumber(std::wstring_view text, size_t& position, Gap gap, DateTokens& tokens) {
-  if (tokens.count == kMostNumbers) return false;
-  NumberToken& number = tokens.numbers[tokens.count++];
-  number.gapBefore = gap;
-  for (; position < text.size() && IsDigit(text[position]); ++position) {
-    if (++number.digits > 4) return false;
-    number.value = number.value * 10 + static_cast<int>(text[position] - L'0');
-  }
+  const std::wstring_view digits = DigitsAtFront(text.substr(position));
+  if (tokens.count == kMostNumbers || digits.size() > 4) return false;
+  tokens.numbers[tokens.count++] = {.value = ParseInteger(digits).value_or(0),
+                                    .digits = static_cast<int>(digits.size()),
+                                    .gapBefore = gap};
+  position += digits.size();
   return true;
 }
 

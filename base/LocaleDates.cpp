@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cwchar>
 
+#include "base/Number.h"
 #include "base/Text.h"
 
 namespace tellurvane {
@@ -41,13 +42,9 @@ int YearOffset() {
   const auto probe = SerialFromCivil({kProbeYear, 12, 28, 0, 0, 0});
   const std::wstring written = LocaleDateText(*probe);
   for (size_t i = 0; i < written.size(); ++i) {
-    size_t end = i;
-    int value = 0;
-    while (end < written.size() && IsDigit(written[end])) {
-      value = value * 10 + (written[end++] - L'0');
-    }
-    if (end - i >= 3) return kProbeYear - value;
-    if (end > i) i = end;
+    const std::wstring_view digits = DigitsAtFront(std::wstring_view(written).substr(i));
+    if (digits.size() >= 3) return kProbeYear - ParseInteger(digits).value_or(kProbeYear);
+    i += digits.size();
   }
   return 0;
 }

@@ -8,16 +8,15 @@
 
 namespace tellurvane {
 
-// A finite decimal number: blanks round it, a sign, digits with a point, an exponent.
-// Empty and "abc" are refused. Thousands separators and currency signs are refused as well:
-// whatever writes our files does not write them.
+// A finite decimal number: blanks around it, a sign, digits with a point, an exponent. Nothing for
+// "", "abc", thousands separators and currency signs: the program does not write them.
 std::optional<double> ParseNumber(std::wstring_view text);
 
 // The same rounded to a whole number, halves to even: "2.5" is 2, "3.5" is 4. Nothing outside 32
 // bits.
 std::optional<std::int32_t> ParseInteger(std::wstring_view text);
 
-// Writes the number in decimal after the text so far.
+// Appends the number in decimal.
 void AppendInteger(std::wstring& text, std::int32_t value);
 
 // "True" and "False" in any case; a number is true unless it is 0.

@@ -10,6 +10,10 @@ std::wstring_view TrimBlanks(std::wstring_view text) {
   return text.substr(first, text.find_last_not_of(L' ') - first + 1);
 }
 
+std::wstring_view DigitsAtFront(std::wstring_view text) {
+  return text.substr(0, text.find_first_not_of(L"0123456789"));
+}
+
 std::wstring_view TakeField(std::wstring_view& rest, wchar_t separator) {
   const size_t end = rest.find(separator);
   const std::wstring_view field = rest.substr(0, end);

@@ -15,6 +15,9 @@ constexpr wchar_t AsciiLowered(wchar_t unit) {
 // Without the blanks (U+0020 only) at both ends.
 std::wstring_view TrimBlanks(std::wstring_view text);
 
+// The decimal digits that the text begins with.
+std::wstring_view DigitsAtFront(std::wstring_view text);
+
 // Takes everything up to the separator off the front of `rest` and returns it; the separator goes
 // too. Without a separator the whole rest is taken, and `rest` becomes empty.
 std::wstring_view TakeField(std::wstring_view& rest, wchar_t separator);

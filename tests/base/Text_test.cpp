@@ -26,6 +26,12 @@ TEST(TrimBlanksTest, TakesBlanksOffBothEndsAndNothingElse) {
   }
 }
 
+TEST(DigitsAtFrontTest, EndWithTheFirstUnitThatIsNoDigit) {
+  const std::pair<const wchar_t*, const wchar_t*> rows[] = {
+      {L"", L""}, {L"2011", L"2011"}, {L"14/2", L"14"}, {L"/2", L""}, {L"\uFF11", L""}};
+  for (const auto& [text, expected] : rows) EXPECT_EQ(DigitsAtFront(text), expected) << text;
+}
+
 TEST(TakeFieldTest, TakesOneFieldAfterTheOther) {
   const struct {
     const wchar_t* text;
