@@ -18,7 +18,6 @@
 namespace tellurvane {
 namespace {
 
-constexpr size_t kIdleTasks = 50'000;
 constexpr std::int64_t kMinutesOfTenYears = 5'256'000;
 
 DateSerial HostNow() {
@@ -99,13 +98,6 @@ void TickOfFullList(benchmark::State& state) {
   for (auto _ : state) idle.Runner().Tick();
 }
 BENCHMARK(TickOfFullList)->Name("tick")->Unit(benchmark::kMillisecond);
-
-void TickOfIdleTasks(benchmark::State& state) {
-  TaskList tasks = SampleTasks(kIdleTasks, HostNow() + 30);
-  IdleRunner idle(tasks, HostNow);
-  for (auto _ : state) idle.Runner().Tick();
-}
-BENCHMARK(TickOfIdleTasks)->Name("tick_50000")->Unit(benchmark::kMillisecond);
 
 // The argument is how many minutes the next run lies in the past.
 void CatchUpOfMinuteTask(benchmark::State& state) {

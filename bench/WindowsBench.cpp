@@ -21,7 +21,6 @@
 namespace tellurvane {
 namespace {
 
-constexpr size_t kIdleTasks = 50'000;
 constexpr int kRepetitions = 31;
 
 using SteadyClock = std::chrono::steady_clock;
@@ -90,10 +89,8 @@ int Main(const std::wstring& folder) {
   // Three days after its tasks were due first: some are to be caught up.
   TaskList full = FullSampleTasks(Now() - 3, AppendLocaleDateText);
   TaskList fullIdle = SampleTasks(full.size(), Now() + 30);
-  TaskList idle = SampleTasks(kIdleTasks, Now() + 30);
   if (!file.Save(full)) return Fail("cannot write the list");
   IdleRunner fullRunner(fullIdle, Now);
-  IdleRunner idleRunner(idle, Now);
   TaskList loaded;
 
   std::vector<Measure> measures = {
@@ -107,7 +104,6 @@ int Main(const std::wstring& folder) {
        .run = [&] { file.Load(loaded); }},
       {.name = "save", .prepare = {}, .run = [&] { file.Save(full); }},
       {.name = "tick", .prepare = {}, .run = [&] { fullRunner.Runner().Tick(); }},
-      {.name = "tick_50000", .prepare = {}, .run = [&] { idleRunner.Runner().Tick(); }},
   };
   // In turns, so that whatever else the machine does falls upon all alike.
   for (int i = 0; i < kRepetitions; ++i) {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <exception>
-#include <limits>
 #include <utility>
 
 #include "scheduler/Schedule.h"
@@ -13,7 +12,6 @@ namespace {
 constexpr unsigned kIdleMilliseconds = 30'000;
 constexpr unsigned kSoonMilliseconds = 2'000;
 constexpr std::int64_t kNothingSoon = 999;  // minutes
-constexpr DateSerial kNever = std::numeric_limits<DateSerial>::infinity();
 
 // A step that fails is passed over: a player that refuses a source, say, does not keep the run
 // from being recorded.
@@ -64,31 +62,21 @@ void TaskRunner::Tick() {
 
 TaskRunner::Sweep TaskRunner::SweepRows() {
   Sweep sweep{.runs = 0, .soonest = kNothingSoon};
-  // Both are asked anew only after a run, which takes its time and may change the list: asking for
-  // each row would be most of what an idle tick costs.
-  DateSerial now = clock_();
-  size_t rowCount = RowCount();
-  DateSerial earliest = kNever;  // of the next runs seen at this moment
-  for (size_t row = 0; row < rowCount; ++row) {
+  for (size_t row = 0; row < RowCount(); ++row) {
+    DateSerial now = clock_();
     if (IsDue(tasks_[row], now)) {
       if (RunRow(row, now)) ++sweep.runs;
+      // A run takes its time, and it may shorten the list.
+      if (row >= RowCount()) break;
       now = clock_();
-      rowCount = RowCount();
-      if (row >= rowCount) break;
-      earliest = kNever;
     }
-    // Minutes are reckoned only for a task that can be the soonest; for every row they would be
-    // most of the rest.
-    if (!IsEarlier(tasks_[row].NextRun, earliest)) continue;
-    earliest = tasks_[row].NextRun;
-    sweep.soonest = std::min(sweep.soonest, MinutesBetween(now, earliest));
+    sweep.soonest = std::min(sweep.soonest, MinutesBetween(now, tasks_[row].NextRun));
   }
   return sweep;
 }
 
 size_t TaskRunner::RowCount() const { return std::min(rows_.RowCount(), tasks_.size()); }
 
-// True when the row's task, which is due, was started.
 bool TaskRunner::RunRow(size_t row, DateSerial now) {
   const bool runs = tasks_[row].Enabled;
   if (runs) {

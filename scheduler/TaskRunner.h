@@ -102,6 +102,7 @@ class TaskRunner {
   Sweep SweepRows();
   // The rows that have a task.
   size_t RowCount() const;
+  // Runs or moves on a task that is due. True when it was started.
   bool RunRow(size_t row, DateSerial now);
   // A task that was removed keeps its row until the list is loaded again.
   bool HasTask(std::optional<size_t> row) const {
