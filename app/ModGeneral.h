@@ -16,7 +16,7 @@
 namespace tellurvane {
 
 inline constexpr const wchar_t* kApplicationTitle = L"Tellurvane";
-inline constexpr size_t kIconCount = 7;
+inline constexpr size_t kIconCount = kMediaTypeCount + 3;
 
 // The state that lives as long as the process. Made once by the entry routine, after it is sure
 // that no other copy runs.
@@ -25,7 +25,7 @@ class ModGeneral {
   // Reads the settings; throws FatalError when a number is missing.
   explicit ModGeneral(const std::wstring& applicationFolder);
 
-  // The seven icons of the task list, from the executable. Throws FatalError when one is missing.
+  // The icons of the task list, from the executable. Throws FatalError when one is missing.
   void LoadIcons();
   void ReleaseIcons();
 
@@ -38,7 +38,7 @@ class ModGeneral {
   TaskList tasks;
   TaskListFile taskListFile;
   bool radioFlag = false;  // what plays is a stream
-  // The four media types, then the marks for playing, disabled and due. Empty before LoadIcons.
+  // One for each media type, then the marks for playing, disabled and due. Empty before LoadIcons.
   std::array<std::unique_ptr<ClsIcon>, kIconCount> icons;
 };
 

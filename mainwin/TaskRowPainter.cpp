@@ -17,8 +17,6 @@ constexpr int kMarkSize = 16;
 constexpr int kIconLeft = (kTaskRowTextLeft - kIconSize) / 2;
 constexpr int kRightMargin = 6;
 
-constexpr int kMediaTypes = 4;
-
 ModTheme::TextFont FontOf(RowFont font) {
   switch (font) {
     case RowFont::kName:
@@ -32,7 +30,7 @@ ModTheme::TextFont FontOf(RowFont font) {
   return {};
 }
 
-size_t IconOf(RowMark mark) { return kMediaTypes + static_cast<size_t>(mark) - 1; }
+size_t IconOf(RowMark mark) { return kMediaTypeCount + static_cast<size_t>(mark) - 1; }
 
 void PaintBackground(const RowPicture& row) {
   ModTheme::SolidFill(row.context, 0, 0, row.width, row.height, row.isOdd ? kOddPaper : kPaper);
@@ -54,7 +52,7 @@ void TaskRowPainter::Paint(const RowPicture& row, const TaskRecord& task, RowMar
   const int iconSize = Scaled(kIconSize);
   const int iconLeft = Scaled(kIconLeft);
   const int iconTop = (row.height - iconSize) / 2;
-  if (task.MediaType >= 0 && task.MediaType < kMediaTypes) {
+  if (IsMediaType(task.MediaType)) {
     PaintIcon(context, static_cast<size_t>(task.MediaType), iconLeft, iconTop, iconSize);
   }
   if (mark != RowMark::kNone) {

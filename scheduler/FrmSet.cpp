@@ -177,7 +177,8 @@ void FrmSet::cmdCancel_Click() {
 
 void FrmSet::cmdFiles_Click() {
   std::optional<std::wstring> source;
-  switch (cboMediaType_.control.ListIndex()) {
+  const auto media = static_cast<MediaType>(cboMediaType_.control.ListIndex());
+  switch (media) {
     case kInternetRadio:
       if (services_.chooseStation) source = services_.chooseStation(hwnd());
       break;
@@ -185,15 +186,13 @@ void FrmSet::cmdFiles_Click() {
     case kApplication: {
       // The dialog belongs to the main window and would leave this one open to the user.
       EnableWindow(hwnd(), FALSE);
-      source = services_.browseForSource(cboMediaType_.control.ListIndex() == kApplication);
+      source = services_.browseForSource(media == kApplication);
       EnableWindow(hwnd(), TRUE);
       SetActiveWindow(hwnd());
       break;
     }
     case kReminderNote:
       if (services_.editNote) source = services_.editNote(hwnd(), Source());
-      break;
-    default:
       break;
   }
   if (source && IsLoaded()) ShowSource(*source);

@@ -26,10 +26,11 @@ constexpr int kLongestText = 1 << 20;  // UTF-16 units; a whole list file holds 
 
 enum Row : size_t { kNameRow, kMediaRow, kSourceRow, kDateRow, kTimeRow, kRowCount };
 
-constexpr std::array<const wchar_t*, 4> kMediaTypes = {L"網路電台", L"本地音樂", L"應用程式",
-                                                       L"記事提醒"};
-constexpr std::array<const wchar_t*, 4> kSourceWords = {L"來源音樂", L"來源音樂", L"執行程式",
-                                                        L"提醒文字"};
+constexpr auto kMediaTypes =
+    std::to_array<const wchar_t*>({L"網路電台", L"本地音樂", L"應用程式", L"記事提醒"});
+constexpr auto kSourceWords =
+    std::to_array<const wchar_t*>({L"來源音樂", L"來源音樂", L"執行程式", L"提醒文字"});
+static_assert(kMediaTypes.size() == kMediaTypeCount && kSourceWords.size() == kMediaTypeCount);
 constexpr std::array<const wchar_t*, 3> kTimeTypes = {L"每幾分鐘執行一次", L"每幾小時執行一次",
                                                       L"每幾天執行一次"};
 constexpr std::array<const wchar_t*, 3> kIntervalWords = {L"分鐘執行一次", L"小時執行一次",
@@ -185,7 +186,8 @@ void FrmSet::cboTimeType_Click() {
 }
 
 void FrmSet::ShowMediaWords() {
-  const auto media = static_cast<size_t>(std::clamp<std::int32_t>(shownMedia_, 0, 3));
+  const auto media =
+      static_cast<size_t>(std::clamp<std::int32_t>(shownMedia_, 0, kMediaTypeCount - 1));
   labels_[kSourceRow].control.text(kSourceWords.at(media));
 }
 

@@ -17,6 +17,21 @@ enum MediaType : std::int32_t {
   kReminderNote = 3,
 };
 
+// No default, so that the compiler points here when a kind is added; then the count below is wrong,
+// and with it each table that has an entry for each kind.
+constexpr bool IsMediaType(std::int32_t value) {
+  switch (static_cast<MediaType>(value)) {
+    case kInternetRadio:
+    case kLocalMusic:
+    case kApplication:
+    case kReminderNote:
+      return true;
+  }
+  return false;
+}
+inline constexpr std::int32_t kMediaTypeCount = 4;
+static_assert(IsMediaType(kMediaTypeCount - 1) && !IsMediaType(kMediaTypeCount));
+
 // The values of TaskRecord::IntervalUnit, a plain number for the same reason.
 enum IntervalUnit : std::int32_t { kMinutes = 0, kHours = 1, kDays = 2 };
 

@@ -140,7 +140,8 @@ void TaskRunner::SwitchEnabled(std::optional<size_t> row) {
 }
 
 void TaskRunner::Start(size_t row, const TaskRecord& task) {
-  switch (task.MediaType) {
+  // A file may hold any number; an unknown one has nothing to start.
+  switch (static_cast<MediaType>(task.MediaType)) {
     case kInternetRadio:
       Attempt([&] { player_.SetRadioFlag(true); });
       StartPlaying(row, task.Source);
@@ -162,9 +163,6 @@ void TaskRunner::Start(size_t row, const TaskRecord& task) {
         writeDate_(time, clock_());
         actions_.showNote(task.Source, time);
       });
-      break;
-    default:
-      // A file may hold any number; there is nothing to start.
       break;
   }
 }

@@ -53,7 +53,7 @@ bool IsStream(const std::wstring& source) {
 
 std::optional<TaskRefusal> RefusedSource(std::int32_t mediaType, const std::wstring& source,
                                          const TaskSurroundings& surroundings) {
-  switch (mediaType) {
+  switch (static_cast<MediaType>(mediaType)) {
     case kInternetRadio:
       if (!IsStream(source)) return TaskRefusal{kNoStream};
       break;
@@ -63,7 +63,7 @@ std::optional<TaskRefusal> RefusedSource(std::int32_t mediaType, const std::wstr
     case kReminderNote:
       if (source.empty()) return TaskRefusal{kNoText};
       break;
-    default:
+    case kApplication:
       break;
   }
   return std::nullopt;
