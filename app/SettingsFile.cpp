@@ -7,7 +7,7 @@
 
 #include "base/FatalError.h"
 #include "base/Number.h"
-#include "scheduler/HeldFile.h"
+#include "ui/HeldFile.h"
 
 namespace tellurvane {
 namespace {
@@ -35,8 +35,7 @@ Settings SettingsFile::ReadAll() const {
   // Kept open until all values are read: nobody can take the file in between. Where it cannot be
   // opened, the first number that is missing says so.
   UniqueKernelHandle opened;
-  bool wasHeld = false;
-  (void)RetryWhileHeld(wasHeld, pause_, [&] {
+  (void)HeldFileRetry(pause_).Try([&] {
     opened = OpenToRead(path_);
     return static_cast<bool>(opened);
   });

@@ -1,9 +1,6 @@
 #include "scheduler/Win32FileOperations.h"
 
 #include <algorithm>
-#include <utility>
-
-#include "scheduler/HeldFile.h"
 
 namespace tellurvane {
 namespace {
@@ -15,10 +12,11 @@ DWORD Limited(size_t size) {
 
 }  // namespace
 
-Win32FileOperations::Win32FileOperations(Pause pause) : pause_(std::move(pause)) {}
+Win32FileOperations::Win32FileOperations(const Pause& pause)
+    : openForReading_(pause), createForWriting_(pause), moveOver_(pause) {}
 
 OpenOutcome Win32FileOperations::OpenForReading(const std::wstring& path) {
-  const bool opened = RetryWhileHeld(wasReadingHeld_, pause_, [&] {
+  const bool opened = openForReading_.Try([&] {
     reading_ = OpenFile(path, GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING);
     return static_cast<bool>(reading_);
   });
@@ -42,7 +40,7 @@ std::optional<size_t> Win32FileOperations::Read(char* buffer, size_t size) {
 void Win32FileOperations::CloseReading() { reading_.Reset(); }
 
 bool Win32FileOperations::CreateForWriting(const std::wstring& path) {
-  return RetryWhileHeld(wasWritingHeld_, pause_, [&] {
+  return createForWriting_.Try([&] {
     writing_ = OpenFile(path, GENERIC_WRITE, 0, CREATE_ALWAYS);
     return static_cast<bool>(writing_);
   });
@@ -64,7 +62,7 @@ bool Win32FileOperations::CloseWriting() {
 }
 
 bool Win32FileOperations::MoveOver(const std::wstring& from, const std::wstring& to) {
-  return RetryWhileHeld(wasTargetHeld_, pause_, [&] {
+  return moveOver_.Try([&] {
     return MoveFileExW(from.c_str(), to.c_str(),
                        MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
   });

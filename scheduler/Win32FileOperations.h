@@ -4,14 +4,14 @@
 #include "base/Pause.h"
 #include "scheduler/FileOperations.h"
 #include "ui/Handle.h"
+#include "ui/HeldFile.h"
 
 namespace tellurvane {
 
 class Win32FileOperations : public FileOperations {
  public:
-  // The pause comes before an operation is tried again. Only tests name another one than the
-  // platform's own.
-  explicit Win32FileOperations(Pause pause = SleepFor);
+  // The pause before an operation is tried again.
+  explicit Win32FileOperations(const Pause& pause = SleepFor);
 
   OpenOutcome OpenForReading(const std::wstring& path) override;
   std::optional<std::uint64_t> SizeOfReading() override;
@@ -30,11 +30,9 @@ class Win32FileOperations : public FileOperations {
  private:
   UniqueKernelHandle reading_;
   UniqueKernelHandle writing_;
-  Pause pause_;
-  // Whether another program held the file through the whole last wait.
-  bool wasReadingHeld_ = false;
-  bool wasWritingHeld_ = false;
-  bool wasTargetHeld_ = false;
+  HeldFileRetry openForReading_;
+  HeldFileRetry createForWriting_;
+  HeldFileRetry moveOver_;
 };
 
 }  // namespace tellurvane
