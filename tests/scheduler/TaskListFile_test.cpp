@@ -190,6 +190,26 @@ TEST(TaskListFileTest, KeepsAFileThatCannotBeOpenedBeforeItIsReplaced) {
   EXPECT_FALSE(rig.file.IsUnread()) << "nothing is left to be read";
 }
 
+TEST(TaskListFileTest, CopiesAFileThatCannotBeReplacedOnlyOnce) {
+  const std::string bytes = Utf16Bytes(Line(L"a"));
+  TaskListRig rig(bytes);
+  rig.files.refusedToRead.insert(kListPath);
+  rig.files.SetFaults({.first = 6});
+  TaskList tasks;
+  EXPECT_FALSE(rig.file.Load(tasks));
+  EXPECT_EQ(rig.files.Operations(),
+            (std::vector<std::string>{"open", "copy", "create", "write", "flush", "close", "move!",
+                                      "remove", "remove"}));
+  rig.files.SetFaults({});
+  EXPECT_FALSE(rig.file.Load(tasks));
+  EXPECT_EQ(rig.files.Operations(), std::vector<std::string>{"open"});
+  EXPECT_TRUE(rig.file.IsUnread());
+  rig.files.refusedToRead.clear();
+  EXPECT_TRUE(rig.file.Load(tasks));
+  EXPECT_EQ(rig.Bytes(), bytes);
+  EXPECT_TRUE(rig.Backups().empty());
+}
+
 TEST(TaskListFileTest, LeavesAFileAloneThatCanNeitherBeOpenedNorCopied) {
   const std::string bytes = Utf16Bytes(Line(L"a"));
   TaskListRig rig(bytes);
