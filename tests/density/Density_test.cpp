@@ -17,7 +17,7 @@
 #include "tests/density/LayoutChecks.h"
 #include "tests/mainwin/FrmMainRig.h"
 #include "tests/radio/RadioRig.h"
-#include "tests/scheduler/EditorRig.h"
+#include "tests/scheduler/EditorFixture.h"
 #include "tests/support/ActingForm.h"
 #include "tests/support/GdiPlusSession.h"
 #include "ui/ModTheme.h"
@@ -126,7 +126,7 @@ TEST_F(MainWindowDensityTest, IconsAndToolbarImagesGrowWithTheScreen) {
   EXPECT_EQ(width, Scaled(16));
 }
 
-TEST_F(EditorTest, TheEditorShowsEverything) {
+TEST_F(EditorFixture, TheEditorShowsEverything) {
   tasks = {Task(L"a"), Task(L"b")};
   Play(0, [&] {
     ExpectGoodLayout(window);

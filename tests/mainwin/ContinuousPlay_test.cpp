@@ -5,7 +5,7 @@
 
 #include "mainwin/PlaybackController.h"
 #include "tests/mainwin/FakePlayer.h"
-#include "tests/scheduler/RunnerRig.h"
+#include "tests/scheduler/RunnerFixture.h"
 
 namespace tellurvane {
 namespace {
@@ -63,7 +63,7 @@ class ContinuousPlayTest : public testing::TestWithParam<End>, public PlaybackVi
     return before + steps + after;
   }
 
-  RunnerRig rig;
+  RunnerFixture rig;
   FakePlayer player;
   bool radioFlag = false;
   bool follows = false;

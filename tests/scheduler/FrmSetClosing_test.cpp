@@ -1,7 +1,7 @@
 // How the schedule editor is closed, and when it asks.
 #include <gmock/gmock.h>
 
-#include "tests/scheduler/EditorRig.h"
+#include "tests/scheduler/EditorFixture.h"
 
 namespace tellurvane {
 namespace {
@@ -9,7 +9,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class FrmSetClosingTest : public EditorTest {};
+class FrmSetClosingTest : public EditorFixture {};
 
 TEST_F(FrmSetClosingTest, AsksBeforeTheCloseBoxLosesWhatWasTyped) {
   tasks = {Task(L"a")};

@@ -2,7 +2,7 @@
 #include <gmock/gmock.h>
 
 #include "scheduler/TaskListText.h"
-#include "tests/scheduler/EditorRig.h"
+#include "tests/scheduler/EditorFixture.h"
 #include "tests/support/HostDates.h"
 
 namespace tellurvane {
@@ -10,7 +10,7 @@ namespace {
 
 using testing::IsEmpty;
 
-class FrmSetContentTest : public EditorTest {
+class FrmSetContentTest : public EditorFixture {
  protected:
   // What was saved, written to the bytes of a list file and read back.
   TaskList ReadBack() const {

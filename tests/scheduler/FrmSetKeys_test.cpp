@@ -1,7 +1,7 @@
 // The schedule editor by keyboard alone.
 #include <gmock/gmock.h>
 
-#include "tests/scheduler/EditorRig.h"
+#include "tests/scheduler/EditorFixture.h"
 
 namespace tellurvane {
 namespace {
@@ -9,7 +9,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class FrmSetKeysTest : public EditorTest {
+class FrmSetKeysTest : public EditorFixture {
  protected:
   // Where the keyboard is after each Tab, until it is where it began.
   std::string TabOrder() const {

@@ -4,7 +4,7 @@
 
 #include <gmock/gmock.h>
 
-#include "tests/scheduler/EditorRig.h"
+#include "tests/scheduler/EditorFixture.h"
 
 namespace tellurvane {
 namespace {
@@ -18,7 +18,7 @@ constexpr const char* kWhileBrowsing = "list new edit remove name source interva
 constexpr UINT kMessage = MB_OK | MB_ICONINFORMATION;
 constexpr UINT kRemovalQuestion = MB_YESNO | MB_ICONQUESTION;
 
-class FrmSetTest : public EditorTest {};
+class FrmSetTest : public EditorFixture {};
 
 TEST_F(FrmSetTest, ShowsItsCaptionsAndEntriesInOrder) {
   Play({}, [&] {

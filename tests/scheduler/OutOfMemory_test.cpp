@@ -8,7 +8,7 @@
 
 #include "base/Text.h"
 #include "scheduler/ScheduleEditor.h"
-#include "tests/scheduler/TaskListRig.h"
+#include "tests/scheduler/TaskListFixture.h"
 #include "tests/support/FailingAllocation.h"
 #include "tests/support/Utf16.h"
 
@@ -107,15 +107,15 @@ class ListOutOfMemoryTest : public testing::TestWithParam<ListCase> {};
 
 TEST_P(ListOutOfMemoryTest, LeavesTheOldListOrTheNewOne) {
   const ListCase& deed = GetParam();
-  std::unique_ptr<TaskListRig> rig;
+  std::unique_ptr<TaskListFixture> list;
   std::unique_ptr<RoomyFiles> files;
   std::unique_ptr<TaskListFile> file;
   TaskList tasks;
   const auto prepare = [&] {
-    rig = std::make_unique<TaskListRig>(deed.before);
-    files = std::make_unique<RoomyFiles>(rig->files);
-    file =
-        std::make_unique<TaskListFile>(*files, kListPath, rig->Dialect(), [&] { return rig->now; });
+    list = std::make_unique<TaskListFixture>(deed.before);
+    files = std::make_unique<RoomyFiles>(list->files);
+    file = std::make_unique<TaskListFile>(*files, kListPath, list->Dialect(),
+                                          [&] { return list->now; });
     tasks.clear();
     if (!deed.isLoad) tasks = {Reminder(std::wstring(40, L'n'), L"source")};
   };
@@ -127,13 +127,13 @@ TEST_P(ListOutOfMemoryTest, LeavesTheOldListOrTheNewOne) {
     }
   };
   const auto look = [&] {
-    const std::string bytes = rig->Bytes();
+    const std::string bytes = list->Bytes();
     EXPECT_TRUE(bytes == deed.before || bytes == deed.after) << bytes.size();
     EXPECT_EQ(files->opened, 0) << "the list stays open, and nobody can replace it";
     // With memory again everything goes on.
     EXPECT_TRUE(file->Load(tasks));
     EXPECT_TRUE(file->Save(tasks));
-    EXPECT_EQ(rig->files.files.count(kTemporaryPath), 0U);
+    EXPECT_EQ(list->files.files.count(kTemporaryPath), 0U);
   };
   EXPECT_GT(WithEachAllocationFailing(prepare, act, look), 3);
 }

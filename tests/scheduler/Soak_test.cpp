@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "scheduler/TaskRunner.h"
-#include "tests/scheduler/TaskListRig.h"
+#include "tests/scheduler/TaskListFixture.h"
 #include "tests/support/HostDates.h"
 
 namespace tellurvane {
@@ -165,7 +165,7 @@ class Soak : public TaskRows, public TaskTimer, public TaskPlayer {
   unsigned interval_ = kTaskTimerMilliseconds;
   bool isTimerOn_ = true;
   TaskList planned_;
-  TaskListRig disk_;
+  TaskListFixture disk_;
   TaskRunner runner_{list, *this, *this, *this, Actions(), HostDateWriter(ZhTw()), [this] {
                        return SerialFromSeconds(Now());
                      }};

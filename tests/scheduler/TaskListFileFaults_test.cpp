@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "scheduler/TaskListFile.h"
-#include "tests/scheduler/TaskListRig.h"
+#include "tests/scheduler/TaskListFixture.h"
 #include "tests/support/Utf16.h"
 
 namespace tellurvane {
@@ -57,14 +57,14 @@ std::vector<Faults> AllFaults(int operations) {
   return all;
 }
 
-std::string Told(const Deed& deed, const TaskListRig& rig) {
+std::string Told(const Deed& deed, const TaskListFixture& list) {
   std::string told = std::string(deed.name) + ":";
-  for (const std::string& operation : rig.files.Operations()) told += " " + operation;
+  for (const std::string& operation : list.files.Operations()) told += " " + operation;
   return told;
 }
 
-bool Failed(const TaskListRig& rig, const std::string& operation) {
-  for (const std::string& each : rig.files.Operations()) {
+bool Failed(const TaskListFixture& list, const std::string& operation) {
+  for (const std::string& each : list.files.Operations()) {
     if (each == operation + "!") return true;
   }
   return false;
@@ -72,12 +72,12 @@ bool Failed(const TaskListRig& rig, const std::string& operation) {
 
 // How many operations the deed takes when none fails, and two for those that a failure adds.
 int OperationCount(const Deed& deed) {
-  TaskListRig rig(deed.before);
+  TaskListFixture list(deed.before);
   TaskList tasks;
-  rig.files.SetFaults({});
-  EXPECT_TRUE(deed.act(rig.file, tasks)) << deed.name;
-  EXPECT_EQ(rig.Bytes(), deed.after) << deed.name;
-  return rig.files.OperationCount() + 2;
+  list.files.SetFaults({});
+  EXPECT_TRUE(deed.act(list.file, tasks)) << deed.name;
+  EXPECT_EQ(list.Bytes(), deed.after) << deed.name;
+  return list.files.OperationCount() + 2;
 }
 
 // A load that could not read the file has an empty list; the deed's own outcome otherwise.
@@ -86,38 +86,38 @@ std::string Expected(const Deed& deed, const TaskList& tasks) {
 }
 
 void ExpectNothingLost(const Deed& deed, const Faults& faults) {
-  TaskListRig rig(deed.before);
+  TaskListFixture list(deed.before);
   TaskList tasks;
   // When another file takes the place of one that holds more, that one has to be kept by then.
-  rig.files.beforeMoveOver = [&](const std::wstring& from, const std::wstring& to) {
-    EXPECT_TRUE(rig.files.files.at(from).isOnDisk) << Told(deed, rig);
+  list.files.beforeMoveOver = [&](const std::wstring& from, const std::wstring& to) {
+    EXPECT_TRUE(list.files.files.at(from).isOnDisk) << Told(deed, list);
     if (deed.before == Sound() && !tasks.empty()) return;
-    EXPECT_TRUE(rig.Backups() == std::vector{rig.files.files.at(to).bytes}) << Told(deed, rig);
+    EXPECT_TRUE(list.Backups() == std::vector{list.files.files.at(to).bytes}) << Told(deed, list);
   };
-  rig.files.SetFaults(faults);
-  const bool answer = deed.act(rig.file, tasks);
+  list.files.SetFaults(faults);
+  const bool answer = deed.act(list.file, tasks);
 
-  const std::string told = Told(deed, rig);
+  const std::string told = Told(deed, list);
   const std::string after = Expected(deed, tasks);
-  EXPECT_TRUE(rig.Bytes() == deed.before || rig.Bytes() == after) << told;
-  EXPECT_TRUE(deed.act != Save || answer == (rig.Bytes() == after)) << told;
-  EXPECT_TRUE(Failed(rig, "remove") || !rig.files.files.contains(kTemporaryPath)) << told;
-  for (const std::string& backup : rig.Backups()) EXPECT_EQ(backup, deed.before) << told;
+  EXPECT_TRUE(list.Bytes() == deed.before || list.Bytes() == after) << told;
+  EXPECT_TRUE(deed.act != Save || answer == (list.Bytes() == after)) << told;
+  EXPECT_TRUE(Failed(list, "remove") || !list.files.files.contains(kTemporaryPath)) << told;
+  for (const std::string& backup : list.Backups()) EXPECT_EQ(backup, deed.before) << told;
 
   // Once everything works again, a save goes through, and what was dropped is kept. What could not
   // be read is still there, and is read then.
-  rig.files.beforeMoveOver = nullptr;
-  rig.files.SetFaults({});
-  if (rig.file.IsUnread()) {
-    EXPECT_EQ(rig.Bytes(), deed.before) << told;
-    EXPECT_TRUE(rig.file.Load(tasks)) << told;
-    EXPECT_EQ(rig.Bytes(), deed.after) << told;
+  list.files.beforeMoveOver = nullptr;
+  list.files.SetFaults({});
+  if (list.file.IsUnread()) {
+    EXPECT_EQ(list.Bytes(), deed.before) << told;
+    EXPECT_TRUE(list.file.Load(tasks)) << told;
+    EXPECT_EQ(list.Bytes(), deed.after) << told;
     return;
   }
-  EXPECT_TRUE(rig.file.Save(tasks)) << told;
-  EXPECT_TRUE(rig.Bytes() == after) << told;
-  EXPECT_TRUE(after == deed.before || deed.act == Save || !rig.Backups().empty()) << told;
-  EXPECT_FALSE(rig.files.files.contains(kTemporaryPath)) << told;
+  EXPECT_TRUE(list.file.Save(tasks)) << told;
+  EXPECT_TRUE(list.Bytes() == after) << told;
+  EXPECT_TRUE(after == deed.before || deed.act == Save || !list.Backups().empty()) << told;
+  EXPECT_FALSE(list.files.files.contains(kTemporaryPath)) << told;
 }
 
 TEST(TaskListFileFaultsTest, NoFailingOperationLosesAList) {
@@ -135,37 +135,37 @@ TEST(TaskListFileFaultsTest, AFailingSaveSaysSo) {
   for (const char* const operation : {"create", "write", "flush", "close", "move"}) {
     int seen = 0;
     for (int first = 0; first < 5; ++first) {
-      TaskListRig rig(Sound());
-      rig.files.SetFaults({.first = first});
-      const bool answer = rig.file.Save(TaskList{Reminder(L"new", L"source")});
-      if (!Failed(rig, operation)) continue;
+      TaskListFixture list(Sound());
+      list.files.SetFaults({.first = first});
+      const bool answer = list.file.Save(TaskList{Reminder(L"new", L"source")});
+      if (!Failed(list, operation)) continue;
       ++seen;
       EXPECT_FALSE(answer) << operation;
-      EXPECT_EQ(rig.Bytes(), Sound()) << operation;
+      EXPECT_EQ(list.Bytes(), Sound()) << operation;
     }
     EXPECT_EQ(seen, 1) << operation;
   }
 }
 
 TEST(TaskListFileFaultsTest, AReadThatComesInPiecesIsPutTogether) {
-  TaskListRig rig(Sound());
+  TaskListFixture list(Sound());
   // The one read that tells half is asked again for the rest.
-  rig.files.SetFaults({.first = 2, .tellsHalf = true});
+  list.files.SetFaults({.first = 2, .tellsHalf = true});
   TaskList tasks;
-  EXPECT_TRUE(rig.file.Load(tasks));
+  EXPECT_TRUE(list.file.Load(tasks));
   EXPECT_EQ(tasks.size(), 2U);
-  EXPECT_EQ(rig.Bytes(), Sound());
-  EXPECT_TRUE(rig.Backups().empty());
+  EXPECT_EQ(list.Bytes(), Sound());
+  EXPECT_TRUE(list.Backups().empty());
 }
 
 TEST(TaskListFileFaultsTest, AFileThatCannotBeReadIsKeptBeforeItIsReplaced) {
   for (const int operation : {0, 1, 2}) {
-    TaskListRig rig(Sound());
-    rig.files.SetFaults({.first = operation});
+    TaskListFixture list(Sound());
+    list.files.SetFaults({.first = operation});
     TaskList tasks;
-    EXPECT_FALSE(rig.file.Load(tasks)) << operation;
-    EXPECT_EQ(rig.Backups(), std::vector{Sound()}) << operation;
-    EXPECT_EQ(rig.Bytes(), kMarkAlone) << operation;
+    EXPECT_FALSE(list.file.Load(tasks)) << operation;
+    EXPECT_EQ(list.Backups(), std::vector{Sound()}) << operation;
+    EXPECT_EQ(list.Bytes(), kMarkAlone) << operation;
   }
 }
 
@@ -173,33 +173,33 @@ TEST(TaskListFileFaultsTest, SavesThatFailDoNotPileUpBackups) {
   for (const char* const operation : {"create", "write", "flush", "close", "move"}) {
     int seen = 0;
     for (int first = 4; first < 9; ++first) {
-      TaskListRig rig(Lossy());
-      rig.files.SetFaults({.first = first});
+      TaskListFixture list(Lossy());
+      list.files.SetFaults({.first = first});
       TaskList tasks;
-      EXPECT_TRUE(rig.file.Load(tasks));
-      if (!Failed(rig, operation)) continue;
+      EXPECT_TRUE(list.file.Load(tasks));
+      if (!Failed(list, operation)) continue;
       ++seen;
-      EXPECT_EQ(rig.Bytes(), Lossy()) << operation;
-      EXPECT_TRUE(rig.Backups().empty()) << operation << ": the file itself still stands";
-      EXPECT_TRUE(rig.file.Save(tasks));
-      EXPECT_EQ(rig.Backups(), std::vector{Lossy()}) << operation;
+      EXPECT_EQ(list.Bytes(), Lossy()) << operation;
+      EXPECT_TRUE(list.Backups().empty()) << operation << ": the file itself still stands";
+      EXPECT_TRUE(list.file.Save(tasks));
+      EXPECT_EQ(list.Backups(), std::vector{Lossy()}) << operation;
     }
     EXPECT_EQ(seen, 1) << operation;
   }
 }
 
 TEST(TaskListFileFaultsTest, ABackupThatFailedIsMadeUpForByTheNextSave) {
-  TaskListRig rig(Lossy());
-  rig.files.SetFaults({.first = 3});
+  TaskListFixture list(Lossy());
+  list.files.SetFaults({.first = 3});
   TaskList tasks;
-  EXPECT_TRUE(rig.file.Load(tasks));
-  ASSERT_TRUE(Failed(rig, "copy"));
-  EXPECT_EQ(rig.Bytes(), Lossy());
-  rig.files.SetFaults({});
-  EXPECT_TRUE(rig.file.Save(tasks));
-  EXPECT_EQ(rig.Backups(), std::vector{Lossy()});
-  EXPECT_TRUE(rig.file.Save(tasks));
-  EXPECT_EQ(rig.Backups().size(), 1U);
+  EXPECT_TRUE(list.file.Load(tasks));
+  ASSERT_TRUE(Failed(list, "copy"));
+  EXPECT_EQ(list.Bytes(), Lossy());
+  list.files.SetFaults({});
+  EXPECT_TRUE(list.file.Save(tasks));
+  EXPECT_EQ(list.Backups(), std::vector{Lossy()});
+  EXPECT_TRUE(list.file.Save(tasks));
+  EXPECT_EQ(list.Backups().size(), 1U);
 }
 
 }  // namespace

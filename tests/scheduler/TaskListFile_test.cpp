@@ -3,34 +3,34 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/scheduler/TaskListRig.h"
+#include "tests/scheduler/TaskListFixture.h"
 #include "tests/support/Utf16.h"
 
 namespace tellurvane {
 namespace {
 
 TEST(TaskListFileTest, AMissingFileBecomesTheMarkAlone) {
-  TaskListRig rig;
+  TaskListFixture list;
   TaskList tasks = {TaskRecord(), TaskRecord()};
-  EXPECT_FALSE(rig.file.Load(tasks));
+  EXPECT_FALSE(list.file.Load(tasks));
   EXPECT_TRUE(tasks.empty()) << "what was there before is gone";
-  EXPECT_EQ(rig.Bytes(), kMarkAlone);
-  EXPECT_EQ(rig.files.files.size(), 1U);
+  EXPECT_EQ(list.Bytes(), kMarkAlone);
+  EXPECT_EQ(list.files.files.size(), 1U);
 }
 
 TEST(TaskListFileTest, LoadsWhatItSaved) {
-  TaskListRig rig;
+  TaskListFixture list;
   const TaskList saved = {Reminder(L"喝水", L"休息\\r\\n喝水"), Reminder(L"b", L"")};
-  ASSERT_TRUE(rig.file.Save(saved));
-  const std::string bytes = rig.Bytes();
+  ASSERT_TRUE(list.file.Save(saved));
+  const std::string bytes = list.Bytes();
   TaskList loaded;
-  EXPECT_TRUE(rig.file.Load(loaded));
+  EXPECT_TRUE(list.file.Load(loaded));
   ASSERT_EQ(loaded.size(), 2U);
   EXPECT_EQ(loaded[0].Name, L"喝水");
   EXPECT_EQ(loaded[0].Source, L"休息\\r\\n喝水");
   EXPECT_EQ(loaded[1].NextRun, saved[1].NextRun);
-  EXPECT_EQ(rig.Bytes(), bytes);
-  EXPECT_EQ(rig.files.files.size(), 1U);
+  EXPECT_EQ(list.Bytes(), bytes);
+  EXPECT_EQ(list.files.files.size(), 1U);
 }
 
 TEST(TaskListFileTest, LoadsNothingFromWhatIsNoList) {
@@ -49,12 +49,12 @@ TEST(TaskListFileTest, LoadsNothingFromWhatIsNoList) {
       {Utf16Bytes(L"\r\n" + Line(L"a")), true},
   };
   for (const auto& row : rows) {
-    TaskListRig rig(row.bytes);
+    TaskListFixture list(row.bytes);
     TaskList tasks = {TaskRecord()};
-    EXPECT_FALSE(rig.file.Load(tasks)) << row.bytes.size();
+    EXPECT_FALSE(list.file.Load(tasks)) << row.bytes.size();
     EXPECT_TRUE(tasks.empty()) << row.bytes.size();
-    EXPECT_EQ(rig.Bytes(), kMarkAlone) << row.bytes.size();
-    EXPECT_EQ(rig.Backups(), row.isKept ? std::vector{row.bytes} : std::vector<std::string>{});
+    EXPECT_EQ(list.Bytes(), kMarkAlone) << row.bytes.size();
+    EXPECT_EQ(list.Backups(), row.isKept ? std::vector{row.bytes} : std::vector<std::string>{});
   }
 }
 
@@ -67,13 +67,13 @@ std::string ListOfSize(size_t size) {
 
 TEST(TaskListFileTest, ReadsAFileBelowFourMebibytesOnly) {
   const std::string least = ListOfSize(4'194'304);
-  TaskListRig refused(least);
+  TaskListFixture refused(least);
   TaskList tasks;
   EXPECT_FALSE(refused.file.Load(tasks));
   EXPECT_EQ(refused.Bytes(), kMarkAlone);
   EXPECT_EQ(refused.Backups(), std::vector{least});
 
-  TaskListRig accepted(ListOfSize(4'194'303));
+  TaskListFixture accepted(ListOfSize(4'194'303));
   EXPECT_TRUE(accepted.file.Load(tasks));
   ASSERT_EQ(tasks.size(), 1U);
   EXPECT_EQ(tasks[0].Source.size(), 4'194'303U - 33U);
@@ -83,41 +83,41 @@ TEST(TaskListFileTest, ReadsAFileBelowFourMebibytesOnly) {
 TEST(TaskListFileTest, NeverWritesWhatTheNextLoadWouldRefuse) {
   // As UTF-16 it would be twice as large.
   const std::string large = ListOfSize(3'000'000);
-  TaskListRig rig(large);
+  TaskListFixture list(large);
   TaskList tasks;
-  EXPECT_TRUE(rig.file.Load(tasks));
-  EXPECT_FALSE(rig.file.Save(tasks));
-  EXPECT_EQ(rig.Bytes(), large);
-  EXPECT_TRUE(rig.file.Load(tasks)) << "the next start finds it again";
+  EXPECT_TRUE(list.file.Load(tasks));
+  EXPECT_FALSE(list.file.Save(tasks));
+  EXPECT_EQ(list.Bytes(), large);
+  EXPECT_TRUE(list.file.Load(tasks)) << "the next start finds it again";
 }
 
 TEST(TaskListFileTest, RewritesAnAnsiFileAsUtf16) {
-  TaskListRig rig("0|30|1|3\t\xE9t\xE9\tsource\t2011/2/13\t2011/2/15");
+  TaskListFixture list("0|30|1|3\t\xE9t\xE9\tsource\t2011/2/13\t2011/2/15");
   TaskList tasks;
-  EXPECT_TRUE(rig.file.Load(tasks));
+  EXPECT_TRUE(list.file.Load(tasks));
   EXPECT_EQ(tasks[0].Name, L"\u00E9t\u00E9");
-  EXPECT_EQ(rig.Bytes(), Utf16Bytes(L"0|30|1|3\t\u00E9t\u00E9\tsource\t2011/2/13\t2011/2/15\r\n"));
-  EXPECT_TRUE(rig.Backups().empty()) << "nothing was dropped";
+  EXPECT_EQ(list.Bytes(), Utf16Bytes(L"0|30|1|3\t\u00E9t\u00E9\tsource\t2011/2/13\t2011/2/15\r\n"));
+  EXPECT_TRUE(list.Backups().empty()) << "nothing was dropped";
 }
 
 TEST(TaskListFileTest, KeepsBytesThatTheTextDoesNotSayInFull) {
   const std::string bytes = "0|30|1|3\t\xE9t\xE9\tsource\t2011/2/13\t2011/2/15";
-  TaskListRig rig(bytes);
-  rig.isAnsiLossy = true;
+  TaskListFixture list(bytes);
+  list.isAnsiLossy = true;
   TaskList tasks;
-  EXPECT_TRUE(rig.file.Load(tasks));
-  EXPECT_EQ(rig.Backups(), std::vector{bytes});
+  EXPECT_TRUE(list.file.Load(tasks));
+  EXPECT_EQ(list.Backups(), std::vector{bytes});
 }
 
 TEST(TaskListFileTest, WritesBackWhatItHasReadInItsOwnWay) {
-  TaskListRig rig(
+  TaskListFixture list(
       Utf16Bytes(L"+0|2.5|True|3\t  a \t b \t40588.5\t2011/2/14 上午 11:59:59\r\n\r\n"));
   TaskList tasks;
-  EXPECT_TRUE(rig.file.Load(tasks));
+  EXPECT_TRUE(list.file.Load(tasks));
   EXPECT_EQ(tasks[0].Name, L"  a ");
-  EXPECT_EQ(rig.Bytes(),
+  EXPECT_EQ(list.Bytes(),
             Utf16Bytes(L"0|2|1|3\ta\tb\t2011/2/14 下午 12:00:00\t2011/2/14 下午 12:01:59\r\n"));
-  EXPECT_TRUE(rig.Backups().empty());
+  EXPECT_TRUE(list.Backups().empty());
 }
 
 TEST(TaskListFileTest, KeepsABackupOfWhateverTheListDoesNotHold) {
@@ -133,120 +133,120 @@ TEST(TaskListFileTest, KeepsABackupOfWhateverTheListDoesNotHold) {
       {L"0|30|1|3\ta\tb\t2011/2/13\t2011/2/15\tmore\r\n", true},
   };
   for (const auto& row : rows) {
-    TaskListRig rig(Utf16Bytes(row.text));
+    TaskListFixture list(Utf16Bytes(row.text));
     TaskList tasks;
-    EXPECT_TRUE(rig.file.Load(tasks)) << row.text;
+    EXPECT_TRUE(list.file.Load(tasks)) << row.text;
     EXPECT_EQ(tasks.size(), 1U) << row.text;
-    EXPECT_EQ(rig.Backups(),
+    EXPECT_EQ(list.Backups(),
               row.isKept ? std::vector{Utf16Bytes(row.text)} : std::vector<std::string>{});
     // Once is enough.
-    EXPECT_TRUE(rig.file.Load(tasks));
-    EXPECT_TRUE(rig.file.Save(tasks));
-    EXPECT_EQ(rig.Backups().size(), row.isKept ? 1U : 0U) << row.text;
+    EXPECT_TRUE(list.file.Load(tasks));
+    EXPECT_TRUE(list.file.Save(tasks));
+    EXPECT_EQ(list.Backups().size(), row.isKept ? 1U : 0U) << row.text;
   }
 }
 
 TEST(TaskListFileTest, NamesABackupByTheMomentAndNeverWritesOverOne) {
   const std::string lossy = Utf16Bytes(Line(L"a") + L"malformed\r\n");
-  TaskListRig rig(lossy);
-  rig.now = At(2011, 2, 14, 23, 59, 59);
-  rig.files.files[L"JobList.dbs.20110214-235959.bak"].bytes = "first";
-  rig.files.files[L"JobList.dbs.20110215-000000.bak"].bytes = "second";
+  TaskListFixture list(lossy);
+  list.now = At(2011, 2, 14, 23, 59, 59);
+  list.files.files[L"JobList.dbs.20110214-235959.bak"].bytes = "first";
+  list.files.files[L"JobList.dbs.20110215-000000.bak"].bytes = "second";
   TaskList tasks;
-  EXPECT_TRUE(rig.file.Load(tasks));
-  EXPECT_EQ(rig.Backups(), (std::vector<std::string>{"first", "second", lossy}));
-  EXPECT_EQ(rig.files.files.at(L"JobList.dbs.20110215-000001.bak").bytes, lossy);
+  EXPECT_TRUE(list.file.Load(tasks));
+  EXPECT_EQ(list.Backups(), (std::vector<std::string>{"first", "second", lossy}));
+  EXPECT_EQ(list.files.files.at(L"JobList.dbs.20110215-000001.bak").bytes, lossy);
 }
 
 TEST(TaskListFileTest, WritesNothingOverTheFileWhenNoNameForABackupIsFree) {
   const std::string lossy = Utf16Bytes(Line(L"a") + L"malformed\r\n");
-  TaskListRig rig(lossy);
-  rig.now = At(2011, 2, 14, 12, 0, 0);
+  TaskListFixture list(lossy);
+  list.now = At(2011, 2, 14, 12, 0, 0);
   for (int second = 0; second < 100; ++second) {
     const int minute = second / 60;
     const std::wstring stamp = std::to_wstring(1200'00 + minute * 100 + second % 60);
-    rig.files.files[L"JobList.dbs.20110214-" + stamp + L".bak"].bytes = "earlier";
+    list.files.files[L"JobList.dbs.20110214-" + stamp + L".bak"].bytes = "earlier";
   }
   TaskList tasks;
-  EXPECT_TRUE(rig.file.Load(tasks)) << "the list is there all the same";
-  EXPECT_EQ(rig.Bytes(), lossy);
-  EXPECT_FALSE(rig.file.Save(tasks));
-  EXPECT_EQ(rig.Bytes(), lossy);
+  EXPECT_TRUE(list.file.Load(tasks)) << "the list is there all the same";
+  EXPECT_EQ(list.Bytes(), lossy);
+  EXPECT_FALSE(list.file.Save(tasks));
+  EXPECT_EQ(list.Bytes(), lossy);
   // An hour later there are names again.
-  rig.now = At(2011, 2, 14, 13);
-  EXPECT_TRUE(rig.file.Save(tasks));
-  EXPECT_EQ(rig.Bytes(), Utf16Bytes(Line(L"a")));
-  EXPECT_EQ(rig.files.files.at(L"JobList.dbs.20110214-130000.bak").bytes, lossy);
+  list.now = At(2011, 2, 14, 13);
+  EXPECT_TRUE(list.file.Save(tasks));
+  EXPECT_EQ(list.Bytes(), Utf16Bytes(Line(L"a")));
+  EXPECT_EQ(list.files.files.at(L"JobList.dbs.20110214-130000.bak").bytes, lossy);
 }
 
 TEST(TaskListFileTest, KeepsAFileThatCannotBeOpenedBeforeItIsReplaced) {
   const std::string bytes = Utf16Bytes(Line(L"a"));
-  TaskListRig rig(bytes);
-  rig.files.refusedToRead.insert(kListPath);
+  TaskListFixture list(bytes);
+  list.files.refusedToRead.insert(kListPath);
   TaskList tasks;
-  EXPECT_FALSE(rig.file.Load(tasks));
-  EXPECT_EQ(rig.Backups(), std::vector{bytes});
-  EXPECT_EQ(rig.Bytes(), kMarkAlone);
-  EXPECT_FALSE(rig.file.IsUnread()) << "nothing is left to be read";
+  EXPECT_FALSE(list.file.Load(tasks));
+  EXPECT_EQ(list.Backups(), std::vector{bytes});
+  EXPECT_EQ(list.Bytes(), kMarkAlone);
+  EXPECT_FALSE(list.file.IsUnread()) << "nothing is left to be read";
 }
 
 TEST(TaskListFileTest, CopiesAFileThatCannotBeReplacedOnlyOnce) {
   const std::string bytes = Utf16Bytes(Line(L"a"));
-  TaskListRig rig(bytes);
-  rig.files.refusedToRead.insert(kListPath);
-  rig.files.SetFaults({.first = 6});
+  TaskListFixture list(bytes);
+  list.files.refusedToRead.insert(kListPath);
+  list.files.SetFaults({.first = 6});
   TaskList tasks;
-  EXPECT_FALSE(rig.file.Load(tasks));
-  EXPECT_EQ(rig.files.Operations(),
+  EXPECT_FALSE(list.file.Load(tasks));
+  EXPECT_EQ(list.files.Operations(),
             (std::vector<std::string>{"open", "copy", "create", "write", "flush", "close", "move!",
                                       "remove", "remove"}));
-  rig.files.SetFaults({});
-  EXPECT_FALSE(rig.file.Load(tasks));
-  EXPECT_EQ(rig.files.Operations(), std::vector<std::string>{"open"});
-  EXPECT_TRUE(rig.file.IsUnread());
-  rig.files.refusedToRead.clear();
-  EXPECT_TRUE(rig.file.Load(tasks));
-  EXPECT_EQ(rig.Bytes(), bytes);
-  EXPECT_TRUE(rig.Backups().empty());
+  list.files.SetFaults({});
+  EXPECT_FALSE(list.file.Load(tasks));
+  EXPECT_EQ(list.files.Operations(), std::vector<std::string>{"open"});
+  EXPECT_TRUE(list.file.IsUnread());
+  list.files.refusedToRead.clear();
+  EXPECT_TRUE(list.file.Load(tasks));
+  EXPECT_EQ(list.Bytes(), bytes);
+  EXPECT_TRUE(list.Backups().empty());
 }
 
 TEST(TaskListFileTest, LeavesAFileAloneThatCanNeitherBeOpenedNorCopied) {
   const std::string bytes = Utf16Bytes(Line(L"a"));
-  TaskListRig rig(bytes);
-  rig.files.refused.insert(kListPath);
+  TaskListFixture list(bytes);
+  list.files.refused.insert(kListPath);
   TaskList tasks = {Reminder(L"b", L"source")};
   for (int attempt = 0; attempt < 3; ++attempt) {
-    EXPECT_FALSE(rig.file.Load(tasks));
-    EXPECT_TRUE(rig.file.IsUnread());
-    EXPECT_EQ(rig.Bytes(), bytes);
+    EXPECT_FALSE(list.file.Load(tasks));
+    EXPECT_TRUE(list.file.IsUnread());
+    EXPECT_EQ(list.Bytes(), bytes);
   }
   // Neither now nor when it could be done: an empty list is not worth it.
-  EXPECT_FALSE(rig.file.Save({}));
-  rig.files.refused.clear();
-  EXPECT_FALSE(rig.file.Save({}));
-  EXPECT_EQ(rig.files.files.size(), 1U);
-  EXPECT_EQ(rig.Bytes(), bytes);
-  EXPECT_TRUE(rig.file.Load(tasks));
-  EXPECT_FALSE(rig.file.IsUnread());
+  EXPECT_FALSE(list.file.Save({}));
+  list.files.refused.clear();
+  EXPECT_FALSE(list.file.Save({}));
+  EXPECT_EQ(list.files.files.size(), 1U);
+  EXPECT_EQ(list.Bytes(), bytes);
+  EXPECT_TRUE(list.file.Load(tasks));
+  EXPECT_FALSE(list.file.IsUnread());
   EXPECT_EQ(tasks.at(0).Name, L"a");
-  EXPECT_TRUE(rig.Backups().empty());
-  EXPECT_TRUE(rig.file.Save({})) << "now it is an empty list of the user's";
+  EXPECT_TRUE(list.Backups().empty());
+  EXPECT_TRUE(list.file.Save({})) << "now it is an empty list of the user's";
 }
 
 TEST(TaskListFileTest, ReplacesAnUnreadFileByTheUsersTasksOnceItIsKept) {
   const std::string bytes = Utf16Bytes(Line(L"a"));
-  TaskListRig rig(bytes);
-  rig.files.refused.insert(kListPath);
+  TaskListFixture list(bytes);
+  list.files.refused.insert(kListPath);
   TaskList tasks;
-  EXPECT_FALSE(rig.file.Load(tasks));
+  EXPECT_FALSE(list.file.Load(tasks));
   tasks = {Reminder(L"b", L"source")};
-  EXPECT_FALSE(rig.file.Save(tasks)) << "it cannot be kept yet";
-  EXPECT_FALSE(rig.file.IsUnread()) << "what the user has made counts";
-  EXPECT_EQ(rig.Bytes(), bytes);
-  rig.files.refused.clear();
-  EXPECT_TRUE(rig.file.Save(tasks));
-  EXPECT_EQ(rig.Backups(), std::vector{bytes});
-  EXPECT_EQ(rig.Bytes(), Utf16Bytes(Line(L"b")));
+  EXPECT_FALSE(list.file.Save(tasks)) << "it cannot be kept yet";
+  EXPECT_FALSE(list.file.IsUnread()) << "what the user has made counts";
+  EXPECT_EQ(list.Bytes(), bytes);
+  list.files.refused.clear();
+  EXPECT_TRUE(list.file.Save(tasks));
+  EXPECT_EQ(list.Backups(), std::vector{bytes});
+  EXPECT_EQ(list.Bytes(), Utf16Bytes(Line(L"b")));
 }
 
 TEST(TaskListFileTest, ReadsAgainOnlyWhatMayReadBetterThen) {
@@ -265,63 +265,63 @@ TEST(TaskListFileTest, ReadsAgainOnlyWhatMayReadBetterThen) {
       {"malformed", Utf16Bytes(L"malformed\r\n"), -1, false},
   };
   for (const auto& row : rows) {
-    TaskListRig rig(row.bytes);
-    rig.files.isCopyRefused = true;
-    rig.files.SetFaults({.first = row.failing});
+    TaskListFixture list(row.bytes);
+    list.files.isCopyRefused = true;
+    list.files.SetFaults({.first = row.failing});
     TaskList tasks;
-    EXPECT_FALSE(rig.file.Load(tasks)) << row.what;
-    EXPECT_EQ(rig.file.IsUnread(), row.isUnread) << row.what;
-    EXPECT_EQ(rig.Bytes(), row.bytes) << row.what;
+    EXPECT_FALSE(list.file.Load(tasks)) << row.what;
+    EXPECT_EQ(list.file.IsUnread(), row.isUnread) << row.what;
+    EXPECT_EQ(list.Bytes(), row.bytes) << row.what;
   }
-  TaskListRig missing;
+  TaskListFixture missing;
   TaskList tasks;
   EXPECT_FALSE(missing.file.Load(tasks));
   EXPECT_FALSE(missing.file.IsUnread());
 }
 
 TEST(TaskListFileTest, SavesWithoutABackupWhenTheFileHasGone) {
-  TaskListRig rig(Utf16Bytes(Line(L"a")));
-  rig.files.refused.insert(kListPath);
+  TaskListFixture list(Utf16Bytes(Line(L"a")));
+  list.files.refused.insert(kListPath);
   TaskList tasks;
-  EXPECT_FALSE(rig.file.Load(tasks));
-  rig.files.refused.clear();
-  rig.files.files.clear();
-  EXPECT_TRUE(rig.file.Save(TaskList{Reminder(L"b", L"source")}));
-  EXPECT_EQ(rig.files.files.size(), 1U);
+  EXPECT_FALSE(list.file.Load(tasks));
+  list.files.refused.clear();
+  list.files.files.clear();
+  EXPECT_TRUE(list.file.Save(TaskList{Reminder(L"b", L"source")}));
+  EXPECT_EQ(list.files.files.size(), 1U);
 }
 
 TEST(TaskListFileTest, MovesForwardWithoutARunByTheMomentOfTheLoad) {
-  TaskListRig rig(Utf16Bytes(L"1|2|1|3\ta\tb\t2011/2/13\t2011/2/14 上午 09:00:00\r\n"));
-  rig.now = At(2011, 2, 14, 14, 30);
+  TaskListFixture list(Utf16Bytes(L"1|2|1|3\ta\tb\t2011/2/13\t2011/2/14 上午 09:00:00\r\n"));
+  list.now = At(2011, 2, 14, 14, 30);
   TaskList tasks;
-  ASSERT_TRUE(rig.file.Load(tasks));
+  ASSERT_TRUE(list.file.Load(tasks));
   EXPECT_EQ(tasks[0].NextRun, At(2011, 2, 14, 15));
   EXPECT_EQ(tasks[0].LastRun, At(2011, 2, 13));
-  EXPECT_EQ(rig.Bytes(), Utf16Bytes(L"1|2|1|3\ta\tb\t2011/2/13\t2011/2/14 下午 03:00:00\r\n"));
+  EXPECT_EQ(list.Bytes(), Utf16Bytes(L"1|2|1|3\ta\tb\t2011/2/13\t2011/2/14 下午 03:00:00\r\n"));
 }
 
 TEST(TaskListFileTest, AsksForTheUsersFormatAtEachLoad) {
-  TaskListRig rig(Utf16Bytes(L"9|1|1|3\ta\tb\t2011/2/13\t10/2/11\r\n"));
+  TaskListFixture list(Utf16Bytes(L"9|1|1|3\ta\tb\t2011/2/13\t10/2/11\r\n"));
   TaskList tasks;
-  ASSERT_TRUE(rig.file.Load(tasks));
+  ASSERT_TRUE(list.file.Load(tasks));
   EXPECT_EQ(tasks[0].NextRun, At(2010, 2, 11));
-  rig.locale = &EnUs();
-  rig.files.files[kListPath].bytes = Utf16Bytes(L"9|1|1|3\ta\tb\t2011/2/13\t10/2/11\r\n");
-  ASSERT_TRUE(rig.file.Load(tasks));
+  list.locale = &EnUs();
+  list.files.files[kListPath].bytes = Utf16Bytes(L"9|1|1|3\ta\tb\t2011/2/13\t10/2/11\r\n");
+  ASSERT_TRUE(list.file.Load(tasks));
   EXPECT_EQ(tasks[0].NextRun, At(2011, 10, 2));
 }
 
 TEST(TaskListFileTest, TakesTheseOperationsInThisOrder) {
-  TaskListRig rig(Utf16Bytes(Line(L"a") + L"malformed\r\n"));
+  TaskListFixture list(Utf16Bytes(Line(L"a") + L"malformed\r\n"));
   TaskList tasks;
-  rig.files.SetFaults({});
-  ASSERT_TRUE(rig.file.Load(tasks));
-  EXPECT_EQ(rig.files.Operations(),
+  list.files.SetFaults({});
+  ASSERT_TRUE(list.file.Load(tasks));
+  EXPECT_EQ(list.files.Operations(),
             (std::vector<std::string>{"open", "size", "read", "copy", "create", "write", "flush",
                                       "close", "move"}));
-  rig.files.SetFaults({});
-  ASSERT_TRUE(rig.file.Save(tasks));
-  EXPECT_EQ(rig.files.Operations(),
+  list.files.SetFaults({});
+  ASSERT_TRUE(list.file.Save(tasks));
+  EXPECT_EQ(list.files.Operations(),
             (std::vector<std::string>{"create", "write", "flush", "close", "move"}));
 }
 

@@ -3,7 +3,7 @@
 #include <random>
 
 #include "scheduler/TaskListText.h"
-#include "tests/scheduler/TaskListRig.h"
+#include "tests/scheduler/TaskListFixture.h"
 
 namespace tellurvane {
 namespace {

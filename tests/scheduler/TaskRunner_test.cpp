@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/scheduler/RunnerRig.h"
-#include "tests/scheduler/TaskListRig.h"
+#include "tests/scheduler/RunnerFixture.h"
+#include "tests/scheduler/TaskListFixture.h"
 
 namespace tellurvane {
 namespace {
@@ -20,22 +20,22 @@ Calls CommandRun(const std::string& row, const std::string& command) {
 }
 
 TEST(TaskRunnerTickTest, WithNothingDueOnlyTheTimerIsTouched) {
-  RunnerRig rig;
-  rig.Add(kApplication, L"later", At(2011, 2, 14, 13));
-  rig.runner.Tick();
-  EXPECT_EQ(rig.calls, kTickBegins + kIdleEnd);
-  EXPECT_EQ(rig.tasks[0].NextRun, At(2011, 2, 14, 13));
-  EXPECT_EQ(rig.tasks[0].RunStarted, 0);
+  RunnerFixture fixture;
+  fixture.Add(kApplication, L"later", At(2011, 2, 14, 13));
+  fixture.runner.Tick();
+  EXPECT_EQ(fixture.calls, kTickBegins + kIdleEnd);
+  EXPECT_EQ(fixture.tasks[0].NextRun, At(2011, 2, 14, 13));
+  EXPECT_EQ(fixture.tasks[0].RunStarted, 0);
 }
 
 TEST(TaskRunnerTickTest, ADueTaskRunsInThisOrder) {
-  RunnerRig rig;
-  rig.Add(kApplication, L"tool");
-  rig.runner.Tick();
-  EXPECT_EQ(rig.calls, kTickBegins + CommandRun("0", "tool") + kEndAfterRuns);
-  EXPECT_EQ(rig.tasks[0].RunStarted, rig.now);
-  EXPECT_EQ(rig.tasks[0].LastRun, rig.now);
-  EXPECT_EQ(rig.tasks[0].NextRun, At(2011, 2, 14, 12, 30));
+  RunnerFixture fixture;
+  fixture.Add(kApplication, L"tool");
+  fixture.runner.Tick();
+  EXPECT_EQ(fixture.calls, kTickBegins + CommandRun("0", "tool") + kEndAfterRuns);
+  EXPECT_EQ(fixture.tasks[0].RunStarted, fixture.now);
+  EXPECT_EQ(fixture.tasks[0].LastRun, fixture.now);
+  EXPECT_EQ(fixture.tasks[0].NextRun, At(2011, 2, 14, 12, 30));
 }
 
 TEST(TaskRunnerTickTest, DueBeginsWithTheMomentItself) {
@@ -49,98 +49,98 @@ TEST(TaskRunnerTickTest, DueBeginsWithTheMomentItself) {
       {At(2011, 2, 13), true},
   };
   for (const auto& row : rows) {
-    RunnerRig rig;
-    rig.Add(kApplication, L"tool", row.nextRun);
-    rig.runner.Tick();
-    EXPECT_EQ(rig.tasks[0].LastRun == rig.now, row.runs) << row.nextRun;
-    EXPECT_TRUE(IsEarlier(rig.now, rig.tasks[0].NextRun)) << row.nextRun;
+    RunnerFixture fixture;
+    fixture.Add(kApplication, L"tool", row.nextRun);
+    fixture.runner.Tick();
+    EXPECT_EQ(fixture.tasks[0].LastRun == fixture.now, row.runs) << row.nextRun;
+    EXPECT_TRUE(IsEarlier(fixture.now, fixture.tasks[0].NextRun)) << row.nextRun;
   }
 }
 
 TEST(TaskRunnerTickTest, AllThatIsDueRunsInListOrder) {
-  RunnerRig rig;
-  rig.Add(kApplication, L"one");
-  rig.Add(kApplication, L"later", At(2011, 2, 14, 13));
-  rig.Add(kApplication, L"two", At(2011, 2, 14, 11));
+  RunnerFixture fixture;
+  fixture.Add(kApplication, L"one");
+  fixture.Add(kApplication, L"later", At(2011, 2, 14, 13));
+  fixture.Add(kApplication, L"two", At(2011, 2, 14, 11));
   // Each at the moment of its own run.
-  rig.on["command"] = [&] { rig.now += 3.0 / 86'400; };
-  const DateSerial start = rig.now;
-  rig.runner.Tick();
-  EXPECT_EQ(rig.calls,
+  fixture.on["command"] = [&] { fixture.now += 3.0 / 86'400; };
+  const DateSerial start = fixture.now;
+  fixture.runner.Tick();
+  EXPECT_EQ(fixture.calls,
             kTickBegins + CommandRun("0", "one") + CommandRun("2", "two") + kEndAfterRuns);
-  EXPECT_EQ(rig.tasks[0].RunStarted, start);
-  EXPECT_EQ(rig.tasks[0].LastRun, start + 3.0 / 86'400);
-  EXPECT_EQ(rig.tasks[2].RunStarted, start + 3.0 / 86'400);
-  EXPECT_EQ(rig.tasks[2].LastRun, rig.now);
-  EXPECT_EQ(rig.tasks[1].LastRun, 0);
+  EXPECT_EQ(fixture.tasks[0].RunStarted, start);
+  EXPECT_EQ(fixture.tasks[0].LastRun, start + 3.0 / 86'400);
+  EXPECT_EQ(fixture.tasks[2].RunStarted, start + 3.0 / 86'400);
+  EXPECT_EQ(fixture.tasks[2].LastRun, fixture.now);
+  EXPECT_EQ(fixture.tasks[1].LastRun, 0);
 }
 
 TEST(TaskRunnerTickTest, OfSeveralThatPlayTheLastOneIsHeardAndEachIsRecorded) {
-  RunnerRig rig;
-  rig.Add(kLocalMusic, L"first");
-  rig.Add(kInternetRadio, L"second");
-  rig.Add(kLocalMusic, L"last");
-  rig.runner.Tick();
+  RunnerFixture fixture;
+  fixture.Add(kLocalMusic, L"first");
+  fixture.Add(kInternetRadio, L"second");
+  fixture.Add(kLocalMusic, L"last");
+  fixture.runner.Tick();
   std::vector<std::string> sources;
-  for (const std::string& call : rig.calls) {
+  for (const std::string& call : fixture.calls) {
     if (call.starts_with("url")) sources.push_back(call);
   }
   EXPECT_EQ(sources, (Calls{"url first", "url second", "url last"}));
-  for (const TaskRecord& task : rig.tasks) EXPECT_EQ(task.LastRun, rig.now);
+  for (const TaskRecord& task : fixture.tasks) EXPECT_EQ(task.LastRun, fixture.now);
 }
 
 TEST(TaskRunnerTickTest, ATaskThatFallsDueWhileAnotherRunsIsRunToo) {
-  RunnerRig rig;
-  rig.Add(kApplication, L"slow");
-  rig.Add(kApplication, L"next", At(2011, 2, 14, 12, 0, 20));
-  rig.on["command"] = [&] { rig.now = At(2011, 2, 14, 12, 0, 20); };
-  rig.runner.Tick();
-  EXPECT_EQ(rig.tasks[1].LastRun, At(2011, 2, 14, 12, 0, 20));
+  RunnerFixture fixture;
+  fixture.Add(kApplication, L"slow");
+  fixture.Add(kApplication, L"next", At(2011, 2, 14, 12, 0, 20));
+  fixture.on["command"] = [&] { fixture.now = At(2011, 2, 14, 12, 0, 20); };
+  fixture.runner.Tick();
+  EXPECT_EQ(fixture.tasks[1].LastRun, At(2011, 2, 14, 12, 0, 20));
 }
 
 // While the editor is open the timer is off; whatever it did, the list is loaded anew when it
 // closes.
 TEST(TaskRunnerTickTest, ATaskThatFallsDueWhileTheTimerIsOffIsMovedByTheReloadAndNotRun) {
   for (const bool isReloaded : {true, false}) {
-    RunnerRig rig;
-    rig.Add(kApplication, L"tool", At(2011, 2, 14, 12, 0, 20));
-    TaskListRig list;
-    ASSERT_TRUE(list.file.Save(rig.tasks));
+    RunnerFixture fixture;
+    fixture.Add(kApplication, L"tool", At(2011, 2, 14, 12, 0, 20));
+    TaskListFixture list;
+    ASSERT_TRUE(list.file.Save(fixture.tasks));
 
-    rig.runner.SetTaskTimer(false);
-    rig.now = list.now = At(2011, 2, 14, 12, 5);
+    fixture.runner.SetTaskTimer(false);
+    fixture.now = list.now = At(2011, 2, 14, 12, 5);
     if (isReloaded) {
-      ASSERT_TRUE(list.file.Load(rig.tasks));
+      ASSERT_TRUE(list.file.Load(fixture.tasks));
     }
-    rig.runner.SetTaskTimer(true);
-    rig.calls.clear();
-    rig.runner.Tick();
+    fixture.runner.SetTaskTimer(true);
+    fixture.calls.clear();
+    fixture.runner.Tick();
 
     const Calls noRun = kTickBegins + kIdleEnd;
     const Calls run = kTickBegins + CommandRun("0", "tool") + kEndAfterRuns;
-    EXPECT_EQ(rig.calls, isReloaded ? noRun : run);
-    EXPECT_EQ(rig.tasks[0].LastRun, isReloaded ? 0 : rig.now);
-    EXPECT_EQ(rig.tasks[0].NextRun, At(2011, 2, 14, 12, 30, 20));
+    EXPECT_EQ(fixture.calls, isReloaded ? noRun : run);
+    EXPECT_EQ(fixture.tasks[0].LastRun, isReloaded ? 0 : fixture.now);
+    EXPECT_EQ(fixture.tasks[0].NextRun, At(2011, 2, 14, 12, 30, 20));
   }
 }
 
 TEST(TaskRunnerTickTest, ADisabledDueTaskIsMovedAndNotRun) {
-  RunnerRig rig;
-  TaskRecord& task = rig.Add(kApplication, L"tool", At(2011, 2, 14, 11, 45));
+  RunnerFixture fixture;
+  TaskRecord& task = fixture.Add(kApplication, L"tool", At(2011, 2, 14, 11, 45));
   task.Enabled = false;
   task.LastRun = At(2011, 2, 13);
-  rig.runner.Tick();
-  EXPECT_EQ(rig.calls, kTickBegins + Calls{"refresh 0"} + kIdleEnd);
+  fixture.runner.Tick();
+  EXPECT_EQ(fixture.calls, kTickBegins + Calls{"refresh 0"} + kIdleEnd);
   EXPECT_EQ(task.NextRun, At(2011, 2, 14, 12, 15));
   EXPECT_EQ(task.LastRun, At(2011, 2, 13));
   EXPECT_EQ(task.RunStarted, 0);
 }
 
 TEST(TaskRunnerTickTest, ADisabledTaskDueRightNowIsMovedIntoTheFuture) {
-  RunnerRig rig;
-  rig.Add(kApplication, L"tool", rig.now).Enabled = false;
-  rig.runner.Tick();
-  EXPECT_EQ(rig.tasks[0].NextRun, At(2011, 2, 14, 12, 30, 10));
+  RunnerFixture fixture;
+  fixture.Add(kApplication, L"tool", fixture.now).Enabled = false;
+  fixture.runner.Tick();
+  EXPECT_EQ(fixture.tasks[0].NextRun, At(2011, 2, 14, 12, 30, 10));
 }
 
 TEST(TaskRunnerTickTest, ATaskWithoutAScheduleNeverFires) {
@@ -149,13 +149,13 @@ TEST(TaskRunnerTickTest, ATaskWithoutAScheduleNeverFires) {
   } rows[] = {{-1, 1}, {3, 1}, {0, 0}, {0, -1}, {2147483647, 1}, {0, -2147483647 - 1}};
   for (const auto& row : rows) {
     for (const bool enabled : {true, false}) {
-      RunnerRig rig;
-      TaskRecord& task = rig.Add(kApplication, L"tool", At(2011, 2, 14, 12));
+      RunnerFixture fixture;
+      TaskRecord& task = fixture.Add(kApplication, L"tool", At(2011, 2, 14, 12));
       task.IntervalUnit = row.unit;
       task.Interval = row.interval;
       task.Enabled = enabled;
-      rig.runner.Tick();
-      EXPECT_EQ(rig.calls, kTickBegins + Calls{"interval 2000"} + kTimerOn) << row.unit;
+      fixture.runner.Tick();
+      EXPECT_EQ(fixture.calls, kTickBegins + Calls{"interval 2000"} + kTimerOn) << row.unit;
       EXPECT_EQ(task.NextRun, At(2011, 2, 14, 12)) << row.unit << ' ' << row.interval;
     }
   }
@@ -179,13 +179,13 @@ TEST(TaskRunnerTickTest, ChoosesTheShortIntervalWhenATaskIsAboutToFallDue) {
       {{At(2011, 3, 14), At(2011, 4, 14)}, true, "interval 30000"},
   };
   for (const auto& row : rows) {
-    RunnerRig rig;
+    RunnerFixture fixture;
     for (const DateSerial nextRun : row.nextRuns) {
-      rig.Add(kApplication, L"tool", nextRun).Enabled = row.enabled;
+      fixture.Add(kApplication, L"tool", nextRun).Enabled = row.enabled;
     }
     const std::string* chosen = nullptr;
-    rig.runner.Tick();
-    for (const std::string& call : rig.calls) {
+    fixture.runner.Tick();
+    for (const std::string& call : fixture.calls) {
       if (chosen == nullptr && call.starts_with("interval")) chosen = &call;
     }
     ASSERT_NE(chosen, nullptr);
@@ -194,89 +194,89 @@ TEST(TaskRunnerTickTest, ChoosesTheShortIntervalWhenATaskIsAboutToFallDue) {
 }
 
 TEST(TaskRunnerTickTest, ReckonsTheMinutesFromTheMomentAfterARun) {
-  RunnerRig rig;
-  rig.Add(kApplication, L"first", At(2011, 2, 14, 12, 4));
-  rig.Add(kApplication, L"slow");
-  rig.Add(kApplication, L"last", At(2011, 2, 14, 12, 5));
-  rig.on["command"] = [&] { rig.now = At(2011, 2, 14, 12, 4, 10); };
-  rig.runner.Tick();
+  RunnerFixture fixture;
+  fixture.Add(kApplication, L"first", At(2011, 2, 14, 12, 4));
+  fixture.Add(kApplication, L"slow");
+  fixture.Add(kApplication, L"last", At(2011, 2, 14, 12, 5));
+  fixture.on["command"] = [&] { fixture.now = At(2011, 2, 14, 12, 4, 10); };
+  fixture.runner.Tick();
   // Four minutes from the moment of the first row; one from that of the last.
   const Calls end = Calls{"interval 2000", "redraw on", "area on", "messages"} + kTimerOn;
-  EXPECT_EQ(rig.calls, kTickBegins + CommandRun("1", "slow") + end);
+  EXPECT_EQ(fixture.calls, kTickBegins + CommandRun("1", "slow") + end);
 }
 
 TEST(TaskRunnerTickTest, LeavesTheTimerOnAtOneSecondWhateverItChose) {
   for (const DateSerial nextRun :
        {At(2011, 2, 14, 11), At(2011, 2, 14, 12, 1), At(2011, 2, 15), At(9999, 12, 31)}) {
     for (const bool enabled : {true, false}) {
-      RunnerRig rig;
-      rig.Add(kApplication, L"tool", nextRun).Enabled = enabled;
-      rig.runner.Tick();
-      EXPECT_EQ(rig.interval, 1'000U);
-      EXPECT_TRUE(rig.isTimerOn);
-      EXPECT_FALSE(rig.runner.IsBusy());
+      RunnerFixture fixture;
+      fixture.Add(kApplication, L"tool", nextRun).Enabled = enabled;
+      fixture.runner.Tick();
+      EXPECT_EQ(fixture.interval, 1'000U);
+      EXPECT_TRUE(fixture.isTimerOn);
+      EXPECT_FALSE(fixture.runner.IsBusy());
     }
   }
 }
 
 TEST(TaskRunnerTickTest, ATickWithinATickDoesNothing) {
-  RunnerRig rig;
-  rig.Add(kApplication, L"one");
-  rig.Add(kApplication, L"two");
+  RunnerFixture fixture;
+  fixture.Add(kApplication, L"one");
+  fixture.Add(kApplication, L"two");
   int nested = 0;
   for (const char* const call : {"timer off", "area off", "stop", "command", "save", "redraw on"}) {
-    rig.on[call] = [&] {
-      EXPECT_TRUE(rig.runner.IsBusy());
-      const size_t before = rig.calls.size();
-      rig.runner.Tick();
-      EXPECT_EQ(rig.calls.size(), before);
+    fixture.on[call] = [&] {
+      EXPECT_TRUE(fixture.runner.IsBusy());
+      const size_t before = fixture.calls.size();
+      fixture.runner.Tick();
+      EXPECT_EQ(fixture.calls.size(), before);
       ++nested;
     };
   }
-  rig.runner.Tick();
+  fixture.runner.Tick();
   EXPECT_EQ(nested, 1 + 2 * 4 + 1);
-  EXPECT_EQ(rig.calls,
+  EXPECT_EQ(fixture.calls,
             kTickBegins + CommandRun("0", "one") + CommandRun("1", "two") + kEndAfterRuns);
 }
 
 TEST(TaskRunnerTickTest, MessagesArePumpedOnceAndWithoutTheBusyFlag) {
-  RunnerRig rig;
-  rig.Add(kApplication, L"one");
-  rig.Add(kApplication, L"two");
+  RunnerFixture fixture;
+  fixture.Add(kApplication, L"one");
+  fixture.Add(kApplication, L"two");
   int pumped = 0;
-  rig.on["messages"] = [&] {
+  fixture.on["messages"] = [&] {
     ++pumped;
-    EXPECT_FALSE(rig.runner.IsBusy());
-    EXPECT_FALSE(rig.isTimerOn);
+    EXPECT_FALSE(fixture.runner.IsBusy());
+    EXPECT_FALSE(fixture.isTimerOn);
   };
-  rig.runner.Tick();
+  fixture.runner.Tick();
   EXPECT_EQ(pumped, 1);
 }
 
 TEST(TaskRunnerTickTest, RowsWithoutATaskAreLeftAlone) {
-  RunnerRig rig;
-  rig.Add(kApplication, L"tool");
-  rig.surplusRows = 3;
-  rig.runner.Tick();
-  EXPECT_EQ(rig.calls, kTickBegins + CommandRun("0", "tool") + kEndAfterRuns);
+  RunnerFixture fixture;
+  fixture.Add(kApplication, L"tool");
+  fixture.surplusRows = 3;
+  fixture.runner.Tick();
+  EXPECT_EQ(fixture.calls, kTickBegins + CommandRun("0", "tool") + kEndAfterRuns);
 }
 
 TEST(TaskRunnerTickTest, ARunThatShortensTheListEndsTheTick) {
-  RunnerRig rig;
-  rig.Add(kApplication, L"one");
-  rig.Add(kApplication, L"two");
-  rig.on["save"] = [&] { rig.tasks.clear(); };
-  rig.runner.Tick();
-  EXPECT_EQ(rig.calls, kTickBegins + CommandRun("0", "one") + kEndAfterRuns);
+  RunnerFixture fixture;
+  fixture.Add(kApplication, L"one");
+  fixture.Add(kApplication, L"two");
+  fixture.on["save"] = [&] { fixture.tasks.clear(); };
+  fixture.runner.Tick();
+  EXPECT_EQ(fixture.calls, kTickBegins + CommandRun("0", "one") + kEndAfterRuns);
 }
 
 TEST(TaskTimerTest, IsSetToOneSecondBeforeItIsSwitchedOn) {
-  RunnerRig rig;
-  rig.runner.SetTaskTimer(true);
-  EXPECT_EQ(rig.calls, kTimerOn);
-  rig.calls.clear();
-  rig.runner.SetTaskTimer(false);
-  EXPECT_EQ(rig.calls, Calls{"timer off"});
+  RunnerFixture fixture;
+  fixture.runner.SetTaskTimer(true);
+  EXPECT_EQ(fixture.calls, kTimerOn);
+  fixture.calls.clear();
+  fixture.runner.SetTaskTimer(false);
+  EXPECT_EQ(fixture.calls, Calls{"timer off"});
 }
 
 }  // namespace

@@ -21,10 +21,10 @@ std::wstring Line(const std::wstring& name);
 // The task of such a line, with another source.
 TaskRecord Reminder(const std::wstring& name, const std::wstring& source);
 
-struct TaskListRig {
+struct TaskListFixture {
   // Without a file.
-  TaskListRig() = default;
-  explicit TaskListRig(const std::string& bytes) { files.files[kListPath].bytes = bytes; }
+  TaskListFixture() = default;
+  explicit TaskListFixture(const std::string& bytes) { files.files[kListPath].bytes = bytes; }
 
   std::string Bytes() const { return files.files.at(kListPath).bytes; }
   // In the order of their names.

@@ -16,7 +16,7 @@
 
 namespace tellurvane {
 
-class EditorTest : public testing::Test {
+class EditorFixture : public testing::Test {
  protected:
   // A box that the editor showed.
   struct Question {

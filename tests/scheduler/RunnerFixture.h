@@ -11,9 +11,9 @@
 
 namespace tellurvane {
 
-class RunnerRig : public TaskRows, public TaskTimer, public TaskPlayer {
+class RunnerFixture : public TaskRows, public TaskTimer, public TaskPlayer {
  public:
-  RunnerRig();
+  RunnerFixture();
 
   // Puts one task at the end of the list. Due at 12:00 unless told otherwise; it is 12:00:10.
   TaskRecord& Add(MediaType type, const std::wstring& source,

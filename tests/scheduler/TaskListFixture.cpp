@@ -1,4 +1,4 @@
-#include "tests/scheduler/TaskListRig.h"
+#include "tests/scheduler/TaskListFixture.h"
 
 namespace tellurvane {
 
@@ -19,7 +19,7 @@ TaskRecord Reminder(const std::wstring& name, const std::wstring& source) {
   return task;
 }
 
-std::vector<std::string> TaskListRig::Backups() const {
+std::vector<std::string> TaskListFixture::Backups() const {
   std::vector<std::string> backups;
   for (const auto& [path, kept] : files.files) {
     if (path.ends_with(L".bak")) backups.push_back(kept.bytes);
@@ -27,7 +27,7 @@ std::vector<std::string> TaskListRig::Backups() const {
   return backups;
 }
 
-TaskListDialect TaskListRig::Dialect() {
+TaskListDialect TaskListFixture::Dialect() {
   return {.dateReader = [this] { return HostDateReader(*locale); },
           .writeDate = [this](std::wstring& text,
                               DateSerial date) { AppendHostDateText(text, date, *locale); },

@@ -1,4 +1,4 @@
-#include "tests/scheduler/EditorRig.h"
+#include "tests/scheduler/EditorFixture.h"
 
 #include <commctrl.h>
 #include <richedit.h>
@@ -34,8 +34,8 @@ HWND OwnedBy(HWND owner) {
 
 }  // namespace
 
-TaskRecord EditorTest::Task(const std::wstring& name, std::int32_t mediaType,
-                            const std::wstring& source) {
+TaskRecord EditorFixture::Task(const std::wstring& name, std::int32_t mediaType,
+                               const std::wstring& source) {
   TaskRecord task;
   task.Name = name;
   task.MediaType = mediaType;
@@ -46,7 +46,7 @@ TaskRecord EditorTest::Task(const std::wstring& name, std::int32_t mediaType,
   return task;
 }
 
-EditorServices EditorTest::Services() {
+EditorServices EditorFixture::Services() {
   return {
       .browseForSource =
           [this](bool wantExecutables) {
@@ -74,7 +74,7 @@ EditorServices EditorTest::Services() {
       .noteForList = [](const std::wstring& text) { return Replaced(text, L"\r\n", L"\\r\\n"); }};
 }
 
-void EditorTest::Play(std::optional<size_t> element, const std::function<void()>& user) {
+void EditorFixture::Play(std::optional<size_t> element, const std::function<void()>& user) {
   auto form = std::make_unique<ActingForm>();
   form->ActLater([&] {
     FindControls();
@@ -97,14 +97,14 @@ void EditorTest::Play(std::optional<size_t> element, const std::function<void()>
   owner.reset();
 }
 
-void EditorTest::Browse(size_t row, const std::function<void()>& user) {
+void EditorFixture::Browse(size_t row, const std::function<void()>& user) {
   Play(row, [&] {
     Click(cmdCancelJob);
     user();
   });
 }
 
-void EditorTest::FindControls() {
+void EditorFixture::FindControls() {
   window = OwnedBy(owner->hwnd());
   ASSERT_NE(window, nullptr) << "the editor is not open";
   const auto pair = [this](const wchar_t* windowClass, HWND& first, HWND& second) {
@@ -129,7 +129,7 @@ void EditorTest::FindControls() {
   for (size_t i = 0; i < buttons.size(); ++i) *places[i] = buttons[i];
 }
 
-std::vector<NamedControl> EditorTest::Controls() const {
+std::vector<NamedControl> EditorFixture::Controls() const {
   return {{list, "list"},          {cmdNew, "new"},          {cmdEdit, "edit"},
           {cmdDel, "remove"},      {txtName, "name"},        {cboMediaType, "media"},
           {txtSrc, "source"},      {cmdFiles, "..."},        {dtpDate, "date"},
@@ -138,7 +138,7 @@ std::vector<NamedControl> EditorTest::Controls() const {
           {cmdSave, "close"},      {cmdCancel, "cancel"}};
 }
 
-std::string EditorTest::Writable() const {
+std::string EditorFixture::Writable() const {
   std::string names;
   for (const NamedControl& each : Controls()) {
     bool isReadOnly = (GetWindowLongPtrW(each.control, GWL_STYLE) & ES_READONLY) != 0;
@@ -152,7 +152,7 @@ std::string EditorTest::Writable() const {
   return names;
 }
 
-void EditorTest::Pick(DateSerial moment) const {
+void EditorFixture::Pick(DateSerial moment) const {
   const CivilDateTime civil = CivilFromSerial(moment);
   SYSTEMTIME time = {};
   time.wYear = static_cast<WORD>(civil.year);
@@ -166,7 +166,7 @@ void EditorTest::Pick(DateSerial moment) const {
   }
 }
 
-DateSerial EditorTest::Picked() const {
+DateSerial EditorFixture::Picked() const {
   SYSTEMTIME date = {};
   SYSTEMTIME time = {};
   SendMessageW(dtpDate, DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&date));
@@ -174,27 +174,29 @@ DateSerial EditorTest::Picked() const {
   return At(date.wYear, date.wMonth, date.wDay, time.wHour, time.wMinute, time.wSecond);
 }
 
-int EditorTest::SelectedRow() const {
+int EditorFixture::SelectedRow() const {
   return static_cast<int>(
       SendMessageW(list, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
 }
 
-std::vector<std::wstring> EditorTest::Rows() const {
+std::vector<std::wstring> EditorFixture::Rows() const {
   std::vector<std::wstring> rows;
   for (int row = 0; row < ListRowCount(list); ++row) rows.push_back(ListCell(list, row));
   return rows;
 }
 
-std::vector<std::wstring> EditorTest::Captions(const std::vector<HWND>& controls) {
+std::vector<std::wstring> EditorFixture::Captions(const std::vector<HWND>& controls) {
   std::vector<std::wstring> captions;
   for (const HWND control : controls) captions.push_back(WindowText(control));
   return captions;
 }
 
-std::vector<std::wstring> EditorTest::ButtonCaptions() const {
+std::vector<std::wstring> EditorFixture::ButtonCaptions() const {
   return Captions(InsideOf(window, L"Button"));
 }
 
-std::vector<std::wstring> EditorTest::LabelCaptions() const { return Captions(LabelsOf(window)); }
+std::vector<std::wstring> EditorFixture::LabelCaptions() const {
+  return Captions(LabelsOf(window));
+}
 
 }  // namespace tellurvane

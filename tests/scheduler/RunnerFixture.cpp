@@ -1,14 +1,14 @@
-#include "tests/scheduler/RunnerRig.h"
+#include "tests/scheduler/RunnerFixture.h"
 
 #include "tests/support/HostDates.h"
 
 namespace tellurvane {
 
-RunnerRig::RunnerRig()
+RunnerFixture::RunnerFixture()
     : runner(tasks, *this, *this, *this, Actions(), HostDateWriter(ZhTw()),
              [this] { return now; }) {}
 
-TaskRecord& RunnerRig::Add(MediaType type, const std::wstring& source, DateSerial nextRun) {
+TaskRecord& RunnerFixture::Add(MediaType type, const std::wstring& source, DateSerial nextRun) {
   TaskRecord& task = tasks.emplace_back();
   task.Enabled = true;
   task.MediaType = type;
@@ -19,17 +19,17 @@ TaskRecord& RunnerRig::Add(MediaType type, const std::wstring& source, DateSeria
   return task;
 }
 
-void RunnerRig::SetInterval(unsigned milliseconds) {
+void RunnerFixture::SetInterval(unsigned milliseconds) {
   interval = milliseconds;
   Call("interval " + std::to_string(milliseconds));
 }
 
-void RunnerRig::SetEnabled(bool enable) {
+void RunnerFixture::SetEnabled(bool enable) {
   isTimerOn = enable;
   Call(enable ? "timer on" : "timer off");
 }
 
-TaskActions RunnerRig::Actions() {
+TaskActions RunnerFixture::Actions() {
   return {.pathExists =
               [this](const std::wstring& path) {
                 Call("exists?", path);
@@ -42,7 +42,7 @@ TaskActions RunnerRig::Actions() {
           .processPendingMessages = [this] { Call("messages"); }};
 }
 
-void RunnerRig::Call(const std::string& name, const std::wstring& text) {
+void RunnerFixture::Call(const std::string& name, const std::wstring& text) {
   std::string call = name;
   if (!text.empty()) call += ' ';
   // Letter by letter: the tests write their texts in ASCII, and dates as anything else.
