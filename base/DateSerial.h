@@ -11,7 +11,7 @@ namespace tellurvane {
 
 using DateSerial = double;
 
-// The present moment, to the second. Handed in wherever a rule needs it.
+// The present moment, to the second.
 using Clock = std::function<DateSerial()>;
 
 struct CivilDateTime {
@@ -52,7 +52,7 @@ struct DaySecond {
 };
 DaySecond DayAndSecond(std::int64_t seconds);
 
-// Whether the one moment lies before the other. Plain comparison is wrong before the zero day.
+// Plain comparison is wrong before the zero day.
 bool IsEarlier(DateSerial left, DateSerial right);
 
 }  // namespace tellurvane

@@ -10,7 +10,7 @@
 namespace tellurvane {
 namespace {
 
-// What stands between two numbers, reduced to what tells dates and times apart.
+// The separator between two numbers.
 enum class Gap { kBlank, kDate, kTime, kEither };
 
 struct NumberToken {
@@ -89,7 +89,7 @@ bool TakeNumber(std::wstring_view text, size_t& position, Gap gap, DateTokens& t
   return true;
 }
 
-// Whether the T of an ISO date stands here, between two digits.
+// Whether this is the T of an ISO date, between two digits.
 bool IsIsoDivider(std::wstring_view text, size_t position) {
   return text[position] == L'T' && position > 0 && IsDigit(text[position - 1]) &&
          position + 1 < text.size() && IsDigit(text[position + 1]);
@@ -149,8 +149,8 @@ bool ReadDateGroup(const NumberToken* numbers, const DateFormat& format, CivilDa
   }
   if (numbers[month].digits > 2 || numbers[day].digits > 2) return false;
   civil.year = FullYear(numbers[year], format);
-  // Whoever reads it, a year of three digits in front is one of the Taiwanese calendar: the user
-  // may have chosen another calendar since it was written.
+  // In every format, three digits in front are a year of the Taiwanese calendar: the user may have
+  // changed the calendar since the date was written.
   if (numbers[0].digits == 3 && format.yearOffset <= 0) civil.year += kTaiwaneseYearOffset;
   civil.month = numbers[month].value;
   civil.day = numbers[day].value;
@@ -174,8 +174,8 @@ bool ReadTimeGroup(const NumberToken* numbers, size_t count, HalfOfDay half, Civ
   return true;
 }
 
-// What a list that came from another user's machine may hold. ISO order needs no entry of its own:
-// every format reads a year of four digits in front, and a dash or a slash alike.
+// For a list from another user's computer. ISO needs no entry: every format reads a year of four
+// digits in front, with dashes or slashes.
 const std::array<DateFormat, 3>& FallbackFormats() {
   static const std::array<DateFormat, 3> formats = {
       // zh-TW and zh-CN

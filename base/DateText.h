@@ -12,7 +12,7 @@ namespace tellurvane {
 
 enum class DateOrder { kYearMonthDay, kMonthDayYear, kDayMonthYear };
 
-// How a locale writes a short date and a long time, as far as a reader has to know.
+// How a locale writes a short date and a long time.
 struct DateFormat {
   DateOrder order = DateOrder::kYearMonthDay;
   std::wstring dateSeparator = L"/";
@@ -30,21 +30,20 @@ using DateWriter = std::function<void(std::wstring& text, DateSerial date)>;
 // The platform's own conversion in the user's locale; none on the host.
 using SystemDateReader = std::function<std::optional<DateSerial>(std::wstring_view)>;
 
-// Reads one format: date and time, date alone, or time alone (then the zero day), with the
-// designator before or behind the time, blanks or not. Whole seconds. Nothing when the text is
-// anything else or the date does not exist.
+// Reads one format: date and time, date alone, or time alone (then the zero day). The designator is
+// before or after the time, with or without blanks. Nothing when the text is anything else or the
+// date does not exist.
 std::optional<DateSerial> ParseDateText(std::wstring_view text, const DateFormat& format);
 
-// Reads what any of the product's locales may have written. In this order: the user's format, the
-// platform's conversion, the formats of zh-TW, en-US, ja-JP, zh-CN and ISO where all of them that
-// can read the text agree, and the serial number ("40588.5").
+// Tries in this order: the user's format; the platform's conversion; the formats of zh-TW, en-US,
+// ja-JP, zh-CN and ISO, if those that can read the text agree; the serial number ("40588.5").
 class DateReader {
  public:
   // Without a format the user's locale is left to the platform.
   DateReader(std::optional<DateFormat> userFormat, SystemDateReader systemReader);
 
-  // Rounded to the whole second. Nothing when nobody can read it, or when it lies before the year
-  // 1000: years of three digits are taken for those of the Taiwanese calendar.
+  // Rounded to the whole second. Nothing when no format fits, or before the year 1000: years of
+  // three digits are taken for years of the Taiwanese calendar.
   std::optional<DateSerial> Read(std::wstring_view text) const;
 
  private:

@@ -1,4 +1,4 @@
-// What the program cannot go on after: it ends in the entry routine with one message box.
+// An error that ends the program. The entry routine shows the message in a box.
 #pragma once
 
 #include <exception>
@@ -9,7 +9,6 @@ namespace tellurvane {
 
 class FatalError : public std::exception {
  public:
-  // The message is shown to the user as it stands.
   explicit FatalError(std::wstring message) : message_(std::move(message)) {}
 
   const std::wstring& Message() const { return message_; }

@@ -35,8 +35,8 @@ int TwoDigitYearMax() {
   return read > 0 && year >= 99 && year <= 9999 ? static_cast<int>(year) : 2049;
 }
 
-// The user may have chosen a calendar with another count of years. What the platform writes for a
-// day in 2011 tells; asking the calendar itself would not say whether the writer uses it.
+// The user may have chosen a calendar that counts years differently. A date in 2011 shows whether
+// the platform writes in it; the calendar setting alone does not.
 int YearOffset() {
   constexpr int kProbeYear = 2011;
   const auto probe = SerialFromCivil({kProbeYear, 12, 28, 0, 0, 0});
@@ -49,8 +49,7 @@ int YearOffset() {
   return 0;
 }
 
-// A calendar with months of its own, say, is not understood by its year alone. Then the platform
-// has to read what the platform wrote.
+// Some calendars differ in their months too. Then only the platform can read what it wrote.
 bool ReadsWhatIsWritten(const DateFormat& format) {
   for (const CivilDateTime& moment :
        {CivilDateTime{2011, 2, 3, 0, 5, 9}, CivilDateTime{2024, 2, 29, 12, 34, 56},
@@ -66,11 +65,11 @@ bool ReadsWhatIsWritten(const DateFormat& format) {
 DateSerial Now() {
   SYSTEMTIME now = {};
   GetLocalTime(&now);
-  // A leap second is the last one of its minute.
+  // A leap second counts as the second before it.
   const int second = std::min<int>(now.wSecond, 59);
   const auto serial =
       SerialFromCivil({now.wYear, now.wMonth, now.wDay, now.wHour, now.wMinute, second});
-  // Only a year beyond 9999 is refused.
+  // Only a year after 9999 has no serial.
   return serial.value_or(SerialFromSeconds(kLastSecond));
 }
 

@@ -11,8 +11,8 @@ namespace tellurvane {
 DateSerial Now();
 
 // Writes a date as the platform does: short date and long time; a midnight without its time; the
-// zero day as the time alone. A date that the platform refuses to write is written as its serial
-// number, which DateReader takes as well.
+// zero day as the time alone. A date that the platform cannot write becomes its serial number,
+// which DateReader reads too.
 void AppendLocaleDateText(std::wstring& text, DateSerial date);
 std::wstring LocaleDateText(DateSerial date);
 

@@ -5,7 +5,7 @@
 
 namespace tellurvane {
 
-// Blocks for so many milliseconds. Handed in, so that tests need not wait.
+// Blocks for this time. Handed in, so that tests need not wait.
 using Pause = std::function<void(unsigned milliseconds)>;
 
 // The platform's own.

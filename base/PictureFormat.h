@@ -14,9 +14,9 @@ struct DayHalves {
   std::wstring afternoon;
 };
 
-// "yyyy" is the year in four digits, "mm" the month or, right behind the hours, the minutes, "dd"
+// "yyyy" is the year in four digits, "mm" the month or, right after the hours, the minutes, "dd"
 // the day, "hh" the hour, "ss" the second, all in two digits; "AMPM" is the half of the day, and
-// puts the hours on a clock of twelve. Everything else stands as it is. The moment must be a date.
+// puts the hours on a clock of twelve. Everything else is copied. The moment must be a date.
 std::wstring FormatMoment(std::wstring_view picture, DateSerial moment, const DayHalves& halves);
 
 // "37.25 %" for 0.3725 and two decimals. Halves are rounded away from zero. What is no finite

@@ -1,4 +1,4 @@
-// Small cuts of text. Texts are UTF-16 code units, on the host too, where wchar_t is wider.
+// Small helpers for texts. Texts are UTF-16 code units, on the host too, where wchar_t is wider.
 #pragma once
 
 #include <string>
@@ -22,7 +22,7 @@ std::wstring_view DigitsAtFront(std::wstring_view text);
 // too. Without a separator the whole rest is taken, and `rest` becomes empty.
 std::wstring_view TakeField(std::wstring_view& rest, wchar_t separator);
 
-// Every occurrence replaced, from left to right; what a replacement makes is not looked at again.
+// Replaces every occurrence from left to right. Replacements are not searched again.
 std::wstring Replaced(std::wstring_view text, std::wstring_view from, std::wstring_view to);
 
 // Compares without regard to the case of ASCII letters.

@@ -1,11 +1,11 @@
-// FileOperations on this machine's file system, for benchmarks of the rules.
+// FileOperations on this machine's file system, for benchmarks.
 #pragma once
 
 #include "scheduler/FileOperations.h"
 
 namespace tellurvane {
 
-// Paths are ASCII. Nothing is tried twice: nobody else holds the files of a benchmark.
+// Paths are ASCII.
 class HostFileOperations : public FileOperations {
  public:
   OpenOutcome OpenForReading(const std::wstring& path) override;

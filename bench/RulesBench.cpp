@@ -1,5 +1,4 @@
-// The rules on this machine: what a full list and a long list cost. The report sets the first ones
-// against bare_read of the same run.
+// The task list and the runner on this machine. The report divides by bare_read of the same run.
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 #include <unistd.h>

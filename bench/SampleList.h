@@ -10,8 +10,7 @@ namespace tellurvane {
 // runs are spread over the week that begins at `firstRun`.
 TaskList SampleTasks(size_t count, DateSerial firstRun);
 
-// As many of them as the file of a list may hold whatever their dates become: a little below the
-// size at which a list is neither read nor written.
+// As many of them as a list file may hold, with space for longer dates.
 TaskList FullSampleTasks(DateSerial firstRun, const DateWriter& writeDate);
 
 }  // namespace tellurvane

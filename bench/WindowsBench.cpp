@@ -1,5 +1,6 @@
-// The rules under Wine or Windows, with the real file operations and the user's own date text.
-// Prints "name median minimum" lines, in nanoseconds. The argument is a folder to work in.
+// The task list and the runner under Wine or Windows, with the real file operations and the user's
+// own date text. Prints "name median minimum" lines, in nanoseconds. The argument is a folder to
+// work in.
 #include <windows.h>
 
 #include <algorithm>
@@ -105,7 +106,7 @@ int Main(const std::wstring& folder) {
       {.name = "save", .prepare = {}, .run = [&] { file.Save(full); }},
       {.name = "tick", .prepare = {}, .run = [&] { fullRunner.Runner().Tick(); }},
   };
-  // In turns, so that whatever else the machine does falls upon all alike.
+  // In turns, so that other load on the machine affects all alike.
   for (int i = 0; i < kRepetitions; ++i) {
     for (Measure& measure : measures) RunOnce(measure, files);
     if (loaded.size() != full.size()) return Fail("not all tasks were loaded");

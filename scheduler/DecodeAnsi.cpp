@@ -10,7 +10,7 @@
 namespace tellurvane {
 namespace {
 
-// Nothing when the bytes are no text of the code page.
+// Nothing when the bytes are not valid in the code page.
 std::optional<std::wstring> Decode(UINT codePage, DWORD flags, std::string_view bytes) {
   const int size = static_cast<int>(bytes.size());
   const int length = MultiByteToWideChar(codePage, flags, bytes.data(), size, nullptr, 0);
@@ -25,7 +25,7 @@ std::optional<std::wstring> Decode(UINT codePage, DWORD flags, std::string_view 
 DecodedText DecodeAnsi(std::string_view bytes) { return DecodeFromCodePage(bytes, GetACP()); }
 
 DecodedText DecodeFromCodePage(std::string_view bytes, unsigned codePage) {
-  // Some editors mark UTF-8; in no code page does a list begin like this.
+  // Some editors mark UTF-8. No list in a code page begins like this.
   constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
   const bool isMarked = bytes.starts_with(kUtf8Mark);
   if (isMarked) bytes.remove_prefix(kUtf8Mark.size());

@@ -1,4 +1,4 @@
-// The bytes of a list that is not in UTF-16: one that was written by hand, say.
+// Decodes a list file that is not UTF-16, for example one written by hand.
 #pragma once
 
 #include <string_view>
@@ -7,12 +7,12 @@
 
 namespace tellurvane {
 
-// Decodes bytes in the user's ANSI code page. Bytes that are none of its text but are UTF-8, as
-// today's editors write it, are read as that. A loss is told where they are neither, where they
-// could be both, and where they bear the mark of UTF-8 and are none.
+// Decodes bytes in the user's ANSI code page, or as UTF-8 when they are not valid in that page.
+// Reports a loss when they are neither, when they could be both, and when they have the mark of
+// UTF-8 but are not UTF-8.
 DecodedText DecodeAnsi(std::string_view bytes);
 
-// The same with a code page by its number. Where it is UTF-8 itself, nothing can be both.
+// The same with a given code page. If that is UTF-8 itself, nothing can be both.
 DecodedText DecodeFromCodePage(std::string_view bytes, unsigned codePage);
 
 }  // namespace tellurvane

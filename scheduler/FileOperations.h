@@ -20,16 +20,15 @@ class FileOperations {
   FileOperations& operator=(const FileOperations&) = delete;
   virtual ~FileOperations() = default;
 
-  // Others may go on reading. Tries again for a moment while somebody else writes. Missing is only
-  // what is known not to be there; with any other error the file may be there.
+  // Others may read at the same time. Tries again for a moment while another program writes.
+  // Missing means that the file is known not to exist; after any other error it may exist.
   virtual OpenOutcome OpenForReading(const std::wstring& path) = 0;
   virtual std::optional<std::uint64_t> SizeOfReading() = 0;
   // Fewer bytes than asked when the file ends; nothing when it fails.
   virtual std::optional<size_t> Read(char* buffer, size_t size) = 0;
   virtual void CloseReading() = 0;
 
-  // Creates the file; one that exists is emptied. Tries again for a moment while somebody holds
-  // it open.
+  // Creates the file or empties it. Tries again for a moment while another program holds it open.
   virtual bool CreateForWriting(const std::wstring& path) = 0;
   // The number of bytes written; nothing when it fails.
   virtual std::optional<size_t> Write(std::string_view bytes) = 0;
@@ -37,10 +36,10 @@ class FileOperations {
   virtual bool Flush() = 0;
   virtual bool CloseWriting() = 0;
 
-  // Puts one file in the place of another in one step: a reader sees the old or the new one.
-  // Tries again for a moment while somebody holds the target open.
+  // Replaces a file by another in one step: a reader sees the old or the new one. Tries again for a
+  // moment while another program holds the target open.
   virtual bool MoveOver(const std::wstring& from, const std::wstring& to) = 0;
-  // A copy that is on the disk when the call returns. Never writes over a file; a copy that fails
+  // The copy is on the disk when the call returns. Never overwrites a file; a copy that fails
   // leaves nothing.
   virtual CopyOutcome CopyToNew(const std::wstring& from, const std::wstring& to) = 0;
   virtual void Remove(const std::wstring& path) = 0;

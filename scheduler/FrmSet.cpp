@@ -72,7 +72,7 @@ void FrmSet::Form_Enter() {
   }
 }
 
-// The key is pressed by mistake more easily than the button 放棄編輯, which asks nothing.
+// The key is more easily pressed by mistake than the button 放棄編輯, which asks nothing.
 void FrmSet::Form_Escape() {
   if (!editor_.IsEditing()) {
     Unload();
@@ -162,7 +162,7 @@ bool FrmSet::SaveJob() {
   return true;
 }
 
-// What nobody touched is neither checked nor saved: one may look at a task that would be refused.
+// An unchanged task is neither checked nor saved: the user may look at one that is not valid.
 void FrmSet::cmdSave_Click() {
   if (IsChanged() && !SaveJob()) return;
   mayClose_ = true;
@@ -198,7 +198,7 @@ void FrmSet::cmdFiles_Click() {
   if (source && IsLoaded()) ShowSource(*source);
 }
 
-// What was typed stays; only its look follows the kind of task.
+// Keeps the typed source and shows it as the new media type wants it.
 void FrmSet::cboMediaType_Click() {
   const std::wstring source = Source();
   shownMedia_ = cboMediaType_.control.ListIndex();

@@ -17,9 +17,9 @@
 
 namespace tellurvane {
 
-// What the editor has others do. `browseForSource` and `ask` must be set; without one of the others
-// the "..." button does nothing for its kind of task. Each answers nothing when the user changed
-// his mind.
+// Services of the editor's owner. `browseForSource` and `ask` must be set; without one of the
+// others the "..." button does nothing for its media type. Each returns nothing when the user
+// cancels.
 struct EditorServices {
   std::function<std::optional<std::wstring>(bool wantExecutables)> browseForSource;
   std::function<std::optional<std::wstring>(HWND owner)> chooseStation;
@@ -74,10 +74,10 @@ class FrmSet final : public Form {
   void cboMediaType_Click();
   void cboTimeType_Click();
 
-  // False when the task was refused.
+  // False when the task is not valid.
   bool SaveJob();
   bool IsChanged() const { return editor_.IsEditing() && ReadFields() != shown_; }
-  // Asks where something was typed. True without a question where nothing was.
+  // Asks only when something was typed.
   bool MayLoseTyping(const std::wstring& question);
   void BeginEditing();
   void RefreshList();
@@ -91,9 +91,9 @@ class FrmSet final : public Form {
 
   ScheduleEditor editor_;
   EditorServices services_;
-  TaskFields shown_;             // what the fields showed before the user touched them
-  std::int32_t shownMedia_ = 0;  // the kind of task whose source is in the box
-  bool isFilling_ = false;       // what changes now was not changed by the user
+  TaskFields shown_;             // the fields before the user changed them
+  std::int32_t shownMedia_ = 0;  // the media type of the source in the box
+  bool isFilling_ = false;       // the program changes the list, not the user
   bool mayClose_ = false;        // without a question
 
   PictureBox picJobs_;

@@ -1,4 +1,4 @@
-// What the schedule editor is made of, where it stands and what it is called.
+// Creates and places the controls of the schedule editor.
 #include <richedit.h>
 
 #include <algorithm>
@@ -53,7 +53,7 @@ void FrmSet::CreateList() {
   };
   lstJobs_.KeyDown = [this](UINT key, int) { lstJobs_KeyDown(key); };
   lstJobs_.Create(picJobs_);
-  // Room for the scroll bar, or a long list would get one below too.
+  // Leaves space for the scroll bar. Otherwise a long list would get one below too.
   lstJobs_.ColumnAdd(L"專案名稱", Px(kListWidth) - GetSystemMetrics(SM_CXVSCROLL));
   lstJobs_.LockColumn(true);
   cmdNew_.Create(hwnd(), ControlKind::kPushButton, L"新增");
@@ -181,7 +181,7 @@ void FrmSet::PlaceDates(int x, int y, int width) {
 
 void FrmSet::cboTimeType_Click() {
   const int unit = cboTimeType_.control.ListIndex();
-  // A unit from a file that the list does not offer has no word.
+  // A unit from a file may be unknown.
   lblInterval_.control.text(unit < 0 ? L"" : kIntervalWords.at(static_cast<size_t>(unit)));
 }
 

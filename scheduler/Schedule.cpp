@@ -45,8 +45,8 @@ DateSerial CaughtUpNextRun(const TaskRecord& task, DateSerial now, CatchUp varia
     return SerialFromSeconds(std::min(start + steps * step, kLastSecond));
   };
   // Enough whole steps to reach the second of now, and one more where that is still past.
-  const std::int64_t behind = std::max<std::int64_t>(SecondsFromSerial(now) - start, 0);
-  const std::int64_t steps = std::max<std::int64_t>((behind + step - 1) / step, 1);
+  const std::int64_t late = std::max<std::int64_t>(SecondsFromSerial(now) - start, 0);
+  const std::int64_t steps = std::max<std::int64_t>((late + step - 1) / step, 1);
   const DateSerial reached = after(steps);
   return IsPast(reached, now, variant) ? after(steps + 1) : reached;
 }

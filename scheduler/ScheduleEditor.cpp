@@ -97,7 +97,7 @@ void ScheduleEditor::Remove() {
   if (!Abilities().removeTask) return;
   tasks_[rows_.at(*selected_)].Deleted = true;
   FindRows();
-  // The one that moved up, or the last one.
+  // The row that moved up, or the last row.
   if (rows_.empty()) {
     selected_.reset();
   } else {

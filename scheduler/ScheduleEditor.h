@@ -36,21 +36,20 @@ class ScheduleEditor {
   EditorAbilities Abilities() const;
 
   size_t RowCount() const { return rows_.size(); }
-  // The row's task. The row must be there.
+  // The row must exist.
   const TaskRecord& Task(size_t row) const { return tasks_[rows_.at(row)]; }
   std::optional<size_t> SelectedRow() const { return selected_; }
   // The row that shows an element of the list; none for a removed one.
   std::optional<size_t> RowOf(size_t element) const;
 
-  // What the fields show: the selected task's values with its next run brought forward, or a new
-  // task's. While a task is edited: what they showed when that began.
+  // The selected task's values with its next run brought forward, or a new task's values.
   TaskFields Fields() const;
 
-  // Each does nothing where Abilities say that it cannot be done.
+  // Each does nothing when Abilities() forbids it.
   void Select(std::optional<size_t> row);
   void New();
   void Edit();
-  // Nothing when the task was saved; it is selected then. Otherwise the editing goes on.
+  // Nothing when the task was saved; it is then selected. Otherwise editing goes on.
   std::optional<TaskRefusal> Save(const TaskFields& fields);
   void Cancel();
   void Remove();

@@ -41,7 +41,7 @@ bool TaskListFile::Load(TaskList& tasks) {
   if (isUnread_ && replaceFailed_) return false;
   backupOwed_ = reading.hasLoss;
   tasks = std::move(reading.tasks);
-  // The caller learns whether there are tasks; a rewrite that fails is made up by the next save.
+  // When the rewrite fails, the next save makes up for it.
   if (Write(tasks)) isUnread_ = false;
   return !tasks.empty();
 }
@@ -54,7 +54,7 @@ bool TaskListFile::Save(std::span<const TaskRecord> tasks) {
 
 bool TaskListFile::Write(std::span<const TaskRecord> tasks) {
   const std::string bytes = TaskListBytes(tasks, dialect_.writeDate);
-  // What the next load would refuse is not written: it would lose the whole list.
+  // The next load would not read such a file: the whole list would be lost.
   if (bytes.size() >= kTaskListSizeLimit) return false;
   std::wstring backup;
   if (backupOwed_ && !KeepBackup(backup)) return false;
@@ -86,7 +86,7 @@ TaskListReading TaskListFile::Read() {
 }
 
 std::optional<std::string> TaskListFile::ReadBytes() {
-  // Also when memory runs out: a file that stays open could never be replaced again.
+  // Also when memory runs out: a file that stays open cannot be replaced.
   const EndOfReading end(files_);
   const auto size = files_.SizeOfReading();
   isUnread_ = !size;
@@ -95,7 +95,7 @@ std::optional<std::string> TaskListFile::ReadBytes() {
   size_t filled = 0;
   while (filled < bytes.size()) {
     const auto got = files_.Read(bytes.data() + filled, bytes.size() - filled);
-    // An end before the size that was told is a failure like any other: half a list is no list.
+    // A file that ends before its size was not read: half a list must not replace the whole.
     isUnread_ = !got || *got == 0;
     if (isUnread_) return std::nullopt;
     filled += *got;
@@ -110,7 +110,7 @@ bool TaskListFile::KeepBackup(std::wstring& made) {
     const CopyOutcome outcome = files_.CopyToNew(path_, copy);
     if (outcome == CopyOutcome::kTargetExists) continue;
     if (outcome == CopyOutcome::kCopied) made = copy;
-    // A file that is gone by now has nothing left to keep.
+    // A file that is gone needs no backup.
     return outcome == CopyOutcome::kCopied || outcome == CopyOutcome::kSourceMissing;
   }
   return false;

@@ -69,7 +69,7 @@ bool IsAllLineEnds(std::wstring_view text) {
   return text.find_first_not_of(kLineEnd) == std::wstring_view::npos;
 }
 
-// False when there are fewer than five. What is left over stays in `line`.
+// False when there are fewer than five. Surplus fields stay in `line`.
 bool TakeFields(std::wstring_view& line, Fields& fields) {
   for (size_t i = 0; i < kFieldCount; ++i) {
     if (i > 0 && line.data() == nullptr) return false;
@@ -88,7 +88,7 @@ std::optional<CompoundField> ReadCompound(std::wstring_view text) {
   const auto interval = ParseInteger(parts[1]);
   const auto enabled = ParseBoolean(parts[2]);
   const auto mediaType = ParseInteger(parts[3]);
-  // A missing part is empty, and so refused like any other that is no number.
+  // A missing part is empty, which is not a number.
   if (!unit || !interval || !enabled || !mediaType) return std::nullopt;
   return CompoundField{*unit, *interval, *enabled, *mediaType, !rest.empty()};
 }
@@ -166,7 +166,7 @@ void AppendTask(std::wstring& text, const TaskRecord& task, const DateWriter& wr
   text += kLineEnd;
 }
 
-// Bytes enough for nearly every list, so that the text seldom has to be moved while it grows.
+// Enough for nearly every list, so that the text seldom has to be moved while it grows.
 size_t LikelySize(std::span<const TaskRecord> tasks) {
   constexpr size_t kLikelyUnits = 60;  // the numbers, the dates and the separators of a line
   size_t units = 1;
@@ -191,7 +191,7 @@ TaskListReading ReadTaskListText(std::wstring_view text, const DateReader& dates
   while (!text.empty()) {
     const std::wstring_view line = TakeLine(text);
     if (line.empty()) {
-      // Deliberate: an empty line ends the list, whatever follows it.
+      // Deliberate: an empty line ends the list.
       reading.hasLoss |= !IsAllLineEnds(text);
       break;
     }
@@ -210,7 +210,7 @@ std::string TaskListBytes(std::span<const TaskRecord> tasks, const DateWriter& w
   std::string bytes;
   bytes.reserve(LikelySize(tasks));
   bytes += kMark;
-  // One line at a time: the whole list as wide text would be as large once more.
+  // One line at a time: wide text of the whole list would double the memory.
   std::wstring line;
   for (const TaskRecord& task : tasks) {
     if (task.Deleted) continue;

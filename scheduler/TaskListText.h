@@ -18,12 +18,11 @@
 namespace tellurvane {
 
 struct DecodedText {
-  // Implicit: text is what it is, unless something was lost.
   DecodedText(std::wstring decoded, bool isLossy = false)
       : text(std::move(decoded)), hasLoss(isLossy) {}
 
   std::wstring text;
-  // Whether the bytes may have said something that the text does not.
+  // Whether the bytes may hold something that the text does not.
   bool hasLoss;
 
   bool operator==(const DecodedText&) const = default;
@@ -39,12 +38,12 @@ std::optional<DecodedText> DecodeTaskListBytes(std::string_view bytes,
 struct TaskListReading {
   TaskList tasks;
   // Whether the text held anything that the tasks do not: a malformed line, text after an empty
-  // line, surplus fields, a date that nobody can read.
+  // line, surplus fields, an unreadable date.
   bool hasLoss = false;
 };
 
 // Takes the lines up to the first empty one. A malformed line (fewer than five fields or four
-// parts, a part that is no number) is passed over. A date that cannot be read becomes 0. A next
+// parts, a part that is no number) is skipped. A date that cannot be read becomes 0. A next
 // run in the past is moved forward (strict).
 TaskListReading ReadTaskListText(std::wstring_view text, const DateReader& dates, DateSerial now);
 

@@ -13,15 +13,13 @@ constexpr unsigned kIdleMilliseconds = 30'000;
 constexpr unsigned kSoonMilliseconds = 2'000;
 constexpr std::int64_t kNothingSoon = 999;  // minutes
 
-// A step that fails is passed over: a player that refuses a source, say, does not keep the run
-// from being recorded.
+// A failing step is skipped: the run is recorded even when the player cannot play the source.
 template <typename Step>
 void Attempt(Step step) {
   try {
     step();
   } catch (const std::exception&) {
-    // Deliberately dropped; the next step goes on.
-    return;
+    return;  // deliberately dropped
   }
 }
 
@@ -99,7 +97,7 @@ void TaskRunner::EnableRows() {
 void TaskRunner::Execute(size_t row) {
   Attempt([&] { player_.StopPlayback(); });
   tasks_[row].RunStarted = clock_();
-  // A copy: a step may let messages through, and the list may be another one when it is done.
+  // A copy: a step may handle messages, and the list may be reloaded meanwhile.
   const TaskRecord started = tasks_[row];
   Start(row, started);
   if (row < tasks_.size() && tasks_[row].Name == started.Name) {

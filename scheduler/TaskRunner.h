@@ -35,7 +35,7 @@ class TaskTimer {
   virtual void SetEnabled(bool enable) = 0;
   // One more tick, as soon as the messages before it are handled, if the timer is on by then.
   virtual void PostTick() = 0;
-  // Since some moment; never goes back, whatever the machine's clock is set to.
+  // Monotonic: setting the clock does not change it.
   virtual std::uint64_t Milliseconds() = 0;
 };
 
@@ -54,7 +54,7 @@ class TaskPlayer {
   virtual void FollowPosition() = 0;
 };
 
-// What a run needs besides. All must be set.
+// All must be set.
 struct TaskActions {
   std::function<bool(const std::wstring& path)> pathExists;
   std::function<void(const std::wstring& commandLine)> startCommand;
@@ -71,13 +71,12 @@ class TaskRunner {
   // One tick of the task timer: runs what is due, moves what is disabled, in list order.
   void Tick();
 
-  // Starts one task at once, records the run and saves the list. A step that fails is passed
-  // over, and the run is recorded all the same. A task without a schedule runs, and keeps its
-  // next run.
+  // Starts one task at once, records the run and saves the list. A failing step is skipped. A task
+  // without a schedule runs and keeps its next run.
   void Execute(size_t row);
 
-  // What the user asks for. Without a row that has a task nothing happens. A run that is asked
-  // for while the runner is busy only lets pending messages be handled.
+  // For the user's commands. Without a row that has a task nothing happens. While the runner is
+  // busy, RunNow only handles pending messages.
   void RunNow(std::optional<size_t> row);
   void SwitchEnabled(std::optional<size_t> row);
 
@@ -89,7 +88,7 @@ class TaskRunner {
   // Switches the task timer on, at its one interval, or off.
   void SetTaskTimer(bool enable);
 
-  // True while a tick is at work; whoever else wants to run a task has to wait.
+  // True during a tick or a run: no other run can start.
   bool IsBusy() const { return isBusy_; }
 
  private:

@@ -28,7 +28,7 @@ std::optional<TaskRefusal> RefusedInterval(const TaskFields& fields) {
   const auto number = ParseNumber(fields.interval);
   // Less than a half would be stored as 0.
   if (!number || RoundHalfToEven(*number) <= 0) return TaskRefusal{kNoInterval, true};
-  // A task from a file may have a unit that nobody knows; it cannot be saved as it is.
+  // A task from a file may have an unknown unit; it cannot be saved like that.
   if (fields.timeType < kMinutes || fields.timeType > kDays) return TaskRefusal{kNoInterval, false};
   const IntervalLimit& limit = kLimits.at(static_cast<size_t>(fields.timeType));
   if (*number <= limit.most) return std::nullopt;
@@ -36,8 +36,8 @@ std::optional<TaskRefusal> RefusedInterval(const TaskFields& fields) {
       std::wstring(L"時間數值超過 ") + limit.text + L"，請再次輸入一個您所要執行的時間。", true};
 }
 
-// Compares the names as the file will hold them: a list that was written by hand may have blanks at
-// their ends.
+// Compares the names as the file will hold them: a list written by hand may have blanks around
+// them.
 bool IsNameTaken(const std::wstring& name, std::optional<size_t> edited, const TaskList& tasks,
                  const TaskSurroundings& surroundings) {
   for (size_t i = 0; i < tasks.size(); ++i) {
@@ -89,7 +89,7 @@ std::variant<TaskRecord, TaskRefusal> ValidateTask(const TaskFields& fields,
     return *refusal;
   }
   task.MediaType = fields.mediaType;
-  // Once more: a question that the user took his time to answer may have come in between.
+  // Once more: checking the path may have taken its time.
   task.NextRun = CaughtUpNextRun(task, surroundings.clock(), CatchUp::kStrict);
   return task;
 }

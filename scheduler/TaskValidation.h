@@ -13,7 +13,7 @@
 
 namespace tellurvane {
 
-// The fields as they stand. Texts are the boxes' own; the numbers are the lists' indices.
+// The contents of the fields. The numbers are the indices of the lists.
 struct TaskFields {
   std::wstring name;
   std::int32_t mediaType = kInternetRadio;
@@ -33,7 +33,7 @@ struct TaskRefusal {
   bool operator==(const TaskRefusal&) const = default;
 };
 
-// What has to be known besides. All must be set.
+// All must be set.
 struct TaskSurroundings {
   Clock clock;
   std::function<bool(const std::wstring& path)> pathExists;
@@ -41,9 +41,9 @@ struct TaskSurroundings {
   std::function<bool(std::wstring_view, std::wstring_view)> isSameName;
 };
 
-// The task that the fields stand for, or the first reason why they stand for none. `edited` is the
-// element of the list that the task replaces; its other members are kept. Removed elements of the
-// list still hold their names.
+// The task that the fields describe, or the first reason why they are not valid. `edited` is the
+// element of the list that the task replaces; its other members are kept. The names of removed
+// tasks are still taken.
 std::variant<TaskRecord, TaskRefusal> ValidateTask(const TaskFields& fields,
                                                    std::optional<size_t> edited,
                                                    const TaskList& tasks,

@@ -21,7 +21,7 @@ OpenOutcome Win32FileOperations::OpenForReading(const std::wstring& path) {
     return static_cast<bool>(reading_);
   });
   if (opened) return OpenOutcome::kOpened;
-  // A path that is gone is no missing list: the share or the disk may come back, with the list.
+  // A missing folder is no missing list: the share or the disk may come back.
   return GetLastError() == ERROR_FILE_NOT_FOUND ? OpenOutcome::kMissing : OpenOutcome::kRefused;
 }
 
@@ -72,8 +72,8 @@ CopyOutcome Win32FileOperations::CopyToNew(const std::wstring& from, const std::
   if (GetFileAttributesW(to.c_str()) != INVALID_FILE_ATTRIBUTES) return CopyOutcome::kTargetExists;
   if (!CopyFileW(from.c_str(), to.c_str(), TRUE)) {
     if (GetLastError() == ERROR_FILE_EXISTS) return CopyOutcome::kTargetExists;
-    // The copy's error may stand for the target as well. Only this one says that nothing is there:
-    // with any other, a folder that is gone for instance, the file may come back.
+    // The copy's error may be about the target. Only this one says that there is no source. After
+    // any other, such as a missing folder, the file may come back.
     if (GetFileAttributesW(from.c_str()) == INVALID_FILE_ATTRIBUTES &&
         GetLastError() == ERROR_FILE_NOT_FOUND) {
       return CopyOutcome::kSourceMissing;
@@ -81,7 +81,7 @@ CopyOutcome Win32FileOperations::CopyToNew(const std::wstring& from, const std::
     DeleteFileW(to.c_str());
     return CopyOutcome::kFailed;
   }
-  // The copy of a write-protected file cannot be opened for writing; it is a copy all the same.
+  // The copy of a write-protected file cannot be opened for writing. It is complete all the same.
   const UniqueKernelHandle copy = OpenFile(to, GENERIC_WRITE, FILE_SHARE_READ, OPEN_EXISTING);
   if (!copy || FlushFileBuffers(copy.Get())) return CopyOutcome::kCopied;
   DeleteFileW(to.c_str());
