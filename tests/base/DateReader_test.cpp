@@ -115,19 +115,23 @@ TEST(DateReaderTest, TakesTheDecimalSeparatorOfTheUserAndThePoint) {
   EXPECT_EQ(reader.Read(L"40588.5"), At(2011, 2, 14, 12));
 }
 
-TEST(DateReaderTest, AsksTheSystemOnlyAfterTheUsersFormat) {
-  FakeSystem system{.answer = At(1999, 9, 9), .asked = {}};
+TEST(DateReaderTest, AsksTheSystemAfterTheUsersFormatAndBeforeTheOthers) {
+  FakeSystem system{.answer = At(1999, 9, 9) + 0.4 / 86'400, .asked = {}};
   const DateReader reader(ZhTw().format, system.Reader());
   EXPECT_EQ(reader.Read(L"10/2/11"), At(2010, 2, 11));
   EXPECT_TRUE(system.asked.empty());
-}
-
-TEST(DateReaderTest, AsksTheSystemBeforeTheFallbacksAndTheSerial) {
-  FakeSystem system{.answer = At(1999, 9, 9), .asked = {}};
-  const DateReader reader(ZhTw().format, system.Reader());
   const std::vector<std::wstring> texts = {L"2/14/2011 3:20:05 PM", L"40588.5", L"Valentine"};
   for (const std::wstring& text : texts) EXPECT_EQ(reader.Read(text), At(1999, 9, 9)) << text;
   EXPECT_EQ(system.asked, texts);
+  // Where the user's format is not known, the system is asked first.
+  EXPECT_EQ(DateReader(std::nullopt, system.Reader()).Read(L"2011/2/14"), At(1999, 9, 9));
+}
+
+TEST(DateReaderTest, RefusesDatesBeforeTheYear1000) {
+  EXPECT_EQ(HostDateReader(EnUs()).Read(L"12/31/999"), std::nullopt);
+  EXPECT_EQ(HostDateReader(EnUs()).Read(L"1/1/1000"), At(1000, 1, 1));
+  FakeSystem system{.answer = At(999, 12, 31), .asked = {}};
+  EXPECT_EQ(DateReader(ZhTw().format, system.Reader()).Read(L"long ago"), std::nullopt);
 }
 
 TEST(DateReaderTest, GoesOnWhereTheSystemKnowsNothing) {
@@ -135,34 +139,14 @@ TEST(DateReaderTest, GoesOnWhereTheSystemKnowsNothing) {
   const std::optional<DateSerial> answers[] = {std::nullopt, 2'958'466.0, -1e9, kNan};
   for (const auto& answer : answers) {
     FakeSystem system{.answer = answer, .asked = {}};
-    const DateReader reader(ZhTw().format, system.Reader());
-    EXPECT_EQ(reader.Read(L"2/14/2011 3:20:05 PM"), At(2011, 2, 14, 15, 20, 5));
-    EXPECT_EQ(reader.Read(L"40588.5"), At(2011, 2, 14, 12));
-    EXPECT_EQ(reader.Read(L"Valentine"), std::nullopt);
+    for (const auto& format : {std::optional(ZhTw().format), std::optional<DateFormat>()}) {
+      const DateReader reader(format, system.Reader());
+      EXPECT_EQ(reader.Read(L"2/14/2011 3:20:05 PM"), At(2011, 2, 14, 15, 20, 5));
+      EXPECT_EQ(reader.Read(L"40588.5"), At(2011, 2, 14, 12));
+      EXPECT_EQ(reader.Read(L"40588,5"), std::nullopt);
+      EXPECT_EQ(reader.Read(L"Valentine"), std::nullopt);
+    }
   }
-}
-
-TEST(DateReaderTest, LeavesAUserWithoutAFormatToTheSystem) {
-  FakeSystem system{.answer = At(1999, 9, 9), .asked = {}};
-  const DateReader reader(std::nullopt, system.Reader());
-  EXPECT_EQ(reader.Read(L"2011/2/14"), At(1999, 9, 9));
-  EXPECT_EQ(system.asked, std::vector<std::wstring>{L"2011/2/14"});
-  system.answer = std::nullopt;
-  EXPECT_EQ(reader.Read(L"2011/2/14"), At(2011, 2, 14));
-  EXPECT_EQ(reader.Read(L"40588.5"), At(2011, 2, 14, 12));
-  EXPECT_EQ(reader.Read(L"40588,5"), std::nullopt);
-}
-
-TEST(DateReaderTest, RefusesWhatLiesBeforeTheYear1000WhoeverReadIt) {
-  EXPECT_EQ(HostDateReader(EnUs()).Read(L"12/31/999"), std::nullopt);
-  EXPECT_EQ(HostDateReader(EnUs()).Read(L"1/1/1000"), At(1000, 1, 1));
-  FakeSystem system{.answer = At(999, 12, 31), .asked = {}};
-  EXPECT_EQ(DateReader(ZhTw().format, system.Reader()).Read(L"long ago"), std::nullopt);
-}
-
-TEST(DateReaderTest, RoundsWhatTheSystemReadToWholeSeconds) {
-  FakeSystem system{.answer = At(2011, 2, 14, 12) + 0.4 / 86'400, .asked = {}};
-  EXPECT_EQ(DateReader(ZhTw().format, system.Reader()).Read(L"noon"), At(2011, 2, 14, 12));
 }
 
 }  // namespace

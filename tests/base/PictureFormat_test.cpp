@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <limits>
+#include <utility>
 
 #include "tests/support/Moments.h"
 
@@ -28,22 +29,18 @@ TEST(FormatMoment, WritesTheStripsPicture) {
   }
 }
 
-TEST(FormatMoment, HasNoDesignatorWhereTheLocaleHasNone) {
-  EXPECT_EQ(FormatMoment(L"[AMPM] hh:mm", At(2011, 2, 14, 15, 4), {}), L"[] 03:04");
-}
-
-TEST(FormatMoment, CountsTwentyFourHoursWithoutAHalfOfTheDay) {
-  EXPECT_EQ(FormatMoment(L"hh:mm:ss", At(2011, 2, 14, 15, 4, 5), kChinese), L"15:04:05");
-  EXPECT_EQ(FormatMoment(L"hh", At(2011, 2, 14, 0), kChinese), L"00");
-}
-
-TEST(FormatMoment, TakesMinutesForMonthsOnlyBehindTheHours) {
-  EXPECT_EQ(FormatMoment(L"mm hh mm mm", At(2011, 2, 14, 15, 44), kChinese), L"02 15 44 02");
-}
-
-TEST(FormatMoment, LeavesEverythingElseAsItStands) {
-  EXPECT_EQ(FormatMoment(L"", At(2011, 2, 14), kChinese), L"");
-  EXPECT_EQ(FormatMoment(L"y m d h s AM", At(2011, 2, 14), kChinese), L"y m d h s AM");
+TEST(FormatMoment, TakesTheOtherPictures) {
+  const DateSerial moment = At(2011, 2, 14, 15, 4, 5);
+  const std::pair<const wchar_t*, const wchar_t*> cases[] = {
+      {L"hh:mm:ss", L"15:04:05"},        // 24 hours without a half of the day
+      {L"mm hh mm mm", L"02 15 04 02"},  // minutes only right after the hours
+      {L"", L""},
+      {L"y m d h s AM", L"y m d h s AM"},
+  };
+  for (const auto& [picture, text] : cases)
+    EXPECT_EQ(FormatMoment(picture, moment, kChinese), text);
+  EXPECT_EQ(FormatMoment(L"hh", At(2011, 2, 14), kChinese), L"00");
+  EXPECT_EQ(FormatMoment(L"[AMPM] hh:mm", moment, {}), L"[] 03:04") << "a locale without halves";
 }
 
 TEST(FormatPercent, RoundsHalvesAwayFromZero) {

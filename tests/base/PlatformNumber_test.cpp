@@ -1,5 +1,4 @@
-// Numbers as the program reads them against what the platform's conversions do, in the user's
-// locale; what holds on any machine is in Number_test.cpp.
+// Compares with the platform's conversions in the user's locale.
 #include <windows.h>
 
 #include <gtest/gtest.h>
@@ -39,8 +38,8 @@ TEST(PlatformNumberTest, IntegersAreReadAsThePlatformReadsThem) {
   }
 }
 
-// What only a hand writes into a list: the platform reads it; for us the line is malformed and
-// kept in the backup.
+// Only a user who edits the file writes these. The line counts as malformed and is kept in the
+// backup.
 TEST(PlatformNumberTest, SomeIntegersOfThePlatformAreDeliberatelyRefused) {
   for (const wchar_t* text :
        {L"1,000", L"1,2", L"(5)", L"5-", L"5 -", L"- 5", L"\t5", L"5\t", L"\x3000\x0035", L"-&H10",
