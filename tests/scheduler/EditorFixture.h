@@ -1,4 +1,4 @@
-// The schedule editor's window in its modal loop, with stand-ins for all that it has others do.
+// The schedule editor's window in its modal loop, with fakes for its services.
 #pragma once
 
 #include <gmock/gmock.h>
@@ -28,8 +28,8 @@ class EditorFixture : public testing::Test {
   static TaskRecord Task(const std::wstring& name, std::int32_t mediaType = kReminderNote,
                          const std::wstring& source = L"text");
 
-  // Opens the editor on an element, or on a new task, and has the user act. He presses "取消" at
-  // the end when the editor is still open.
+  // Opens the editor on an element or on a new task, lets the user act, and presses "取消" when the
+  // editor is still open at the end.
   void Play(std::optional<size_t> element, const std::function<void()>& user);
   // The same, but beginning in the browsing state with a row selected.
   void Browse(size_t row, const std::function<void()>& user);
@@ -39,13 +39,13 @@ class EditorFixture : public testing::Test {
   std::string Usable() const { return UsableAmong(Controls(), window); }
   // Those of the text boxes that can be typed into.
   std::string Writable() const;
-  // The name of what has the keyboard.
+  // The name of the control that has the keyboard.
   std::string Focused() const { return FocusedAmong(Controls()); }
 
   // Presses a button, which has to be usable.
   static void Click(HWND button) { ClickButton(button); }
   void ClickCloseBox() const { SendMessageW(window, WM_CLOSE, 0, 0); }
-  // A key goes the way of all messages, to whatever has the keyboard.
+  // Posts a key to the control that has the keyboard.
   void Press(UINT key) const { PressKey(window, key); }
   void Type(HWND box, const std::wstring& text) const { SetWindowTextW(box, text.c_str()); }
   // Chooses an entry of a drop-down list by its keys.
@@ -67,9 +67,9 @@ class EditorFixture : public testing::Test {
   bool doPathsExist = true;
   std::vector<Question> asked;
   int answer = IDOK;
-  std::vector<std::string> called;  // the services behind "..."
+  std::vector<std::string> called;  // the services of "..."
   std::optional<std::wstring> offered;
-  std::function<void()> whileBrowsing;  // while the open-file dialog would stand
+  std::function<void()> whileBrowsing;  // while the open-file dialog would be open
 
   std::unique_ptr<TestForm> owner;
   HWND window = nullptr;

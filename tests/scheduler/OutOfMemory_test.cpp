@@ -15,53 +15,50 @@
 namespace tellurvane {
 namespace {
 
-// Files that have memory enough, and tell whether one stayed open.
-class RoomyFiles : public FileOperations {
+template <typename Call>
+auto Unlimited(Call call) {
+  const AllocationPause pause;
+  return call();
+}
+
+// The allocations of the file operations do not fail. Counts the open files.
+class UnlimitedFiles : public FileOperations {
  public:
-  explicit RoomyFiles(FileOperations& files) : files_(files) {}
+  explicit UnlimitedFiles(FileOperations& files) : files_(files) {}
 
   OpenOutcome OpenForReading(const std::wstring& path) override {
-    const AllocationPause pause;
-    const OpenOutcome outcome = files_.OpenForReading(path);
+    const OpenOutcome outcome = Unlimited([&] { return files_.OpenForReading(path); });
     if (outcome == OpenOutcome::kOpened) ++opened;
     return outcome;
   }
   std::optional<std::uint64_t> SizeOfReading() override { return files_.SizeOfReading(); }
   std::optional<size_t> Read(char* buffer, size_t size) override {
-    const AllocationPause pause;
-    return files_.Read(buffer, size);
+    return Unlimited([&] { return files_.Read(buffer, size); });
   }
   void CloseReading() override {
     files_.CloseReading();
     --opened;
   }
   bool CreateForWriting(const std::wstring& path) override {
-    const AllocationPause pause;
-    return files_.CreateForWriting(path);
+    return Unlimited([&] { return files_.CreateForWriting(path); });
   }
   std::optional<size_t> Write(std::string_view bytes) override {
-    const AllocationPause pause;
-    return files_.Write(bytes);
+    return Unlimited([&] { return files_.Write(bytes); });
   }
   bool Flush() override {
-    const AllocationPause pause;
-    return files_.Flush();
+    return Unlimited([&] { return files_.Flush(); });
   }
   bool CloseWriting() override {
-    const AllocationPause pause;
-    return files_.CloseWriting();
+    return Unlimited([&] { return files_.CloseWriting(); });
   }
   bool MoveOver(const std::wstring& from, const std::wstring& to) override {
-    const AllocationPause pause;
-    return files_.MoveOver(from, to);
+    return Unlimited([&] { return files_.MoveOver(from, to); });
   }
   CopyOutcome CopyToNew(const std::wstring& from, const std::wstring& to) override {
-    const AllocationPause pause;
-    return files_.CopyToNew(from, to);
+    return Unlimited([&] { return files_.CopyToNew(from, to); });
   }
   void Remove(const std::wstring& path) override {
-    const AllocationPause pause;
-    files_.Remove(path);
+    Unlimited([&] { files_.Remove(path); });
   }
 
   int opened = 0;
@@ -76,7 +73,7 @@ std::string List(const std::wstring& names) {
   return Utf16Bytes(text);
 }
 
-// Does it with one allocation more each time until none fails; returns how often one did.
+// Acts with one more allocation granted each time, until none fails. Returns how many failed.
 int WithEachAllocationFailing(const std::function<void()>& prepare,
                               const std::function<void()>& act, const std::function<void()>& look) {
   for (int granted = 0;; ++granted) {
@@ -95,56 +92,42 @@ int WithEachAllocationFailing(const std::function<void()>& prepare,
   }
 }
 
-struct ListCase {
-  const char* name;
-  std::string before;
-  std::string after;
-  bool isLoad;
-};
-std::ostream& operator<<(std::ostream& out, const ListCase& each) { return out << each.name; }
-
-class ListOutOfMemoryTest : public testing::TestWithParam<ListCase> {};
-
-TEST_P(ListOutOfMemoryTest, LeavesTheOldListOrTheNewOne) {
-  const ListCase& deed = GetParam();
-  std::unique_ptr<TaskListFixture> list;
-  std::unique_ptr<RoomyFiles> files;
-  std::unique_ptr<TaskListFile> file;
-  TaskList tasks;
-  const auto prepare = [&] {
-    list = std::make_unique<TaskListFixture>(deed.before);
-    files = std::make_unique<RoomyFiles>(list->files);
-    file = std::make_unique<TaskListFile>(*files, kListPath, list->Dialect(),
-                                          [&] { return list->now; });
-    tasks.clear();
-    if (!deed.isLoad) tasks = {Reminder(std::wstring(40, L'n'), L"source")};
+TEST(ListOutOfMemoryTest, LeavesTheOldListOrTheNewOne) {
+  const struct {
+    const char* name;
+    bool isLoad;
+    std::string before, after;
+  } scenarios[] = {
+      {"load", true, List(L"ab"), List(L"ab")},
+      {"lossy", true, List(L"ab") + Utf16Bytes(L"malformed\r\n").substr(2), List(L"ab")},
+      {"save", false, List(L"ab"), Utf16Bytes(Line(std::wstring(40, L'n')))},
   };
-  const auto act = [&] {
-    if (deed.isLoad) {
-      file->Load(tasks);
-    } else {
-      file->Save(tasks);
-    }
-  };
-  const auto look = [&] {
-    const std::string bytes = list->Bytes();
-    EXPECT_TRUE(bytes == deed.before || bytes == deed.after) << bytes.size();
-    EXPECT_EQ(files->opened, 0) << "the list stays open, and nobody can replace it";
-    // With memory again everything goes on.
-    EXPECT_TRUE(file->Load(tasks));
-    EXPECT_TRUE(file->Save(tasks));
-    EXPECT_EQ(list->files.files.count(kTemporaryPath), 0U);
-  };
-  EXPECT_GT(WithEachAllocationFailing(prepare, act, look), 3);
+  for (const auto& scenario : scenarios) {
+    SCOPED_TRACE(scenario.name);
+    std::unique_ptr<TaskListFixture> list;
+    std::unique_ptr<UnlimitedFiles> files;
+    std::unique_ptr<TaskListFile> file;
+    TaskList tasks;
+    const auto prepare = [&] {
+      list = std::make_unique<TaskListFixture>(scenario.before);
+      files = std::make_unique<UnlimitedFiles>(list->files);
+      file = std::make_unique<TaskListFile>(*files, kListPath, list->Dialect(),
+                                            [&] { return list->now; });
+      tasks = {Reminder(std::wstring(40, L'n'), L"source")};
+    };
+    const auto act = [&] { scenario.isLoad ? file->Load(tasks) : file->Save(tasks); };
+    const auto look = [&] {
+      const std::string bytes = list->Bytes();
+      EXPECT_TRUE(bytes == scenario.before || bytes == scenario.after) << bytes.size();
+      EXPECT_EQ(files->opened, 0) << "the list stays open and cannot be replaced";
+      // With memory again everything goes on.
+      EXPECT_TRUE(file->Load(tasks));
+      EXPECT_TRUE(file->Save(tasks));
+      EXPECT_EQ(list->files.files.count(kTemporaryPath), 0U);
+    };
+    EXPECT_GT(WithEachAllocationFailing(prepare, act, look), 3);
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Deeds, ListOutOfMemoryTest,
-    testing::Values(ListCase{"load", List(L"ab"), List(L"ab"), true},
-                    ListCase{"lossy", List(L"ab") + Utf16Bytes(L"malformed\r\n").substr(2),
-                             List(L"ab"), true},
-                    ListCase{"save", List(L"ab"), Utf16Bytes(Line(std::wstring(40, L'n'))), false}),
-    [](const auto& each) { return each.param.name; });
 
 TEST(EditorOutOfMemoryTest, KeepsEveryTask) {
   TaskList tasks;

@@ -1,4 +1,4 @@
-// A task runner between stand-ins that write down every call.
+// A task runner between fakes that record every call.
 #pragma once
 
 #include <functional>
@@ -15,14 +15,14 @@ class RunnerFixture : public TaskRows, public TaskTimer, public TaskPlayer {
  public:
   RunnerFixture();
 
-  // Puts one task at the end of the list. Due at 12:00 unless told otherwise; it is 12:00:10.
+  // Appends a task. It is 12:00:10.
   TaskRecord& Add(MediaType type, const std::wstring& source,
                   DateSerial nextRun = At(2011, 2, 14, 12));
 
   // Executes a task of the list.
   void Run(const TaskRecord& task) { runner.Execute(static_cast<size_t>(&task - tasks.data())); }
 
-  // What is called when a call of this name comes in, after it was written down.
+  // Called after a call of this name was recorded.
   std::map<std::string, std::function<void()>> on;
 
   TaskList tasks;
@@ -56,7 +56,7 @@ class RunnerFixture : public TaskRows, public TaskTimer, public TaskPlayer {
 
  private:
   TaskActions Actions();
-  // Writes the call down, the text behind its name, then does what `on` says for the name.
+  // Records the call with its text, then calls `on` for its name.
   void Call(const std::string& name, const std::wstring& text = {});
 };
 

@@ -13,7 +13,7 @@
 namespace tellurvane {
 namespace {
 
-// The real files; says in the shared memory which step comes next, and stops where it is told to.
+// The real files. Writes the next step to the shared memory and stops at the wanted step.
 class SteppingFiles : public Win32FileOperations {
  public:
   explicit SteppingFiles(SaveLoopShare& share) : share_(share) {}

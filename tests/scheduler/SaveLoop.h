@@ -15,7 +15,7 @@
 
 namespace tellurvane {
 
-// Where a save stands: what it does next.
+// The next step of a save.
 enum class SaveStep : std::uint32_t { kCreate, kWrite, kWriteRest, kFlush, kClose, kMove, kReturn };
 inline constexpr std::array<const char*, 7> kSaveStepNames = {
     "create", "write", "write the rest", "flush", "close", "move", "return"};

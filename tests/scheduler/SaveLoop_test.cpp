@@ -21,7 +21,6 @@
 #include <thread>
 #include <utility>
 
-#include "tests/support/FailingImport.h"
 #include "tests/support/TemporaryFolder.h"
 #include "ui/Handle.h"
 
@@ -222,8 +221,8 @@ class SaveLoopTest : public testing::Test {
     return loop;
   }
 
-  // Lets a loop begin behind the generation that was saved last. Its first save goes over what the
-  // last kill left behind.
+  // Lets a loop begin after the generation that was saved last. Its first save replaces what the
+  // last kill left.
   void Begin(SaveLoop& loop, SaveStep stop) {
     share_->first = saved_ + 1;
     share_->stop = stop;
@@ -265,16 +264,6 @@ TEST_F(SaveLoopTest, AKillBeforeAnyStepLeavesTheOldListOrTheNewOne) {
     saved_ = row.isNew ? old + 1 : old;
   }
   EXPECT_EQ(share_->failures, 0U);
-}
-
-TEST_F(SaveLoopTest, AProcessThatWineFailsToCreateIsStartedAgain) {
-  FailingImport create({"CreateProcessW", FALSE, ERROR_INTERNAL_ERROR});
-  ASSERT_TRUE(create.IsImported());
-  create.Fail(1, 2);
-  SaveLoop loop = NextLoop();
-  EXPECT_GT(create.Calls(), 2);
-  Begin(loop, kNoStop);
-  EXPECT_TRUE(BecomesTrue([&] { return share_->acknowledged > saved_; }));
 }
 
 TEST_F(SaveLoopTest, KillsAtRandomMomentsLoseNothing) {

@@ -21,8 +21,8 @@ const std::string& Lossy() {
   return bytes;
 }
 
-// What a save and a load may do, each on a file that stands.
-struct Deed {
+// A load or a save of an existing file.
+struct Scenario {
   const char* name;
   std::string before;
   // The file afterwards when nothing fails.
@@ -39,7 +39,7 @@ bool Save(TaskListFile& file, TaskList& tasks) {
   return file.Save(tasks);
 }
 
-std::vector<Deed> Deeds() {
+std::vector<Scenario> Scenarios() {
   return {{"load", Sound(), Sound(), Load},
           {"lossy load", Lossy(), Utf16Bytes(LongLine(L"old")), Load},
           {"save", Sound(), Utf16Bytes(Line(L"new")), Save}};
@@ -57,10 +57,10 @@ std::vector<Faults> AllFaults(int operations) {
   return all;
 }
 
-std::string Told(const Deed& deed, const TaskListFixture& list) {
-  std::string told = std::string(deed.name) + ":";
-  for (const std::string& operation : list.files.Operations()) told += " " + operation;
-  return told;
+std::string Steps(const Scenario& scenario, const TaskListFixture& list) {
+  std::string steps = std::string(scenario.name) + ":";
+  for (const std::string& operation : list.files.Operations()) steps += " " + operation;
+  return steps;
 }
 
 bool Failed(const TaskListFixture& list, const std::string& operation) {
@@ -70,92 +70,66 @@ bool Failed(const TaskListFixture& list, const std::string& operation) {
   return false;
 }
 
-// How many operations the deed takes when none fails, and two for those that a failure adds.
-int OperationCount(const Deed& deed) {
-  TaskListFixture list(deed.before);
+// How many operations the scenario takes when none fails, and two for those that a failure adds.
+int OperationCount(const Scenario& scenario) {
+  TaskListFixture list(scenario.before);
   TaskList tasks;
   list.files.SetFaults({});
-  EXPECT_TRUE(deed.act(list.file, tasks)) << deed.name;
-  EXPECT_EQ(list.Bytes(), deed.after) << deed.name;
+  EXPECT_TRUE(scenario.act(list.file, tasks)) << scenario.name;
+  EXPECT_EQ(list.Bytes(), scenario.after) << scenario.name;
   return list.files.OperationCount() + 2;
 }
 
-// A load that could not read the file has an empty list; the deed's own outcome otherwise.
-std::string Expected(const Deed& deed, const TaskList& tasks) {
-  return tasks.empty() ? kMarkAlone : deed.after;
+// A load that could not read the file has an empty list; the scenario's own outcome otherwise.
+std::string Expected(const Scenario& scenario, const TaskList& tasks) {
+  return tasks.empty() ? kMarkAlone : scenario.after;
 }
 
-void ExpectNothingLost(const Deed& deed, const Faults& faults) {
-  TaskListFixture list(deed.before);
+void ExpectNothingLost(const Scenario& scenario, const Faults& faults) {
+  TaskListFixture list(scenario.before);
   TaskList tasks;
   // When another file takes the place of one that holds more, that one has to be kept by then.
   list.files.beforeMoveOver = [&](const std::wstring& from, const std::wstring& to) {
-    EXPECT_TRUE(list.files.files.at(from).isOnDisk) << Told(deed, list);
-    if (deed.before == Sound() && !tasks.empty()) return;
-    EXPECT_TRUE(list.Backups() == std::vector{list.files.files.at(to).bytes}) << Told(deed, list);
+    EXPECT_TRUE(list.files.files.at(from).isOnDisk) << Steps(scenario, list);
+    if (scenario.before == Sound() && !tasks.empty()) return;
+    EXPECT_TRUE(list.Backups() == std::vector{list.files.files.at(to).bytes})
+        << Steps(scenario, list);
   };
   list.files.SetFaults(faults);
-  const bool answer = deed.act(list.file, tasks);
+  const bool answer = scenario.act(list.file, tasks);
 
-  const std::string told = Told(deed, list);
-  const std::string after = Expected(deed, tasks);
-  EXPECT_TRUE(list.Bytes() == deed.before || list.Bytes() == after) << told;
-  EXPECT_TRUE(deed.act != Save || answer == (list.Bytes() == after)) << told;
-  EXPECT_TRUE(Failed(list, "remove") || !list.files.files.contains(kTemporaryPath)) << told;
-  for (const std::string& backup : list.Backups()) EXPECT_EQ(backup, deed.before) << told;
+  const std::string steps = Steps(scenario, list);
+  const std::string after = Expected(scenario, tasks);
+  EXPECT_TRUE(list.Bytes() == scenario.before || list.Bytes() == after) << steps;
+  EXPECT_TRUE(scenario.act != Save || answer == (list.Bytes() == after)) << steps;
+  EXPECT_TRUE(Failed(list, "remove") || !list.files.files.contains(kTemporaryPath)) << steps;
+  for (const std::string& backup : list.Backups()) EXPECT_EQ(backup, scenario.before) << steps;
 
   // Once everything works again, a save goes through, and what was dropped is kept. What could not
   // be read is still there, and is read then.
   list.files.beforeMoveOver = nullptr;
   list.files.SetFaults({});
   if (list.file.IsUnread()) {
-    EXPECT_EQ(list.Bytes(), deed.before) << told;
-    EXPECT_TRUE(list.file.Load(tasks)) << told;
-    EXPECT_EQ(list.Bytes(), deed.after) << told;
+    EXPECT_EQ(list.Bytes(), scenario.before) << steps;
+    EXPECT_TRUE(list.file.Load(tasks)) << steps;
+    EXPECT_EQ(list.Bytes(), scenario.after) << steps;
     return;
   }
-  EXPECT_TRUE(list.file.Save(tasks)) << told;
-  EXPECT_TRUE(list.Bytes() == after) << told;
-  EXPECT_TRUE(after == deed.before || deed.act == Save || !list.Backups().empty()) << told;
-  EXPECT_FALSE(list.files.files.contains(kTemporaryPath)) << told;
+  EXPECT_TRUE(list.file.Save(tasks)) << steps;
+  EXPECT_TRUE(list.Bytes() == after) << steps;
+  EXPECT_TRUE(after == scenario.before || scenario.act == Save || !list.Backups().empty()) << steps;
+  EXPECT_FALSE(list.files.files.contains(kTemporaryPath)) << steps;
 }
 
 TEST(TaskListFileFaultsTest, NoFailingOperationLosesAList) {
-  for (const Deed& deed : Deeds()) {
-    for (const Faults& faults : AllFaults(OperationCount(deed))) {
-      SCOPED_TRACE(std::string(deed.name) + ", operation " + std::to_string(faults.first) +
+  for (const Scenario& scenario : Scenarios()) {
+    for (const Faults& faults : AllFaults(OperationCount(scenario))) {
+      SCOPED_TRACE(std::string(scenario.name) + ", operation " + std::to_string(faults.first) +
                    (faults.fromThenOn ? " and on" : " once") +
-                   (faults.tellsHalf ? ", half told" : ""));
-      ExpectNothingLost(deed, faults);
+                   (faults.tellsHalf ? ", half reported" : ""));
+      ExpectNothingLost(scenario, faults);
     }
   }
-}
-
-TEST(TaskListFileFaultsTest, AFailingSaveSaysSo) {
-  for (const char* const operation : {"create", "write", "flush", "close", "move"}) {
-    int seen = 0;
-    for (int first = 0; first < 5; ++first) {
-      TaskListFixture list(Sound());
-      list.files.SetFaults({.first = first});
-      const bool answer = list.file.Save(TaskList{Reminder(L"new", L"source")});
-      if (!Failed(list, operation)) continue;
-      ++seen;
-      EXPECT_FALSE(answer) << operation;
-      EXPECT_EQ(list.Bytes(), Sound()) << operation;
-    }
-    EXPECT_EQ(seen, 1) << operation;
-  }
-}
-
-TEST(TaskListFileFaultsTest, AReadThatComesInPiecesIsPutTogether) {
-  TaskListFixture list(Sound());
-  // The one read that tells half is asked again for the rest.
-  list.files.SetFaults({.first = 2, .tellsHalf = true});
-  TaskList tasks;
-  EXPECT_TRUE(list.file.Load(tasks));
-  EXPECT_EQ(tasks.size(), 2U);
-  EXPECT_EQ(list.Bytes(), Sound());
-  EXPECT_TRUE(list.Backups().empty());
 }
 
 TEST(TaskListFileFaultsTest, AFileThatCannotBeReadIsKeptBeforeItIsReplaced) {
@@ -164,9 +138,17 @@ TEST(TaskListFileFaultsTest, AFileThatCannotBeReadIsKeptBeforeItIsReplaced) {
     list.files.SetFaults({.first = operation});
     TaskList tasks;
     EXPECT_FALSE(list.file.Load(tasks)) << operation;
+    EXPECT_FALSE(list.file.IsUnread()) << "nothing is left to be read";
     EXPECT_EQ(list.Backups(), std::vector{Sound()}) << operation;
     EXPECT_EQ(list.Bytes(), kMarkAlone) << operation;
   }
+  // Where the read only comes in two pieces, nothing is lost.
+  TaskListFixture list(Sound());
+  list.files.SetFaults({.first = 2, .tellsHalf = true});
+  TaskList tasks;
+  EXPECT_TRUE(list.file.Load(tasks));
+  EXPECT_EQ(tasks.size(), 2U);
+  EXPECT_TRUE(list.Backups().empty());
 }
 
 TEST(TaskListFileFaultsTest, SavesThatFailDoNotPileUpBackups) {
@@ -180,26 +162,12 @@ TEST(TaskListFileFaultsTest, SavesThatFailDoNotPileUpBackups) {
       if (!Failed(list, operation)) continue;
       ++seen;
       EXPECT_EQ(list.Bytes(), Lossy()) << operation;
-      EXPECT_TRUE(list.Backups().empty()) << operation << ": the file itself still stands";
+      EXPECT_TRUE(list.Backups().empty()) << operation << ": the file itself is whole";
       EXPECT_TRUE(list.file.Save(tasks));
       EXPECT_EQ(list.Backups(), std::vector{Lossy()}) << operation;
     }
     EXPECT_EQ(seen, 1) << operation;
   }
-}
-
-TEST(TaskListFileFaultsTest, ABackupThatFailedIsMadeUpForByTheNextSave) {
-  TaskListFixture list(Lossy());
-  list.files.SetFaults({.first = 3});
-  TaskList tasks;
-  EXPECT_TRUE(list.file.Load(tasks));
-  ASSERT_TRUE(Failed(list, "copy"));
-  EXPECT_EQ(list.Bytes(), Lossy());
-  list.files.SetFaults({});
-  EXPECT_TRUE(list.file.Save(tasks));
-  EXPECT_EQ(list.Backups(), std::vector{Lossy()});
-  EXPECT_TRUE(list.file.Save(tasks));
-  EXPECT_EQ(list.Backups().size(), 1U);
 }
 
 }  // namespace

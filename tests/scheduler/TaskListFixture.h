@@ -1,4 +1,4 @@
-// A task list file on files in memory, in zh-TW unless told otherwise, at noon of a day.
+// A task list file in memory: in zh-TW, at noon.
 #pragma once
 
 #include <string>

@@ -18,7 +18,7 @@ std::string Bytes(const TaskList& tasks, const HostLocale& locale = ZhTw()) {
   return TaskListBytes(tasks, HostDateWriter(locale));
 }
 
-// The text behind the mark, which has to be there.
+// The text after the mark.
 std::wstring Text(const TaskList& tasks, const HostLocale& locale = ZhTw()) {
   const auto noAnsi = [](std::string_view) { return std::wstring(L"no mark"); };
   return DecodeTaskListBytes(Bytes(tasks, locale), noAnsi).value_or(std::wstring(L"odd")).text;
@@ -36,12 +36,6 @@ TEST(TaskListWritingTest, WritesTheseBytes) {
             "2\0/\0001\0004\0/\0002\0000\0001\0001\0 \0"
             "1\0002\0:\0000\0000\0:\0000\0000\0 \0P\0M\0\t\0"
             "2\0/\0001\0005\0/\0002\0000\0001\0001\0\r\0\n\0"sv);
-}
-
-TEST(TaskListWritingTest, WritesTheDatesOfTheLocale) {
-  const TaskList tasks = {RunAtNoon(L"a", L"b")};
-  EXPECT_EQ(Text(tasks), L"0|30|1|3\ta\tb\t2011/2/14 下午 12:00:00\t2011/2/15\r\n");
-  EXPECT_EQ(Text(tasks, EnUs()), L"0|30|1|3\ta\tb\t2/14/2011 12:00:00 PM\t2/15/2011\r\n");
 }
 
 TEST(TaskListWritingTest, WritesTheNumbersOfTheCompoundField) {

@@ -19,42 +19,59 @@ Calls CommandRun(const std::string& row, const std::string& command) {
           "command " + command, "save",       "refresh " + row};
 }
 
-TEST(TaskRunnerTickTest, WithNothingDueOnlyTheTimerIsTouched) {
+TEST(TaskRunnerTickTest, RunsWhatIsDueAndMovesWhatIsDisabled) {
+  const DateSerial noon = At(2011, 2, 14, 12);
+  const struct {
+    const char* name;
+    DateSerial nextRun;
+    bool isEnabled, runs;
+    DateSerial expected;
+  } rows[] = {
+      {"a second ago", At(2011, 2, 14, 12, 0, 9), true, true, At(2011, 2, 14, 12, 30, 9)},
+      {"right now", At(2011, 2, 14, 12, 0, 10), true, true, At(2011, 2, 14, 12, 30, 10)},
+      {"in a second", At(2011, 2, 14, 12, 0, 11), true, false, At(2011, 2, 14, 12, 0, 11)},
+      {"in an hour", At(2011, 2, 14, 13), true, false, At(2011, 2, 14, 13)},
+      {"yesterday", At(2011, 2, 13, 12), true, true, At(2011, 2, 14, 12, 30)},
+      {"disabled", noon, false, false, At(2011, 2, 14, 12, 30)},
+      {"disabled, right now", At(2011, 2, 14, 12, 0, 10), false, false,
+       At(2011, 2, 14, 12, 30, 10)},
+  };
+  for (const auto& row : rows) {
+    RunnerFixture fixture;
+    TaskRecord& task = fixture.Add(kApplication, L"tool", row.nextRun);
+    task.Enabled = row.isEnabled;
+    task.LastRun = At(2011, 2, 1);
+    fixture.runner.Tick();
+    EXPECT_EQ(task.LastRun, row.runs ? fixture.now : At(2011, 2, 1)) << row.name;
+    EXPECT_EQ(task.RunStarted, row.runs ? fixture.now : 0) << row.name;
+    EXPECT_EQ(task.NextRun, row.expected) << row.name;
+    EXPECT_EQ(fixture.interval, 1'000U) << row.name;
+    EXPECT_TRUE(fixture.isTimerOn) << row.name;
+    EXPECT_FALSE(fixture.runner.IsBusy()) << row.name;
+  }
+}
+
+TEST(TaskRunnerTickTest, WithNothingDueOnlyTheTimerAndADisabledRowAreTouched) {
   RunnerFixture fixture;
   fixture.Add(kApplication, L"later", At(2011, 2, 14, 13));
   fixture.runner.Tick();
   EXPECT_EQ(fixture.calls, kTickBegins + kIdleEnd);
-  EXPECT_EQ(fixture.tasks[0].NextRun, At(2011, 2, 14, 13));
-  EXPECT_EQ(fixture.tasks[0].RunStarted, 0);
+  fixture.calls.clear();
+  fixture.Add(kApplication, L"disabled").Enabled = false;
+  fixture.runner.Tick();
+  EXPECT_EQ(fixture.calls, kTickBegins + Calls{"refresh 1"} + kIdleEnd);
 }
 
 TEST(TaskRunnerTickTest, ADueTaskRunsInThisOrder) {
   RunnerFixture fixture;
   fixture.Add(kApplication, L"tool");
+  fixture.surplusRows = 3;  // rows without a task are left alone
+  fixture.on["messages"] = [&] {
+    EXPECT_FALSE(fixture.runner.IsBusy());
+    EXPECT_FALSE(fixture.isTimerOn);
+  };
   fixture.runner.Tick();
   EXPECT_EQ(fixture.calls, kTickBegins + CommandRun("0", "tool") + kEndAfterRuns);
-  EXPECT_EQ(fixture.tasks[0].RunStarted, fixture.now);
-  EXPECT_EQ(fixture.tasks[0].LastRun, fixture.now);
-  EXPECT_EQ(fixture.tasks[0].NextRun, At(2011, 2, 14, 12, 30));
-}
-
-TEST(TaskRunnerTickTest, DueBeginsWithTheMomentItself) {
-  const struct {
-    DateSerial nextRun;
-    bool runs;
-  } rows[] = {
-      {At(2011, 2, 14, 12, 0, 9), true},
-      {At(2011, 2, 14, 12, 0, 10), true},
-      {At(2011, 2, 14, 12, 0, 11), false},
-      {At(2011, 2, 13), true},
-  };
-  for (const auto& row : rows) {
-    RunnerFixture fixture;
-    fixture.Add(kApplication, L"tool", row.nextRun);
-    fixture.runner.Tick();
-    EXPECT_EQ(fixture.tasks[0].LastRun == fixture.now, row.runs) << row.nextRun;
-    EXPECT_TRUE(IsEarlier(fixture.now, fixture.tasks[0].NextRun)) << row.nextRun;
-  }
 }
 
 TEST(TaskRunnerTickTest, AllThatIsDueRunsInListOrder) {
@@ -62,85 +79,34 @@ TEST(TaskRunnerTickTest, AllThatIsDueRunsInListOrder) {
   fixture.Add(kApplication, L"one");
   fixture.Add(kApplication, L"later", At(2011, 2, 14, 13));
   fixture.Add(kApplication, L"two", At(2011, 2, 14, 11));
+  // Due only once the others have run.
+  fixture.Add(kApplication, L"three", At(2011, 2, 14, 12, 0, 16));
   // Each at the moment of its own run.
   fixture.on["command"] = [&] { fixture.now += 3.0 / 86'400; };
   const DateSerial start = fixture.now;
   fixture.runner.Tick();
-  EXPECT_EQ(fixture.calls,
-            kTickBegins + CommandRun("0", "one") + CommandRun("2", "two") + kEndAfterRuns);
+  EXPECT_EQ(fixture.calls, kTickBegins + CommandRun("0", "one") + CommandRun("2", "two") +
+                               CommandRun("3", "three") + kEndAfterRuns);
   EXPECT_EQ(fixture.tasks[0].RunStarted, start);
   EXPECT_EQ(fixture.tasks[0].LastRun, start + 3.0 / 86'400);
   EXPECT_EQ(fixture.tasks[2].RunStarted, start + 3.0 / 86'400);
-  EXPECT_EQ(fixture.tasks[2].LastRun, fixture.now);
+  EXPECT_EQ(fixture.tasks[2].LastRun, start + 3.0 / 86'400 + 3.0 / 86'400);
   EXPECT_EQ(fixture.tasks[1].LastRun, 0);
 }
 
-TEST(TaskRunnerTickTest, OfSeveralThatPlayTheLastOneIsHeardAndEachIsRecorded) {
+// While the editor is open the timer is off. When it closes, the list is loaded again.
+TEST(TaskRunnerTickTest, ATaskThatFallsDueWhileTheEditorIsOpenIsMovedByTheReloadAndNotRun) {
   RunnerFixture fixture;
-  fixture.Add(kLocalMusic, L"first");
-  fixture.Add(kInternetRadio, L"second");
-  fixture.Add(kLocalMusic, L"last");
+  fixture.Add(kApplication, L"tool", At(2011, 2, 14, 12, 0, 20));
+  TaskListFixture list;
+  ASSERT_TRUE(list.file.Save(fixture.tasks));
+  fixture.runner.SetTaskTimer(false);
+  fixture.now = list.now = At(2011, 2, 14, 12, 5);
+  ASSERT_TRUE(list.file.Load(fixture.tasks));
+  fixture.runner.SetTaskTimer(true);
   fixture.runner.Tick();
-  std::vector<std::string> sources;
-  for (const std::string& call : fixture.calls) {
-    if (call.starts_with("url")) sources.push_back(call);
-  }
-  EXPECT_EQ(sources, (Calls{"url first", "url second", "url last"}));
-  for (const TaskRecord& task : fixture.tasks) EXPECT_EQ(task.LastRun, fixture.now);
-}
-
-TEST(TaskRunnerTickTest, ATaskThatFallsDueWhileAnotherRunsIsRunToo) {
-  RunnerFixture fixture;
-  fixture.Add(kApplication, L"slow");
-  fixture.Add(kApplication, L"next", At(2011, 2, 14, 12, 0, 20));
-  fixture.on["command"] = [&] { fixture.now = At(2011, 2, 14, 12, 0, 20); };
-  fixture.runner.Tick();
-  EXPECT_EQ(fixture.tasks[1].LastRun, At(2011, 2, 14, 12, 0, 20));
-}
-
-// While the editor is open the timer is off; whatever it did, the list is loaded anew when it
-// closes.
-TEST(TaskRunnerTickTest, ATaskThatFallsDueWhileTheTimerIsOffIsMovedByTheReloadAndNotRun) {
-  for (const bool isReloaded : {true, false}) {
-    RunnerFixture fixture;
-    fixture.Add(kApplication, L"tool", At(2011, 2, 14, 12, 0, 20));
-    TaskListFixture list;
-    ASSERT_TRUE(list.file.Save(fixture.tasks));
-
-    fixture.runner.SetTaskTimer(false);
-    fixture.now = list.now = At(2011, 2, 14, 12, 5);
-    if (isReloaded) {
-      ASSERT_TRUE(list.file.Load(fixture.tasks));
-    }
-    fixture.runner.SetTaskTimer(true);
-    fixture.calls.clear();
-    fixture.runner.Tick();
-
-    const Calls noRun = kTickBegins + kIdleEnd;
-    const Calls run = kTickBegins + CommandRun("0", "tool") + kEndAfterRuns;
-    EXPECT_EQ(fixture.calls, isReloaded ? noRun : run);
-    EXPECT_EQ(fixture.tasks[0].LastRun, isReloaded ? 0 : fixture.now);
-    EXPECT_EQ(fixture.tasks[0].NextRun, At(2011, 2, 14, 12, 30, 20));
-  }
-}
-
-TEST(TaskRunnerTickTest, ADisabledDueTaskIsMovedAndNotRun) {
-  RunnerFixture fixture;
-  TaskRecord& task = fixture.Add(kApplication, L"tool", At(2011, 2, 14, 11, 45));
-  task.Enabled = false;
-  task.LastRun = At(2011, 2, 13);
-  fixture.runner.Tick();
-  EXPECT_EQ(fixture.calls, kTickBegins + Calls{"refresh 0"} + kIdleEnd);
-  EXPECT_EQ(task.NextRun, At(2011, 2, 14, 12, 15));
-  EXPECT_EQ(task.LastRun, At(2011, 2, 13));
-  EXPECT_EQ(task.RunStarted, 0);
-}
-
-TEST(TaskRunnerTickTest, ADisabledTaskDueRightNowIsMovedIntoTheFuture) {
-  RunnerFixture fixture;
-  fixture.Add(kApplication, L"tool", fixture.now).Enabled = false;
-  fixture.runner.Tick();
-  EXPECT_EQ(fixture.tasks[0].NextRun, At(2011, 2, 14, 12, 30, 10));
+  EXPECT_EQ(fixture.tasks[0].LastRun, 0);
+  EXPECT_EQ(fixture.tasks[0].NextRun, At(2011, 2, 14, 12, 30, 20));
 }
 
 TEST(TaskRunnerTickTest, ATaskWithoutAScheduleNeverFires) {
@@ -205,20 +171,6 @@ TEST(TaskRunnerTickTest, ReckonsTheMinutesFromTheMomentAfterARun) {
   EXPECT_EQ(fixture.calls, kTickBegins + CommandRun("1", "slow") + end);
 }
 
-TEST(TaskRunnerTickTest, LeavesTheTimerOnAtOneSecondWhateverItChose) {
-  for (const DateSerial nextRun :
-       {At(2011, 2, 14, 11), At(2011, 2, 14, 12, 1), At(2011, 2, 15), At(9999, 12, 31)}) {
-    for (const bool enabled : {true, false}) {
-      RunnerFixture fixture;
-      fixture.Add(kApplication, L"tool", nextRun).Enabled = enabled;
-      fixture.runner.Tick();
-      EXPECT_EQ(fixture.interval, 1'000U);
-      EXPECT_TRUE(fixture.isTimerOn);
-      EXPECT_FALSE(fixture.runner.IsBusy());
-    }
-  }
-}
-
 TEST(TaskRunnerTickTest, ATickWithinATickDoesNothing) {
   RunnerFixture fixture;
   fixture.Add(kApplication, L"one");
@@ -237,28 +189,6 @@ TEST(TaskRunnerTickTest, ATickWithinATickDoesNothing) {
   EXPECT_EQ(nested, 1 + 2 * 4 + 1);
   EXPECT_EQ(fixture.calls,
             kTickBegins + CommandRun("0", "one") + CommandRun("1", "two") + kEndAfterRuns);
-}
-
-TEST(TaskRunnerTickTest, MessagesArePumpedOnceAndWithoutTheBusyFlag) {
-  RunnerFixture fixture;
-  fixture.Add(kApplication, L"one");
-  fixture.Add(kApplication, L"two");
-  int pumped = 0;
-  fixture.on["messages"] = [&] {
-    ++pumped;
-    EXPECT_FALSE(fixture.runner.IsBusy());
-    EXPECT_FALSE(fixture.isTimerOn);
-  };
-  fixture.runner.Tick();
-  EXPECT_EQ(pumped, 1);
-}
-
-TEST(TaskRunnerTickTest, RowsWithoutATaskAreLeftAlone) {
-  RunnerFixture fixture;
-  fixture.Add(kApplication, L"tool");
-  fixture.surplusRows = 3;
-  fixture.runner.Tick();
-  EXPECT_EQ(fixture.calls, kTickBegins + CommandRun("0", "tool") + kEndAfterRuns);
 }
 
 TEST(TaskRunnerTickTest, ARunThatShortensTheListEndsTheTick) {

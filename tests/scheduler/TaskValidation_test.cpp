@@ -2,8 +2,9 @@
 
 #include <gmock/gmock.h>
 
-#include <cwchar>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "base/Text.h"
 #include "tests/support/Moments.h"
@@ -70,130 +71,105 @@ TEST_F(ValidateTaskTest, TakesIntervalsUpToTheUnitsLimit) {
   const struct {
     int unit;
     const wchar_t* text;
-    const wchar_t* message;
-  } cases[] = {
-      {kMinutes, L"1", L""},
-      {kMinutes, L"60", L""},
-      {kMinutes, L"61", kTooManyMinutes},
-      {kHours, L"24", L""},
-      {kHours, L"25", kTooManyHours},
-      {kDays, L"7", L""},
-      {kDays, L"8", kTooManyDays},
-      {kMinutes, L"60.4", kTooManyMinutes},
-      {kMinutes, L"2147483648", kTooManyMinutes},
-      {kMinutes, L"1e300", kTooManyMinutes},
-      {kMinutes, L"0", kNoInterval},
-      {kMinutes, L"-1", kNoInterval},
-      {kMinutes, L"-0.0", kNoInterval},
-      {kMinutes, L"0.4", kNoInterval},
-      {kMinutes, L"", kNoInterval},
-      {kMinutes, L" ", kNoInterval},
-      {kMinutes, L"abc", kNoInterval},
-      {kMinutes, L"5 min", kNoInterval},
-      {kMinutes, L"５", kNoInterval},  // a full-width digit
-      {kMinutes, L" 5 ", L""},
-      {3, L"5", kNoInterval},  // a unit that only a file can bring
-      {-1, L"5", kNoInterval},
-  };
-  for (const auto& [unit, text, message] : cases) {
+    std::int32_t interval;
+  } accepted[] = {{kMinutes, L"1", 1},  {kMinutes, L"60", 60}, {kHours, L"24", 24},
+                  {kDays, L"7", 7},     {kMinutes, L" 5 ", 5}, {kMinutes, L"1.5", 2},
+                  {kMinutes, L"2.5", 2}};
+  for (const auto& [unit, text, interval] : accepted) {
     fields.timeType = unit;
     fields.interval = text;
-    EXPECT_EQ(Message(), message) << unit << " " << testing::PrintToString(std::wstring(text));
+    EXPECT_EQ(Accepted().Interval, interval);
   }
-}
-
-TEST_F(ValidateTaskTest, EmptiesTheIntervalOnlyForTheInterval) {
-  const auto empties = [this] { return std::get<TaskRefusal>(Outcome()).emptiesInterval; };
-  fields.interval = L"0";
-  EXPECT_TRUE(empties());
-  fields.interval = L"61";
-  EXPECT_TRUE(empties());
-  fields.interval = L"5";
-  fields.source = L"";
-  EXPECT_FALSE(empties());
-}
-
-TEST_F(ValidateTaskTest, RoundsAFractionOfAnInterval) {
-  fields.interval = L"1.5";
-  EXPECT_EQ(Accepted().Interval, 2);
-  fields.interval = L"2.5";
-  EXPECT_EQ(Accepted().Interval, 2);
-}
-
-TEST_F(ValidateTaskTest, TakesStreamsByTheirScheme) {
-  fields.mediaType = kInternetRadio;
   const struct {
-    const wchar_t* source;
-    bool isAccepted;
-  } cases[] = {
-      {L"http://host/", true},
-      {L"HttP://host/", true},
-      {L"https://host/", true},
-      {L"mms://host/", true},
-      {L"MMSH://host/", true},
-      {L"rtsp://host/", false},
-      {L"", false},
-      {L"htt", false},
-      {L"mm", false},
-      {L"ftp://http", false},
-      {L"  http://host/  ", true},
-      {L"ｈttp://host/", false},
+    int unit;
+    const wchar_t* message;
+    std::vector<const wchar_t*> texts;
+  } refused[] = {
+      {kMinutes, kTooManyMinutes, {L"61", L"60.4", L"2147483648", L"1e300"}},
+      {kHours, kTooManyHours, {L"25"}},
+      {kDays, kTooManyDays, {L"8"}},
+      // The last is a full-width digit.
+      {kMinutes, kNoInterval, {L"0", L"-1", L"-0.0", L"0.4", L"", L" ", L"abc", L"5 min", L"５"}},
+      // Units that only a file can bring.
+      {3, kNoInterval, {L"5"}},
+      {-1, kNoInterval, {L"5"}},
   };
-  for (const auto& [source, isAccepted] : cases) {
-    fields.source = source;
-    EXPECT_EQ(Message(), isAccepted ? L"" : kNoStream) << testing::PrintToString(source);
+  for (const auto& [unit, message, texts] : refused) {
+    for (const wchar_t* const text : texts) {
+      fields.timeType = unit;
+      fields.interval = text;
+      const auto refusal = std::get<TaskRefusal>(Outcome());
+      EXPECT_EQ(refusal.message, message) << testing::PrintToString(text);
+      EXPECT_EQ(refusal.emptiesInterval, unit >= kMinutes && unit <= kDays);
+    }
   }
 }
 
-TEST_F(ValidateTaskTest, TakesMusicThatIsThere) {
-  fields.mediaType = kLocalMusic;
-  fields.source = L" C:\\a.mp3 ";
-  EXPECT_EQ(Accepted().Source, L"C:\\a.mp3");
-  fields.source = L"C:\\b.mp3";
-  EXPECT_EQ(Message(), kNoFile);
+TEST_F(ValidateTaskTest, ChecksTheSourceByTheMediaType) {
+  const struct {
+    MediaType type;
+    const wchar_t* source;
+    const wchar_t* message;
+  } cases[] = {
+      {kInternetRadio, L"http://host/", L""},
+      {kInternetRadio, L"HttP://host/", L""},
+      {kInternetRadio, L"https://host/", L""},
+      {kInternetRadio, L"mms://host/", L""},
+      {kInternetRadio, L"MMSH://host/", L""},
+      {kInternetRadio, L"  http://host/  ", L""},
+      {kInternetRadio, L"rtsp://host/", kNoStream},
+      {kInternetRadio, L"", kNoStream},
+      {kInternetRadio, L"htt", kNoStream},
+      {kInternetRadio, L"mm", kNoStream},
+      {kInternetRadio, L"ftp://http", kNoStream},
+      {kInternetRadio, L"ｈttp://host/", kNoStream},
+      {kLocalMusic, L" C:\\a.mp3 ", L""},
+      {kLocalMusic, L"C:\\b.mp3", kNoFile},
+      {kReminderNote, L"   ", kNoText},
+      {kReminderNote, L" a ", L""},
+      {kApplication, L"   ", L""},
+  };
+  for (const auto& [type, source, message] : cases) {
+    fields.mediaType = type;
+    fields.source = source;
+    EXPECT_EQ(Message(), message) << type << " " << testing::PrintToString(source);
+    const auto outcome = Outcome();
+    if (const auto* const refusal = std::get_if<TaskRefusal>(&outcome)) {
+      EXPECT_FALSE(refusal->emptiesInterval);
+    } else {
+      EXPECT_EQ(std::get<TaskRecord>(outcome).Source, TrimBlanks(source));
+    }
+  }
 }
 
-TEST_F(ValidateTaskTest, TakesAnyApplicationAndOnlyNotesWithText) {
-  fields.source = L"   ";
-  EXPECT_EQ(Message(), kNoText);
-  fields.mediaType = kApplication;
-  EXPECT_EQ(Message(), L"");
-}
-
-TEST_F(ValidateTaskTest, KnowsNamesWithoutRegardToCase) {
-  AddTask(L"Rest");
-  fields.name = L"  rEST ";
-  EXPECT_EQ(Message(), kSameName);
-  edited = 0;
-  EXPECT_EQ(Message(), L"") << "its own name";
-  AddTask(L"rest");
-  EXPECT_EQ(Message(), kSameName) << "another one's";
-}
-
-TEST_F(ValidateTaskTest, ComparesNamesAsTheFileWillHoldThem) {
-  AddTask(L"a b");
-  fields.name = L"a\tb";
-  EXPECT_EQ(Message(), kSameName);
-  fields.name = L" a\r\nc\t";
-  EXPECT_EQ(Accepted().Name, L"a c");
-}
-
-// A list that was written by hand is not trimmed when it is read.
-TEST_F(ValidateTaskTest, ComparesTheNamesOfTheListAsTheyReadBack) {
-  for (const wchar_t* const taken : {L" a c ", L"a c  ", L"  A C", L"a c\t"}) {
-    tasks.clear();
-    AddTask(taken);
-    fields.name = L"a c";
-    EXPECT_EQ(Message(), kSameName) << std::string(taken, taken + std::wcslen(taken));
+// Names are compared as the file will hold them, and removed tasks keep theirs.
+TEST_F(ValidateTaskTest, TakesANameThatNoOtherTaskHas) {
+  const struct {
+    const wchar_t* taken;
+    const wchar_t* typed;
+    bool isSame;
+  } cases[] = {
+      {L"Rest", L"  rEST ", true}, {L"a b", L"a\tb", true},    {L" a c ", L"a c", true},
+      {L"a c  ", L"a c", true},    {L"  A C", L"a c", true},   {L"a c\t", L"a c", true},
+      {L" a  c ", L"a c", false},  {L"a", L"\ta\r\nb", false},
+  };
+  for (const auto& [taken, typed, isSame] : cases) {
+    for (const bool isDeleted : {false, true}) {
+      tasks.clear();
+      AddTask(taken, isDeleted);
+      fields.name = typed;
+      EXPECT_EQ(Message(), isSame ? kSameName : L"") << testing::PrintToString(typed);
+    }
+    tasks[0].Deleted = false;
+    edited = 0;
+    EXPECT_EQ(Message(), L"") << "its own name";
+    AddTask(typed);
+    EXPECT_EQ(Message(), kSameName) << "another one's";
+    edited.reset();
   }
   tasks.clear();
-  AddTask(L" a  c ");
-  EXPECT_EQ(Message(), L"") << "blanks inside count";
-}
-
-TEST_F(ValidateTaskTest, KeepsTheNamesOfRemovedTasksTaken) {
-  AddTask(L"休息", true);
-  EXPECT_EQ(Message(), kSameName);
+  fields.name = L" a\r\nc\t";
+  EXPECT_EQ(Accepted().Name, L"a c");
 }
 
 TEST_F(ValidateTaskTest, SaysTheFirstThatIsWrong) {
@@ -209,25 +185,27 @@ TEST_F(ValidateTaskTest, SaysTheFirstThatIsWrong) {
 }
 
 TEST_F(ValidateTaskTest, MovesAPastMomentForwardByWholeIntervals) {
-  fields.firstRun = At(2011, 2, 14, 11, 58, 30);
-  EXPECT_EQ(Accepted().NextRun, At(2011, 2, 14, 12, 3, 30));
-  fields.firstRun = now;
-  EXPECT_EQ(Accepted().NextRun, now) << "the present is kept";
-  fields.firstRun = At(2011, 2, 14, 12, 0, 1);
-  EXPECT_EQ(Accepted().NextRun, At(2011, 2, 14, 12, 0, 1));
+  const std::pair<DateSerial, DateSerial> cases[] = {
+      {At(2011, 2, 14, 11, 58, 30), At(2011, 2, 14, 12, 3, 30)},
+      {now, now},
+      {At(2011, 2, 14, 12, 0, 1), At(2011, 2, 14, 12, 0, 1)},
+  };
+  for (const auto& [chosen, expected] : cases) {
+    fields.firstRun = chosen;
+    EXPECT_EQ(Accepted().NextRun, expected);
+  }
 }
 
 TEST_F(ValidateTaskTest, MovesItOnceMoreAfterTheChecks) {
   fields.mediaType = kLocalMusic;
   fields.firstRun = now;
-  // The clock goes on while the path is looked for.
+  const auto pathExists = [this](const std::wstring&) {
+    now = At(2011, 2, 14, 12, 0, 1);
+    return true;
+  };
   const auto outcome = ValidateTask(fields, edited, tasks,
                                     {.clock = [this] { return now; },
-                                     .pathExists =
-                                         [this](const std::wstring&) {
-                                           now = At(2011, 2, 14, 12, 0, 1);
-                                           return true;
-                                         },
+                                     .pathExists = pathExists,
                                      .isSameName = EqualsIgnoringAsciiCase});
   EXPECT_EQ(std::get<TaskRecord>(outcome).NextRun, At(2011, 2, 14, 12, 5));
 }

@@ -6,7 +6,6 @@
 
 #include <functional>
 #include <string>
-#include <utility>
 
 #include "tests/support/TemporaryFolder.h"
 #include "ui/Handle.h"
@@ -53,17 +52,12 @@ class Win32FileOperationsTest : public testing::Test {
   }};
 };
 
-TEST_F(Win32FileOperationsTest, MovesOverAnExistingFile) {
-  const std::wstring from = Put(L"from", "new");
+TEST_F(Win32FileOperationsTest, MovesOverAFileOrToANewName) {
   const std::wstring to = Put(L"to", "the old one, which is longer");
-  EXPECT_TRUE(files_.MoveOver(from, to));
+  EXPECT_TRUE(files_.MoveOver(Put(L"from", "new"), to));
   EXPECT_EQ(ReadBytes(to), "new");
-  EXPECT_EQ(folder_.Count(), 1U);
-}
-
-TEST_F(Win32FileOperationsTest, MovesToWhereNoFileIs) {
-  EXPECT_TRUE(files_.MoveOver(Put(L"from", "new"), folder_.File(L"to")));
-  EXPECT_EQ(ReadBytes(folder_.File(L"to")), "new");
+  EXPECT_TRUE(files_.MoveOver(to, folder_.File(L"third")));
+  EXPECT_EQ(ReadBytes(folder_.File(L"third")), "new");
   EXPECT_EQ(folder_.Count(), 1U);
 }
 
@@ -73,62 +67,20 @@ TEST_F(Win32FileOperationsTest, MovingWhatIsNotThereLeavesTheTarget) {
   EXPECT_EQ(ReadBytes(to), "old");
 }
 
-TEST_F(Win32FileOperationsTest, MovingWaitsForATargetThatIsHeldForAMoment) {
-  const std::wstring from = Put(L"from", "new");
-  const std::wstring to = Put(L"to", "old");
-  HoldThroughRefusals(5, to, kShareAllButDelete);
-  EXPECT_TRUE(files_.MoveOver(from, to));
-  EXPECT_EQ(pauses_, 5) << "one for each refusal";
-  EXPECT_EQ(ReadBytes(to), "new");
-}
-
-TEST_F(Win32FileOperationsTest, MovingGivesUpOnATargetThatStaysHeld) {
-  const std::wstring from = Put(L"from", "new");
-  const std::wstring to = Put(L"to", "old");
-  HoldThroughRefusals(kForEver, to, kShareAllButDelete);
-  EXPECT_FALSE(files_.MoveOver(from, to));
-  EXPECT_EQ(ReadBytes(to), "old");
-  EXPECT_EQ(ReadBytes(from), "new");
-  EXPECT_GE(pausedMilliseconds_, 400U) << "about half a second";
-  EXPECT_LE(pausedMilliseconds_, 600U);
-}
-
-TEST_F(Win32FileOperationsTest, WhoHeldTheTargetThroughOneWaitIsNotWaitedForAgain) {
-  const std::wstring from = Put(L"from", "new");
-  const std::wstring to = Put(L"to", "old");
-  HoldThroughRefusals(kForEver, to, kShareAllButDelete);
-  EXPECT_FALSE(files_.MoveOver(from, to));
-  const int pausesOfTheFirst = std::exchange(pauses_, 0);
-  EXPECT_GT(pausesOfTheFirst, 1);
-  EXPECT_FALSE(files_.MoveOver(from, to));
-  EXPECT_EQ(pauses_, 0);
-  held_.Reset();
-  EXPECT_TRUE(files_.MoveOver(from, to));
-  // Once a move has succeeded, the next one is waited for again.
-  WriteBytes(from, "newer");
-  HoldThroughRefusals(pausesOfTheFirst, to, kShareAllButDelete);
-  EXPECT_TRUE(files_.MoveOver(from, to));
-  EXPECT_EQ(ReadBytes(to), "newer");
-}
-
 TEST_F(Win32FileOperationsTest, NobodyIsWaitedForWhoHoldsNothing) {
   EXPECT_FALSE(files_.MoveOver(folder_.File(L"none"), folder_.File(L"to")));
   EXPECT_EQ(files_.OpenForReading(folder_.File(L"none")), OpenOutcome::kMissing);
   EXPECT_EQ(pauses_, 0);
 }
 
-TEST_F(Win32FileOperationsTest, CopiesToANewName) {
+TEST_F(Win32FileOperationsTest, CopiesToANewNameOnly) {
   const std::wstring from = Put(L"from", std::string("a\0b", 3));
-  EXPECT_EQ(files_.CopyToNew(from, folder_.File(L"to")), CopyOutcome::kCopied);
-  EXPECT_EQ(ReadBytes(folder_.File(L"to")), std::string("a\0b", 3));
+  const std::wstring to = folder_.File(L"to");
+  EXPECT_EQ(files_.CopyToNew(from, to), CopyOutcome::kCopied);
+  EXPECT_EQ(ReadBytes(to), std::string("a\0b", 3));
   EXPECT_EQ(ReadBytes(from), std::string("a\0b", 3));
-}
-
-TEST_F(Win32FileOperationsTest, NeverCopiesOverAFileOrFolder) {
-  const std::wstring from = Put(L"from", "new");
-  const std::wstring to = Put(L"to", "old");
-  EXPECT_EQ(files_.CopyToNew(from, to), CopyOutcome::kTargetExists);
-  EXPECT_EQ(ReadBytes(to), "old");
+  EXPECT_EQ(files_.CopyToNew(Put(L"other", "new"), to), CopyOutcome::kTargetExists);
+  EXPECT_EQ(ReadBytes(to), std::string("a\0b", 3));
   CreateDirectoryW(folder_.File(L"folder").c_str(), nullptr);
   EXPECT_EQ(files_.CopyToNew(from, folder_.File(L"folder")), CopyOutcome::kTargetExists);
 }
@@ -167,14 +119,6 @@ TEST_F(Win32FileOperationsTest, TellsMissingFromRefused) {
   EXPECT_EQ(files_.OpenForReading(path), OpenOutcome::kRefused) << "held by another";
 }
 
-TEST_F(Win32FileOperationsTest, OpeningWaitsForAFileThatIsHeldForAMoment) {
-  const std::wstring path = Put(L"file", "bytes");
-  HoldThroughRefusals(5, path, kShareNothing);
-  EXPECT_EQ(files_.OpenForReading(path), OpenOutcome::kOpened);
-  EXPECT_EQ(pauses_, 5) << "one for each refusal";
-  files_.CloseReading();
-}
-
 TEST_F(Win32FileOperationsTest, ReadsToTheEndAndSharesReading) {
   const std::wstring path = Put(L"file", "12345");
   ASSERT_EQ(files_.OpenForReading(path), OpenOutcome::kOpened);
@@ -200,45 +144,42 @@ TEST_F(Win32FileOperationsTest, WritingBeginsWithAnEmptyFile) {
   EXPECT_EQ(ReadBytes(path), "abc");
 }
 
-TEST_F(Win32FileOperationsTest, CreatingWaitsForAFileThatIsHeldForAMoment) {
-  const std::wstring path = Put(L"file", "left behind");
-  HoldThroughRefusals(5, path, FILE_SHARE_READ);
-  EXPECT_TRUE(files_.CreateForWriting(path));
-  EXPECT_EQ(pauses_, 5) << "one for each refusal";
-  EXPECT_EQ(files_.Write("new"), 3U);
-  EXPECT_TRUE(files_.CloseWriting());
-  EXPECT_EQ(ReadBytes(path), "new");
-}
-
-// The list that cannot be opened is loaded again each second.
-TEST_F(Win32FileOperationsTest, WhatWasHeldThroughOneWaitIsTriedOnceUntilItSucceeds) {
+TEST_F(Win32FileOperationsTest, WaitsForAHeldFileAndAfterOneWaitInVainTriesOnce) {
   const std::wstring path = Put(L"file", "bytes");
   const struct {
-    const char* what;
+    const char* name;
+    DWORD sharing;
     std::function<bool()> act;
   } rows[] = {
-      {"open",
+      {"open", kShareNothing,
        [&] {
          const bool opened = files_.OpenForReading(path) == OpenOutcome::kOpened;
          files_.CloseReading();
          return opened;
        }},
-      {"create", [&] { return files_.CreateForWriting(path) && files_.CloseWriting(); }},
+      {"create", FILE_SHARE_READ,
+       [&] { return files_.CreateForWriting(path) && files_.CloseWriting(); }},
+      {"move", kShareAllButDelete, [&] { return files_.MoveOver(Put(L"from", "new"), path); }},
   };
   for (const auto& row : rows) {
-    HoldThroughRefusals(kForEver, path, kShareNothing);
-    EXPECT_FALSE(row.act()) << row.what;
-    EXPECT_GE(pausedMilliseconds_, 400U) << row.what << ": about half a second";
-    EXPECT_LE(pausedMilliseconds_, 600U) << row.what;
+    SCOPED_TRACE(row.name);
+    HoldThroughRefusals(kForEver, path, row.sharing);
+    const std::string before = ReadBytes(path);
+    EXPECT_FALSE(row.act());
+    EXPECT_EQ(ReadBytes(path), before);
+    EXPECT_GE(pausedMilliseconds_, 400U) << "about half a second";
+    EXPECT_LE(pausedMilliseconds_, 600U);
     pauses_ = 0;
-    EXPECT_FALSE(row.act()) << row.what;
-    EXPECT_EQ(pauses_, 0) << row.what;
+    EXPECT_FALSE(row.act());
+    EXPECT_EQ(pauses_, 0);
     held_.Reset();
-    EXPECT_TRUE(row.act()) << row.what;
-    HoldThroughRefusals(5, path, kShareNothing);
-    EXPECT_TRUE(row.act()) << row.what;
-    EXPECT_EQ(pauses_, 5) << row.what;
+    EXPECT_TRUE(row.act());
+    // It has succeeded: a file that is held is waited for again.
+    HoldThroughRefusals(5, path, row.sharing);
+    EXPECT_TRUE(row.act());
+    EXPECT_EQ(pauses_, 5) << "one for each refusal";
   }
+  EXPECT_EQ(ReadBytes(path), "new");
 }
 
 TEST_F(Win32FileOperationsTest, SaysWhatCannotBeCreated) {
