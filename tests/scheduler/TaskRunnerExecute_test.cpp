@@ -50,6 +50,7 @@ TEST(TaskRunnerExecuteTest, TakesTheStepsOfEachKindAndRecordsTheRunBeforeItSaves
     fixture.on["save"] = [&] { ExpectRecorded(fixture, kind.calls[1]); };
     fixture.Run(fixture.Add(kind.type, L"source"));
     EXPECT_EQ(fixture.calls, kind.calls);
+    EXPECT_EQ(IsMediaType(kind.type), kind.calls.size() > 2) << "an unknown kind starts nothing";
   }
 }
 

@@ -128,6 +128,7 @@ TEST_F(ValidateTaskTest, ChecksTheSourceByTheMediaType) {
       {kReminderNote, L"   ", kNoText},
       {kReminderNote, L" a ", L""},
       {kApplication, L"   ", L""},
+      {static_cast<MediaType>(7), L"", L""},  // only a file can bring it
   };
   for (const auto& [type, source, message] : cases) {
     fields.mediaType = type;
