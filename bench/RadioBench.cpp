@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/LetterCase.h"
 #include "bench/RadioPages.h"
 #include "bench/ScalarPass.h"
 #include "radio/ReplaceHTML.h"
@@ -63,7 +64,9 @@ std::vector<Directory> Directories() {
       {"GetLiveDoor",
        LiveDoorPage,
        [](std::wstring page) { return GetLiveDoor(PreparedLiveDoor(std::move(page))).size(); },
-       [](const std::wstring& page) { return literal::GetLiveDoor(PreparedLiveDoor(page)).size(); },
+       [](const std::wstring& page) {
+         return literal::GetLiveDoor(PreparedLiveDoor(page), Capitals).size();
+       },
        {L"button\"><a href=\"", L"細\">", L"細\"><", L"tool/kbps_", L"tool/ch_.", L"tool/type_.gif",
         L"listener\"><span>", L"listener\"><span><", L"r\">", L"l/", L"<", L"</strong>",
         L"</a></li><li class=\"user\"><strong>DJ", L"<span class=\"many\">"}},

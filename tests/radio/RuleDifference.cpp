@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "base/LetterCase.h"
 #include "base/Text.h"
 #include "radio/ReplaceHTML.h"
 #include "radio/StationParsers.h"
@@ -44,7 +45,7 @@ std::string IcecastDifference(const std::wstring& page) {
 std::string LiveDoorDifference(const std::wstring& page) {
   const std::wstring prepared = Replaced(page, L"<span class=\"many\">", L"");
   if (PreparedLiveDoor(page) != prepared) return "prepared otherwise";
-  return Difference(Listed(GetLiveDoor(page)), literal::GetLiveDoor(page));
+  return Difference(Listed(GetLiveDoor(page)), literal::GetLiveDoor(page, Capitals));
 }
 
 std::string HinetDifference(const std::wstring& page) {
