@@ -9,4 +9,11 @@ bool EqualsIgnoringCase(std::wstring_view left, std::wstring_view right) {
                               static_cast<int>(right.size()), TRUE) == CSTR_EQUAL;
 }
 
+std::wstring Capitals(std::wstring_view text) {
+  std::wstring capitals(text);
+  const auto size = static_cast<int>(text.size());
+  (void)LCMapStringW(LOCALE_INVARIANT, LCMAP_UPPERCASE, text.data(), size, capitals.data(), size);
+  return capitals;
+}
+
 }  // namespace tellurvane

@@ -4,6 +4,12 @@
 
 namespace tellurvane {
 
+std::wstring AsciiLoweredText(std::wstring_view text) {
+  std::wstring lowered(text);
+  for (wchar_t& unit : lowered) unit = AsciiLowered(unit);
+  return lowered;
+}
+
 std::wstring_view TrimBlanks(std::wstring_view text) {
   const size_t first = text.find_first_not_of(L' ');
   if (first == std::wstring_view::npos) return {};

@@ -11,6 +11,7 @@ constexpr bool IsDigit(wchar_t unit) { return unit >= L'0' && unit <= L'9'; }
 constexpr wchar_t AsciiLowered(wchar_t unit) {
   return unit >= L'A' && unit <= L'Z' ? static_cast<wchar_t>(unit - L'A' + L'a') : unit;
 }
+std::wstring AsciiLoweredText(std::wstring_view text);
 
 // Without the blanks (U+0020 only) at both ends.
 std::wstring_view TrimBlanks(std::wstring_view text);

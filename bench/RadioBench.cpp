@@ -1,118 +1,96 @@
-// The rules of the radio directories on this machine. The report sets each beside scalar_pass over
-// the same page in the same run, and a flood beside the directory's own page.
+// The rules of the radio directories on this machine: a page as the directory sends it, and pages
+// that are made to be slow.
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 
+#include <algorithm>
 #include <functional>
 #include <limits>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
-#include "base/LetterCase.h"
-#include "bench/RadioPages.h"
-#include "bench/ScalarPass.h"
+#include "base/Text.h"
 #include "radio/ReplaceHTML.h"
 #include "radio/StationParsers.h"
-#include "tests/radio/LiteralRules.h"
+#include "tests/radio/SamplePages.h"
 
 namespace tellurvane {
 namespace {
 
-constexpr size_t kSmall = size_t{64} << 10;
-constexpr size_t kMiddle = size_t{1} << 20;
-constexpr size_t kLarge = size_t{16} << 20;
+constexpr size_t kPage = size_t{1} << 20;
+constexpr size_t kLongPage = 16 * kPage;
 
-// What a search does with the page that came, which is its own; how much came out.
-using Work = std::function<size_t(std::wstring page)>;
-struct Directory {
+// What a search does with a page; how much came out.
+using Work = std::function<size_t(const std::wstring& page)>;
+
+struct Rule {
   const char* name;
-  std::wstring (*page)(size_t size);
-  Work fast;
-  Work literal;
-  std::vector<std::wstring> floods;
+  std::wstring_view sample;
+  Work work;
+  std::vector<std::wstring_view> hostile;  // repeated, each makes a page
 };
 
-std::vector<Directory> Directories() {
-  return {
-      {"decoding",
-       IcecastPage,
-       [](std::wstring page) { return ReplaceHTML(std::move(page)).size(); },
-       [](const std::wstring& page) { return literal::ReplaceHTML(page).size(); },
-       {L"&#",      L"<b>",        L"</b>",      L"&",        L"& ",
-        L"<",       L"b>",         L"ab> ",      L"&#65;",    L"&#0000000065;",
-        L"&#1",     L"&#999;",     L"&amp;",     L"&amp;lt;", L"&amp;amp;",
-        L"&l<b>t;", L"&&num;039;", L"&lt&semi;", L"&hellip",  L"&aaaaaaa;",
-        L"&p",      L";&",         L"&;;;;;;;",  L"<<b>b>",   L"</<b>b>"}},
-      {"GetShoutcast",
-       ShoutcastPage,
-       [](std::wstring page) {
-         return GetShoutcast(PreparedShoutcast(std::move(page))).rows.size();
-       },
-       [](const std::wstring& page) {
-         return literal::GetShoutcast(PreparedShoutcast(page)).rows.size();
-       },
-       {L"id:", L"id\"", L"i", L"id", L"d:", L"\"", L"\":", L",", L"mt:", L"t:e:c:r:d:",
-        L"id:\"1\",mt:\"", L"id:\"1\",mt:\"t\",name:\"", L"id:\"1\",mt:\"t\",name:\"n\",lc:1"}},
-      {"GetIcecast",
-       IcecastPage,
-       [](std::wstring page) { return GetIcecast(std::move(page)).size(); },
-       [](const std::wstring& page) { return literal::GetIcecast(page).size(); },
-       {L"streams\">", L"streams\"><", L"listeners\">[", L"listeners\">[ ", L"-description\">",
-        L"-description\"><", L"/listen/", L"/listen/.m3u", L"/listen/.", L"format\" title=\"",
-        L"s\">", L"n/", L"t\"", L"listeners\">[streams\"><", L"&#", L"<b>", L"&amp;lt;", L"&"}},
-      {"GetLiveDoor",
-       LiveDoorPage,
-       [](std::wstring page) { return GetLiveDoor(PreparedLiveDoor(std::move(page))).size(); },
-       [](const std::wstring& page) {
-         return literal::GetLiveDoor(PreparedLiveDoor(page), Capitals).size();
-       },
-       {L"button\"><a href=\"", L"細\">", L"細\"><", L"tool/kbps_", L"tool/ch_.", L"tool/type_.gif",
-        L"listener\"><span>", L"listener\"><span><", L"r\">", L"l/", L"<", L"</strong>",
-        L"</a></li><li class=\"user\"><strong>DJ", L"<span class=\"many\">"}},
-      {"GetHinet",
-       HinetPage,
-       [](std::wstring page) { return GetHinet(std::move(page), L"mms://host/").rows.size(); },
-       [](const std::wstring& page) { return literal::GetHinet(page, L"mms://host/").rows.size(); },
-       {L"item id", L"item id\"", L"item id\"\"", L"id", L" i", L"item i", L"\"", L"myTitle=",
-        L"item id\"\"myTitle=\"\"", L"item id\"\"myTitle= \"ne\""}},
-  };
+const std::vector<Rule> kRules = {
+    {"ReplaceHTML",
+     kIcecastSample,
+     [](const std::wstring& page) { return ReplaceHTML(page).size(); },
+     {L"&",        L"& ",       L"&; ",        L"&;;;;;; ",  L"&lt; ",   L"&a",     L"&o",
+      L"a",        L"<b>",      L"b> ",        L"&#65;",     L"&#1",     L"&#",     L"&Aacute",
+      L"&aacute;", L"&amp;lt;", L"&&num;039;", L"&lt&semi;", L"&hellip", L"&l<b>t;"}},
+    {"GetShoutcast",
+     kShoutcastSample,
+     [](const std::wstring& page) { return GetShoutcast(PreparedShoutcast(page)).rows.size(); },
+     {L"id:", L"id\"", L"i", L"\"", L"\":", L",", L"m", L"mt:", L"t:e:c:r:d:", L"id:\"1\",mt:\"",
+      L"id:\"1\",mt:\"t\",name:\"n\",lc:1"}},
+    {"GetIcecast",
+     kIcecastSample,
+     [](const std::wstring& page) { return GetIcecast(page).size(); },
+     {L"streams\">", L"streams\"><", L"listeners\">[", L"-description\">", L"/listen/",
+      L"format\" title=\"", L"listener", L"&", L"&o"}},
+    {"GetLiveDoor",
+     kLiveDoorSample,
+     [](const std::wstring& page) {
+       return GetLiveDoor(PreparedLiveDoor(page), AsciiLoweredText).size();
+     },
+     {L"button\"><a href=\"", L"細\">", L"tool/kbps_", L"tool/type_.gif", L"tool/", L"<",
+      L"listener\"><span><", L"</strong>", L"</a></li><li class=\"user\"><strong>DJ"}},
+    {"GetHinet",
+     kHinetSample,
+     [](const std::wstring& page) { return GetHinet(page, L"mms://host/").rows.size(); },
+     {L"item id", L"item id\"\"", L"i", L"\"", L"m", L"item id\"\"myTitle=\"\""}}};
+
+std::wstring Repeated(std::wstring_view piece, size_t size) {
+  std::wstring page;
+  while (page.size() < size) page += piece;
+  page.resize(size);
+  return page;
 }
 
-void Measure(const std::string& name, const std::function<std::wstring()>& makePage,
-             const Work& work) {
-  benchmark::RegisterBenchmark(name.c_str(), [makePage, work](benchmark::State& state) {
-    const std::wstring page = makePage();
-    for (auto _ : state) {
-      // A search gives the page away, so making another one is not the rule's own time.
-      state.PauseTiming();
-      std::wstring own = page;
-      state.ResumeTiming();
-      benchmark::DoNotOptimize(work(std::move(own)));
-    }
-  })->Unit(benchmark::kMicrosecond);
+void Measure(const std::string& name, std::wstring_view piece, size_t size, const Work& work) {
+  benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State& state) {
+    const std::wstring page = Repeated(piece, size);
+    for (auto _ : state) benchmark::DoNotOptimize(work(page));
+  })->Unit(benchmark::kMillisecond);
 }
 
+// What the rules are compared with.
 size_t CountMarks(const std::wstring& page) {
-  const MarkCounts counts = ScalarPass(page);
-  return counts.ampersands + counts.lessThan + counts.greaterThan + counts.quotes;
+  return static_cast<size_t>(std::ranges::count(page, L'&') + std::ranges::count(page, L'<') +
+                             std::ranges::count(page, L'"'));
 }
 
 void MeasureAll() {
-  for (const Directory& directory : Directories()) {
-    const std::string name = directory.name;
-    for (const size_t size : {kSmall, kMiddle, kLarge}) {
-      const auto page = [make = directory.page, size] { return make(size); };
-      const std::string suffix = "/" + std::to_string(size);
-      Measure(name + "/scalar_pass" + suffix, page, CountMarks);
-      Measure(name + "/fast" + suffix, page, directory.fast);
-      if (size == kSmall) Measure(name + "/literal" + suffix, page, directory.literal);
-    }
-    for (const std::wstring& piece : directory.floods) {
+  Measure("count_marks", kIcecastSample, kPage, CountMarks);
+  for (const Rule& rule : kRules) {
+    const std::string name = rule.name;
+    Measure(name + "/1MB", rule.sample, kPage, rule.work);
+    Measure(name + "/16MB", rule.sample, kLongPage, rule.work);
+    for (const std::wstring_view piece : rule.hostile) {
       std::string text;
       for (const wchar_t unit : piece) text += unit < 128 ? static_cast<char>(unit) : '?';
-      Measure(
-          name + "/flood/" + text, [piece] { return Flood(piece, kMiddle); }, directory.fast);
+      Measure(name + "/hostile/" + text, piece, kPage, rule.work);
     }
   }
 }
@@ -121,8 +99,7 @@ void MeasureAll() {
 }  // namespace tellurvane
 
 int main(int count, char** arguments) {
-  // The allocator keeps its memory: what the system takes to hand out fresh pages is not the rules'
-  // own time, and a large buffer would cost more of it than a small one.
+  // The allocator keeps its memory: fresh pages from the system are not the rules' own time.
   mallopt(M_MMAP_MAX, 0);
   mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
   benchmark::Initialize(&count, arguments);

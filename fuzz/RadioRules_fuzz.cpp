@@ -1,5 +1,5 @@
-// Any bytes as the page of each of the five rules of the radio directories, held against its
-// literal twin.
+// Any bytes as a page for each of the five rules of the radio directories, which are compared with
+// the literal ones.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -10,15 +10,19 @@
 
 namespace {
 
-// The literal rules take their time.
+// The literal rules are slow.
 constexpr size_t kLongestPage = 600;
+
+constexpr tellurvane::Rule kRules[] = {
+    tellurvane::DecodingDifference, tellurvane::ShoutcastDifference, tellurvane::IcecastDifference,
+    tellurvane::LiveDoorDifference, tellurvane::HinetDifference};
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
   const std::wstring page =
       tellurvane::PageOfSeed({reinterpret_cast<const char*>(data), std::min(size, kLongestPage)});
-  for (const tellurvane::Rule difference : tellurvane::kAllRules) {
+  for (const tellurvane::Rule difference : kRules) {
     const std::string fault = difference(page);
     if (fault.empty()) continue;
     std::fprintf(stderr, "%s\n", fault.c_str());

@@ -1,10 +1,10 @@
-# The radio directories' rules, each against its literal twin:
+# The radio directories' rules, each compared with its literal twin:
 #   build/host-fuzz/bin/RadioRules_fuzz -dict=fuzz/radio.dict NEW_CORPUS fuzz/corpus/radio
 add_library(literal_rules STATIC
   ${PROJECT_SOURCE_DIR}/tests/radio/LiteralRules.cpp
   ${PROJECT_SOURCE_DIR}/tests/radio/RuleDifference.cpp)
 target_link_libraries(literal_rules PUBLIC radio)
-# Only a measure: sanitized, it would take most of the time.
+# Not sanitized: that would take most of the time.
 set_source_files_properties(${PROJECT_SOURCE_DIR}/tests/radio/LiteralRules.cpp PROPERTIES
   COMPILE_OPTIONS "-fno-sanitize=all;-fno-sanitize-coverage=trace-pc-guard,inline-8bit-counters,pc-table,trace-cmp,indirect-calls")
 tellurvane_fuzz_target(RadioRules LIBRARIES literal_rules radio)

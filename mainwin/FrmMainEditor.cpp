@@ -26,8 +26,9 @@ EditorServices FrmMain::ForTheEditor() {
                      [this](const std::wstring& key, const std::wstring& value) {
                        (void)general_.settingsFile.Write(key, value);
                      },
-                 .fetch = HttpGetText,
-                 .hinetUrl = general_.settings.HinetUrl});
+                 .directories = {.fetch = HttpGetText,
+                                 .toCapitals = Capitals,
+                                 .hinetUrl = general_.settings.HinetUrl}});
             return directory.Open(owner);
           },
       .editNote =

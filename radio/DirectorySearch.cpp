@@ -52,18 +52,17 @@ std::wstring AddressOf(const DirectoryQuery& query) {
   return {};  // not covered: there are four directories
 }
 
-StationSearch SearchDirectory(const DirectoryQuery& query, const std::wstring& hinetUrl,
-                              const std::function<std::wstring(const std::wstring& url)>& fetch) {
-  std::wstring page = fetch(AddressOf(query));
+StationSearch SearchDirectory(const DirectoryQuery& query, const DirectoryServices& services) {
+  std::wstring page = services.fetch(AddressOf(query));
   switch (query.source) {
     case DirectorySource::kShoutcast:
-      return GetShoutcast(PreparedShoutcast(std::move(page)));
+      return GetShoutcast(PreparedShoutcast(page));
     case DirectorySource::kIcecast:
-      return {GetIcecast(std::move(page)), true};
+      return {GetIcecast(page), true};
     case DirectorySource::kLiveDoor:
-      return {GetLiveDoor(PreparedLiveDoor(std::move(page))), true};
+      return {GetLiveDoor(PreparedLiveDoor(page), services.toCapitals), true};
     case DirectorySource::kHinet:
-      return GetHinet(std::move(page), hinetUrl);
+      return GetHinet(std::move(page), services.hinetUrl);
   }
   return {};  // not covered: there are four directories
 }

@@ -34,8 +34,14 @@ struct DirectoryQuery {
 
 std::wstring AddressOf(const DirectoryQuery& query);
 
+// All must be set.
+struct DirectoryServices {
+  std::function<std::wstring(const std::wstring& url)> fetch;  // a page's text
+  ToCapitals toCapitals;
+  std::wstring hinetUrl;  // the prefix of a HiNet station's address
+};
+
 // Throws what `fetch` throws. Only SHOUTcast's and HiNet's pages show whether they were cut off.
-StationSearch SearchDirectory(const DirectoryQuery& query, const std::wstring& hinetUrl,
-                              const std::function<std::wstring(const std::wstring& url)>& fetch);
+StationSearch SearchDirectory(const DirectoryQuery& query, const DirectoryServices& services);
 
 }  // namespace tellurvane

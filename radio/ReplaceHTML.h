@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace tellurvane {
 
@@ -9,8 +10,6 @@ namespace tellurvane {
 // each everywhere before the next: "&amp;lt;" becomes "<", because "&amp;" comes first in the list,
 // while "&amp;quot;" becomes "&quot;". What is malformed stays. Numbers and values above 127 are
 // those of Windows-1252, whatever the system's code page is.
-//
-// Costs what the text's length and its entities cost.
-std::wstring ReplaceHTML(std::wstring text);
+std::wstring ReplaceHTML(std::wstring_view text);
 
 }  // namespace tellurvane

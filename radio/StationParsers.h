@@ -1,7 +1,7 @@
-// From a directory's page to its stations. None fails on any page, but for want of memory; each
-// takes time in proportion to the page's length. The rows keep the page.
+// From a directory's page to its stations. None fails on any page, except for want of memory.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -19,18 +19,20 @@ struct StationSearch {
 inline constexpr size_t kMostShoutcastRows = 200;
 
 // A line break before every id, and no quote before a colon.
-std::wstring PreparedShoutcast(std::wstring page);
+std::wstring PreparedShoutcast(std::wstring_view page);
 // Of a prepared page. A field that cannot be cut keeps the text of the station before. On a page
 // that is not whole the search goes back, and lists stations again.
 StationSearch GetShoutcast(std::wstring page);
 
 // Of a page as it came. A field that is missing, or too long, keeps the text of the station before.
-StationRows GetIcecast(std::wstring page);
+StationRows GetIcecast(std::wstring_view page);
 
 // The page without the marks of popular stations.
-std::wstring PreparedLiveDoor(std::wstring page);
+std::wstring PreparedLiveDoor(std::wstring_view page);
+// The text in capitals, as the platform has them.
+using ToCapitals = std::function<std::wstring(std::wstring_view text)>;
 // Of a prepared page; the same holds for missing fields.
-StationRows GetLiveDoor(std::wstring page);
+StationRows GetLiveDoor(std::wstring_view page, const ToCapitals& toCapitals);
 
 // `urlPrefix` is what a station's id is appended to.
 StationSearch GetHinet(std::wstring page, std::wstring_view urlPrefix);

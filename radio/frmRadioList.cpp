@@ -241,7 +241,7 @@ void frmRadioList::GiveBackFocus(HWND focus) {
 
 void frmRadioList::Search(const DirectoryQuery& query) {
   try {
-    StationSearch search = SearchDirectory(query, services_.hinetUrl, services_.fetch);
+    StationSearch search = SearchDirectory(query, services_.directories);
     // The fetch may have let a message through that closed the dialog.
     if (IsLoaded()) Show(std::move(search));
   } catch (const FetchError& error) {

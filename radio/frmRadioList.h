@@ -20,9 +20,7 @@ struct RadioServices {
   // A setting by its key; empty when there is none.
   std::function<std::wstring(const std::wstring& key)> readSetting;
   std::function<void(const std::wstring& key, const std::wstring& value)> writeSetting;
-  // A page's text; throws FetchError.
-  std::function<std::wstring(const std::wstring& url)> fetch;
-  std::wstring hinetUrl;
+  DirectoryServices directories;  // `fetch` throws FetchError
 };
 
 class frmRadioList final : public Form {

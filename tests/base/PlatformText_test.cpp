@@ -1,5 +1,7 @@
 #include "base/PlatformText.h"
 
+#include <windows.h>
+
 #include <gtest/gtest.h>
 
 namespace tellurvane {
@@ -19,6 +21,36 @@ TEST(EqualsIgnoringCaseTest, KnowsTheLettersOfEveryScript) {
   };
   for (const auto& row : rows) {
     EXPECT_EQ(EqualsIgnoringCase(row.left, row.right), row.isEqual) << "row " << &row - rows;
+  }
+}
+
+TEST(CapitalsTest, ChangesLettersThatHaveACapitalOfOneUnit) {
+  const struct {
+    std::wstring text;
+    std::wstring capitals;
+  } rows[] = {
+      {L"", L""},
+      {L"mp3 aac+", L"MP3 AAC+"},
+      {L"@[`{", L"@[`{"},
+      {L"éàöþÿ÷", L"ÉÀÖÞŸ÷"},
+      {L"ĀāĂăžſ", L"ĀĀĂĂŽſ"},
+      {L"λόγος", L"ΛΌΓΟς"},
+      {L"радиоё", L"РАДИОЁ"},
+      {L"ｍｐ３", L"ＭＰ３"},
+      {L"straße", L"STRAßE"},
+      {L"深夜ラジオ", L"深夜ラジオ"},
+      {{L'a', L'\0', L'b'}, {L'A', L'\0', L'B'}},
+  };
+  for (const auto& row : rows) EXPECT_EQ(Capitals(row.text), row.capitals);
+}
+
+// So comparing ASCII letters is enough where a page's markers are compared in small letters.
+TEST(PlatformLetterCaseTest, OnlyAsciiLettersBecomeSmallAsciiLetters) {
+  for (unsigned unit = 0x80; unit <= 0xFFFF; ++unit) {
+    const auto large = static_cast<wchar_t>(unit);
+    wchar_t lowered = 0;
+    ASSERT_EQ(LCMapStringW(LOCALE_USER_DEFAULT, LCMAP_LOWERCASE, &large, 1, &lowered, 1), 1);
+    ASSERT_GE(lowered, 0x80) << unit;
   }
 }
 

@@ -49,6 +49,10 @@ TEST(TakeFieldTest, TakesOneFieldAfterTheOther) {
   }
 }
 
+TEST(AsciiLoweredTextTest, ChangesAsciiCapitalsOnly) {
+  EXPECT_EQ(AsciiLoweredText(L"@AZ[ az É\u212A細"), L"@az[ az É\u212A細");
+}
+
 TEST(EqualsIgnoringAsciiCaseTest, ComparesLettersOfAsciiOnly) {
   const struct {
     const wchar_t* left;

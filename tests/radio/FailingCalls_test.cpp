@@ -6,6 +6,7 @@
 
 #include <string>
 
+#include "base/PlatformText.h"
 #include "radio/HttpGetText.h"
 #include "radio/frmRadioList.h"
 #include "tests/support/ActingForm.h"
@@ -37,11 +38,13 @@ void UseDirectory() {
   frmRadioList dialog(
       {.readSetting = [](const std::wstring&) { return L""; },
        .writeSetting = [](const std::wstring&, const std::wstring&) {},
-       .fetch =
-           [](const std::wstring&) {
-             return L"<item id=\"0\" myTitle=\"甲\"/><item id=\"1\" myTitle=\"乙\"/>";
-           },
-       .hinetUrl = L"mms://host/"});
+       .directories =
+           {.fetch =
+                [](const std::wstring&) {
+                  return L"<item id=\"0\" myTitle=\"甲\"/><item id=\"1\" myTitle=\"乙\"/>";
+                },
+            .toCapitals = Capitals,
+            .hinetUrl = L"mms://host/"}});
   owner.ActLater([&] { SearchAndChoose(dialog); });
   EXPECT_EQ(dialog.Open(owner.hwnd()), L"mms://host/1");
 }

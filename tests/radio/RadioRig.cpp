@@ -2,6 +2,7 @@
 
 #include <commctrl.h>
 
+#include "base/PlatformText.h"
 #include "tests/support/FormProbe.h"
 #include "ui/Timer.h"
 
@@ -18,12 +19,13 @@ RadioServices RadioTest::Services() {
                 written.emplace_back(key, value);
                 settings[key] = value;
               },
-          .fetch =
-              [this](const std::wstring& url) {
-                fetched.push_back(url);
-                return fetch ? fetch(url) : std::wstring();
-              },
-          .hinetUrl = hinetUrl};
+          .directories = {.fetch =
+                              [this](const std::wstring& url) {
+                                fetched.push_back(url);
+                                return fetch ? fetch(url) : std::wstring();
+                              },
+                          .toCapitals = Capitals,
+                          .hinetUrl = hinetUrl}};
 }
 
 std::optional<std::wstring> RadioTest::Play(const std::function<void()>& user) {

@@ -5,6 +5,7 @@
 
 #include <new>
 
+#include "base/PlatformText.h"
 #include "radio/HttpGetText.h"
 #include "tests/radio/RadioRig.h"
 #include "tests/support/FormProbe.h"
@@ -235,8 +236,7 @@ TEST_F(RadioSearchTest, TheEndOfTheProgramWhileThePageLoadsIsLeftToTheOuterLoop)
   {
     frmRadioList made({.readSetting = [](const std::wstring&) { return L""; },
                        .writeSetting = [](const std::wstring&, const std::wstring&) {},
-                       .fetch = fetch,
-                       .hinetUrl = L""});
+                       .directories = {fetch, Capitals, L""}});
     left = &made;
     Timer user;
     user.Interval(10);
