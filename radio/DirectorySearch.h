@@ -1,4 +1,4 @@
-// Which page answers a search of the radio directories, and the stations on it.
+// Fetches the page for a search of a radio directory and returns its stations.
 #pragma once
 
 #include <array>
@@ -29,7 +29,7 @@ constexpr bool CanSearch(DirectorySource source) {
 struct DirectoryQuery {
   DirectorySource source = DirectorySource::kShoutcast;
   SearchMode mode = SearchMode::kGenre;
-  std::wstring term;  // a genre's key or a keyword; goes into the address as it stands
+  std::wstring term;  // a genre's key or a keyword; goes into the address as it is
 };
 
 std::wstring AddressOf(const DirectoryQuery& query);

@@ -1,4 +1,4 @@
-// The named entities and what they stand for, in the order in which they are replaced.
+// The named entities and their characters, in the order in which they are replaced.
 #pragma once
 
 #include <array>

@@ -20,8 +20,8 @@ class FetchError : public std::exception {
   HRESULT code_;
 };
 
-// The page's text, decoded by the charset that the server declares; of an error page too. Always
-// from the network. Blocks until the whole page is there. The address goes out as it stands. Throws
+// Returns the page's text, decoded by the charset that the server declares, also for an error page.
+// Never uses a cache. Blocks until the whole page is there. Sends the address as it is. Throws
 // FetchError. Needs a thread with COM.
 std::wstring HttpGetText(const std::wstring& url);
 

@@ -11,11 +11,11 @@ namespace tellurvane {
 
 struct StationSearch {
   StationRows rows;
-  // False where the page ends in the middle of a station: those before it are there.
+  // False if the page ends in the middle of a station. The stations before it are listed.
   bool isWhole = true;
 };
 
-// At most so many stations are taken from SHOUTcast's answer, however many it holds.
+// The most stations that are taken from SHOUTcast's answer.
 inline constexpr size_t kMostShoutcastRows = 200;
 
 // A line break before every id, and no quote before a colon.
@@ -34,7 +34,7 @@ using ToCapitals = std::function<std::wstring(std::wstring_view text)>;
 // Of a prepared page; the same holds for missing fields.
 StationRows GetLiveDoor(std::wstring_view page, const ToCapitals& toCapitals);
 
-// `urlPrefix` is what a station's id is appended to.
+// A station's address is `urlPrefix` followed by its id.
 StationSearch GetHinet(std::wstring page, std::wstring_view urlPrefix);
 
 }  // namespace tellurvane

@@ -7,12 +7,12 @@ namespace tellurvane {
 
 // All fields are texts as the result list holds them, in the order of its columns.
 struct StationRow {
-  std::wstring name;
-  std::wstring type;
-  std::wstring bitRate;
-  std::wstring url;  // the stream, or the playlist that names it
-  std::wstring listeners;
-  std::wstring reserved;  // always empty
+  std::wstring name = {};
+  std::wstring type = {};
+  std::wstring bitRate = {};
+  std::wstring url = {};  // the stream, or the playlist that names it
+  std::wstring listeners = {};
+  std::wstring reserved = {};  // always empty
 
   bool operator==(const StationRow&) const = default;
 };

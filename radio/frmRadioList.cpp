@@ -26,7 +26,7 @@ constexpr int kOptionWidth = 1'650;
 constexpr int kGenreWidth = 3'600;
 constexpr int kTypeColumn = 1'500;
 constexpr int kBitRateColumn = 1'950;
-constexpr size_t kMostShown = 1'000;  // characters, of which no column has room for as many
+constexpr size_t kMostShown = 1'000;  // characters; more than any column can show
 
 std::wstring CauseOf(const FetchError& error) {
   std::array<wchar_t, 40> text = {};
@@ -141,7 +141,7 @@ void frmRadioList::Form_Resize() {
                   buttonHeight - Px(kLabelDrop));
   picOK_.Move(buttonX - gap - Px(kButtonWidth), lower, Px(kButtonWidth), buttonHeight);
   picCancel_.Move(buttonX, lower, Px(kButtonWidth), buttonHeight);
-  // The scroll bar included, so that no other one is needed.
+  // Includes the vertical scroll bar, so that no horizontal one is needed.
   const int scrollBar = GetSystemMetrics(SM_CXVSCROLL);
   list_.ColumnWidth(
       0,
@@ -149,12 +149,12 @@ void frmRadioList::Form_Resize() {
 }
 
 LRESULT frmRadioList::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-  // However the dialog ends: it also goes with the program.
+  // Here, because the end of the program closes the dialog too.
   if (message == WM_DESTROY) {
     services_.writeSetting(L"Genre", std::to_wstring(picGenre_.control.ListIndex()));
     services_.writeSetting(L"SearchName", picEdit_.control.text());
   }
-  // A fetch that lets messages through must not lose the cursor to the next move of the mouse.
+  // A fetch may handle messages, and a move of the mouse would reset the cursor.
   if (message == WM_SETCURSOR && isSearching_) {
     SetCursor(LoadCursorW(nullptr, IDC_WAIT));
     return TRUE;
@@ -201,7 +201,7 @@ void frmRadioList::SearchType_Click(SearchMode mode) {
   EnableSearchControls();
 }
 
-// Each option stands in a box of its own: the platform sees no pair.
+// Each option is in a box of its own, so the platform does not pair them.
 void frmRadioList::ShowMode() {
   picSearch1_.control.Checked(mode_ == SearchMode::kGenre);
   picSearchKeyword_.control.Checked(mode_ == SearchMode::kKeyword);
@@ -212,7 +212,7 @@ void frmRadioList::cmdSearch_Click() {
   const WaitCursor wait;
   const DirectoryQuery query = Query();
   const HWND focus = GetFocus();
-  // From a control that is disabled the keyboard would go nowhere, and Esc be lost.
+  // A disabled control would lose the keyboard, and Esc with it.
   if (IsChild(hwnd(), focus)) ::SetFocus(hwnd());
   rows_.clear();
   list_.ListCount(0);
@@ -220,10 +220,10 @@ void frmRadioList::cmdSearch_Click() {
   UpdateWindow(list_.hwnd());
   list_.Block(true);
   Say(L"搜尋中…");
-  // Once, so that the emptied list and the locked controls show while the page loads.
+  // Paints the empty list and the locked controls before the page loads.
   ProcessPendingMessages();
   if (IsLoaded()) Search(query);
-  // And once more while the controls are locked: clicks made meanwhile were made in vain.
+  // Drops the clicks that were made while the controls were locked.
   ProcessPendingMessages();
   if (IsLoaded()) {
     list_.Block(false);
@@ -233,7 +233,7 @@ void frmRadioList::cmdSearch_Click() {
   isSearching_ = false;
 }
 
-// Unless the user has taken it elsewhere.
+// Unless the user moved it elsewhere.
 void frmRadioList::GiveBackFocus(HWND focus) {
   const bool isOurs = GetActiveWindow() == hwnd() && !IsChild(hwnd(), GetFocus());
   if (isOurs && IsChild(hwnd(), focus)) ::SetFocus(focus);
@@ -242,12 +242,11 @@ void frmRadioList::GiveBackFocus(HWND focus) {
 void frmRadioList::Search(const DirectoryQuery& query) {
   try {
     StationSearch search = SearchDirectory(query, services_.directories);
-    // The fetch may have let a message through that closed the dialog.
+    // The fetch may have handled a message that closed the dialog.
     if (IsLoaded()) Show(std::move(search));
   } catch (const FetchError& error) {
     if (IsLoaded()) Say(L"無法連線到電台目錄，請稍後再試一次。" + CauseOf(error));
   } catch (const std::bad_alloc&) {
-    // A page may be anything, and be too much.
     if (IsLoaded()) Say(L"電台目錄的資料過大，無法讀取。");
   }
 }
@@ -293,7 +292,7 @@ void frmRadioList::ListView_OnData(int row, int column, LVITEMW& cell) {
   const auto index = static_cast<size_t>(row);
   if ((cell.mask & LVIF_TEXT) == 0 || index >= rows_.size()) return;
   const StationRow station = rows_[index];
-  // More than there are columns: the others are not shown.
+  // More than there are columns: the last three are hidden.
   const std::array<const std::wstring*, 6> texts = {&station.name,      &station.type,
                                                     &station.bitRate,   &station.url,
                                                     &station.listeners, &station.reserved};

@@ -1,4 +1,4 @@
-// The radio directory: searches four directories for a station whose stream a task is to play.
+// The radio directory: searches four directories for a station that a task will play.
 #pragma once
 
 #include <windows.h>
