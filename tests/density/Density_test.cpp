@@ -16,7 +16,7 @@
 #include "tests/clock/ClockRig.h"
 #include "tests/density/LayoutChecks.h"
 #include "tests/mainwin/FrmMainRig.h"
-#include "tests/radio/RadioRig.h"
+#include "tests/radio/RadioFixture.h"
 #include "tests/scheduler/EditorFixture.h"
 #include "tests/support/ActingForm.h"
 #include "tests/support/GdiPlusSession.h"
@@ -142,11 +142,10 @@ TEST_F(EditorFixture, TheEditorShowsEverything) {
   });
 }
 
-TEST_F(RadioTest, TheRadioDirectoryShowsEverything) {
+TEST_F(RadioFixture, TheRadioDirectoryShowsEverything) {
   Play([&] {
     fetch = [](const std::wstring&) { return HinetPage({L"a", L"b"}); };
-    ChooseHinet();
-    Search();
+    SearchHinet();
     ASSERT_EQ(RowCount(), 2);
     ExpectGoodLayout(window);
     ExpectRowHeight(list, 28);

@@ -26,54 +26,33 @@ std::wstring Lower(std::wstring_view part) {
   return text;
 }
 
-std::wstring Trim(std::wstring_view part) {
-  std::wstring text(part);
-  while (!text.empty() && text.front() == L' ') text.erase(0, 1);
-  while (!text.empty() && text.back() == L' ') text.pop_back();
-  return text;
-}
-
 // 0 when there is none at or after the place.
 int InStr(int start, std::wstring_view text, std::wstring_view part) {
-  for (int at = start; at + Length(part) - 1 <= Length(text); ++at) {
-    if (text[static_cast<size_t>(at - 1)] != part[0]) continue;
-    if (Mid(text, at, Length(part)) == part) return at;
-  }
-  return 0;
+  const size_t found = text.find(part, static_cast<size_t>(start - 1));
+  return found == std::wstring_view::npos ? 0 : static_cast<int>(found) + 1;
 }
 
-std::wstring ReplaceOnce(const std::wstring& text, const std::wstring& from,
-                         const std::wstring& to) {
-  if (text.find(from) == std::wstring::npos) return text;
-  std::wstring result;
-  int at = 1;
-  while (at <= Length(text)) {
-    if (Mid(text, at, Length(from)) == from) {
-      result += to;
-      at += Length(from);
-    } else {
-      result += Mid(text, at, 1);
-      ++at;
-    }
+std::wstring ReplaceOnce(std::wstring text, const std::wstring& from, const std::wstring& to) {
+  for (size_t at = text.find(from); at != std::wstring::npos; at = text.find(from, at)) {
+    text.replace(at, from.size(), to);
+    at += to.size();
   }
-  return result;
+  return text;
 }
 
 bool IsDigit(std::wstring_view text) {
   return text.size() == 1 && text[0] >= L'0' && text[0] <= L'9';
 }
 
-// Nothing where the conversion of the digits fails.
+// Nothing if the conversion of the digits fails.
 std::optional<int> Value(std::wstring_view digits) {
-  long long value = 0;
-  if (digits.empty()) return std::nullopt;
-  for (const wchar_t digit : digits) {
-    if (!IsDigit(std::wstring_view(&digit, 1))) return std::nullopt;
+  int value = 0;
+  for (const wchar_t& digit : digits) {
+    if (!IsDigit({&digit, 1})) return std::nullopt;
     value = value * 10 + (digit - L'0');
-    if (value > 2'147'483'647) return std::nullopt;
+    if (value > 255) return std::nullopt;
   }
-  if (value > 255) return std::nullopt;
-  return static_cast<int>(value);
+  return value;
 }
 
 wchar_t CharacterOf(int value) {
@@ -112,8 +91,7 @@ int FindWithin(std::wstring_view text, int start, int window, std::wstring_view 
   return 0;
 }
 
-// Cuts a field that begins behind the marker, if the marker is at the place and the end in the
-// window. Otherwise the field stays.
+// Sets a field that follows a marker at the place and ends in the window.
 bool TakeField(std::wstring& field, std::wstring_view text, int at, std::wstring_view marker,
                std::wstring_view mark, int window) {
   if (!IsAt(text, at, marker)) return false;
@@ -150,11 +128,7 @@ std::wstring ReplaceHTML(std::wstring text) {
 
 Search GetShoutcast(const std::wstring& text) {
   Search stations;
-  std::wstring id;
-  std::wstring type;
-  std::wstring name;
-  std::wstring listeners;
-  std::wstring bitRate;
+  StationRow latest;
   int count = 0;
   int resume = 0;
   int last = 0;
@@ -165,85 +139,79 @@ Search GetShoutcast(const std::wstring& text) {
     last = start;
     int a = InStr(start, text, L"\"") + 1;
     int b = InStr(a, text, L"\"");
-    Cut(id, text, a, b);
+    Cut(latest.url, text, a, b);
     // A search from 0 fails, and the statement that it is part of does nothing.
     if (b != 0) a = InStr(b, text, L"mt:") + 4;
     b = InStr(a, text, L"\"");
-    Cut(type, text, a, b);
+    Cut(latest.type, text, a, b);
     if (b != 0) a = InStr(b, text, L"name:") + 6;
     b = InStr(a, text, L"\"");
-    Cut(name, text, a, b);
+    Cut(latest.name, text, a, b);
     a = InStr(a, text, L"lc:") + 3;
     b = InStr(a, text, L",");
-    Cut(listeners, text, a, b);
+    Cut(latest.listeners, text, a, b);
     a = InStr(a, text, L"br:") + 3;
     b = InStr(a, text, L",");
-    Cut(bitRate, text, a, b);
+    Cut(latest.bitRate, text, a, b);
     resume = b;
     ++count;
-    stations.rows.push_back({name, type, bitRate + L" kbps",
-                             L"http://yp.shoutcast.com/sbin/tunein-station.pls?id=" + id,
-                             L"收聽人數：" + listeners, L""});
+    stations.rows.push_back({latest.name, latest.type, latest.bitRate + L" kbps",
+                             L"http://yp.shoutcast.com/sbin/tunein-station.pls?id=" + latest.url,
+                             L"收聽人數：" + latest.listeners, L""});
   }
   return stations;
 }
 
-std::vector<StationRow> GetIcecast(const std::wstring& page) {
+Search GetIcecast(const std::wstring& page) {
   const std::wstring text = ReplaceHTML(page);
   const int n = Length(text);
-  std::vector<StationRow> rows;
-  std::wstring name;
-  std::wstring listeners;
-  std::wstring url;
-  std::wstring bitRate;
-  std::wstring format;
+  Search stations;
+  StationRow latest;
   for (int i = 1; i <= n; ++i) {
-    TakeField(listeners, text, i, L"listeners\">[", L" ", 500);
-    TakeField(name, text, i, L"-description\">", L"<", 100);
+    TakeField(latest.listeners, text, i, L"listeners\">[", L" ", 500);
+    TakeField(latest.name, text, i, L"-description\">", L"<", 100);
     if (IsAt(text, i, L"/listen/")) {
       if (const int at = FindWithin(text, i, 100, L".m3u")) {
-        url = L"http://dir.xiph.org" + Trim(Mid(text, i, at + 4 - i));
+        latest.url = L"http://dir.xiph.org" + std::wstring(Mid(text, i, at + 4 - i));
       }
     }
-    if (TakeField(bitRate, text, i, L"format\" title=\"", L"\"", 20)) {
-      if (bitRate.empty() || bitRate == L"0 kbps") bitRate = L"未知";
+    if (TakeField(latest.bitRate, text, i, L"format\" title=\"", L"\"", 20)) {
+      if (latest.bitRate.empty() || latest.bitRate == L"0 kbps") latest.bitRate = L"未知";
     }
-    if (TakeField(format, text, i, L"streams\">", L"<", 20)) {
-      format = Lower(format);
-      const std::wstring type = format == L"ogg vorbis" ? L"OGG"
-                                : format == L"aac+"     ? L"AAC+"
-                                                        : L"MP3";
-      rows.push_back({name, type, bitRate, url, L"收聽人數：" + listeners, L""});
+    if (TakeField(latest.type, text, i, L"streams\">", L"<", 20)) {
+      const std::wstring format = Lower(latest.type);
+      StationRow row = latest;
+      row.type = format == L"ogg vorbis" ? L"OGG" : format == L"aac+" ? L"AAC+" : L"MP3";
+      row.listeners = L"收聽人數：" + latest.listeners;
+      stations.rows.push_back(row);
     }
   }
-  return rows;
+  return stations;
 }
 
-std::vector<StationRow> GetLiveDoor(const std::wstring& page, const Capitals& capitals) {
+Search GetLiveDoor(const std::wstring& page, std::wstring (*capitals)(std::wstring_view text)) {
   std::wstring text = ReplaceOnce(page, L"</a></li><li class=\"user\"><strong>DJ", L" DJ");
   text = ReplaceOnce(text, L"</strong>", L"");
   const int n = Length(text);
-  std::vector<StationRow> rows;
-  std::wstring url;
-  std::wstring name;
-  std::wstring bitRate;
+  Search stations;
+  StationRow latest;
   std::wstring channel;
-  std::wstring type;
-  std::wstring listeners;
   for (int i = 1; i <= n; ++i) {
-    TakeField(url, text, i, L"button\"><a href=\"", L"\"", 500);
-    TakeField(name, text, i, L"細\">", L"<", 100);
-    TakeField(bitRate, text, i, L"tool/kbps_", L".gif", 100);
+    TakeField(latest.url, text, i, L"button\"><a href=\"", L"\"", 500);
+    TakeField(latest.name, text, i, L"細\">", L"<", 100);
+    TakeField(latest.bitRate, text, i, L"tool/kbps_", L".gif", 100);
     TakeField(channel, text, i, L"tool/ch_", L".gif", 100);
-    if (TakeField(type, text, i, L"tool/type_", L".gif", 100)) type = capitals(type);
-    if (TakeField(listeners, text, i, L"listener\"><span>", L"<", 100)) {
-      listeners = capitals(listeners);
-      const std::wstring rate =
-          bitRate + L" kbps " + (channel == L"stereo" ? L"雙聲道" : L"單聲道");
-      rows.push_back({name, type, rate, url, L"收聽人數：" + listeners, L""});
+    if (TakeField(latest.type, text, i, L"tool/type_", L".gif", 100))
+      latest.type = capitals(latest.type);
+    if (TakeField(latest.listeners, text, i, L"listener\"><span>", L"<", 100)) {
+      StationRow row = latest;
+      row.bitRate += L" kbps ";
+      row.bitRate += channel == L"stereo" ? L"雙聲道" : L"單聲道";
+      row.listeners = L"收聽人數：" + capitals(latest.listeners);
+      stations.rows.push_back(row);
     }
   }
-  return rows;
+  return stations;
 }
 
 Search GetHinet(const std::wstring& text, const std::wstring& urlPrefix) {

@@ -2,7 +2,6 @@
 // product's rules are compared with these.
 #pragma once
 
-#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,8 +10,6 @@
 
 namespace tellurvane::literal {
 
-using Capitals = std::function<std::wstring(std::wstring_view)>;
-
 struct Search {
   std::vector<StationRow> rows;
   bool isWhole = true;
@@ -20,8 +17,8 @@ struct Search {
 
 std::wstring ReplaceHTML(std::wstring text);
 Search GetShoutcast(const std::wstring& text);
-std::vector<StationRow> GetIcecast(const std::wstring& page);
-std::vector<StationRow> GetLiveDoor(const std::wstring& page, const Capitals& capitals);
+Search GetIcecast(const std::wstring& page);
+Search GetLiveDoor(const std::wstring& page, std::wstring (*capitals)(std::wstring_view text));
 Search GetHinet(const std::wstring& text, const std::wstring& urlPrefix);
 
 }  // namespace tellurvane::literal

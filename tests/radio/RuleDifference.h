@@ -3,9 +3,6 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
-
-#include "radio/StationRows.h"
 
 namespace tellurvane {
 
@@ -21,7 +18,6 @@ std::string HinetDifference(const std::wstring& page);
 // The page of a seed: each byte is one character, and the bytes 1 to 8 are characters above 255.
 std::wstring PageOfSeed(std::string_view bytes);
 
-std::vector<StationRow> Listed(const StationRows& rows);
 // Capitals of ASCII letters and of "é".
 std::wstring FakeCapitals(std::wstring_view text);
 

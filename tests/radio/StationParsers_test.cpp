@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "tests/radio/RuleDifference.h"
+#include "tests/radio/SamplePages.h"
 
 namespace tellurvane {
 
@@ -19,6 +20,12 @@ using testing::IsEmpty;
 using testing::SizeIs;
 
 const std::wstring kTuneIn = L"http://yp.shoutcast.com/sbin/tunein-station.pls?id=";
+
+std::vector<StationRow> Listed(const StationRows& rows) {
+  std::vector<StationRow> listed;
+  for (size_t i = 0; i < rows.size(); ++i) listed.push_back(rows[i]);
+  return listed;
+}
 
 std::vector<StationRow> Shoutcast(const std::wstring& page) {
   return Listed(GetShoutcast(page).rows);
@@ -41,20 +48,17 @@ std::wstring ShoutcastRecord(int number) {
 
 TEST(GetShoutcastTest, CutsEachRecordOfThePreparedAnswer) {
   EXPECT_EQ(PreparedShoutcast(L"{\"id\":\"1\",\"mt\":\"a\"}"), L"{\"\r\nid:\"1\",\"mt:\"a\"}");
-  EXPECT_THAT(Shoutcast(PreparedShoutcast(L"[" + ShoutcastRecord(7) + ShoutcastRecord(8) + L"]")),
-              ElementsAre(StationRow{L"Station 7", L"audio/mpeg", L"128 kbps", kTuneIn + L"7",
-                                     L"收聽人數：7", L""},
-                          StationRow{L"Station 8", L"audio/mpeg", L"128 kbps", kTuneIn + L"8",
-                                     L"收聽人數：8", L""}));
+  // The search for the listeners begins with the name.
+  EXPECT_THAT(
+      Shoutcast(PreparedShoutcast(kShoutcastSample)),
+      ElementsAre(StationRow{L"Smooth lc:9, Jazz", L"audio/mpeg", L"128 kbps", kTuneIn + L"7",
+                             L"收聽人數：9", L""},
+                  StationRow{L"", L"audio/aacp", L"64 kbps", kTuneIn + L"8", L"收聽人數：0", L""}));
 }
 
 TEST(GetShoutcastTest, FindsTheIdInAnyCaseAndTheOtherMarkersExactly) {
   EXPECT_EQ(Shoutcast(L"ID:\"1\" mt:\"t\" name:\"n\" lc:2,br:3,").at(0).type, L"t");
   EXPECT_NE(Shoutcast(L"id:\"1\" MT:\"t\" name:\"n\" lc:2,br:3,").at(0).type, L"t");
-}
-
-TEST(GetShoutcastTest, FindsNothingInAnEmptyAnswer) {
-  EXPECT_THAT(Shoutcast(L""), IsEmpty());
   EXPECT_THAT(Shoutcast(L"an error page, 404"), IsEmpty());
 }
 
@@ -90,7 +94,6 @@ TEST(GetShoutcastTest, ListsAtMostTwoHundredAndReportsAPageThatIsCutOff) {
       {many + noComma, true, 200},  // nothing is searched after the last row
       {many.substr(0, many.size() - 60), false, 200},
       {whole + L"{\"id\":", false, 200},
-      {whole + L"{\"id\":\"3\",\"mt\":\"audio/mp", false, 200},
       {whole + L"{\"id\":\"3\",\"mt\":\"t\",\"name\":\"n\",\"lc\":", false, 200},
   };
   for (const auto& [page, isWhole, rows] : cases) {
@@ -101,42 +104,37 @@ TEST(GetShoutcastTest, ListsAtMostTwoHundredAndReportsAPageThatIsCutOff) {
   EXPECT_EQ(Shoutcast(PreparedShoutcast(more)).back().name, L"Station 199");
 }
 
-std::wstring IcecastStation(const std::wstring& bitRate, const std::wstring& format) {
-  return L"<td class=\"stream-description\">Caf&eacute; R&amp;B</td>"
-         L"<span class=\"listeners\">[5 listeners]</span><a href=\"/listen/12/a.m3u\">"
-         L"<p class=\"format\" title=\"" +
-         bitRate + L"\"><a class=\"streams\">" + format + L"</a>";
-}
-
 TEST(GetIcecastTest, CutsEachStationAndKeepsWhatTheNextOneLacks) {
-  const std::wstring url = L"http://dir.xiph.org/listen/12/a.m3u";
-  EXPECT_THAT(Icecast(IcecastStation(L"128 kbps", L"MP3") + L"<a class=\"streams\">aac+<"),
-              ElementsAre(StationRow{L"Café R&B", L"MP3", L"128 kbps", url, L"收聽人數：5", L""},
-                          StationRow{L"Café R&B", L"AAC+", L"128 kbps", url, L"收聽人數：5", L""}));
+  const StationRow first = {L"Rock & Roll, Café…; 'n' more",
+                            L"OGG",
+                            L"128 kbps",
+                            L"http://dir.xiph.org/listen/12/listen.m3u",
+                            L"收聽人數：5",
+                            L""};
+  StationRow second = first;
+  second.type = L"AAC+";
+  EXPECT_THAT(Icecast(std::wstring(kIcecastSample) + L"streams\">aac+<"),
+              ElementsAre(first, second));
   EXPECT_THAT(Icecast(L"streams\">MP3<"),
               ElementsAre(StationRow{L"", L"MP3", L"", L"", L"收聽人數：", L""}));
 }
 
 TEST(GetIcecastTest, NamesRatesAndFormats) {
   const struct {
-    const wchar_t* bitRate;
-    const wchar_t* format;
+    std::wstring bitRate;
+    std::wstring format;
     const wchar_t* shownRate;
     const wchar_t* type;
-  } cases[] = {
-      {L"0 kbps", L"MP3", L"未知", L"MP3"},
-      {L"", L"mp3", L"未知", L"MP3"},
-      {L"64 kbps", L"Ogg Vorbis", L"64 kbps", L"OGG"},
-      {L"64", L"OGG VORBIS", L"64", L"OGG"},
-      {L"0 KBPS", L"AAC+", L"0 KBPS", L"AAC+"},
-      {L"1", L"aac+", L"1", L"AAC+"},
-      {L"1", L"AAC", L"1", L"MP3"},
-      {L"1", L"", L"1", L"MP3"},
+  } rows[] = {
+      {L"0 kbps", L"MP3", L"未知", L"MP3"},  {L"", L"AAC", L"未知", L"MP3"},
+      {L"64", L"Ogg Vorbis", L"64", L"OGG"}, {L"0 KBPS", L"AAC+", L"0 KBPS", L"AAC+"},
+      {L"1", L"aac+", L"1", L"AAC+"},        {L"1", L"", L"1", L"MP3"},
   };
-  for (const auto& [bitRate, format, shownRate, type] : cases) {
-    const StationRow row = Icecast(IcecastStation(bitRate, format)).at(0);
-    EXPECT_EQ(row.bitRate, shownRate);
-    EXPECT_EQ(row.type, type);
+  for (const auto& row : rows) {
+    const StationRow found =
+        Icecast(L"format\" title=\"" + row.bitRate + L"\" streams\">" + row.format + L"<").at(0);
+    EXPECT_EQ(found.bitRate, row.shownRate);
+    EXPECT_EQ(found.type, row.type);
   }
 }
 
@@ -147,64 +145,63 @@ TEST(GetIcecastTest, MatchesMarkersInAnyCase) {
                                      L"收聽人數：17", L""}));
 }
 
-TEST(GetIcecastTest, LooksForEachEndNoFurtherThanItsWindow) {
-  const auto row = [](const std::wstring& field) {
-    return Icecast(field + L"\" streams\"><").at(0);
-  };
-  EXPECT_EQ(row(L"listeners\">[" + Gap(500) + L" ").listeners, L"收聽人數：" + Gap(500));
-  EXPECT_EQ(row(L"listeners\">[" + Gap(501) + L" ").listeners, L"收聽人數：");
-  EXPECT_EQ(row(L"-description\">" + Gap(100) + L"<").name, Gap(100));
-  EXPECT_EQ(row(L"-description\">" + Gap(101) + L"<").name, L"");
-  const std::wstring host = L"http://dir.xiph.org/listen/";
-  EXPECT_EQ(row(L"/listen/" + Gap(92) + L".m3u").url, host + Gap(92) + L".m3u");
-  EXPECT_EQ(row(L"/listen/" + Gap(93) + L".m3u").url, L"");
-  EXPECT_EQ(row(L"format\" title=\"" + Gap(20) + L"\"").bitRate, Gap(20));
-  EXPECT_EQ(row(L"format\" title=\"" + Gap(21) + L"\"").bitRate, L"");
-  EXPECT_THAT(Icecast(L"streams\">" + Gap(20) + L"<"), SizeIs(1));
-  EXPECT_THAT(Icecast(L"streams\">" + Gap(21) + L"<"), IsEmpty());
-}
-
-std::wstring LiveDoorStation(const std::wstring& channel) {
-  return L"<li class=\"button\"><a href=\"http://host:8000/a.m3u\">聴く</a></li>"
-         L"<a title=\"詳細\">深夜ラジオ</a></li><li class=\"user\"><strong>DJ</strong> 太郎</li>"
-         L"<img src=\"/tool/kbps_64.gif\"><img src=\"/tool/ch_" +
-         channel +
-         L".gif\"><img src=\"/tool/type_oggé.gif\">"
-         L"<li class=\"listener\"><span><span class=\"many\">12</span>";
-}
-
 TEST(GetLiveDoorTest, CutsEachStationAndKeepsWhatTheNextOneLacks) {
-  const std::wstring name = L"深夜ラジオ DJ 太郎";
-  const std::wstring url = L"http://host:8000/a.m3u";
-  EXPECT_THAT(LiveDoor(LiveDoorStation(L"stereo") + L"LISTENER\"><SPAN>7é<"),
-              ElementsAre(StationRow{name, L"OGGÉ", L"64 kbps 雙聲道", url, L"收聽人數：12", L""},
-                          StationRow{name, L"OGGÉ", L"64 kbps 雙聲道", url, L"收聽人數：7É", L""}));
+  const StationRow first = {
+      L"深夜のアニメソング放送局 DJ 太郎", L"MP3",           L"128 kbps 雙聲道",
+      L"http://host.example:8000/a.m3u",   L"收聽人數：12É", L""};
+  StationRow second = first;
+  second.listeners = L"收聽人數：7";
+  EXPECT_THAT(LiveDoor(std::wstring(kLiveDoorSample) + L"LISTENER\"><SPAN>7<"),
+              ElementsAre(first, second));
 }
 
 TEST(GetLiveDoorTest, KnowsStereoInSmallLettersOnly) {
-  for (const wchar_t* const channel : {L"Stereo", L"mono", L""}) {
-    EXPECT_EQ(LiveDoor(LiveDoorStation(channel)).at(0).bitRate, L"64 kbps 單聲道");
+  for (const std::wstring channel : {L"Stereo", L"mono", L""}) {
+    EXPECT_EQ(LiveDoor(L"tool/ch_" + channel + L".gif listener\"><span><").at(0).bitRate,
+              L" kbps 單聲道");
   }
 }
 
-TEST(GetLiveDoorTest, LooksForEachEndNoFurtherThanItsWindow) {
-  const auto row = [](const std::wstring& field) {
-    return LiveDoor(field + L" listener\"><span><").at(0);
+TEST(StationFieldsTest, EndWithinTheirWindowsOrKeepTheirTexts) {
+  constexpr const wchar_t* kIcecastRow = L"\" streams\"><";
+  constexpr const wchar_t* kLiveDoorRow = L" listener\"><span><";
+  const struct {
+    std::vector<StationRow> (*parser)(const std::wstring& page);
+    std::wstring marker;
+    size_t window;
+    std::wstring end;
+    const wchar_t* row;
+    std::wstring StationRow::*field;
+    std::wstring start;  // of the field's text
+  } rows[] = {
+      {Icecast, L"listeners\">[", 500, L" ", kIcecastRow, &StationRow::listeners, L"收聽人數："},
+      {Icecast, L"-description\">", 100, L"<", kIcecastRow, &StationRow::name, L""},
+      {Icecast, L"/listen/", 92, L".m3u", kIcecastRow, &StationRow::url,
+       L"http://dir.xiph.org/listen/"},
+      {Icecast, L"format\" title=\"", 20, L"\"", kIcecastRow, &StationRow::bitRate, L""},
+      {LiveDoor, L"button\"><a href=\"", 500, L"\"", kLiveDoorRow, &StationRow::url, L""},
+      {LiveDoor, L"細\">", 100, L"<", kLiveDoorRow, &StationRow::name, L""},
+      {LiveDoor, L"tool/type_", 100, L".gif", kLiveDoorRow, &StationRow::type, L""},
+      {LiveDoor, L"tool/kbps_", 100, L".gif", kLiveDoorRow, &StationRow::bitRate, L""},
   };
-  EXPECT_EQ(row(L"button\"><a href=\"" + Gap(500) + L"\"").url, Gap(500));
-  EXPECT_EQ(row(L"button\"><a href=\"" + Gap(501) + L"\"").url, L"");
-  EXPECT_EQ(row(L"細\">" + Gap(100) + L"<").name, Gap(100));
-  EXPECT_EQ(row(L"細\">" + Gap(101) + L"<").name, L"");
-  EXPECT_EQ(row(L"tool/type_" + Gap(100) + L".gif").type, std::wstring(100, L'X'));
-  EXPECT_EQ(row(L"tool/type_" + Gap(101) + L".gif").type, L"");
-  EXPECT_EQ(row(L"tool/kbps_" + Gap(100) + L".gif").bitRate, Gap(100) + L" kbps 單聲道");
-  EXPECT_EQ(row(L"tool/kbps_" + Gap(101) + L".gif").bitRate, L" kbps 單聲道");
+  for (const auto& row : rows) {
+    const auto text = [&](size_t gap) {
+      return row.parser(row.marker + std::wstring(gap, L'X') + row.end + row.row).at(0).*row.field;
+    };
+    const std::wstring expected = row.start + std::wstring(row.window, L'X');
+    EXPECT_THAT(text(row.window), testing::StartsWith(expected));
+    EXPECT_THAT(text(row.window + 1), testing::Not(testing::HasSubstr(L"X"))) << row.window;
+  }
   const std::wstring stereo = L"tool/ch_stereo.gif tool/ch_";
-  EXPECT_EQ(row(stereo + Gap(100) + L".gif").bitRate, L" kbps 單聲道");
-  EXPECT_EQ(row(stereo + Gap(101) + L".gif").bitRate, L" kbps 雙聲道");
+  EXPECT_EQ(LiveDoor(stereo + Gap(100) + L".gif" + kLiveDoorRow).at(0).bitRate, L" kbps 單聲道");
+  EXPECT_EQ(LiveDoor(stereo + Gap(101) + L".gif" + kLiveDoorRow).at(0).bitRate, L" kbps 雙聲道");
+}
+
+TEST(StationFieldsTest, GiveNoRowWithoutTheEndOfTheLastOne) {
+  EXPECT_THAT(Icecast(L"streams\">" + Gap(20) + L"<"), SizeIs(1));
+  EXPECT_THAT(Icecast(L"streams\">" + Gap(21) + L"<"), IsEmpty());
   EXPECT_THAT(LiveDoor(L"listener\"><span>" + Gap(100) + L"<"), SizeIs(1));
   EXPECT_THAT(LiveDoor(L"listener\"><span>" + Gap(101) + L"<"), IsEmpty());
-  EXPECT_THAT(LiveDoor(L"button\"><a href=\"http://host/\""), IsEmpty());
 }
 
 std::wstring HinetStation(const std::wstring& id, const std::wstring& title) {

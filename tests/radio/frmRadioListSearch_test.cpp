@@ -1,17 +1,14 @@
-// What a search asks for, what the dialog is while it runs, and how it ends.
+// What a search fetches, the dialog while it runs, and how it ends.
 #include <windows.h>
 
 #include <commctrl.h>
 
 #include <new>
 
-#include "base/PlatformText.h"
 #include "radio/HttpGetText.h"
-#include "tests/radio/RadioRig.h"
-#include "tests/support/FormProbe.h"
+#include "tests/radio/RadioFixture.h"
 #include "tests/ui/ControlTestSupport.h"
 #include "ui/Handle.h"
-#include "ui/Timer.h"
 
 namespace tellurvane {
 namespace {
@@ -22,14 +19,13 @@ using testing::SizeIs;
 
 constexpr const wchar_t* kShoutcast =
     L"{\"id\":\"7\",\"mt\":\"audio/mpeg\",\"name\":\"n\",\"lc\":1,\"br\":64,}";
-constexpr int kOwnExitCode = 7;
 constexpr int kMarkX = 300;
 constexpr int kMarkY = 100;
 constexpr Color kMark = Rgb(1, 2, 3);
 
-class RadioSearchTest : public RadioTest {
+class RadioSearchTest : public RadioFixture {
  protected:
-  // Paints over a part of the list that it would at once paint anew.
+  // Paints over a part of the list. The list repaints it at once unless redrawing is suspended.
   void Mark() const {
     {
       const WindowDc context(list);
@@ -45,37 +41,7 @@ class RadioSearchTest : public RadioTest {
   }
 };
 
-TEST_F(RadioSearchTest, AsksForTheSourceTheModeAndTheTermAsItStands) {
-  struct Row {
-    int source;
-    bool byKeyword;
-    const wchar_t* keyword;
-    const wchar_t* url;
-  };
-  settings = {{L"Genre", L"7"}};
-  for (const Row& row :
-       {Row{0, false, L"x",
-            L"http://www.shoutcast.com/embed_module?reqType=GENRE_SEARCH&cnt=999&s=new age"},
-        Row{0, true, L" 台北 R&B? ",
-            L"http://www.shoutcast.com/embed_module?reqType=KEYWORD_SEARCH&cnt=999&s= 台北 R&B? "},
-        Row{0, true, L"",
-            L"http://www.shoutcast.com/embed_module?reqType=KEYWORD_SEARCH&cnt=999&s="},
-        Row{1, false, L"x", L"http://dir.xiph.org/search?search=new age"},
-        Row{1, true, L"new age", L"http://dir.xiph.org/search?search=new age"},
-        Row{2, true, L"x", L"http://live.ladio.livedoor.com/list/a"},
-        Row{3, false, L"x", L"http://hichannel.hinet.net/xml/radioList.jsp"}}) {
-    fetched.clear();
-    Play([&] {
-      Click(row.byKeyword ? optKeyword : optGenre);
-      Type(row.keyword);
-      Choose(cboSource, row.source);
-      Search();
-    });
-    EXPECT_THAT(fetched, ElementsAre(row.url));
-  }
-}
-
-TEST_F(RadioSearchTest, WithoutAGenreTheTermIsEmpty) {
+TEST_F(RadioSearchTest, AsksForAnEmptyTermWithoutAGenre) {
   settings = {{L"Genre", L"-1"}};
   Play([this] { Search(); });
   EXPECT_THAT(fetched, ElementsAre(L"http://www.shoutcast.com/embed_module"
@@ -92,7 +58,7 @@ TEST_F(RadioSearchTest, LocksTheDialogWhileThePageLoads) {
       if (GetUpdateRect(each, nullptr, FALSE) != 0) unpainted = each;
     }
     EXPECT_EQ(GetCursor(), wait);
-    // What a move of the mouse brings about.
+    // As after a move of the mouse.
     SetCursor(LoadCursorW(nullptr, IDC_ARROW));
     SendMessageW(cmdCancel, WM_SETCURSOR, reinterpret_cast<WPARAM>(cmdCancel),
                  MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
@@ -107,7 +73,7 @@ TEST_F(RadioSearchTest, LocksTheDialogWhileThePageLoads) {
     const std::string before = Usable();
     for (int round = 0; round < 2; ++round) {
       Search();
-      EXPECT_EQ(unpainted, nullptr) << "what is locked shows it";
+      EXPECT_EQ(unpainted, nullptr) << "the locked controls are painted before the fetch";
       EXPECT_EQ(Usable(), before);
       EXPECT_EQ(Focused(), "search");
       EXPECT_NE(GetCursor(), wait);
@@ -119,153 +85,110 @@ TEST_F(RadioSearchTest, LocksTheDialogWhileThePageLoads) {
   EXPECT_THAT(fetched, SizeIs(2));
 }
 
-TEST_F(RadioSearchTest, TheKeyboardComesBackToWhereItWas) {
+TEST_F(RadioSearchTest, EnterSearchesAndTheKeyboardReturnsToWhereItWas) {
   Play([this] {
     Click(optKeyword);
     SetFocus(txtKeyword);
     Press(VK_RETURN);
     EXPECT_EQ(Focused(), "keyword");
-    Choose(cboSource, 3);
-    Press(VK_RETURN);
-    EXPECT_EQ(Focused(), "source");
     // As when the user goes to another program and comes back meanwhile.
     fetch = [](const std::wstring&) {
       SetFocus(nullptr);
       return L"";
     };
     Press(VK_RETURN);
-    EXPECT_EQ(Focused(), "source");
+    EXPECT_EQ(Focused(), "keyword");
     fetch = [this](const std::wstring&) {
       SetFocus(cmdCancel);
       return L"";
     };
     Press(VK_RETURN);
-    EXPECT_EQ(Focused(), "close") << "where the user has taken it";
+    EXPECT_EQ(Focused(), "close") << "the user moved it there";
     Press(VK_ESCAPE);
     EXPECT_FALSE(IsOpen());
   });
-  EXPECT_THAT(fetched, SizeIs(4));
+  EXPECT_THAT(fetched, SizeIs(3));
 }
 
-TEST_F(RadioSearchTest, SaysWhatWasFound) {
-  struct Row {
-    std::wstring page;
+TEST_F(RadioSearchTest, ReportsWhatWasFoundOrWhyNothingWas) {
+  const struct {
+    std::function<std::wstring(const std::wstring&)> fetch;
     int rows;
     const wchar_t* status;
-  };
-  for (const Row& row :
-       {Row{L"", 0, L"沒有找到電台"}, Row{L"<html>404</html>", 0, L"沒有找到電台"},
-        Row{HinetPage({L"甲"}), 1, L"找到 1 個電台"},
-        Row{HinetPage({L"甲", L"大愛", L"乙"}), 2, L"找到 2 個電台"},
-        Row{HinetPage({L"甲"}) + L"<item id=\"2", 1, L"找到 1 個電台，電台目錄的資料不完整"},
-        Row{L"<item id=\"2\" myTitle=\"", 0, L"沒有找到電台，電台目錄的資料不完整"}}) {
-    fetch = [&](const std::wstring&) { return row.page; };
-    Play([&] {
-      ChooseHinet();
-      Search();
-      EXPECT_EQ(Status(), row.status);
-      EXPECT_EQ(RowCount(), row.rows);
-    });
-  }
-}
-
-TEST_F(RadioSearchTest, AFailureIsReportedAndTheNextSearchWorks) {
-  const std::wstring unreachable = L"無法連線到電台目錄，請稍後再試一次。";
+  } answers[] = {
+      {[](const auto&) { return L"<html>404</html>"; }, 0, L"沒有找到電台"},
+      {[](const auto&) {
+         return HinetPage({L"甲", L"大愛", L"乙"});
+       },
+       2, L"找到 2 個電台"},
+      {[](const auto&) -> std::wstring { throw FetchError(static_cast<HRESULT>(0x800C0005U)); }, 0,
+       L"無法連線到電台目錄，請稍後再試一次。（錯誤 0x800C0005）"},
+      {[](const auto&) { return HinetPage({L"甲"}) + L"<item id=\"2"; }, 1,
+       L"找到 1 個電台，電台目錄的資料不完整"},
+      {[](const auto&) { return L"<item id=\"2\" myTitle=\""; }, 0,
+       L"沒有找到電台，電台目錄的資料不完整"},
+      {[](const auto&) -> std::wstring { throw std::bad_alloc(); }, 0,
+       L"電台目錄的資料過大，無法讀取。"},
+      {[](const auto&) { return HinetPage({L"甲"}); }, 1, L"找到 1 個電台"}};
   Play([&] {
-    ChooseHinet();
+    Choose(cboSource, 3);
     const std::string before = Usable();
-    fetch = [](const std::wstring&) { return HinetPage({L"甲", L"乙"}); };
-    Search();
-    EXPECT_EQ(RowCount(), 2);
-    fetch = [this](const std::wstring&) -> std::wstring {
-      Mark();
-      throw FetchError(static_cast<HRESULT>(0x800C0005U));
-    };
-    Search();
-    EXPECT_EQ(Status(), unreachable + L"（錯誤 0x800C0005）");
-    EXPECT_EQ(RowCount(), 0);
-    EXPECT_EQ(Usable(), before);
-    EXPECT_EQ(Focused(), "search");
-    EXPECT_FALSE(HasMark());
-    fetch = [](const std::wstring&) -> std::wstring { throw std::bad_alloc(); };
-    Search();
-    EXPECT_EQ(Status(), L"電台目錄的資料過大，無法讀取。");
-    EXPECT_EQ(Usable(), before);
-    fetch = [](const std::wstring&) { return HinetPage({L"甲", L"乙"}); };
-    Search();
-    EXPECT_EQ(Status(), L"找到 2 個電台");
-    EXPECT_EQ(Cell(1, 0), L"乙");
+    for (const auto& answer : answers) {
+      fetch = [&](const std::wstring& url) {
+        Mark();
+        return answer.fetch(url);
+      };
+      Search();
+      EXPECT_EQ(Status(), answer.status);
+      EXPECT_EQ(RowCount(), answer.rows);
+      EXPECT_EQ(Usable(), before);
+      EXPECT_EQ(Focused(), "search");
+      EXPECT_FALSE(HasMark()) << "redrawing goes on";
+    }
   });
 }
 
-TEST_F(RadioSearchTest, ClosedWhileThePageLoadsItEndsWithoutAStation) {
+TEST_F(RadioSearchTest, ReturnsNoStationWhenItIsClosedWhileThePageLoads) {
   const std::function<std::wstring()> answers[] = {
       [] { return std::wstring(kShoutcast); }, []() -> std::wstring { throw FetchError(E_FAIL); },
       []() -> std::wstring { throw std::bad_alloc(); }};
-  const std::function<void()> ends[] = {
-      [this] { Press(VK_ESCAPE); }, [this] { SendMessageW(cmdCancel, BM_CLICK, 0, 0); },
-      [this] { DestroyWindow(window); }, [this] { SendMessageW(window, WM_CLOSE, 0, 0); }};
   for (const auto& answer : answers) {
-    for (const auto& end : ends) {
-      fetch = [&](const std::wstring&) {
-        end();
-        EXPECT_FALSE(IsOpen());
-        return answer();
-      };
-      EXPECT_EQ(Play([this] { Search(); }), std::nullopt);
-    }
+    fetch = [&](const std::wstring&) {
+      Press(VK_ESCAPE);
+      EXPECT_FALSE(IsOpen());
+      return answer();
+    };
+    EXPECT_EQ(Play([this] { Search(); }), std::nullopt);
   }
 }
 
-TEST_F(RadioSearchTest, ClosedByWhatWasWaitingItDoesNotAskAtAll) {
-  EXPECT_EQ(Play([this] {
-              PostMessageW(window, WM_CLOSE, 0, 0);
-              SendMessageW(cmdSearch, BM_CLICK, 0, 0);
-              EXPECT_FALSE(IsOpen());
-            }),
-            std::nullopt);
+TEST_F(RadioSearchTest, FetchesNothingWhenAMessageInTheQueueClosesIt) {
+  Play([this] {
+    PostMessageW(window, WM_CLOSE, 0, 0);
+    SendMessageW(cmdSearch, BM_CLICK, 0, 0);
+    EXPECT_FALSE(IsOpen());
+  });
   EXPECT_THAT(fetched, IsEmpty());
 }
 
-TEST_F(RadioSearchTest, TheEndOfTheProgramWhileThePageLoadsIsLeftToTheOuterLoop) {
+TEST_F(RadioSearchTest, LeavesTheEndOfTheProgramToTheOuterLoop) {
+  constexpr WPARAM kExitCode = 7;
   fetch = [](const std::wstring&) {
-    PostQuitMessage(kOwnExitCode);
+    PostQuitMessage(kExitCode);
     return kShoutcast;
   };
-  frmRadioList* left = nullptr;
-  {
-    frmRadioList made({.readSetting = [](const std::wstring&) { return L""; },
-                       .writeSetting = [](const std::wstring&, const std::wstring&) {},
-                       .directories = {fetch, Capitals, L""}});
-    left = &made;
-    Timer user;
-    user.Interval(10);
-    user.Tick = [&] {
-      if (!left->Visible()) return;
-      user.Enabled(false);
-      SendMessageW(InsideOf(left->hwnd(), L"Button").at(2), BM_CLICK, 0, 0);
-    };
-    Timer guard;
-    guard.Interval(10'000);
-    guard.Tick = [&] {
-      ADD_FAILURE() << "the dialog goes on";
-      left->Unload();
-    };
-    user.Enabled(true);
-    guard.Enabled(true);
-    EXPECT_EQ(made.Open(owner.hwnd()), std::nullopt);
-  }
+  EXPECT_EQ(Play([this] { Search(); }), std::nullopt);
   MSG message = {};
   ASSERT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
-  EXPECT_EQ(message.wParam, static_cast<WPARAM>(kOwnExitCode));
+  EXPECT_EQ(message.wParam, kExitCode);
 }
 
-TEST_F(RadioSearchTest, WhatIsPressedMeanwhileBeginsNoSecondSearch) {
+TEST_F(RadioSearchTest, StartsNoSecondSearchMeanwhile) {
   fetch = [this](const std::wstring&) {
     if (fetched.size() > 1) return kShoutcast;
     SendMessageW(cmdSearch, BM_CLICK, 0, 0);
     SendMessageW(window, WM_COMMAND, IDOK, 0);
-    // These come when the page is there.
+    // Handled when the page is there.
     PostMessageW(window, WM_COMMAND, IDOK, 0);
     PostMessageW(window, WM_KEYDOWN, VK_RETURN, 1);
     return kShoutcast;
@@ -278,44 +201,23 @@ TEST_F(RadioSearchTest, WhatIsPressedMeanwhileBeginsNoSecondSearch) {
   EXPECT_THAT(fetched, SizeIs(1));
 }
 
-TEST_F(RadioSearchTest, ShowsTheFirstRowsAgainAfterALongListWasScrolled) {
-  Play([this] {
-    ChooseHinet();
-    fetch = [](const std::wstring&) { return HinetPage(Texts(500, L"長")); };
-    Search();
-    SelectRow(400);
-    SendMessageW(list, LVM_ENSUREVISIBLE, 499, FALSE);
-    fetch = [](const std::wstring&) { return HinetPage(Texts(300, L"短")); };
-    Search();
-    EXPECT_EQ(RowCount(), 300);
-    EXPECT_EQ(SendMessageW(list, LVM_GETTOPINDEX, 0, 0), 0);
-    EXPECT_EQ(SendMessageW(list, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED), -1);
-  });
-}
-
 TEST_F(RadioSearchTest, PaintsTheRowsItself) {
   Play([this] {
-    ChooseHinet();
-    fetch = [](const std::wstring&) { return HinetPage({L"甲", L"乙", L"丙"}); };
-    Search();
-    SelectRow(1);
-    UpdateWindow(list);
-    const int edge = static_cast<int>(ClientOf(list).right) - 1;
-    const auto colorOf = [this, edge](int row) {
+    SearchHinet();
+    // Beside the texts.
+    const auto colorOf = [this](int row) {
+      UpdateWindow(list);
       RECT bounds = {LVIR_BOUNDS, 0, 0, 0};
       SendMessageW(list, LVM_GETITEMRECT, static_cast<WPARAM>(row),
                    reinterpret_cast<LPARAM>(&bounds));
       const WindowDc context(list);
-      const int middle = static_cast<int>(bounds.top + bounds.bottom) / 2;
-      const Color color = PixelOf(context.Get(), edge - 3, middle);
-      EXPECT_EQ(PixelOf(context.Get(), 300, middle), color) << "from edge to edge";
-      return color;
+      return PixelOf(context.Get(), static_cast<int>(ClientOf(list).right) - 4,
+                     static_cast<int>(bounds.top + bounds.bottom) / 2);
     };
+    SelectRow(1);
     EXPECT_EQ(colorOf(0), 0xF7F7F7U);
-    EXPECT_EQ(colorOf(2), 0xF7F7F7U);
     EXPECT_NE(colorOf(1), 0xF3F3F3U) << "the selection";
     SelectRow(2);
-    UpdateWindow(list);
     EXPECT_EQ(colorOf(1), 0xF3F3F3U);
     EXPECT_NE(colorOf(2), 0xF7F7F7U);
   });
