@@ -45,7 +45,12 @@ void UseDirectory() {
 
 void FetchPage() {
   const ComApartment apartment;
-  EXPECT_THROW(HttpGetText(L"http://127.0.0.1:9/"), FetchError) << "nobody listens there";
+  try {
+    HttpGetText(L"http://127.0.0.1:9/");
+    ADD_FAILURE() << "nobody listens there";
+  } catch (const FetchError&) {
+    return;
+  }
 }
 
 TEST(FailingCallsTest, TheDirectoryIsSearchedOrEndsInAFatalError) {

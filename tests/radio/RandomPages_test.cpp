@@ -23,6 +23,8 @@ struct Format {
   std::wstring_view pieces;  // parted by "|"
 };
 
+void PrintTo(const Format& format, std::ostream* out) { *out << format.name; }
+
 constexpr Format kFormats[] = {
     {"ReplaceHTML", DecodingDifference, kIcecastSample,
      L"&|#|;|amp;|&amp;|&num;|&semi;|&#3|8;|&#59|&#59;|lt;|&lt|039;|&#039|<b>|</b>|<|b>|/| |hellip|"
@@ -103,16 +105,15 @@ class RandomPages {
 class RandomPagesTest : public testing::TestWithParam<Format> {};
 
 TEST_P(RandomPagesTest, GiveWhatTheLiteralRuleGives) {
-  constexpr int kPages = 500;
   RandomPages pages(GetParam());
-  for (int i = 0; i < kPages; ++i) {
+  for (int i = 0; i < 500; ++i) {
     const std::wstring page = pages.Next();
     ASSERT_EQ(GetParam().difference(page), "") << testing::PrintToString(page);
   }
 }
 
 INSTANTIATE_TEST_SUITE_P(, RandomPagesTest, testing::ValuesIn(kFormats),
-                         [](const auto& format) { return std::string(format.param.name); });
+                         testing::PrintToStringParamName());
 
 TEST(RadioCorpus, EverySeedGivesWhatTheLiteralRulesGive) {
   int seeds = 0;
