@@ -11,18 +11,18 @@ constexpr double kTopShare = 0.2;
 
 }  // namespace
 
-NotePlace PlaceOfNote(std::span<const StandingNote> standing, double width, double height,
+NotePlace PlaceOfNote(std::span<const OpenNote> open, double width, double height,
                       double screenWidth, double screenHeight) {
   double offset = 0;
   int column = 0;
-  for (const StandingNote& note : standing) {
+  for (const OpenNote& note : open) {
     offset += kStep;
     if (note.top + note.height > kLowest * screenHeight) {
       ++column;
       offset = 0;
     }
   }
-  // The new note counts as one of the stack: already the first one stands a step down.
+  // The new note counts too: even the first one is a step down.
   offset += kStep;
   return {kRightShare * (screenWidth - width / 2) - column * (width + kColumnGap),
           kTopShare * screenHeight - height / 2 + offset};

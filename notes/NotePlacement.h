@@ -1,4 +1,4 @@
-// Where a note comes up.
+// Where a new note is placed.
 #pragma once
 
 #include <span>
@@ -16,15 +16,15 @@ struct NotePlace {
   bool operator==(const NotePlace&) const = default;
 };
 
-struct StandingNote {
+struct OpenNote {
   double top = 0;
   double height = 0;
 };
 
-// Below the notes that stand already, given in the order in which they came up, on the right-hand
-// side of the screen; in the next column to the left where the stack would pass nine tenths of the
+// Below the open notes, which are in the order in which they were shown, on the right-hand side of
+// the screen. The next column, to the left, begins where the stack would pass nine tenths of the
 // screen's height. All twips.
-NotePlace PlaceOfNote(std::span<const StandingNote> standing, double width, double height,
+NotePlace PlaceOfNote(std::span<const OpenNote> open, double width, double height,
                       double screenWidth, double screenHeight);
 
 }  // namespace tellurvane

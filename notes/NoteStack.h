@@ -6,32 +6,24 @@
 #include <vector>
 
 #include "notes/frmNotes.h"
-#include "ui/Timer.h"
 
 namespace tellurvane {
 
 class NoteStack {
  public:
   // `pause` waits between the steps of a fade.
-  explicit NoteStack(Pause pause);
+  explicit NoteStack(Pause pause) : pause_(std::move(pause)) {}
 
-  // A new note, whatever is open. Returns when it has faded in.
+  // Shows a new note below those that are open. Returns when it has faded in.
   void Show(const std::wstring& text, const std::wstring& time);
   // At once, without fading.
   void CloseAll();
 
-  // The notes on the screen.
-  size_t Count() const;
-
  private:
-  void ForgetLater();
-  void ForgetClosed();
-
   Pause pause_;
   unsigned made_ = 0;
+  // A note that closes is still in its own handler: it is freed when the next one is shown.
   std::vector<std::unique_ptr<frmNotes>> notes_;
-  // A note that closes is still at work: its object goes when it is done.
-  Timer afterwards_;
 };
 
 }  // namespace tellurvane

@@ -38,10 +38,7 @@ constexpr Color kHairline = Rgb(0xC9, 0xA8, 0x6A);
 int ScreenWidth() { return GetSystemMetrics(SM_CXSCREEN); }
 int ScreenHeight() { return GetSystemMetrics(SM_CYSCREEN); }
 
-Color PaperAt(int y, int height) {
-  return Blend(kPaperBottom, kPaperTop,
-               height <= 1 ? 0 : std::clamp(255 * y / (height - 1), 0, 255));
-}
+Color PaperAt(int y, int height) { return Blend(kPaperBottom, kPaperTop, 255 * y / (height - 1)); }
 
 }  // namespace
 
@@ -58,10 +55,7 @@ void CloseImage::CreateAt(HWND parent, int x, int y, int size) {
 }
 
 void CloseImage::DrawImage(HDC context) const {
-  // The paper goes on behind it.
-  for (int y = 0; y < size_; ++y) {
-    ModTheme::SolidFill(context, 0, y, size_, 1, PaperAt(0, 2));
-  }
+  ModTheme::SolidFill(context, 0, 0, size_, size_, kPaperTop);
   const UniqueIcon icon(
       static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), isHot_ ? L"CLOSEHOT" : L"CLOSE",
                                     IMAGE_ICON, size_, size_, LR_DEFAULTCOLOR)));
@@ -90,13 +84,12 @@ frmNotes::frmNotes(unsigned number, Pause pause)
     : className_(L"frmNotes" + std::to_wstring(number)), pause_(std::move(pause)) {}
 
 frmNotes::~frmNotes() {
-  Closed = nullptr;
   Unload();
   UnregisterClassW(className_.c_str(), GetModuleHandleW(nullptr));
 }
 
 void frmNotes::Prepare(const std::wstring& text, const std::wstring& time,
-                       std::span<const StandingNote> standing) {
+                       std::span<const OpenNote> open) {
   text_ = DrawableNoteText(NoteTextWithBreaks(text));
   FormTime_ = time;
   Load({.caption = L"frmNotes",
@@ -107,7 +100,7 @@ void frmNotes::Prepare(const std::wstring& text, const std::wstring& time,
         .extendedStyle = WS_EX_TOPMOST,
         .className = className_});
   const int height = HeightNeeded();
-  const NotePlace place = PlaceOfNote(standing, kNoteWidth, height, TwipsFromPixels(ScreenWidth()),
+  const NotePlace place = PlaceOfNote(open, kNoteWidth, height, TwipsFromPixels(ScreenWidth()),
                                       TwipsFromPixels(ScreenHeight()));
   Form::Move(static_cast<int>(std::lround(place.left)), static_cast<int>(std::lround(place.top)),
              kNoteWidth, height);
@@ -129,14 +122,13 @@ void frmNotes::Form_Load() {
 }
 
 bool frmNotes::Form_Unload() {
-  // Deliberately no plain restore: all bits but the shadow's are set. The class is this note's own
-  // and ends with it.
+  // Deliberately no plain restore: all bits but the shadow's are set. Only this note uses the
+  // class.
   SetClassLongPtrW(hwnd(), GCL_STYLE, static_cast<LONG_PTR>(savedClassStyle_ | 0xFFFD'FFFF));
-  Raise(Closed);
   return true;
 }
 
-// As high as its lines need, in twips, but never higher than the screen.
+// In twips: as high as its lines need, and never higher than the screen.
 int frmNotes::HeightNeeded() {
   const auto textHeight =
       static_cast<int>(std::ceil(ModTheme::MeasureText(Dc(), text_, kTextFont).height));
@@ -156,7 +148,7 @@ void frmNotes::Draw(HDC context) {
   ModTheme::SolidFill(context, hairlineX, Scaled(kHairlineY), width - 2 * hairlineX, 1, kHairline);
   ModTheme::Text(context, FormTime_, kTimeX, kTimeY, {.text = ModTheme::kIndigoText}, kTimeFont);
   ModTheme::Text(context, text_, kTextX, kTextY, {.text = ModTheme::kBlackText}, kTextFont);
-  // Over a text that is too long for its line.
+  // Again, over a text that is too long for its line.
   ModTheme::SolidFill(context, width - 1, 0, 1, height, kEdge);
 }
 

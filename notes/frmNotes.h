@@ -1,4 +1,4 @@
-// A reminder note: a small borderless window that fades in, waits to be read, and fades out.
+// A reminder note: a small borderless window that fades in and out.
 #pragma once
 
 #include <windows.h>
@@ -34,20 +34,16 @@ class CloseImage final : public PictureBox {
 
 class frmNotes final : public Form {
  public:
-  // The number tells the windows' classes apart; no two notes of a process share one.
+  // Each note of a process needs a number of its own: its window class is named after it.
   frmNotes(unsigned number, Pause pause);
   frmNotes(const frmNotes&) = delete;
   frmNotes& operator=(const frmNotes&) = delete;
   ~frmNotes() override;
 
-  // Raised as the note goes; its window still stands.
-  std::function<void()> Closed;
-
-  // Makes the note, invisible, below those that stand already. `text` is as the task list stores
-  // it; `time` is shown above.
-  void Prepare(const std::wstring& text, const std::wstring& time,
-               std::span<const StandingNote> standing);
-  // Shows and fades it in, which takes a quarter of a second. Whoever has the keyboard keeps it.
+  // Creates the note, invisible, below those that are open. `text` is as the task list stores it;
+  // `time` is shown above.
+  void Prepare(const std::wstring& text, const std::wstring& time, std::span<const OpenNote> open);
+  // Fades it in, which takes a quarter of a second. The keyboard stays where it is.
   void ShowNote();
   // Fades out and unloads.
   void Close();

@@ -16,7 +16,7 @@ constexpr double kScreenWidth = 28'800;
 constexpr double kScreenHeight = 16'200;
 
 std::vector<NotePlace> PlacesOf(const std::vector<double>& heights) {
-  std::vector<StandingNote> standing;
+  std::vector<OpenNote> standing;
   std::vector<NotePlace> places;
   for (const double height : heights) {
     places.push_back(PlaceOfNote(standing, kNoteWidth, height, kScreenWidth, kScreenHeight));
@@ -49,10 +49,10 @@ TEST(NotePlacementTest, BeginsTheNextColumnBehindTheOneThatPassesNineTenths) {
 }
 
 TEST(NotePlacementTest, EndingExactlyAtNineTenthsIsNotPassingThem) {
-  const StandingNote atTheLimit[] = {{12'780, 1'800}};
+  const OpenNote atTheLimit[] = {{12'780, 1'800}};
   EXPECT_EQ(PlaceOfNote(atTheLimit, kNoteWidth, 1'800, kScreenWidth, kScreenHeight),
             (NotePlace{22'707, 4'140}));
-  const StandingNote beyond[] = {{12'795, 1'800}};
+  const OpenNote beyond[] = {{12'795, 1'800}};
   EXPECT_EQ(PlaceOfNote(beyond, kNoteWidth, 1'800, kScreenWidth, kScreenHeight),
             (NotePlace{17'157, 3'240}));
 }
@@ -71,7 +71,7 @@ TEST(NotePlacementTest, TheHeightOfEachNoteCountsForItsColumn) {
 }
 
 TEST(NotePlacementTest, ANoteThatWasDraggedBelowBeginsANewColumnToo) {
-  const StandingNote standing[] = {{3'240, 1'800}, {14'000, 1'800}, {5'040, 1'800}};
+  const OpenNote standing[] = {{3'240, 1'800}, {14'000, 1'800}, {5'040, 1'800}};
   EXPECT_EQ(PlaceOfNote(standing, kNoteWidth, 1'800, kScreenWidth, kScreenHeight),
             (NotePlace{17'157, 4'140}));
 }

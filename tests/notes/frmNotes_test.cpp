@@ -31,7 +31,7 @@ class frmNotesTest : public testing::Test {
  protected:
   void TearDown() override { note.reset(); }
 
-  frmNotes& Prepare(const std::wstring& text, const std::vector<StandingNote>& standing = {}) {
+  frmNotes& Prepare(const std::wstring& text, const std::vector<OpenNote>& standing = {}) {
     static unsigned made = 0;
     note = std::make_unique<frmNotes>(++made, log.Pause());
     note->Prepare(text, L"2026/11/21 上午 09:05:07", standing);
@@ -189,12 +189,9 @@ TEST_F(frmNotesTest, FadesInInSevenStepsAndStaysTranslucent) {
 
 TEST_F(frmNotesTest, FadesOutInSixStepsAndIsGone) {
   Show();
-  bool isTold = false;
-  note->Closed = [&] { isTold = true; };
   note->Close();
   EXPECT_THAT(log.opacities, ElementsAre(200, 160, 120, 80, 40, 0));
   EXPECT_THAT(log.milliseconds, ElementsAre(30, 30, 30, 30, 30, 30));
-  EXPECT_TRUE(isTold);
   EXPECT_FALSE(note->IsLoaded());
   note->Close();
   EXPECT_EQ(log.milliseconds.size(), 6U) << "once is enough";
@@ -282,17 +279,17 @@ TEST_F(frmNotesTest, EscClosesAFocusedNote) {
 
 TEST_F(frmNotesTest, TheShadowIsThereWhileItIsOpenAndTheOddStyleAtItsEnd) {
   Prepare(L"a");
-  WNDCLASSEXW registered = {};
-  registered.cbSize = sizeof(registered);
+  const std::wstring windowClass = ClassOf(note->hwnd());
   const ULONG_PTR open = GetClassLongPtrW(note->hwnd(), GCL_STYLE);
   EXPECT_TRUE(open & CS_DROPSHADOW);
   const ULONG_PTR saved = open & ~static_cast<ULONG_PTR>(CS_DROPSHADOW);
   EXPECT_EQ(saved, static_cast<ULONG_PTR>(CS_DBLCLKS));
-  ULONG_PTR atTheEnd = 0;
-  note->Closed = [&] { atTheEnd = GetClassLongPtrW(note->hwnd(), GCL_STYLE); };
   note->Close();
-  EXPECT_EQ(static_cast<DWORD>(atTheEnd), static_cast<DWORD>(saved | 0xFFFD'FFFF));
-  EXPECT_FALSE(atTheEnd & CS_DROPSHADOW);
+  WNDCLASSEXW closed = {};
+  closed.cbSize = sizeof(closed);
+  ASSERT_TRUE(GetClassInfoExW(GetModuleHandleW(nullptr), windowClass.c_str(), &closed));
+  EXPECT_EQ(closed.style, static_cast<DWORD>(saved | 0xFFFD'FFFF));
+  EXPECT_FALSE(closed.style & CS_DROPSHADOW);
 }
 
 TEST_F(frmNotesTest, TheStyleOfOneNoteIsNoMatterOfAnother) {
