@@ -238,10 +238,10 @@ void FrmTime::CreateDigits() {
     const SelectedObject selected(from.Get(), strip.Get());
     BitBlt(wPw1_->Dc(), 0, 0, extent.bmWidth, extent.bmHeight, from.Get(), 0, 0, SRCCOPY);
   }
-  const auto add = [this](DigitBox& digits, int cells, size_t label) {
+  const auto add = [this](PictureBox& box, int cells, size_t label) {
     const int labelY = PixelsFromTwips(kLabels[label].top);
     const int labelHeight = PixelsFromTwips(kLabelHeight);
-    AddDigits(digits, cells, PixelsFromTwips(kLabels[label].left),
+    AddDigits(box, cells, PixelsFromTwips(kLabels[label].left),
               labelY + (labelHeight - cell_.cy) / 2);
   };
   add(G_y_, 4, 0);
@@ -252,20 +252,18 @@ void FrmTime::CreateDigits() {
   add(C_cs_, 2, 5);
 }
 
-// Right before the label.
-void FrmTime::AddDigits(DigitBox& digits, int cells, int labelX, int y) {
+// Left of its label.
+void FrmTime::AddDigits(PictureBox& box, int cells, int labelX, int y) {
   const int width = cells * cell_.cx;
-  digits.shown = {};  // a clock that was closed and is loaded again begins with empty boxes
-  digits.box.Create({.parent = hwnd(),
-                     .x = labelX - width,
-                     .y = y,
-                     .width = width,
-                     .height = cell_.cy,
-                     .backColor = kNight});
-  ForwardMouse(digits.box);
+  box.Create({.parent = hwnd(),
+              .x = labelX - width,
+              .y = y,
+              .width = width,
+              .height = cell_.cy,
+              .backColor = kNight});
+  ForwardMouse(box);
 }
 
-// Wherever it is pressed, the clock is one thing.
 void FrmTime::ForwardMouse(DrawnWindow& window) {
   window.MouseDown = [this](const MouseEvent& event) { Form_MouseDown(event); };
   window.MouseMove = [this](const MouseEvent& event) { Form_MouseMove(event); };
@@ -319,9 +317,9 @@ void FrmTime::DrawFace(const FaceHands& hands) {
 // date and the designator that it came up with.
 void FrmTime::DrawDate() {
   const CivilDateTime now = Time();
-  const std::wstring year = std::to_wstring(now.year);
-  for (size_t i = 0; i < year.size() && i < G_y_.shown.size(); ++i) {
-    DrawDigitOnce(G_y_, year[i] - L'0', static_cast<int>(i) + 1);
+  int position = 0;
+  for (const wchar_t digit : std::to_wstring(now.year)) {
+    DrawDigit(Digits(), G_y_, digit - L'0', 1, ++position);
   }
   DrawTwoDigits(G_m_, now.month);
   DrawTwoDigits(G_d_, now.day);
@@ -340,19 +338,13 @@ void FrmTime::FitHalfOfDay() {
   halfFont_ = std::move(font);
 }
 
-void FrmTime::DrawTwoDigits(DigitBox& target, int value) {
+void FrmTime::DrawTwoDigits(PictureBox& target, int value) {
   const TwoDigits digits = DigitsOf(value);
-  DrawDigitOnce(target, digits.tens, 1);
-  DrawDigitOnce(target, digits.units, 2);
+  DrawDigit(Digits(), target, digits.tens, 1, 1);
+  DrawDigit(Digits(), target, digits.units, 1, 2);
 }
 
-// A digit that stands there already is left alone.
-void FrmTime::DrawDigitOnce(DigitBox& target, int digit, int position) {
-  std::optional<int>& shown = target.shown[static_cast<size_t>(position) - 1];
-  if (shown != digit) DrawDigit(wPw1_ ? wPw1_->Dc() : nullptr, target.box, digit, 1, position);
-  shown = digit;
-}
-
+// Rows and positions count from 1.
 void FrmTime::DrawDigit(HDC source, PictureBox& target, int digit, int row, int position) {
   const int x = (position - 1) * cell_.cx;
   BitBlt(target.Dc(), x, 0, cell_.cx, cell_.cy, source, digit * cell_.cx, (row - 1) * cell_.cy,

@@ -42,19 +42,13 @@ class FrmTime final : public Form {
   void HideClock();
 
  private:
-  // A picture box whose clicks are the window's.
-  struct DigitBox {
-    PictureBox box;
-    std::array<std::optional<int>, 4> shown;
-  };
-
   void Form_Load() override;
   bool Form_Unload() override;
   LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
   void CreateLabels();
   void CreateDigits();
-  void AddDigits(DigitBox& digits, int cells, int labelX, int y);
+  void AddDigits(PictureBox& box, int cells, int labelX, int y);
   void FitHalfOfDay();
   void Form_MouseDown(const MouseEvent& event);
   void Form_MouseMove(const MouseEvent& event);
@@ -64,9 +58,9 @@ class FrmTime final : public Form {
   void DrawTime();
   void DrawFace(const FaceHands& hands);
   void DrawDate();
-  void DrawTwoDigits(DigitBox& target, int value);
-  void DrawDigitOnce(DigitBox& target, int digit, int position);
+  void DrawTwoDigits(PictureBox& target, int value);
   void DrawDigit(HDC source, PictureBox& target, int digit, int row, int position);
+  HDC Digits() const { return wPw1_ ? wPw1_->Dc() : nullptr; }
   CivilDateTime Time() const { return CivilFromSerial(surroundings_.clock()); }
 
   ClockSurroundings surroundings_;
@@ -75,12 +69,12 @@ class FrmTime final : public Form {
   SIZE cell_ = {};                     // of a digit
   ClockFace clockFace_;
   UniqueFont halfFont_;  // small enough for both characters
-  DigitBox G_y_;
-  DigitBox G_m_;
-  DigitBox G_d_;
-  DigitBox C_ch_;
-  DigitBox C_cm_;
-  DigitBox C_cs_;
+  PictureBox G_y_;
+  PictureBox G_m_;
+  PictureBox G_d_;
+  PictureBox C_ch_;
+  PictureBox C_cm_;
+  PictureBox C_cs_;
   std::array<PictureBox, 7> picD_;
   // Made with the window: a program whose clock is off pays nothing for them.
   std::array<std::optional<clsControl>, 7> labels_;

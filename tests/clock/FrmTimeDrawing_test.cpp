@@ -8,8 +8,6 @@
 namespace tellurvane {
 namespace {
 
-constexpr Color kStrange = Rgb(255, 0, 255);
-
 TEST_F(FrmTimeTest, TheStripHasThirteenCellsAndTenDigitsThatDiffer) {
   EXPECT_EQ(strip.Size().cx, 208);
   EXPECT_EQ(strip.Size().cy, 25);
@@ -115,35 +113,6 @@ TEST_F(FrmTimeTest, OverMidnightAndNoonTheDateAndTheHalfOfTheDayStay) {
   ShowAnewAt(At(2026, 12, 1, 12, 0, 2));
   EXPECT_EQ(DateShown(), "2026-12-01");
   EXPECT_EQ(HalfShown(), L"下午");
-}
-
-TEST_F(FrmTimeTest, OnlyTheDigitsThatChangeAreDrawn) {
-  ShowAt(kMorning);
-  for (const Box box : kAllBoxes) {
-    SetPixel(PictureOf(box), 3, 3, kStrange);
-    SetPixel(PictureOf(box), kCellWidth + 3, 3, kStrange);
-  }
-  // Nothing changes, then the second's units, then minute and second.
-  const auto untouched = [this](Box box, int position) {
-    return PixelOf(PictureOf(box), position * kCellWidth + 3, 3) == kStrange;
-  };
-  ShowAt(kMorning);
-  for (const Box box : kAllBoxes) {
-    EXPECT_TRUE(untouched(box, 0)) << box;
-    EXPECT_TRUE(untouched(box, 1)) << box;
-  }
-  ShowAt(At(2026, 11, 21, 9, 5, 8));
-  EXPECT_FALSE(untouched(kSecond, 1));
-  EXPECT_TRUE(untouched(kSecond, 0));
-  EXPECT_TRUE(untouched(kMinute, 1));
-  ShowAt(At(2026, 11, 21, 9, 6, 18));
-  EXPECT_FALSE(untouched(kMinute, 1));
-  EXPECT_TRUE(untouched(kMinute, 0));
-  EXPECT_FALSE(untouched(kSecond, 0));
-  for (const Box box : {kYear, kMonth, kDay, kHour}) {
-    EXPECT_TRUE(untouched(box, 0)) << box;
-    EXPECT_TRUE(untouched(box, 1)) << box;
-  }
 }
 
 TEST_F(FrmTimeTest, TheHandsPointWhereTheTimeSays) {
