@@ -13,7 +13,7 @@ constexpr DISPID kPlayStateChange = 5101;
 
 class PlayerEvents final : public IDispatch {
  public:
-  explicit PlayerEvents(std::shared_ptr<PlayerNews> news) : news_(std::move(news)) {}
+  explicit PlayerEvents(std::shared_ptr<PlayerReports> reports) : reports_(std::move(reports)) {}
   virtual ~PlayerEvents() = default;
 
   STDMETHODIMP QueryInterface(REFIID id, void** object) noexcept override {
@@ -49,20 +49,20 @@ class PlayerEvents final : public IDispatch {
     // One control gives it signed, another unsigned.
     const VARIANT& state = parameters->rgvarg[0];
     if (state.vt != VT_I4 && state.vt != VT_UI4) return S_OK;
-    if (id == kPlayStateChange) news_->PlayStateChanged(state.lVal);
-    if (id == kOpenStateChange) news_->OpenStateChanged(state.lVal);
+    if (id == kPlayStateChange) reports_->PlayStateChanged(state.lVal);
+    if (id == kOpenStateChange) reports_->OpenStateChanged(state.lVal);
     return S_OK;
   }
 
  private:
   std::atomic<ULONG> references_ = 1;
-  std::shared_ptr<PlayerNews> news_;
+  std::shared_ptr<PlayerReports> reports_;
 };
 
 }  // namespace
 
-ComPtr<IDispatch> MakePlayerEvents(std::shared_ptr<PlayerNews> news) {
-  return ComPtr<IDispatch>(new PlayerEvents(std::move(news)));
+ComPtr<IDispatch> MakePlayerEvents(std::shared_ptr<PlayerReports> reports) {
+  return ComPtr<IDispatch>(new PlayerEvents(std::move(reports)));
 }
 
 }  // namespace tellurvane

@@ -7,14 +7,15 @@
 
 #include <memory>
 
-#include "mainwin/PlayerNews.h"
+#include "mainwin/PlayerReports.h"
 #include "ui/Com.h"
 
 namespace tellurvane {
 
 // A sink for the control's events. It only writes down: events come in the middle of the control's
 // own calls, and a call back into it from there would find it unprepared. It calls nothing that
-// could throw. The news are shared: the sink may be called when the player's owner is gone already.
-ComPtr<IDispatch> MakePlayerEvents(std::shared_ptr<PlayerNews> news);
+// could throw. The reports are shared: the sink may be called when the player's owner is gone
+// already.
+ComPtr<IDispatch> MakePlayerEvents(std::shared_ptr<PlayerReports> reports);
 
 }  // namespace tellurvane

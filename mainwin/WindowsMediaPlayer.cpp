@@ -85,7 +85,7 @@ void WindowsMediaPlayer::ListenToEvents() {
       !events_) {
     return;
   }
-  const ComPtr<IDispatch> sink = MakePlayerEvents(news_);
+  const ComPtr<IDispatch> sink = MakePlayerEvents(reports_);
   if (FAILED(events_->Advise(sink.Get(), &eventsCookie_))) events_.Reset();
 }
 
@@ -101,7 +101,7 @@ void WindowsMediaPlayer::Url(const std::wstring& url) {
   if (!Make()) return;
   isStarted_ = false;
   // Before it is set: what is reported meanwhile is of the new one already.
-  news_->ForgetMedia();
+  reports_->ForgetMedia();
   const Bstr text(url);
   // A refused address leaves the one before in the control: it must not play.
   isOpen_ = SUCCEEDED(player_->put_URL(text.Get()));
@@ -115,7 +115,7 @@ void WindowsMediaPlayer::Stop() {
   if (controls_) controls_->stop();
   isStarted_ = false;
   // After it: that it has stopped is reported meanwhile.
-  news_->ForgetMedia();
+  reports_->ForgetMedia();
 }
 
 void WindowsMediaPlayer::Close() {
@@ -126,13 +126,13 @@ void WindowsMediaPlayer::Close() {
 // The control gives up media that it cannot open, and its state is undefined then.
 bool WindowsMediaPlayer::IsOpening() {
   const int state = PlayState();
-  return isStarted_ && state != kUndefinedState && !news_->IsMediaOpen(state) &&
-         !news_->HasMediaEnded(state) && Duration() == 0;
+  return isStarted_ && state != kUndefinedState && !reports_->IsMediaOpen(state) &&
+         !reports_->HasMediaEnded(state) && Duration() == 0;
 }
 
 // Asked ten times a second: the state is read only where it matters.
 bool WindowsMediaPlayer::HasEnded() {
-  return news_->IsEndReported() && news_->HasMediaEnded(PlayState());
+  return reports_->IsEndReported() && reports_->HasMediaEnded(PlayState());
 }
 
 int WindowsMediaPlayer::PlayState() {
@@ -143,7 +143,8 @@ int WindowsMediaPlayer::PlayState() {
   // A control that does not know how to close stays stopped; for the user it is closed.
   if (!player_ || !isOpen_) return kUndefinedState;
   WMPPlayState state = {};
-  return SUCCEEDED(player_->get_playState(&state)) ? static_cast<int>(state) : news_->PlayState();
+  return SUCCEEDED(player_->get_playState(&state)) ? static_cast<int>(state)
+                                                   : reports_->PlayState();
 }
 
 std::wstring WindowsMediaPlayer::Status() {

@@ -64,7 +64,7 @@ class WindowsMediaPlayer final : public MediaPlayer {
   ComPtr<IWMPPlayer4> player_;
   ComPtr<IWMPControls> controls_;
   ComPtr<IWMPSettings> settings_;
-  std::shared_ptr<PlayerNews> news_ = std::make_shared<PlayerNews>();
+  std::shared_ptr<PlayerReports> reports_ = std::make_shared<PlayerReports>();
   ComPtr<IConnectionPoint> events_;
   DWORD eventsCookie_ = 0;
 };

@@ -24,23 +24,23 @@ class PlayerEventsTest : public testing::Test {
     return Raise(event, &parameters);
   }
 
-  std::shared_ptr<PlayerNews> news = std::make_shared<PlayerNews>();
-  ComPtr<IDispatch> sink = MakePlayerEvents(news);
+  std::shared_ptr<PlayerReports> reports = std::make_shared<PlayerReports>();
+  ComPtr<IDispatch> sink = MakePlayerEvents(reports);
 };
 
 TEST_F(PlayerEventsTest, WritesDownThePlayStateOfEitherSign) {
   EXPECT_EQ(Raise(kPlayStateChange, VT_UI4, kPlayingState), S_OK);
-  EXPECT_EQ(news->PlayState(), kPlayingState);
+  EXPECT_EQ(reports->PlayState(), kPlayingState);
   EXPECT_EQ(Raise(kPlayStateChange, VT_I4, kStoppedState), S_OK);
-  EXPECT_EQ(news->PlayState(), kStoppedState);
+  EXPECT_EQ(reports->PlayState(), kStoppedState);
 }
 
 TEST_F(PlayerEventsTest, WritesDownThatTheMediaIsOpen) {
   constexpr LONG kMediaOpen = 13;
   EXPECT_EQ(Raise(kPlayStateChange, VT_UI4, kMediaOpen), S_OK);
-  EXPECT_FALSE(news->IsMediaOpen(kPlayingState));
+  EXPECT_FALSE(reports->IsMediaOpen(kPlayingState));
   EXPECT_EQ(Raise(kOpenStateChange, VT_UI4, kMediaOpen), S_OK);
-  EXPECT_TRUE(news->IsMediaOpen(kPlayingState));
+  EXPECT_TRUE(reports->IsMediaOpen(kPlayingState));
 }
 
 TEST_F(PlayerEventsTest, TakesWhateverElseIsRaisedAndWritesNothingDown) {
@@ -57,12 +57,12 @@ TEST_F(PlayerEventsTest, TakesWhateverElseIsRaisedAndWritesNothingDown) {
     DISPPARAMS parameters = {states, nullptr, count, 0};
     EXPECT_EQ(Raise(kPlayStateChange, &parameters), S_OK) << count;
   }
-  EXPECT_EQ(news->PlayState(), kUndefinedState);
+  EXPECT_EQ(reports->PlayState(), kUndefinedState);
 }
 
 TEST_F(PlayerEventsTest, OutlivesTheOneWhoAsked) {
-  const std::weak_ptr<PlayerNews> left = news;
-  news = nullptr;
+  const std::weak_ptr<PlayerReports> left = reports;
+  reports = nullptr;
   EXPECT_EQ(Raise(kPlayStateChange, VT_I4, kPlayingState), S_OK);
   EXPECT_EQ(left.lock()->PlayState(), kPlayingState);
   sink = ComPtr<IDispatch>();

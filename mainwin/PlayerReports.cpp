@@ -1,4 +1,4 @@
-#include "mainwin/PlayerNews.h"
+#include "mainwin/PlayerReports.h"
 
 namespace tellurvane {
 namespace {
@@ -7,19 +7,19 @@ constexpr int kMediaOpenState = 13;  // of the open states, as the control count
 
 }  // namespace
 
-void PlayerNews::ForgetMedia() { isMediaOpen_ = hasMediaPlayed_ = hasMediaEnded_ = false; }
+void PlayerReports::ForgetMedia() { isMediaOpen_ = hasMediaPlayed_ = hasMediaEnded_ = false; }
 
-void PlayerNews::PlayStateChanged(int state) {
+void PlayerReports::PlayStateChanged(int state) {
   playState_ = state;
   if (state == kPlayingState) hasMediaPlayed_ = true;
   if (state == kMediaEndedState || state == kStoppedState) hasMediaEnded_ |= hasMediaPlayed_;
 }
 
-bool PlayerNews::IsMediaOpen(int stateNow) const {
+bool PlayerReports::IsMediaOpen(int stateNow) const {
   return isMediaOpen_ && stateNow != kTransitioningState;
 }
 
-bool PlayerNews::HasMediaEnded(int stateNow) const {
+bool PlayerReports::HasMediaEnded(int stateNow) const {
   switch (stateNow) {
     case kUndefinedState:
     case kStoppedState:
@@ -31,7 +31,7 @@ bool PlayerNews::HasMediaEnded(int stateNow) const {
   }
 }
 
-void PlayerNews::OpenStateChanged(int state) {
+void PlayerReports::OpenStateChanged(int state) {
   if (state == kMediaOpenState) isMediaOpen_ = true;
 }
 

@@ -9,7 +9,7 @@ namespace tellurvane {
 // guaranteed order, and those of the media before may come late, when the control is at work on the
 // new media already. So an end counts only after playing, and what is asked for names the state
 // that the control itself is in now.
-class PlayerNews {
+class PlayerReports {
  public:
   // When a URL is set, and when playing is stopped.
   void ForgetMedia();
