@@ -116,7 +116,7 @@ void FrmMain::Form_Load() {
 }
 
 void FrmMain::Open() {
-  StayInFront();
+  CancelPendingHide();
   Show();
   Form_Resize();
   // The screens may have changed while it was hidden.
@@ -195,7 +195,7 @@ void FrmMain::ShowTaskList() {
 
 void FrmMain::Form_Resize() {
   if (!IsOnScreen()) return;
-  StayInFront();
+  CancelPendingHide();
   if (PixelsFromTwips(Width()) != PixelsFromTwips(kWidth) ||
       PixelsFromTwips(Height()) != PixelsFromTwips(kHeight)) {
     // Comes back here with the right size.
@@ -228,7 +228,7 @@ bool FrmMain::Form_Unload() {
     // would be shown by that.
     if (editor_ != nullptr || !Visible()) return false;
     ShowWindow(hwnd(), SW_MINIMIZE);
-    GoBehindIcon();
+    HideToTray();
     return false;
   }
   playback_.StopPlayback();
@@ -280,7 +280,7 @@ LRESULT FrmMain::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         return Form::HandleMessage(message, wParam, lParam);
       }
       // An open dialog would be left alone on the screen.
-      if (Enabled()) GoBehindIcon();
+      if (Enabled()) HideToTray();
       return 0;
     case WM_POWERBROADCAST:
       HandlePower(wParam);

@@ -113,15 +113,15 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   void ShowInTaskbar(bool show);
   // Neither hidden nor minimised.
   bool IsOnScreen() const { return Visible() && !IsIconic(hwnd()); }
-  void GoBehindIcon();
+  void HideToTray();
   // Each second: tries again what the taskbar did not take.
-  void KeepTrayIcon();
-  void StayInFront();
+  void RetryTrayIcon();
+  void CancelPendingHide();
   HWND FrontWindow() const;
   // Shows the window as it is, before all others and with the keyboard; or the dialog that is open.
   void ComeToFront();
   void HandlePower(WPARAM event);
-  void RestTaskTimer();
+  void PauseTaskTimer();
   void WakeUp_Tick();
   void EnablePlayButtons(bool isPlaying);
 
@@ -136,10 +136,10 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   MediaPlayer& player_;
   std::function<void()> releaseProcess_;
   bool quitFlag_ = false;
-  bool isGoingBehindIcon_ = false;  // as soon as the taskbar takes the icon
+  bool isHidePending_ = false;  // as soon as the taskbar takes the icon
   // Milliseconds, as GetTickCount64 counts.
   ULONGLONG nextIconTry_ = 0;
-  ULONGLONG restingSince_ = 0;
+  ULONGLONG pausedSince_ = 0;
   FrmSet* editor_ = nullptr;  // while it is open
   // What the position slider shows, or is to show when the window is on the screen again. Seconds.
   struct Position {

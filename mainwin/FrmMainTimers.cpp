@@ -39,11 +39,11 @@ void FrmMain::SetEnabled(bool enable) {
 void FrmMain::HandlePower(WPARAM event) {
   if (event != PBT_APMSUSPEND && event != PBT_APMRESUMEAUTOMATIC) return;
   if (event == PBT_APMSUSPEND) playback_.StopPlayback();
-  RestTaskTimer();
+  PauseTaskTimer();
 }
 
-void FrmMain::RestTaskTimer() {
-  restingSince_ = GetTickCount64();
+void FrmMain::PauseTaskTimer() {
+  pausedSince_ = GetTickCount64();
   WakeUp_.Enabled(true);
   SetEnabled(false);
 }
@@ -51,8 +51,8 @@ void FrmMain::RestTaskTimer() {
 // What fell due meanwhile runs once, at the next tick.
 void FrmMain::WakeUp_Tick() {
   // Far too late: the computer has slept meanwhile, and the system has not reported it yet.
-  if (GetTickCount64() - restingSince_ > kSleptMilliseconds) {
-    RestTaskTimer();
+  if (GetTickCount64() - pausedSince_ > kSleptMilliseconds) {
+    PauseTaskTimer();
     return;
   }
   WakeUp_.Enabled(false);
@@ -64,7 +64,7 @@ void FrmMain::PostTick() { (void)PostMessageW(hwnd(), kPostedTick, 0, 0); }
 
 void FrmMain::TimerSet_Tick() {
   RetryUnreadList();
-  KeepTrayIcon();
+  RetryTrayIcon();
   // Nobody sees a hidden window: drawing it costs nothing.
   if (!IsOnScreen()) return;
   statusText_ = StatusLineText(player_, general_.radioFlag, Now(), dayHalves_);

@@ -56,7 +56,7 @@ void FrmMain::clsIcon_LButtonDown() {
 
 void FrmMain::FormMin() {
   if (Visible()) {
-    GoBehindIcon();
+    HideToTray();
     return;
   }
   ShowInTaskbar(true);
@@ -67,23 +67,23 @@ void FrmMain::FormMin() {
 
 // Not without the icon: nothing would be left that brings the window back. The taskbar may be too
 // busy to take it, and is then asked again each second.
-void FrmMain::GoBehindIcon() {
-  isGoingBehindIcon_ = !clsIcon_.IconAdd();
-  if (isGoingBehindIcon_) return;
+void FrmMain::HideToTray() {
+  isHidePending_ = !clsIcon_.IconAdd();
+  if (isHidePending_) return;
   Hide();
   ShowInTaskbar(false);
 }
 
-void FrmMain::KeepTrayIcon() {
+void FrmMain::RetryTrayIcon() {
   // A dialog that was opened meanwhile is a reason to stay.
-  isGoingBehindIcon_ = isGoingBehindIcon_ && Enabled();
+  isHidePending_ = isHidePending_ && Enabled();
   const ULONGLONG start = GetTickCount64();
   if (start < nextIconTry_) return;
-  if (!isGoingBehindIcon_ && clsIcon_.IsMissing()) (void)clsIcon_.IconAdd();
+  if (!isHidePending_ && clsIcon_.IsMissing()) (void)clsIcon_.IconAdd();
   // Minimised by another program, without a taskbar button: Windows leaves a stub of such a window
   // above the taskbar.
   const bool isStub = Visible() && IsIconic(hwnd()) && Enabled() && clsIcon_.IsInTray();
-  if (isGoingBehindIcon_ || isStub) GoBehindIcon();
+  if (isHidePending_ || isStub) HideToTray();
   // A taskbar that hangs answers after seconds: asked each second, it would stop this program too.
   const ULONGLONG end = GetTickCount64();
   if (end - start > kSlowMilliseconds) nextIconTry_ = end + kPauseMilliseconds;
@@ -91,9 +91,9 @@ void FrmMain::KeepTrayIcon() {
 
 // The user has brought the window back before the taskbar took the icon. Without a taskbar button
 // the icon is still wanted.
-void FrmMain::StayInFront() {
-  if (!isGoingBehindIcon_) return;
-  isGoingBehindIcon_ = false;
+void FrmMain::CancelPendingHide() {
+  if (!isHidePending_) return;
+  isHidePending_ = false;
   const bool isInTaskbar = (GetWindowLongPtrW(hwnd(), GWL_EXSTYLE) & WS_EX_APPWINDOW) != 0;
   if (isInTaskbar) clsIcon_.IconDelete();
 }
@@ -113,7 +113,7 @@ HWND FrmMain::FrontWindow() const {
 }
 
 void FrmMain::ComeToFront() {
-  StayInFront();
+  CancelPendingHide();
   if (!Visible() || IsIconic(hwnd())) Open();
   const HWND front = FrontWindow();
   // Above all others for a moment: where Windows refuses the foreground, and under Wine, where
