@@ -133,7 +133,7 @@ UniqueFont FontWithin(HWND label, const std::wstring& text, int width) {
 
 }  // namespace
 
-FrmTime::FrmTime(ClockSurroundings surroundings) : surroundings_(std::move(surroundings)) {}
+FrmTime::FrmTime(ClockCallbacks callbacks) : callbacks_(std::move(callbacks)) {}
 
 FrmTime::~FrmTime() { Unload(); }
 
@@ -184,7 +184,7 @@ bool FrmTime::Form_Unload() {
   if (Visible()) {
     for (const BYTE opacity : kFadeOut) {
       Opacity(opacity);
-      surroundings_.pause(kFadeMilliseconds);
+      callbacks_.pause(kFadeMilliseconds);
     }
   }
   for (PictureBox& host : picD_) DestroyWindow(host.hwnd());
@@ -323,7 +323,7 @@ void FrmTime::DrawDate() {
   }
   DrawTwoDigits(G_m_, now.month);
   DrawTwoDigits(G_d_, now.day);
-  labels_[kHalfOfDay]->text(surroundings_.dayHalf(surroundings_.clock()));
+  labels_[kHalfOfDay]->text(callbacks_.dayHalf(callbacks_.clock()));
   FitHalfOfDay();
 }
 
@@ -354,7 +354,7 @@ void FrmTime::DrawDigit(HDC source, PictureBox& target, int digit, int row, int 
 
 void FrmTime::Form_MouseDown(const MouseEvent& event) {
   if (event.button == kLeftButton) BeginDrag();
-  if (event.button == kRightButton) surroundings_.openTrayMenu(hwnd());
+  if (event.button == kRightButton) callbacks_.openTrayMenu(hwnd());
 }
 
 void FrmTime::Form_MouseMove(const MouseEvent&) { PullInside(); }

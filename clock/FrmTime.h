@@ -21,7 +21,7 @@
 namespace tellurvane {
 
 // All must be set.
-struct ClockSurroundings {
+struct ClockCallbacks {
   Clock clock;
   Pause pause;
   // What the locale calls this half of the day.
@@ -32,7 +32,7 @@ struct ClockSurroundings {
 
 class FrmTime final : public Form {
  public:
-  explicit FrmTime(ClockSurroundings surroundings);
+  explicit FrmTime(ClockCallbacks callbacks);
   FrmTime(const FrmTime&) = delete;
   FrmTime& operator=(const FrmTime&) = delete;
   ~FrmTime() override;
@@ -61,9 +61,9 @@ class FrmTime final : public Form {
   void DrawTwoDigits(PictureBox& target, int value);
   void DrawDigit(HDC source, PictureBox& target, int digit, int row, int position);
   HDC Digits() const { return wPw1_ ? wPw1_->Dc() : nullptr; }
-  CivilDateTime Time() const { return CivilFromSerial(surroundings_.clock()); }
+  CivilDateTime Time() const { return CivilFromSerial(callbacks_.clock()); }
 
-  ClockSurroundings surroundings_;
+  ClockCallbacks callbacks_;
   std::optional<MemoryContext> wPw1_;  // the digit strip
   std::optional<MemoryContext> face_;  // the face without its hands
   SIZE cell_ = {};                     // of a digit

@@ -53,13 +53,14 @@ FrmMain::FrmMain(ModGeneral& general, MediaPlayer& player)
     : general_(general),
       player_(player),
       rows_(general, Now),
-      clock_(AroundTheClock()),
+      clock_(MakeClockCallbacks()),
       // Deliberately blocking: nothing else happens while a note or the clock fades.
       notes_(SleepFor),
-      playback_(player, *this, general.radioFlag, PlayerActions()),
-      runner_(general.tasks, rows_, *this, playback_, RunnerActions(), AppendLocaleDateText, Now) {}
+      playback_(player, *this, general.radioFlag, MakePlaybackCallbacks()),
+      runner_(general.tasks, rows_, *this, playback_, MakeTaskActions(), AppendLocaleDateText,
+              Now) {}
 
-TaskActions FrmMain::RunnerActions() {
+TaskActions FrmMain::MakeTaskActions() {
   return {.pathExists = PathExists,
           .startCommand = [](const std::wstring& commandLine) { (void)RunCommand(commandLine); },
           .showNote = [this](const std::wstring& text,
@@ -68,7 +69,7 @@ TaskActions FrmMain::RunnerActions() {
           .processPendingMessages = ProcessPendingMessages};
 }
 
-PlaybackActions FrmMain::PlayerActions() {
+PlaybackCallbacks FrmMain::MakePlaybackCallbacks() {
   return {.songLoop = [this] { return IsOn(general_.settings.SongLoop); },
           .runSelectedTask = [this] { runner_.RunForContinuousPlay(rows_.SelectedRow()); },
           .writeSavedVolume =
@@ -78,7 +79,7 @@ PlaybackActions FrmMain::PlayerActions() {
           .milliseconds = GetTickCount64};
 }
 
-ClockSurroundings FrmMain::AroundTheClock() {
+ClockCallbacks FrmMain::MakeClockCallbacks() {
   return {
       .clock = Now,
       .pause = SleepFor,

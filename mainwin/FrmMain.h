@@ -125,10 +125,10 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   void WakeUp_Tick();
   void EnablePlayButtons(bool isPlaying);
 
-  TaskActions RunnerActions();
-  PlaybackActions PlayerActions();
-  ClockSurroundings AroundTheClock();
-  EditorServices ForTheEditor();
+  TaskActions MakeTaskActions();
+  PlaybackCallbacks MakePlaybackCallbacks();
+  ClockCallbacks MakeClockCallbacks();
+  EditorServices MakeEditorServices();
   bool TakeOverEditedList(bool isSaved);
   void ShowTaskList();
 

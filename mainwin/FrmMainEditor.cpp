@@ -11,7 +11,7 @@
 #include "scheduler/Schedule.h"
 
 namespace tellurvane {
-EditorServices FrmMain::ForTheEditor() {
+EditorServices FrmMain::MakeEditorServices() {
   return {
       .browseForSource =
           [this](bool wantExecutables) {
@@ -64,7 +64,7 @@ void FrmMain::OpenEditor(std::optional<size_t> row) {
   };
   FrmSet editor(general_.tasks,
                 {.clock = Now, .pathExists = PathExists, .isSameName = EqualsIgnoringCase}, save,
-                ForTheEditor());
+                MakeEditorServices());
   editor_ = &editor;
   editor.Open(hwnd(), row);
   editor_ = nullptr;

@@ -13,8 +13,8 @@ constexpr std::uint64_t kOpeningMilliseconds = 30'000;
 }  // namespace
 
 PlaybackController::PlaybackController(MediaPlayer& player, PlaybackView& view, bool& radioFlag,
-                                       PlaybackActions actions)
-    : player_(player), view_(view), radioFlag_(radioFlag), actions_(std::move(actions)) {}
+                                       PlaybackCallbacks callbacks)
+    : player_(player), view_(view), radioFlag_(radioFlag), callbacks_(std::move(callbacks)) {}
 
 void PlaybackController::StopPlayback() {
   player_.Close();
@@ -33,12 +33,13 @@ void PlaybackController::FollowPosition() {
     FollowNow();
     return;
   }
-  openingSince_ = actions_.milliseconds();
+  openingSince_ = callbacks_.milliseconds();
   view_.EnableTimerOpening(true);
 }
 
 void PlaybackController::TimerOpening_Tick() {
-  if (player_.IsOpening() && actions_.milliseconds() - openingSince_ < kOpeningMilliseconds) return;
+  if (player_.IsOpening() && callbacks_.milliseconds() - openingSince_ < kOpeningMilliseconds)
+    return;
   view_.EnableTimerOpening(false);
   FollowNow();
 }
@@ -65,8 +66,8 @@ void PlaybackController::TimerVis_Tick() {
   // What never opened is not played again: it would end at once, again and again. A sound of less
   // than half a second has no length in whole seconds either, but the player reports its end.
   const bool hasPlayed = hasEnded || RoundHalfToEven(duration) > 0;
-  if (actions_.songLoop() && hasPlayed) {
-    actions_.runSelectedTask();
+  if (callbacks_.songLoop() && hasPlayed) {
+    callbacks_.runSelectedTask();
   } else {
     StopPlayback();
   }
@@ -76,7 +77,7 @@ void PlaybackController::SliderVolH_PositionSet(double value) {
   const auto volume = static_cast<std::int32_t>(RoundHalfToEven(value));
   player_.Volume(volume);
   // The setting in memory keeps the value of the start; nobody reads it later.
-  actions_.writeSavedVolume(volume);
+  callbacks_.writeSavedVolume(volume);
 }
 
 }  // namespace tellurvane

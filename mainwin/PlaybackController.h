@@ -29,7 +29,7 @@ class PlaybackView {
 };
 
 // All must be set.
-struct PlaybackActions {
+struct PlaybackCallbacks {
   // Whether continuous play is on.
   std::function<bool()> songLoop;
   // Runs the selected task, stop step included.
@@ -44,7 +44,7 @@ class PlaybackController final : public TaskPlayer {
  public:
   // The radio flag says that what plays is a stream. It is kept outside: others read it.
   PlaybackController(MediaPlayer& player, PlaybackView& view, bool& radioFlag,
-                     PlaybackActions actions);
+                     PlaybackCallbacks callbacks);
 
   // TaskPlayer. Stopping leaves the radio flag as it is.
   void StopPlayback() override;
@@ -68,7 +68,7 @@ class PlaybackController final : public TaskPlayer {
   MediaPlayer& player_;
   PlaybackView& view_;
   bool& radioFlag_;
-  PlaybackActions actions_;
+  PlaybackCallbacks callbacks_;
   std::uint64_t openingSince_ = 0;  // milliseconds
 };
 

@@ -97,7 +97,7 @@ class FrmTimeTest : public testing::Test {
   void SetUp() override { MakeClock(); }
 
   void MakeClock() {
-    clock = std::make_unique<FrmTime>(ClockSurroundings{
+    clock = std::make_unique<FrmTime>(ClockCallbacks{
         .clock = [this] { return now; },
         .pause = log.Pause(),
         .dayHalf =
