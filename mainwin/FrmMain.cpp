@@ -155,8 +155,8 @@ void FrmMain::CreateSliders() {
   SliderH_.TargetPictureBox(AddBox(picSliderH_, hwnd(), true));
   SliderH_.PostRender = [this](bool) { SliderH_PostRender(); };
   SliderH_.Create();
-  SliderH_.Max(position_.range);
-  SliderH_.Value(position_.value);
+  SliderH_.Max(100);
+  SliderH_.Value(0);
   SliderH_.Enabled(false);
   SliderH_.PositionSetByMouse = [this](double seconds) {
     playback_.SliderH_PositionSetByMouse(seconds);
@@ -219,8 +219,10 @@ void FrmMain::Form_Resize() {
   listHost_.Move(0, 0, width, listHeight);
   picStatusBar_.Move(0, listHeight, width, statusHeight);
   rows_.FitColumn();
-  SliderH_.Max(position_.range);
-  SliderH_.Value(position_.value);
+  // While nobody saw the window the slider was not drawn.
+  const bool isFollowing = TimerVis_.Enabled();
+  if (isFollowing) SliderH_.Max(player_.Duration());
+  SliderH_.Value(isFollowing ? player_.Position() : 0);
 }
 
 bool FrmMain::Form_Unload() {
@@ -318,15 +320,13 @@ void FrmMain::EnablePlayButtons(bool isPlaying) {
   ToolBar_.Enabled(kStopButton, isPlaying);
 }
 
-// Each setter of the slider draws it. What a hidden window does not draw is drawn by Form_Resize
-// when the window comes back.
+// Each setter of the slider draws it, ten times a second. Form_Resize draws it when the window
+// comes back.
 void FrmMain::PositionRange(double seconds) {
-  position_.range = seconds;
   if (IsOnScreen()) SliderH_.Max(seconds);
 }
 
 void FrmMain::PositionValue(double seconds) {
-  position_.value = seconds;
   if (IsOnScreen()) SliderH_.Value(seconds);
 }
 

@@ -141,11 +141,6 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   ULONGLONG nextIconTry_ = 0;
   ULONGLONG pausedSince_ = 0;
   FrmSet* editor_ = nullptr;  // while it is open
-  // What the position slider shows, or is to show when the window is on the screen again. Seconds.
-  struct Position {
-    double range = 100;
-    double value = 0;
-  } position_;
   std::wstring statusText_;
   DayHalves dayHalves_;
 
