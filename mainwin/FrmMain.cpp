@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "base/LocaleDates.h"
 #include "base/Pause.h"
@@ -49,9 +50,10 @@ void PrintPercent(clsProgress& slider, int decimals) {
 
 }  // namespace
 
-FrmMain::FrmMain(ModGeneral& general, MediaPlayer& player)
+FrmMain::FrmMain(ModGeneral& general, MediaPlayer& player, TickCount milliseconds)
     : general_(general),
       player_(player),
+      milliseconds_(std::move(milliseconds)),
       rows_(general, Now),
       clock_(MakeClockCallbacks()),
       // Deliberately blocking: nothing else happens while a note or the clock fades.
@@ -76,7 +78,7 @@ PlaybackCallbacks FrmMain::MakePlaybackCallbacks() {
               [this](std::int32_t volume) {
                 (void)general_.settingsFile.Write(L"SavedVolume", volume);
               },
-          .milliseconds = GetTickCount64};
+          .milliseconds = milliseconds_};
 }
 
 ClockCallbacks FrmMain::MakeClockCallbacks() {

@@ -35,8 +35,11 @@ class TaskbarOwner final : public Form {
 
 class FrmMain final : public Form, private PlaybackView, private TaskTimer {
  public:
-  // Both outlive the window.
-  FrmMain(ModGeneral& general, MediaPlayer& player);
+  // Milliseconds since some moment; never goes back.
+  using TickCount = std::function<std::uint64_t()>;
+
+  // `general` and `player` outlive the window.
+  FrmMain(ModGeneral& general, MediaPlayer& player, TickCount milliseconds = GetTickCount64);
 
   // What is given back last, once the window has let go of everything of its own.
   void SetReleaseProcess(std::function<void()> release) { releaseProcess_ = std::move(release); }
@@ -78,7 +81,7 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   void SetInterval(unsigned milliseconds) override { tmrJob_.Interval(milliseconds); }
   void SetEnabled(bool enable) override;
   void PostTick() override;
-  std::uint64_t Milliseconds() override { return GetTickCount64(); }
+  std::uint64_t Milliseconds() override { return milliseconds_(); }
 
   void CreateTrayIcon();
   void CreateList();
@@ -134,12 +137,12 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
 
   ModGeneral& general_;
   MediaPlayer& player_;
+  TickCount milliseconds_;
   std::function<void()> releaseProcess_;
   bool quitFlag_ = false;
   bool isHidePending_ = false;  // as soon as the taskbar takes the icon
-  // Milliseconds, as GetTickCount64 counts.
-  ULONGLONG nextIconTry_ = 0;
-  ULONGLONG pausedSince_ = 0;
+  std::uint64_t nextIconTry_ = 0;
+  std::uint64_t pausedSince_ = 0;
   FrmSet* editor_ = nullptr;  // while it is open
   std::wstring statusText_;
   DayHalves dayHalves_;

@@ -10,7 +10,7 @@ constexpr unsigned kVisMilliseconds = 100;
 constexpr unsigned kSetMilliseconds = 1'000;
 // Ten seconds with the task timer's own one: by then network and sound are back.
 constexpr unsigned kWakeUpMilliseconds = 9'000;
-constexpr ULONGLONG kSleptMilliseconds = 18'000;
+constexpr std::uint64_t kSleptMilliseconds = 18'000;
 
 }  // namespace
 
@@ -43,7 +43,7 @@ void FrmMain::HandlePower(WPARAM event) {
 }
 
 void FrmMain::PauseTaskTimer() {
-  pausedSince_ = GetTickCount64();
+  pausedSince_ = milliseconds_();
   WakeUp_.Enabled(true);
   SetEnabled(false);
 }
@@ -51,7 +51,7 @@ void FrmMain::PauseTaskTimer() {
 // What fell due meanwhile runs once, at the next tick.
 void FrmMain::WakeUp_Tick() {
   // Far too late: the computer has slept meanwhile, and the system has not reported it yet.
-  if (GetTickCount64() - pausedSince_ > kSleptMilliseconds) {
+  if (milliseconds_() - pausedSince_ > kSleptMilliseconds) {
     PauseTaskTimer();
     return;
   }

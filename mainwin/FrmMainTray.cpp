@@ -6,8 +6,8 @@
 namespace tellurvane {
 namespace {
 
-constexpr ULONGLONG kSlowMilliseconds = 1'000;
-constexpr ULONGLONG kPauseMilliseconds = 30'000;
+constexpr std::uint64_t kSlowMilliseconds = 1'000;
+constexpr std::uint64_t kPauseMilliseconds = 30'000;
 
 bool IsOwnedBy(HWND window, HWND owner) {
   while (window != nullptr && window != owner) window = GetWindow(window, GW_OWNER);
@@ -77,7 +77,7 @@ void FrmMain::HideToTray() {
 void FrmMain::RetryTrayIcon() {
   // A dialog that was opened meanwhile is a reason to stay.
   isHidePending_ = isHidePending_ && Enabled();
-  const ULONGLONG start = GetTickCount64();
+  const std::uint64_t start = milliseconds_();
   if (start < nextIconTry_) return;
   if (!isHidePending_ && clsIcon_.IsMissing()) (void)clsIcon_.IconAdd();
   // Minimised by another program, without a taskbar button: Windows leaves a stub of such a window
@@ -85,7 +85,7 @@ void FrmMain::RetryTrayIcon() {
   const bool isStub = Visible() && IsIconic(hwnd()) && Enabled() && clsIcon_.IsInTray();
   if (isHidePending_ || isStub) HideToTray();
   // A taskbar that hangs answers after seconds: asked each second, it would stop this program too.
-  const ULONGLONG end = GetTickCount64();
+  const std::uint64_t end = milliseconds_();
   if (end - start > kSlowMilliseconds) nextIconTry_ = end + kPauseMilliseconds;
 }
 

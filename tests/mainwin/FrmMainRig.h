@@ -59,7 +59,7 @@ class FrmMainTest : public testing::Test {
 
   void Open() {
     general = std::make_unique<ModGeneral>(folder.Path());
-    window = std::make_unique<FrmMain>(*general, player);
+    window = std::make_unique<FrmMain>(*general, player, [this] { return milliseconds(); });
     window->Create();
     window->Open();
     Pump();
@@ -100,6 +100,7 @@ class FrmMainTest : public testing::Test {
 
   TemporaryFolder folder;
   FakePlayer player;
+  FrmMain::TickCount milliseconds = GetTickCount64;
   std::unique_ptr<ModGeneral> general;
   std::unique_ptr<FrmMain> window;
   HWND toolbar = nullptr;

@@ -142,6 +142,24 @@ TEST_F(FrmMainTrayTest, HidesOnlyOnceTheTaskbarHasTakenTheIcon) {
   EXPECT_FALSE(IsInTaskbar());
 }
 
+TEST_F(FrmMainTrayTest, ATaskbarThatHangsIsAskedAgainAfterHalfAMinute) {
+  std::uint64_t now = 0;
+  std::uint64_t answersIn = 1'001;
+  milliseconds = [&] { return now += answersIn; };
+  Open();
+  FailingImport taskbar({"Shell_NotifyIconW"});
+  taskbar.Fail(1, INT_MAX);
+  Close();
+  EXPECT_TRUE(PumpUntil([&] { return taskbar.Calls() == 2; })) << "not tried again";
+  answersIn = 0;
+  now += 29'999;
+  LetSecondsPass(2);
+  EXPECT_EQ(taskbar.Calls(), 2);
+  now += 1;
+  EXPECT_TRUE(PumpUntil([&] { return taskbar.Calls() > 2; }));
+  EXPECT_TRUE(window->Visible());
+}
+
 TEST_F(FrmMainTrayTest, AWindowThatIsBroughtBackBeforeTheIconIsThereStays) {
   Open();
   FailingImport taskbar({"Shell_NotifyIconW"});
