@@ -41,7 +41,7 @@ bool DeleteMachineValue() {
   return key && IsGone(RegDeleteValueA(key.Get(), kRunValue));
 }
 
-// With quotes: what stands here is a command line, and the folder may have blanks in its name.
+// In quotes: the value is a command line, and the path may contain blanks.
 bool WriteUserValue(const std::wstring& executable) {
   const std::wstring command = L"\"" + executable + L"\"";
   return RegSetKeyValueW(HKEY_CURRENT_USER, kRunKey, kUserRunValue, REG_SZ, command.c_str(),
@@ -57,7 +57,7 @@ bool DeleteUserValue() {
 
 bool WriteRunValue(const std::wstring& executable) {
   if (!WriteMachineValue(executable)) return WriteUserValue(executable);
-  // One value is enough. Should the other one stay, the second start ends silently.
+  // If the other value stays, the second copy ends silently.
   (void)DeleteUserValue();
   return true;
 }
@@ -73,8 +73,8 @@ std::wstring ExecutablePath() {
   const std::wstring folder = ApplicationFolder();
   std::wstring name = module.substr(module.find_last_of(L'\\') + 1);
   name.resize(std::min(name.find_last_of(L'.'), name.size()));
-  // Deliberately put together anew: the extension is always written as ".exe", and a program in a
-  // drive's root gets a doubled separator, which the system takes for one.
+  // Deliberately put together: the extension is always ".exe". A program in a drive's root gets a
+  // doubled separator, which the system accepts.
   return folder + L"\\" + name + L".exe";
 }
 

@@ -6,16 +6,14 @@
 namespace tellurvane {
 
 // Writes the value "RunTellurvane" under
-// HKEY_LOCAL_MACHINE\Software\Microsoft\Windows\CurrentVersion\Run: text in the ANSI code page,
-// handed over without a terminating NUL; what the code page does not have is lost. An ordinary user
-// is denied that key. Then the same key under HKEY_CURRENT_USER gets it: the path in quotes, in
-// Unicode. Where the machine's key takes it, the user's value is deleted. False when neither key
-// takes it.
+// HKEY_LOCAL_MACHINE\Software\Microsoft\Windows\CurrentVersion\Run, in the ANSI code page and
+// without a terminating NUL, and deletes the user's value. An ordinary user may not write there:
+// then it is written under HKEY_CURRENT_USER, in quotes and in Unicode. False if both fail.
 bool WriteRunValue(const std::wstring& executable);
-// Deletes both values; one that is not there counts as deleted. False when one of them may be left.
+// Deletes both values. A missing one counts as deleted. False if one may be left.
 bool DeleteRunValue();
 
-// The full path that is written: the program's folder, its name and ".exe".
+// The full path to write: the program's folder, its name and ".exe".
 std::wstring ExecutablePath();
 
 }  // namespace tellurvane

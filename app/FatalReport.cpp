@@ -11,8 +11,8 @@
 namespace tellurvane {
 namespace {
 
-// The text of other exceptions is for developers; it would mean nothing to the user.
-// Good as long as the error is. Makes no string: memory may be what is short.
+// Valid as long as the error. Makes no string, since memory may be short. The texts of other
+// exceptions mean nothing to the user.
 const wchar_t* MessageOf(const std::exception_ptr& error) {
   try {
     std::rethrow_exception(error);
@@ -31,7 +31,7 @@ void ReportFatal(const std::exception_ptr& error) {
   clsNotifyIcon::DeleteAll();
   MessageBoxW(nullptr, MessageOf(error), kApplicationTitle,
               MB_OK | MB_ICONERROR | MB_TASKMODAL | MB_SETFOREGROUND);
-  // Only now: while the box stands this copy still holds its files.
+  // After the box: until then this copy holds its files.
   ReleaseInstance();
   ExitProcess(1);
 }

@@ -1,12 +1,12 @@
-// The one place where a fatal error ends.
+// The end of the program after a fatal error.
 #pragma once
 
 #include <exception>
 
 namespace tellurvane {
 
-// Takes the tray icon away, shows one box that says in Chinese what went wrong, lets another copy
-// start, and ends the process with exit code 1. Does not return.
+// Removes the tray icon, shows one box with the error in Chinese, and ends the process with exit
+// code 1. Does not return.
 void ReportFatal(const std::exception_ptr& error);
 
 }  // namespace tellurvane

@@ -13,11 +13,11 @@ namespace tellurvane {
 namespace {
 
 int Main() {
-  // Nothing beside the executable is ever loaded as a library.
+  // Load no library from the executable's folder.
   SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
   SetFatalHandler(ReportFatal);
-  // A page that is fetched or a note that fades keeps the one thread busy. Windows would put a
-  // ghost over the windows then, and invite the user to end the program.
+  // Fetching a page or fading a note blocks the only thread. Windows would offer the user to end
+  // the program.
   DisableProcessWindowsGhosting();
 
   const std::wstring folder = ApplicationFolder();

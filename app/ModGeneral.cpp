@@ -30,7 +30,7 @@ TaskListDialect UserDialect() {
 ModGeneral::ModGeneral(const std::wstring& applicationFolder)
     : settingsFile(applicationFolder + L"\\Setting.ini"),
       settings(settingsFile.ReadAll()),
-      // Deliberately a doubled separator: the file system takes it for one.
+      // Deliberately a doubled separator, which the file system accepts.
       taskListFile(files_, applicationFolder + L"\\" + L"\\JobList.dbs", UserDialect(), Now) {}
 
 void ModGeneral::LoadIcons() {
@@ -69,7 +69,7 @@ std::wstring ApplicationFolder() {
 
 bool ClaimInstance() {
   instanceMutex.Reset(CreateMutexW(nullptr, TRUE, kApplicationTitle));
-  // No handle means that the name is taken by a copy that this one may not even look at.
+  // No handle: another user's copy owns the name.
   if (instanceMutex && GetLastError() != ERROR_ALREADY_EXISTS) return true;
   ReleaseInstance();
   return false;
@@ -82,8 +82,8 @@ void ReleaseInstance() noexcept {
 }
 
 bool StartGdiplus() {
-  // A library that is not there would end the first delayed call with an exception of the system.
-  // Never given back: it is needed as long as the process lasts.
+  // The first delayed call of a missing library would raise an exception. Never freed: the process
+  // needs it to its end.
   // cppcheck-suppress leakReturnValNotUsed
   if (LoadLibraryW(L"gdiplus.dll") == nullptr) return false;
   const Gdiplus::GdiplusStartupInput input;

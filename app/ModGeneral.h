@@ -1,4 +1,4 @@
-// What belongs to the process: its folder, its single instance, the settings, the task list.
+// The process-wide state: folder, single instance, settings, task list, icons.
 #pragma once
 
 #include <windows.h>
@@ -18,8 +18,7 @@ namespace tellurvane {
 inline constexpr const wchar_t* kApplicationTitle = L"Tellurvane";
 inline constexpr size_t kIconCount = kMediaTypeCount + 3;
 
-// The state that lives as long as the process. Made once by the entry routine, after it is sure
-// that no other copy runs.
+// Created once by the entry routine, after ClaimInstance.
 class ModGeneral {
  public:
   // Reads the settings; throws FatalError when a number is missing.
@@ -30,14 +29,14 @@ class ModGeneral {
   void ReleaseIcons();
 
  private:
-  Win32FileOperations files_;  // before what works on it
+  Win32FileOperations files_;  // declared before taskListFile, which uses it
 
  public:
   SettingsFile settingsFile;
   Settings settings;
   TaskList tasks;
   TaskListFile taskListFile;
-  bool radioFlag = false;  // what plays is a stream
+  bool radioFlag = false;  // a stream plays
   // One for each media type, then the marks for playing, disabled and due. Empty before LoadIcons.
   std::array<std::unique_ptr<ClsIcon>, kIconCount> icons;
 };
@@ -48,11 +47,11 @@ std::wstring ModulePath();
 // The folder of the executable, without a backslash at its end unless it is a drive's root.
 std::wstring ApplicationFolder();
 
-// Takes the mutex that says that a copy runs. False when another holds it.
+// Takes the single-instance mutex. False if another copy holds it.
 bool ClaimInstance();
 void ReleaseInstance() noexcept;
 
-// GDI+ for the whole process. False when it is not available.
+// GDI+ for the whole process. False if it is not available.
 bool StartGdiplus();
 void StopGdiplus();
 

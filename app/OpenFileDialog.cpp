@@ -9,13 +9,11 @@
 namespace tellurvane {
 namespace {
 
-// The longest path that the system can give.
-constexpr size_t kLongestPath = 32'768;
+constexpr size_t kLongestPath = 32'768;  // of the system
 constexpr DWORD kFlags = OFN_HIDEREADONLY | OFN_PATHMUSTEXIST | OFN_EXPLORER | OFN_LONGNAMES;
 static_assert(kFlags == 0x280804);
 
-// The dialog walks through folders with the process's own current one; relative sources need it
-// where it was.
+// Restores the current directory, which the dialog changes: relative sources depend on it.
 class KeptDirectory {
  public:
   KeptDirectory() : path_(GetCurrentDirectoryW(0, nullptr), L'\0') {
@@ -46,7 +44,7 @@ std::optional<std::wstring> BrowseForSource(HWND owner, bool wantExecutables,
   const KeptDirectory keptDirectory;
   const bool isOwnerEnabled = IsWindowEnabled(owner) != FALSE;
   const bool isChosen = GetOpenFileNameW(&dialog) != FALSE;
-  // Some systems' dialog enables its owner at the end, though another window holds it disabled.
+  // Some systems' dialog enables its owner, which another window may have disabled.
   EnableWindow(owner, isOwnerEnabled);
   if (!isChosen) return std::nullopt;
   name.resize(std::min(name.find(std::wstring(2, L'\0')), name.size()));

@@ -8,9 +8,9 @@
 
 namespace tellurvane {
 
-// Shows the system's dialog and returns the full path that was chosen; nothing when it was
-// cancelled. Begins in `filesPath`, which then becomes the chosen file's folder with its trailing
-// backslash. The file need not exist.
+// Shows the system's dialog and returns the chosen full path, or nothing if it was cancelled.
+// Begins in `filesPath`, and sets it to the chosen file's folder with its trailing backslash. The
+// file need not exist.
 std::optional<std::wstring> BrowseForSource(HWND owner, bool wantExecutables,
                                             std::wstring& filesPath);
 

@@ -15,7 +15,7 @@ namespace {
 constexpr const wchar_t* kSection = L"Setting";
 constexpr size_t kBufferUnits = 128;
 
-// As the platform's own reader opens it.
+// Opens it like GetPrivateProfileStringW.
 UniqueKernelHandle OpenToRead(const std::wstring& path) {
   return OpenFile(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING);
 }
@@ -32,8 +32,8 @@ SettingsFile::SettingsFile(std::wstring path, Pause pause)
     : path_(std::move(path)), pause_(std::move(pause)) {}
 
 Settings SettingsFile::ReadAll() const {
-  // Kept open until all values are read: nobody can take the file in between. Where it cannot be
-  // opened, the first number that is missing says so.
+  // Keeps the file open until all values are read, so that no program can lock it. If it cannot be
+  // opened, ReadNumber reports it.
   UniqueKernelHandle opened;
   (void)HeldFileRetry(pause_).Try([&] {
     opened = OpenToRead(path_);

@@ -19,24 +19,24 @@ struct Settings {
   std::int32_t SongLoop = 0;     // continuous play
   std::int32_t StartPlay = 0;    // start with Windows
   std::wstring FilesPath;        // folder of the file last chosen, with its trailing backslash
-  std::wstring HinetUrl;         // what a HiNet station's id is appended to
+  std::wstring HinetUrl;         // a HiNet station's id is appended to it
 };
 
-// One file, one section. Each call opens the file anew: nothing is held between them.
+// Each call opens and closes the file.
 class SettingsFile {
  public:
-  // The pause comes before a file that another program holds is tried again. Only tests name
-  // another one than the platform's own.
+  // Tests pass a pause of their own. It waits before a file that another program holds is opened
+  // again.
   explicit SettingsFile(std::wstring path, Pause pause = SleepFor);
 
-  // Throws FatalError when a number is missing or is none: the program never starts on defaults.
-  // Tries for a moment first to open a file that another program holds.
+  // Throws FatalError if a number is missing or invalid: the program never starts with defaults.
+  // Waits for a moment if another program holds the file.
   Settings ReadAll() const;
 
-  // The value cut at 127 units; empty when the key, the section or the file is missing.
+  // The value, cut at 127 units; empty if the key, the section or the file is missing.
   std::wstring Read(const std::wstring& key) const;
 
-  // At once. False when it could not be written; the callers go on with the value in memory.
+  // Writes at once. False if that fails.
   bool Write(const std::wstring& key, const std::wstring& value) const;
   bool Write(const std::wstring& key, std::int32_t value) const;
 

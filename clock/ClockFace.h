@@ -15,28 +15,27 @@ struct FacePoint {
   bool operator==(const FacePoint&) const = default;
 };
 
-// How large the face and the digits are on a screen. Deliberate: at 120 dpi they still have the
-// pixels of 96 dpi, and grow from there on.
+// The scale of the face and the digits. Deliberate: up to 120 dpi they have the pixels of 96 dpi.
 constexpr Scale FaceScale(int dpi) { return {dpi <= 120 ? kDesignDensity : dpi}; }
 
 // Pixels of the screen.
 struct ClockFace {
-  int centre = 0;  // both coordinates of the middle
+  int centre = 0;  // x and y
   int radius = 0;
 
   bool operator==(const ClockFace&) const = default;
 };
-// Deliberate: at 120 dpi the middle stands a pixel further right and down than the scale says.
+// Deliberate: at 120 dpi the centre is one pixel further right and down.
 ClockFace FaceAt(int dpi);
 
-// Where an angle meets a circle round the middle. Degrees; 0 points right, and they grow clockwise.
+// The point of a circle at an angle in degrees. 0 points right, and angles grow clockwise.
 FacePoint OnCircle(int centre, double radius, int degrees);
 
-// The dot of each minute, and the place of each hour's mark: from 0 degrees to 360, both named.
+// The dots of the minutes and the marks of the hours, from 0 to 360 degrees, both included.
 std::vector<FacePoint> MinuteDots(const ClockFace& face);
 std::vector<FacePoint> HourMarks(const ClockFace& face);
 
-// Where the hands end. Deliberate: the hour hand moves on the full hour only.
+// The ends of the hands. Deliberate: the hour hand moves on the full hour only.
 struct FaceHands {
   FacePoint hour;
   FacePoint minute;

@@ -14,7 +14,7 @@ namespace tellurvane {
 namespace {
 
 constexpr BYTE kOpacity = 210;
-// Deliberate: the fade begins at 200, below the opacity that the window was shown with.
+// Deliberate: the fade begins at 200, not at 210.
 constexpr BYTE kFadeOut[] = {200, 160, 120, 80, 40, 0};
 constexpr unsigned kFadeMilliseconds = 30;
 
@@ -23,7 +23,7 @@ constexpr int kStripCells = 13;
 constexpr int kDigitWidth = 16;  // pixels of 96 dpi
 constexpr int kDigitHeight = 25;
 
-// Twips. A label's box stands right behind its digits.
+// Twips. A label is right of its digits.
 struct LabelPlace {
   int left;
   int top;
@@ -45,10 +45,10 @@ constexpr int kWidth = 4'170;
 // Pixels of 96 dpi.
 constexpr int kScreenMargin = 8;
 constexpr int kDiscMargin = 2;
-constexpr int kGapBehindFace = 2;
+constexpr int kGapBesideFace = 2;
 constexpr int kLowerMargin = 5;
 constexpr int kDotSize = 1;
-constexpr int kMarkReach = 1;  // from the mark's middle to its edge
+constexpr int kMarkReach = 1;  // from the mark's centre to its edge
 
 constexpr Color kNight = Rgb(0x1E, 0x0A, 0x3C);
 constexpr Color kWheat = Rgb(0xF5, 0xDE, 0xB3);
@@ -63,7 +63,7 @@ void DrawLine(HDC context, int fromX, int fromY, FacePoint to, Color color) {
   const SelectedObject selected(context, pen.Get());
   MoveToEx(context, fromX, fromY, nullptr);
   LineTo(context, to.x, to.y);
-  // A line of the platform's ends before its last pixel.
+  // LineTo leaves out the last pixel.
   SetPixel(context, to.x, to.y, color);
 }
 
@@ -71,7 +71,7 @@ Scale OwnScale() { return FaceScale(DotsPerInch()); }
 
 int DiscRadius(const ClockFace& face) { return face.radius + OwnScale().Scaled(kDiscMargin); }
 
-// A disc whose edge is blended with its ground.
+// Anti-aliased.
 void DrawDisc(HDC context, const ClockFace& face) {
   const int centre = face.centre;
   const int radius = DiscRadius(face);
@@ -115,14 +115,13 @@ int WidthOf(HDC context, HFONT font, const std::wstring& text) {
   return static_cast<int>(size.cx);
 }
 
-// A font like the toolkit's, made smaller until the text is no wider than this. None where the
-// toolkit's own fits.
+// The toolkit's font in the largest size at which the text fits. None if the toolkit's own fits.
 UniqueFont FontWithin(HWND label, const std::wstring& text, int width) {
   LOGFONTW look = {};
   GetObjectW(ToolkitFont(), sizeof(look), &look);
   const WindowDc context(label);
   UniqueFont font;
-  // Heights of characters are negative.
+  // A character height is negative.
   while (look.lfHeight < -1 &&
          WidthOf(context.Get(), font ? font.Get() : ToolkitFont(), text) > width) {
     ++look.lfHeight;
@@ -145,9 +144,9 @@ void FrmTime::ShowClock() {
           .backColor = kNight});
   } else {
     DrawTime();
-    // Deliberate: only what opens the clock renews its date, never the timer.
+    // Deliberate: showing the clock renews its date, the timer never does.
     if (!Visible()) DrawDate();
-    // The screens may have changed while it was hidden.
+    // The screens may have changed while the clock was hidden.
     PullInside();
   }
   ShowWithoutFocus();
@@ -205,21 +204,21 @@ void FrmTime::CreateLabels() {
     label.Create(ControlKind::kLabel);
     label.ForeColor(kWheat);
     label.text(kTexts[i]);
-    // Without notices of its own a text lets the mouse through to its box.
+    // Without SS_NOTIFY a label passes the mouse to its box.
     SetWindowLongPtrW(label.hwnd(), GWL_STYLE,
                       GetWindowLongPtrW(label.hwnd(), GWL_STYLE) & ~LONG_PTR{SS_NOTIFY});
     ForwardMouse(picD_[i]);
   }
-  // The box of the day's half reaches into the face: there the face shows.
+  // The AM/PM box overlaps the face, which must stay visible there.
   PictureBox& host = picD_[kHalfOfDay];
   const int x = PixelsFromTwips(kLabels[kHalfOfDay].left);
   const int faceEdge =
-      clockFace_.centre + DiscRadius(clockFace_) + OwnScale().Scaled(kGapBehindFace);
+      clockFace_.centre + DiscRadius(clockFace_) + OwnScale().Scaled(kGapBesideFace);
   const int inset = std::max(faceEdge - x, 0);
   MoveWindow(labels_[kHalfOfDay]->hwnd(), inset, 0, host.ScaleWidth() - inset, host.ScaleHeight(),
              TRUE);
   UniqueRegion shown(CreateRectRgn(inset, 0, host.ScaleWidth(), host.ScaleHeight()));
-  // The system owns it from then on.
+  // The system owns the region now.
   if (SetWindowRgn(host.hwnd(), shown.Get(), TRUE) != 0) (void)shown.Release();
 }
 
@@ -269,7 +268,7 @@ void FrmTime::ForwardMouse(DrawnWindow& window) {
   window.MouseMove = [this](const MouseEvent& event) { Form_MouseMove(event); };
 }
 
-// What no second changes is drawn once.
+// Draws the parts that never change once.
 void FrmTime::PrepareFace() {
   clockFace_ = FaceAt(DotsPerInch());
   face_ = MemoryContext::Create(ScaleWidth(), ScaleHeight());
@@ -287,12 +286,12 @@ void FrmTime::PrepareFace() {
 }
 
 void FrmTime::Timer1_Timer() {
-  // Nobody sees a hidden clock; it is brought up to date when it is shown.
+  // ShowClock draws a hidden clock.
   if (Visible()) DrawTime();
 }
 
 void FrmTime::DrawTime() {
-  // Each from a reading of its own.
+  // Deliberate: each from its own reading.
   const int hour = Time().hour;
   const int minute = Time().minute;
   const int second = Time().second;
@@ -313,8 +312,8 @@ void FrmTime::DrawFace(const FaceHands& hands) {
   Refresh({0, 0, side, side});
 }
 
-// Deliberately only when the clock is opened: one that stays open past midnight or noon keeps the
-// date and the designator that it came up with.
+// Deliberately only when the clock is shown: past midnight or noon an open clock keeps its date and
+// designator.
 void FrmTime::DrawDate() {
   const CivilDateTime now = Time();
   int position = 0;
@@ -327,7 +326,7 @@ void FrmTime::DrawDate() {
   FitHalfOfDay();
 }
 
-// Its box is narrower than the two characters of the toolkit's font.
+// In the toolkit's font the designator is wider than its box.
 void FrmTime::FitHalfOfDay() {
   const clsControl& label = *labels_[kHalfOfDay];
   RECT box = {};
@@ -359,13 +358,12 @@ void FrmTime::Form_MouseDown(const MouseEvent& event) {
 
 void FrmTime::Form_MouseMove(const MouseEvent&) { PullInside(); }
 
-// The program that is typed into keeps the keyboard while the clock is clicked or moved; its menu
-// takes the foreground by itself. Besides, X11 gives a window that becomes active in the middle of
-// a move a new frame, and the move is lost.
+// A click on the clock or a move does not take the keyboard from another program. Under X11 a
+// window that becomes active during a move also gets a new frame, which ends the move.
 LRESULT FrmTime::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_CLOSE:
-      // Only its menu hides it: the setting has to say so too.
+      // Only the menu hides the clock, together with the setting.
       return 0;
     case WM_MOUSEACTIVATE:
       return MA_NOACTIVATE;

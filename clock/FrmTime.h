@@ -24,9 +24,9 @@ namespace tellurvane {
 struct ClockCallbacks {
   Clock clock;
   Pause pause;
-  // What the locale calls this half of the day.
+  // The locale's AM or PM designator.
   std::function<std::wstring(DateSerial)> dayHalf;
-  // The tray icon's menu. The clock is given because its owner has to be in the foreground.
+  // Opens the tray menu with the clock as its owner.
   std::function<void(HWND clock)> openTrayMenu;
 };
 
@@ -37,7 +37,7 @@ class FrmTime final : public Form {
   FrmTime& operator=(const FrmTime&) = delete;
   ~FrmTime() override;
 
-  // Shows the clock, loading it if it is not, with the date of now. Hidden it stays loaded.
+  // Shows the clock with the present date. HideClock keeps it loaded.
   void ShowClock();
   void HideClock();
 
@@ -76,7 +76,7 @@ class FrmTime final : public Form {
   PictureBox C_cm_;
   PictureBox C_cs_;
   std::array<PictureBox, 7> picD_;
-  // Made with the window: a program whose clock is off pays nothing for them.
+  // Created with the window, so that a clock that is off costs nothing.
   std::array<std::optional<clsControl>, 7> labels_;
   Timer Timer1_;
 };

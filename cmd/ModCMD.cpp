@@ -5,7 +5,7 @@
 namespace tellurvane {
 namespace {
 
-// Wine takes both settings for any pipe and ignores them, where Windows refuses them.
+// Windows rejects both settings; Wine accepts and ignores them.
 bool IsWine() {
   return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
 }
@@ -31,15 +31,14 @@ bool RunCommand(const std::wstring& commandLine, PipeTest pipeTest) {
   UniqueKernelHandle readEnd;
   UniqueKernelHandle writeEnd;
   if (!CreatePipe(readEnd.Receive(), writeEnd.Receive(), &inheritable, 0)) return false;
-  // A child that inherited this end too would wait for ever as soon as it had filled the pipe:
-  // the pipe breaks only once nobody can read it.
+  // A child that inherits this end keeps its own pipe open, and blocks for ever once it is full.
   if (!SetHandleInformation(readEnd.Get(), HANDLE_FLAG_INHERIT, 0)) return false;
 
-  // Deliberately this way round: a pipe that takes the settings is not the one that we expect.
+  // Deliberate: do not start where the pipe accepts the settings.
   if (!pipeTest(readEnd.Get())) return false;
 
-  // Empty input: programs such as xcopy quit at once when their standard input is no handle at all.
-  // Should it not open, the program is started without one: most never read it.
+  // Empty input: some programs, such as xcopy, quit if their standard input is no handle. If it
+  // cannot be opened, the program starts without: most never read it.
   const UniqueKernelHandle emptyInput =
       OwnedFile(CreateFileW(L"NUL", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, &inheritable,
                             OPEN_EXISTING, 0, nullptr));

@@ -1,4 +1,4 @@
-// Starts command lines as child processes and forgets them.
+// Starts command lines as child processes and does not wait for them.
 #pragma once
 
 #include <windows.h>
@@ -7,15 +7,13 @@
 
 namespace tellurvane {
 
-// Whether the platform refuses a collection count and a time-out for this pipe end.
+// True if the platform rejects a collection count and a time-out for this end of a pipe.
 using PipeTest = bool (*)(HANDLE readEnd);
 bool PipeRefusesCollection(HANDLE readEnd);
 
-// Starts the command line as it stands, without a shell: the platform looks the program up in the
-// usual places, documents are not opened. The child's output goes to a pipe that nobody reads; its
-// standard input is empty.
-// False when nothing was started. Does not wait. The launch goes on only where the pipe test
-// holds; only tests name another than the platform's own.
+// Starts the command line without a shell: the platform searches for the program, and documents are
+// not opened. The child's output goes to a pipe that nobody reads, its input is empty. False if
+// nothing was started. The launch goes on only if the pipe test is true; tests pass another test.
 bool RunCommand(const std::wstring& commandLine, PipeTest pipeTest = PipeRefusesCollection);
 
 }  // namespace tellurvane

@@ -2,7 +2,6 @@
 
 #include <commctrl.h>
 
-#include <algorithm>
 #include <utility>
 
 #include "base/LocaleDates.h"
@@ -20,7 +19,7 @@ namespace {
 constexpr int kWidth = 5'320;
 constexpr int kHeight = 5'000;
 
-// Pixels of 96 dpi: the band with the toolbar and the sliders, the list below it to the lower edge.
+// Pixels of 96 dpi. The band holds the toolbar and the sliders; the list is below it.
 constexpr int kBandHeight = 49;
 constexpr int kToolbarX = 5;
 constexpr int kSliderY = 28;
@@ -28,7 +27,7 @@ constexpr int kSliderHeight = 19;
 constexpr int kVolumeWidth = 70;
 constexpr int kSliderGap = 8;
 constexpr int kStatusHeight = 22;
-constexpr int kStatusTextX = 2;  // doubled when it is drawn
+constexpr int kStatusTextX = 2;  // ModTheme::Text doubles it
 constexpr int kStatusTextY = 1;
 constexpr int kStatusTextSize = 12;
 
@@ -56,7 +55,7 @@ FrmMain::FrmMain(ModGeneral& general, MediaPlayer& player, TickCount millisecond
       milliseconds_(std::move(milliseconds)),
       rows_(general, Now),
       clock_(MakeClockCallbacks()),
-      // Deliberately blocking: nothing else happens while a note or the clock fades.
+      // Deliberately blocking while a note or the clock fades.
       notes_(SleepFor),
       playback_(player, *this, general.radioFlag, MakePlaybackCallbacks()),
       runner_(general.tasks, rows_, *this, playback_, MakeTaskActions(), AppendLocaleDateText,
@@ -122,7 +121,7 @@ void FrmMain::Open() {
   CancelPendingHide();
   Show();
   Form_Resize();
-  // The screens may have changed while it was hidden.
+  // The screens may have changed while the window was hidden.
   PullInside();
   TimerSet_Tick();
 }
@@ -169,7 +168,7 @@ void FrmMain::CreateSliders() {
   SliderVolH_.Create();
   SliderVolH_.Max(100);
   SliderVolH_.Value(general_.settings.SavedVolume);
-  // Only from now on: what was just read need not be written.
+  // Set last: the value that was just read is not written.
   SliderVolH_.PositionSet = [this](double value, double) {
     playback_.SliderVolH_PositionSet(value);
   };
@@ -201,22 +200,22 @@ void FrmMain::Form_Resize() {
   CancelPendingHide();
   if (PixelsFromTwips(Width()) != PixelsFromTwips(kWidth) ||
       PixelsFromTwips(Height()) != PixelsFromTwips(kHeight)) {
-    // Comes back here with the right size.
+    // Calls this again with the right size.
     Move(Left(), Top(), kWidth, kHeight);
     return;
   }
   const int width = ScaleWidth();
   const int bandHeight = Scaled(kBandHeight);
   const int statusHeight = Scaled(kStatusHeight);
-  const int areaHeight = std::max(ScaleHeight() - bandHeight, 0);
-  const int listHeight = std::max(areaHeight - statusHeight, 0);
+  const int areaHeight = ScaleHeight() - bandHeight;
+  const int listHeight = areaHeight - statusHeight;
   const int margin = Scaled(kToolbarX);
   const int sliderY = Scaled(kSliderY);
   const int sliderHeight = Scaled(kSliderHeight);
   const int volumeWidth = Scaled(kVolumeWidth);
   const int positionX = margin + volumeWidth + Scaled(kSliderGap);
   picSliderVolH_.Move(margin, sliderY, volumeWidth, sliderHeight);
-  picSliderH_.Move(positionX, sliderY, std::max(width - positionX - margin, 0), sliderHeight);
+  picSliderH_.Move(positionX, sliderY, width - positionX - margin, sliderHeight);
   PicListView_.Move(0, bandHeight, width, areaHeight);
   listHost_.Move(0, 0, width, listHeight);
   picStatusBar_.Move(0, listHeight, width, statusHeight);
@@ -229,8 +228,7 @@ void FrmMain::Form_Resize() {
 
 bool FrmMain::Form_Unload() {
   if (!quitFlag_) {
-    // The editor is not minimised from under the user's hands. A window that is hidden already
-    // would be shown by that.
+    // Minimising would take the editor away from the user, and would show a hidden window.
     if (editor_ != nullptr || !Visible()) return false;
     ShowWindow(hwnd(), SW_MINIMIZE);
     HideToTray();
@@ -250,8 +248,7 @@ void FrmMain::SaveAll() {
   (void)general_.settingsFile.Write(L"FilesPath", general_.settings.FilesPath);
 }
 
-// Their windows only: a task that was just started may be about to show itself in them, and finds
-// nothing then.
+// Destroys the windows but not the objects: a task that was just started may still call these.
 void FrmMain::ReleaseChildren() {
   for (Timer* const timer : {&tmrJob_, &TimerVis_, &TimerOpening_, &TimerSet_, &WakeUp_}) {
     timer->Enabled(false);
@@ -264,34 +261,34 @@ void FrmMain::ReleaseChildren() {
 }
 
 void FrmMain::Form_Enter() {
-  // The hidden window may have the keyboard for a moment, because of the tray icon's menu.
+  // The hidden window has the keyboard while the tray menu is open.
   if (IsOnScreen() && rows_.HasFocus()) RunSelectedTask();
 }
 
 LRESULT FrmMain::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_CONTEXTMENU:
-      // From the keyboard; the mouse is the list's, and the system's on the caption.
+      // Only from the keyboard: the list and the caption handle the mouse.
       if (lParam != -1) return Form::HandleMessage(message, wParam, lParam);
       ListView_Click(rows_.MenuPlace());
       return 0;
     case kPostedTick:
-      // The editor may have been opened since.
+      // The editor may have been opened since it was posted.
       if (tmrJob_.Enabled()) runner_.Tick();
       return 0;
     case WM_SYSCOMMAND:
-      // Minimised, a window without a taskbar button would stay as a stub above the taskbar.
+      // Windows shows a minimised window without a taskbar button as a stub above the taskbar.
       if ((wParam & kSystemCommand) != SC_MINIMIZE || !clsIcon_.IsInTray()) {
         return Form::HandleMessage(message, wParam, lParam);
       }
-      // An open dialog would be left alone on the screen.
+      // Not while a dialog is open: it would stay alone on the screen.
       if (Enabled()) HideToTray();
       return 0;
     case WM_POWERBROADCAST:
       HandlePower(wParam);
       return TRUE;
     case WM_ENDSESSION:
-      // Windows is about to end the process, without another word.
+      // Windows ends the process after this message.
       if (wParam != FALSE) SaveAll();
       return 0;
     case kPostedLeave:
@@ -347,7 +344,7 @@ void FrmMain::ToolBar_ButtonClick(int id) {
       OptionsMenuClick();
       break;
     case kLeaveButton:
-      // Later: leaving destroys the toolbar, which is still inside its own click.
+      // Later: leaving destroys the toolbar, which is still inside its click.
       if (!PostMessageW(hwnd(), kPostedLeave, 0, 0)) Leave();
       break;
     default:

@@ -1,5 +1,4 @@
-// The main window: the task list with its toolbar, the sliders, the status strip, and the tray icon
-// that it hides behind.
+// The main window: toolbar, sliders, task list, status strip and tray icon.
 #pragma once
 
 #include <windows.h>
@@ -26,9 +25,9 @@
 
 namespace tellurvane {
 
-// Never shown: a window that has an owner is in the taskbar only where it asks for it. A close
-// message, which some programs post to every window, must not end it: Windows would destroy the
-// main window with it, and nothing would be saved.
+// Owns the main window and is never shown: an owned window has a taskbar button only while it asks
+// for one. It ignores close messages, which some programs post to every window: Windows would
+// destroy the main window with it, and nothing would be saved.
 class TaskbarOwner final : public Form {
   bool Form_Unload() override { return false; }
 };
@@ -41,24 +40,24 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   // `general` and `player` outlive the window.
   FrmMain(ModGeneral& general, MediaPlayer& player, TickCount milliseconds = GetTickCount64);
 
-  // What is given back last, once the window has let go of everything of its own.
+  // Called at the end of shutdown, after the window released its resources.
   void SetReleaseProcess(std::function<void()> release) { releaseProcess_ = std::move(release); }
 
   // Creates the window and everything in it, loads the task list and starts the timers.
   void Create();
 
-  // Shows the window as it is by now.
+  // Shows the window, or brings it up to date.
   void Open();
-  // Hides the window behind its tray icon, or brings it back from there.
+  // Hides the window to the tray, or shows it again.
   void FormMin();
   void RunSelectedTask();
-  // Reads the list from the file again. The task timer runs while there is at least one task.
+  // Reads the list file. The task timer runs while there is at least one task.
   void ReloadTaskList();
-  // The same while the list is empty only because its file could not be read.
+  // Reads the list file again if it could not be opened before.
   void RetryUnreadList();
 
  private:
-  // Messages that the window posts to itself: a tick of the task timer, and to leave the program.
+  // Messages that the window posts to itself.
   static constexpr UINT kPostedTick = WM_APP;
   static constexpr UINT kPostedLeave = WM_APP + 1;
 
@@ -102,26 +101,25 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   void picStatusBar_Paint(HDC context);
 
   void OptionsMenuClick();
-  // Opens the tray menu. `owner` is in the foreground meanwhile.
+  // Opens the tray menu. `owner` is in the foreground while it is open.
   void IconMenuClick(HWND owner);
   void SwitchSongLoop();
   void SwitchStartPlay();
   void SwitchClock();
   void Leave();
-  // Opens the schedule editor on a task, or on a new one, and returns when it is closed.
+  // Opens the schedule editor on a task, or on a new one. Returns when it is closed.
   void OpenEditor(std::optional<size_t> row);
-  // What the file has to hold when the program ends, however it ends.
   void SaveAll();
   void ReleaseChildren();
   void ShowInTaskbar(bool show);
   // Neither hidden nor minimised.
   bool IsOnScreen() const { return Visible() && !IsIconic(hwnd()); }
   void HideToTray();
-  // Each second: tries again what the taskbar did not take.
+  // Called each second, for a taskbar that did not take the icon.
   void RetryTrayIcon();
   void CancelPendingHide();
   HWND FrontWindow() const;
-  // Shows the window as it is, before all others and with the keyboard; or the dialog that is open.
+  // Shows the window and gives the foreground to it or to its open dialog.
   void ComeToFront();
   void HandlePower(WPARAM event);
   void PauseTaskTimer();
@@ -140,7 +138,7 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   TickCount milliseconds_;
   std::function<void()> releaseProcess_;
   bool quitFlag_ = false;
-  bool isHidePending_ = false;  // as soon as the taskbar takes the icon
+  bool isHidePending_ = false;  // until the taskbar takes the icon
   std::uint64_t nextIconTry_ = 0;
   std::uint64_t pausedSince_ = 0;
   FrmSet* editor_ = nullptr;  // while it is open
@@ -158,7 +156,7 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   Timer TimerVis_;
   Timer TimerOpening_;
   Timer TimerSet_;
-  Timer WakeUp_;  // runs while the computer falls asleep and for a while after it has woken up
+  Timer WakeUp_;  // runs while the computer falls asleep, and for nine seconds after it wakes up
   clsNotifyIcon clsIcon_;
   TaskRowsView rows_;
   clsToolbar ToolBar_;

@@ -1,4 +1,4 @@
-// The main window and the schedule editor that it opens.
+// Opening the schedule editor.
 
 #include "app/OpenFileDialog.h"
 #include "base/LocaleDates.h"
@@ -11,6 +11,7 @@
 #include "scheduler/Schedule.h"
 
 namespace tellurvane {
+
 EditorServices FrmMain::MakeEditorServices() {
   return {
       .browseForSource =
@@ -44,7 +45,7 @@ EditorServices FrmMain::MakeEditorServices() {
       .noteForList = StoredNoteText};
 }
 
-// Not behind the editor's back, which works on the list.
+// Not while the editor works on the list.
 void FrmMain::RetryUnreadList() {
   if (editor_ != nullptr || !general_.taskListFile.IsUnread()) return;
   (void)general_.taskListFile.Load(general_.tasks);
@@ -53,7 +54,7 @@ void FrmMain::RetryUnreadList() {
 
 void FrmMain::OpenEditor(std::optional<size_t> row) {
   if (editor_ != nullptr) return;
-  // A task that is made now would count instead of the list in the file.
+  // Otherwise a new task would replace the list in the file.
   RetryUnreadList();
   runner_.SetTaskTimer(false);
   bool isSaved = general_.taskListFile.Save(general_.tasks);
@@ -68,17 +69,17 @@ void FrmMain::OpenEditor(std::optional<size_t> row) {
   editor_ = &editor;
   editor.Open(hwnd(), row);
   editor_ = nullptr;
-  // The program may have ended meanwhile.
+  // The program may have ended while the editor was open.
   if (!IsLoaded()) return;
   const bool isKept = TakeOverEditedList(isSaved);
-  // The one message of this window: what the user has just made would be lost without a word.
+  // The only message of this window: without it the user would lose the changes silently.
   if (isKept || !isEdited) return;
   MessageBoxW(hwnd(), L"排程清單無法寫入磁碟，變更只保留到程式結束為止。", kApplicationTitle,
               MB_OK | MB_ICONWARNING);
 }
 
-// What was edited is not lost when the file cannot be written, or not be read again; what fell due
-// meanwhile is skipped all the same. False when it is in memory alone.
+// Keeps the edited list also when the file cannot be written or read again. Tasks that fell due
+// while the editor was open are moved on, not run. False when the list is only in memory.
 bool FrmMain::TakeOverEditedList(bool isSaved) {
   rows_.DropRemoved();
   const std::optional<size_t> selected = rows_.SelectedRow();
@@ -92,7 +93,7 @@ bool FrmMain::TakeOverEditedList(bool isSaved) {
     task.NextRun = CaughtUpNextRun(task, Now(), CatchUp::kStrict);
   }
   ShowTaskList();
-  // A list that could not be read again was empty for a moment.
+  // The list was empty for a moment if it could not be read.
   if (selected) rows_.SelectRow(*selected);
   return general_.taskListFile.Save(general_.tasks);
 }

@@ -1,4 +1,4 @@
-// The main window's menus and what they do.
+// The main window's menus.
 #include "app/Autostart.h"
 #include "mainwin/FrmMain.h"
 #include "mainwin/Menus.h"
@@ -60,7 +60,7 @@ void FrmMain::SwitchSongLoop() {
 
 void FrmMain::SwitchStartPlay() {
   general_.settings.StartPlay = Switched(general_.settings.StartPlay);
-  // Without the right to write there the setting still flips.
+  // The setting changes also where the user may not write the registry.
   (void)(IsOn(general_.settings.StartPlay) ? WriteRunValue(ExecutablePath()) : DeleteRunValue());
   (void)general_.settingsFile.Write(L"StartPlay", general_.settings.StartPlay);
 }
@@ -76,7 +76,7 @@ void FrmMain::SwitchClock() {
 }
 
 void FrmMain::Leave() {
-  // It asks when typing would be lost, and then the program stays.
+  // The editor asks before it drops changes; the user may stay.
   if (editor_ != nullptr && !editor_->Unload()) return;
   quitFlag_ = true;
   Unload();

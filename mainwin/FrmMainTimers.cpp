@@ -1,4 +1,4 @@
-// The main window's timers, and what lets the task timer rest.
+// The main window's timers, and the task timer's pause while the computer sleeps.
 #include "base/LocaleDates.h"
 #include "mainwin/FrmMain.h"
 #include "mainwin/StatusLine.h"
@@ -8,7 +8,7 @@ namespace {
 
 constexpr unsigned kVisMilliseconds = 100;
 constexpr unsigned kSetMilliseconds = 1'000;
-// Ten seconds with the task timer's own one: by then network and sound are back.
+// Ten seconds together with one tick of the task timer: by then network and sound are back.
 constexpr unsigned kWakeUpMilliseconds = 9'000;
 constexpr std::uint64_t kSleptMilliseconds = 18'000;
 
@@ -27,15 +27,15 @@ void FrmMain::StartTimers() {
   WakeUp_.Tick = [this] { WakeUp_Tick(); };
 }
 
-// A window that is gone has no timer: a tick that ends the program still tries to go on. While the
-// editor is open no task falls due, though music that ends may run one again. Nor does one while
-// the computer falls asleep or wakes up.
+// Off after the window is destroyed: a tick that ended the program still enables the timer. Off
+// while the editor is open: music that ends may run a task and enable it. Off while the computer
+// falls asleep or wakes up.
 void FrmMain::SetEnabled(bool enable) {
   tmrJob_.Enabled(enable && IsLoaded() && editor_ == nullptr && !WakeUp_.Enabled());
 }
 
-// The task timer rests from the suspension on: a tick can come before the system says that it has
-// resumed. Should the computer not fall asleep after all, it goes on by itself.
+// The pause begins with the suspension: a tick can come before the system reports that it has
+// resumed. If the computer does not fall asleep after all, WakeUp ends the pause.
 void FrmMain::HandlePower(WPARAM event) {
   if (event != PBT_APMSUSPEND && event != PBT_APMRESUMEAUTOMATIC) return;
   if (event == PBT_APMSUSPEND) playback_.StopPlayback();
@@ -48,9 +48,9 @@ void FrmMain::PauseTaskTimer() {
   SetEnabled(false);
 }
 
-// What fell due meanwhile runs once, at the next tick.
+// Tasks that fell due during the pause run once, at the next tick.
 void FrmMain::WakeUp_Tick() {
-  // Far too late: the computer has slept meanwhile, and the system has not reported it yet.
+  // Far too late: the computer has slept, and the system has not reported it yet.
   if (milliseconds_() - pausedSince_ > kSleptMilliseconds) {
     PauseTaskTimer();
     return;
@@ -59,13 +59,13 @@ void FrmMain::WakeUp_Tick() {
   runner_.SetTaskTimer(rows_.RowCount() > 0);
 }
 
-// A tick that cannot be posted is made up for by the next run of continuous play.
+// If this fails, the next run of continuous play posts one.
 void FrmMain::PostTick() { (void)PostMessageW(hwnd(), kPostedTick, 0, 0); }
 
 void FrmMain::TimerSet_Tick() {
   RetryUnreadList();
   RetryTrayIcon();
-  // Nobody sees a hidden window: drawing it costs nothing.
+  // A hidden window is not drawn.
   if (!IsOnScreen()) return;
   statusText_ = StatusLineText(player_, general_.radioFlag, Now(), dayHalves_);
   picStatusBar_.Redraw();

@@ -1,4 +1,4 @@
-// The main window and its tray icon: going behind it, coming back, and its menu.
+// The main window and its tray icon: hiding, coming back, and the menu.
 #include "mainwin/FrmMain.h"
 #include "mainwin/Menus.h"
 #include "mainwin/PopupMenus.h"
@@ -14,7 +14,7 @@ bool IsOwnedBy(HWND window, HWND owner) {
   return window == owner;
 }
 
-// What Windows puts over a window without a caption, a tooltip say, is no dialog.
+// A dialog has a caption; a tooltip, for example, has none.
 bool IsOpenDialog(HWND window) {
   const LONG_PTR style = GetWindowLongPtrW(window, GWL_STYLE);
   return (style & WS_CAPTION) == WS_CAPTION && IsWindowVisible(window) && IsWindowEnabled(window);
@@ -25,7 +25,7 @@ struct DialogSearch {
   HWND found;
 };
 
-// The windows come from the topmost to the lowest one.
+// Called from the topmost window to the lowest.
 BOOL CALLBACK FindDialog(HWND window, LPARAM parameter) {
   auto& search = *reinterpret_cast<DialogSearch*>(parameter);
   if (window == search.owner || !IsOpenDialog(window) || !IsOwnedBy(window, search.owner)) {
@@ -37,7 +37,7 @@ BOOL CALLBACK FindDialog(HWND window, LPARAM parameter) {
 
 }  // namespace
 
-// The icon is not in the tray before the window hides.
+// The icon is added when the window hides.
 void FrmMain::CreateTrayIcon() {
   clsIcon_.LButtonDown = [this] { clsIcon_LButtonDown(); };
   clsIcon_.RButtonDown = [this] { clsIcon_RButtonDown(); };
@@ -45,7 +45,7 @@ void FrmMain::CreateTrayIcon() {
   clsIcon_.IconTip(kApplicationTitle);
 }
 
-// A dialog that is open is not hidden together with the window that it belongs to.
+// An open dialog is not hidden with its window: it comes to the front.
 void FrmMain::clsIcon_LButtonDown() {
   if (Enabled()) {
     FormMin();
@@ -65,8 +65,8 @@ void FrmMain::FormMin() {
   clsIcon_.IconDelete();
 }
 
-// Not without the icon: nothing would be left that brings the window back. The taskbar may be too
-// busy to take it, and is then asked again each second.
+// Without the icon nothing would bring the window back. If the taskbar is too busy to take it,
+// RetryTrayIcon tries again.
 void FrmMain::HideToTray() {
   isHidePending_ = !clsIcon_.IconAdd();
   if (isHidePending_) return;
@@ -75,22 +75,22 @@ void FrmMain::HideToTray() {
 }
 
 void FrmMain::RetryTrayIcon() {
-  // A dialog that was opened meanwhile is a reason to stay.
+  // Do not hide the window of a dialog that was opened since.
   isHidePending_ = isHidePending_ && Enabled();
   const std::uint64_t start = milliseconds_();
   if (start < nextIconTry_) return;
   if (!isHidePending_ && clsIcon_.IsMissing()) (void)clsIcon_.IconAdd();
-  // Minimised by another program, without a taskbar button: Windows leaves a stub of such a window
+  // Another program minimised the window while it has no taskbar button: Windows shows a stub of it
   // above the taskbar.
   const bool isStub = Visible() && IsIconic(hwnd()) && Enabled() && clsIcon_.IsInTray();
   if (isHidePending_ || isStub) HideToTray();
-  // A taskbar that hangs answers after seconds: asked each second, it would stop this program too.
+  // A taskbar that hangs answers after seconds. Asked each second, it would block this program too.
   const std::uint64_t end = milliseconds_();
   if (end - start > kSlowMilliseconds) nextIconTry_ = end + kPauseMilliseconds;
 }
 
-// The user has brought the window back before the taskbar took the icon. Without a taskbar button
-// the icon is still wanted.
+// The user brought the window back before the taskbar took the icon. A window without a taskbar
+// button still needs the icon.
 void FrmMain::CancelPendingHide() {
   if (!isHidePending_) return;
   isHidePending_ = false;
@@ -98,14 +98,14 @@ void FrmMain::CancelPendingHide() {
   if (isInTaskbar) clsIcon_.IconDelete();
 }
 
-// The window has an owner, and so a taskbar button only as long as it asks for one.
+// An owned window has a taskbar button only with this style.
 void FrmMain::ShowInTaskbar(bool show) {
   const LONG_PTR style = GetWindowLongPtrW(hwnd(), GWL_EXSTYLE);
   SetWindowLongPtrW(hwnd(), GWL_EXSTYLE,
                     show ? style | WS_EX_APPWINDOW : style & ~LONG_PTR{WS_EX_APPWINDOW});
 }
 
-// The topmost dialog, which has to be closed before the window can be used; without one the window.
+// The topmost open dialog, else the window.
 HWND FrmMain::FrontWindow() const {
   DialogSearch search = {hwnd(), nullptr};
   EnumThreadWindows(GetCurrentThreadId(), FindDialog, reinterpret_cast<LPARAM>(&search));
@@ -116,30 +116,28 @@ void FrmMain::ComeToFront() {
   CancelPendingHide();
   if (!Visible() || IsIconic(hwnd())) Open();
   const HWND front = FrontWindow();
-  // Above all others for a moment: where Windows refuses the foreground, and under Wine, where
-  // another window manager decides, the window is at least seen.
+  // Topmost for a moment: if Windows does not give it the foreground, it is at least visible.
   for (const HWND place : {HWND_TOPMOST, HWND_NOTOPMOST}) {
     SetWindowPos(front, place, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
   }
   SetForegroundWindow(front);
 }
 
-// A menu closes by a click beside it and by Esc only while its owner is in the foreground, even
-// where that is hidden. The empty message makes the menu close the next time too, as the platform
-// asks.
+// A click elsewhere and Esc close a menu only while its owner, even a hidden one, is in the
+// foreground. The platform asks for the empty message: without it the next menu would not close.
 void FrmMain::IconMenuClick(HWND owner) {
   const HWND before = GetForegroundWindow();
   SetForegroundWindow(owner);
   const UINT chosen = ShowPopupMenu(owner, TrayMenu(general_.settings), 0);
   PostMessageW(owner, WM_NULL, 0, 0);
-  // A window that was clicked instead of the menu has the foreground already.
   const bool isKept = chosen == kShowMainWindow || chosen == kLeave;
-  // What the click on the icon came from, the overflow of the tray say, may be gone by now.
+  // The window before may be closed by now, such as the tray's overflow.
   const bool canGiveBack = before != nullptr && IsWindowVisible(before);
+  // If the user clicked another window, that one has the foreground already.
   if (!isKept && canGiveBack && GetForegroundWindow() == owner) SetForegroundWindow(before);
   switch (chosen) {
     case kShowMainWindow:
-      // Deliberately without the rest of the way back: the tray icon stays, and no taskbar button.
+      // Deliberately not FormMin: the tray icon stays, and there is no taskbar button.
       ComeToFront();
       break;
     case kSwitchClockFromTray:

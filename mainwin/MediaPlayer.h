@@ -1,11 +1,11 @@
-// The media player as the playback needs it, whatever plays.
+// The media player that the playback needs.
 #pragma once
 
 #include <string>
 
 namespace tellurvane {
 
-// The numbers that MediaPlayer::PlayState gives, as the player control counts them. Others exist.
+// The player control's numbers. It has more states than these.
 enum PlayState : int {
   kUndefinedState = 0,
   kStoppedState = 1,
@@ -16,8 +16,7 @@ enum PlayState : int {
   kReadyState = 10,
 };
 
-// Calls never fail towards the caller: what the player refuses does nothing, or answers 0 or an
-// empty text.
+// A call that fails does nothing, or returns 0 or an empty text.
 class MediaPlayer {
  public:
   MediaPlayer() = default;
@@ -31,14 +30,13 @@ class MediaPlayer {
   virtual void Stop() = 0;
   virtual void Close() = 0;
 
-  // True while what was started is neither open nor going to fail: its length may still come.
+  // True after the start until the media is open or has failed. It has no length until then.
   virtual bool IsOpening() = 0;
-  // True once the player has reported that what was started has come to its end; until the next
-  // URL or stop.
+  // True from the reported end of the media until the next URL or stop.
   virtual bool HasEnded() = 0;
 
   virtual int PlayState() = 0;
-  // What the player says of itself, in the user's language.
+  // In the user's language.
   virtual std::wstring Status() = 0;
 
   // Seconds; 0 while there is none.

@@ -5,7 +5,7 @@
 namespace tellurvane {
 namespace {
 
-// MF_CHECKED and MF_SEPARATOR of the platform's headers, which rules do without.
+// MF_CHECKED and MF_SEPARATOR. Portable code does not include the platform's headers.
 constexpr unsigned kChecked = 8;
 constexpr unsigned kSeparator = 2048;
 
@@ -17,7 +17,7 @@ MenuEntry ClockSwitch(const Settings& settings, unsigned id) {
   return Switch(IsOn(settings.TimeForm), L"顯示小時鐘", L"隱藏小時鐘", id);
 }
 
-// The menu takes one ampersand for the mark of an access key, two for one that is meant.
+// In a menu one ampersand marks an access key, two show one.
 std::wstring Literal(const std::wstring& name) { return Replaced(name, L"&", L"&&"); }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// What stands in the program's menus.
+// The entries of the program's menus.
 #pragma once
 
 #include <string>
@@ -17,7 +17,7 @@ struct MenuEntry {
 };
 
 enum OptionsCommand : unsigned { kSwitchSongLoop = 1, kSwitchStartPlay = 2, kSwitchClock = 3 };
-// Behind the toolbar's "設 定". The texts say what choosing will do, the marks how it is now.
+// For the toolbar's "設 定". A text names what the entry will do; a check mark shows the state now.
 std::vector<MenuEntry> OptionsMenu(const Settings& settings);
 
 enum TrayCommand : unsigned { kShowMainWindow = 1, kSwitchClockFromTray = 2, kLeave = 3 };
@@ -25,7 +25,7 @@ std::vector<MenuEntry> TrayMenu(const Settings& settings);
 
 enum TaskCommand : unsigned { kRunTask = 1, kEditTask = 2, kSwitchTask = 3 };
 enum EmptyListCommand : unsigned { kNewTask = 1 };
-// The task list's own menu: for a task by its name, or without one.
+// The task list's context menu, for a task and for an empty place.
 std::vector<MenuEntry> TaskMenu(const std::wstring& name, bool isEnabled);
 std::vector<MenuEntry> NoTaskMenu();
 

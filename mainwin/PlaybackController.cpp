@@ -26,8 +26,8 @@ void PlaybackController::StopPlayback() {
   view_.EnableTimerOpening(false);
 }
 
-// Position and length are both 0 until the media is open: the first tick of TimerVis would take it
-// for ended.
+// Until the media is open, position and length are both 0: TimerVis_Tick would take that for the
+// end.
 void PlaybackController::FollowPosition() {
   if (!player_.IsOpening()) {
     FollowNow();
@@ -38,8 +38,8 @@ void PlaybackController::FollowPosition() {
 }
 
 void PlaybackController::TimerOpening_Tick() {
-  if (player_.IsOpening() && callbacks_.milliseconds() - openingSince_ < kOpeningMilliseconds)
-    return;
+  const bool isInTime = callbacks_.milliseconds() - openingSince_ < kOpeningMilliseconds;
+  if (player_.IsOpening() && isInTime) return;
   view_.EnableTimerOpening(false);
   FollowNow();
 }
@@ -55,16 +55,15 @@ void PlaybackController::TimerVis_Tick() {
   const double position = player_.Position();
   const double duration = player_.Duration();
   const bool hasEnded = player_.HasEnded();
-  // Deliberately in whole seconds, and 0 of 0 counts too: a fraction that is left does not keep the
-  // end away, and what could not be opened has ended. The player's report counts as well: the
-  // moment in which both are equal can pass between two ticks, or not come at all.
+  // Deliberately in whole seconds: a remaining fraction and 0 of 0, media that could not be opened,
+  // count as the end. The player's report counts too, since no tick may see both equal.
   if (!hasEnded && RoundHalfToEven(position) != RoundHalfToEven(duration)) {
     view_.PositionRange(duration);
     view_.PositionValue(position);
     return;
   }
-  // What never opened is not played again: it would end at once, again and again. A sound of less
-  // than half a second has no length in whole seconds either, but the player reports its end.
+  // Media that never opened would end again at once. A sound of less than half a second also rounds
+  // to a length of 0, but the player reports its end.
   const bool hasPlayed = hasEnded || RoundHalfToEven(duration) > 0;
   if (callbacks_.songLoop() && hasPlayed) {
     callbacks_.runSelectedTask();
@@ -76,7 +75,7 @@ void PlaybackController::TimerVis_Tick() {
 void PlaybackController::SliderVolH_PositionSet(double value) {
   const auto volume = static_cast<std::int32_t>(RoundHalfToEven(value));
   player_.Volume(volume);
-  // The setting in memory keeps the value of the start; nobody reads it later.
+  // The setting in memory stays: it is read only at start-up.
   callbacks_.writeSavedVolume(volume);
 }
 

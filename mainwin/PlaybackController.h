@@ -1,4 +1,4 @@
-// Plays, stops, follows and seeks; and what happens when a piece of music ends.
+// Plays, stops, follows and seeks media, and acts on its end.
 #pragma once
 
 #include <cstdint>
@@ -14,17 +14,15 @@ namespace tellurvane {
 class PlaybackView {
  public:
   virtual ~PlaybackView() = default;
-  // The toolbar's "播 放" and "停 止", of which one can be pressed, and the mark of the row that
-  // plays.
+  // Enable one of the toolbar's "播 放" and "停 止", and mark the row that plays.
   virtual void ShowPlaying(size_t row) = 0;
   virtual void ShowStopped() = 0;
   // The position slider. Its values are seconds.
   virtual void EnablePosition(bool enable) = 0;
   virtual void PositionRange(double seconds) = 0;
   virtual void PositionValue(double seconds) = 0;
-  // The timer whose tick is TimerVis_Tick.
+  // The timers that call TimerVis_Tick and TimerOpening_Tick.
   virtual void EnableTimerVis(bool enable) = 0;
-  // The timer whose tick is TimerOpening_Tick.
   virtual void EnableTimerOpening(bool enable) = 0;
 };
 
@@ -36,29 +34,28 @@ struct PlaybackCallbacks {
   std::function<void()> runSelectedTask;
   // Writes the volume to the settings file.
   std::function<void(std::int32_t volume)> writeSavedVolume;
-  // Milliseconds since some moment; never goes back, whatever the machine's clock is set to.
+  // Since some moment; never goes back.
   std::function<std::uint64_t()> milliseconds;
 };
 
 class PlaybackController final : public TaskPlayer {
  public:
-  // The radio flag says that what plays is a stream. It is kept outside: others read it.
+  // The radio flag is true while a stream plays. Others read it.
   PlaybackController(MediaPlayer& player, PlaybackView& view, bool& radioFlag,
                      PlaybackCallbacks callbacks);
 
-  // TaskPlayer. Stopping leaves the radio flag as it is.
+  // TaskPlayer. StopPlayback leaves the radio flag as it is.
   void StopPlayback() override;
   void SetRadioFlag(bool isRadio) override { radioFlag_ = isRadio; }
   void SetUrl(const std::wstring& url) override { player_.Url(url); }
   void Play() override { player_.Play(); }
   void ShowPlaying(size_t row) override { view_.ShowPlaying(row); }
-  // At once, or when what was started is open: a disk that sleeps takes longer than anybody should
-  // have to wait for.
+  // At once, or as soon as the media is open: a sleeping disk takes seconds.
   void FollowPosition() override;
 
   void TimerVis_Tick();
   void TimerOpening_Tick();
-  // Of the two sliders: what the user set.
+  // The user set one of the sliders.
   void SliderH_PositionSetByMouse(double seconds) { player_.Position(seconds); }
   void SliderVolH_PositionSet(double value);
 

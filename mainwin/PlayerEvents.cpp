@@ -46,7 +46,7 @@ class PlayerEvents final : public IDispatch {
   STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT*, EXCEPINFO*,
                       UINT*) noexcept override {
     if (parameters == nullptr || parameters->cArgs != 1) return S_OK;
-    // One control gives it signed, another unsigned.
+    // Signed or unsigned, depending on the control.
     const VARIANT& state = parameters->rgvarg[0];
     if (state.vt != VT_I4 && state.vt != VT_UI4) return S_OK;
     if (id == kPlayStateChange) reports_->PlayStateChanged(state.lVal);

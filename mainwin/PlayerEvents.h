@@ -1,4 +1,4 @@
-// Hears what the player control reports of its own accord.
+// Receives the player control's events.
 #pragma once
 
 #include <windows.h>
@@ -12,10 +12,9 @@
 
 namespace tellurvane {
 
-// A sink for the control's events. It only writes down: events come in the middle of the control's
-// own calls, and a call back into it from there would find it unprepared. It calls nothing that
-// could throw. The reports are shared: the sink may be called when the player's owner is gone
-// already.
+// An event sink that only stores what it receives: events come inside the control's own calls, and
+// some controls do not survive a call from there. Nothing in it throws. It shares the reports,
+// since the control may call it after the player's owner is destroyed.
 ComPtr<IDispatch> MakePlayerEvents(std::shared_ptr<PlayerReports> reports);
 
 }  // namespace tellurvane

@@ -3,7 +3,7 @@
 namespace tellurvane {
 namespace {
 
-constexpr int kMediaOpenState = 13;  // of the open states, as the control counts them
+constexpr int kMediaOpenState = 13;  // one of the control's open states
 
 }  // namespace
 

@@ -7,7 +7,7 @@ namespace tellurvane {
 namespace {
 
 constexpr const wchar_t* kMomentPicture = L"yyyy 年 mm 月 dd 日 - AMPM hh 時 mm 分 ss 秒";
-constexpr double kLongest = 1e9;  // seconds; nothing plays for thirty years
+constexpr double kLongest = 1e9;  // seconds, thirty years
 
 }  // namespace
 
@@ -28,7 +28,7 @@ std::wstring StatusLineText(MediaPlayer& player, bool isRadio, DateSerial now,
 }
 
 std::wstring MediaTimeText(double seconds) {
-  // Asked this way round, so that what is not a number counts as 0.
+  // Not-a-number fails the comparison and counts as 0.
   const long long whole = seconds > 0 && seconds < kLongest ? static_cast<long long>(seconds) : 0;
   const long long hours = whole / 3'600;
   const long long minutes = whole / 60 % 60;

@@ -1,4 +1,4 @@
-// What the status strip says.
+// The text of the status strip.
 #pragma once
 
 #include <string>
@@ -8,11 +8,11 @@
 
 namespace tellurvane {
 
-// What the player does while something plays or is loaded, else the present moment.
+// The player's state while something plays or loads, else the date and time.
 std::wstring StatusLineText(MediaPlayer& player, bool isRadio, DateSerial now,
                             const DayHalves& halves);
 
-// Whole seconds as "mm:ss", from an hour on as "h:mm:ss". What is no length of time is "00:00".
+// "mm:ss", or "h:mm:ss" from an hour on. A negative, endless or undefined time is "00:00".
 std::wstring MediaTimeText(double seconds);
 
 }  // namespace tellurvane

@@ -45,7 +45,7 @@ void TaskRowsView::Create(PictureBox& area, PictureBox& host) {
 void TaskRowsView::RefreshRow(size_t row) { list_.RedrawItem(static_cast<int>(row)); }
 
 void TaskRowsView::EnableArea(bool enable) {
-  // Disabling takes the keyboard away from the list; it gets it back.
+  // Disabling takes the focus from the list; enabling gives it back.
   if (!enable) hadFocus_ = hadFocus_ || HasFocus();
   area_->Enabled(enable);
   if (enable && std::exchange(hadFocus_, false) && GetFocus() == nullptr) list_.SetFocus();
@@ -68,7 +68,7 @@ void TaskRowsView::DropRemoved() {
   std::erase_if(general_.tasks, IsRemoved);
 }
 
-// Where a row will be once the removed tasks are taken out; none for a removed one.
+// The row once the removed tasks are erased; none for a removed task.
 std::optional<size_t> TaskRowsView::RowWithoutRemoved(std::optional<size_t> row) const {
   const TaskList& tasks = general_.tasks;
   if (!row || *row >= tasks.size()) return row;
@@ -99,7 +99,7 @@ void TaskRowsView::RefreshMarks() {
 void TaskRowsView::FitColumn() {
   RECT client = {};
   GetClientRect(list_.hwnd(), &client);
-  // Designed at its own width; as wide as the list it needs no scroll bar.
+  // A column of its designed width would need a scroll bar.
   if (client.right > 0) list_.ColumnWidth(0, static_cast<int>(client.right));
 }
 

@@ -21,7 +21,7 @@ class TaskRowsView final : public TaskRows {
  public:
   TaskRowsView(ModGeneral& general, Clock clock);
 
-  // `area` is disabled with the list while a task runs; `host` lies in it and holds the list.
+  // `area` is disabled while a task runs. `host` is inside it and holds the list.
   void Create(PictureBox& area, PictureBox& host);
 
   // TaskRows
@@ -31,21 +31,20 @@ class TaskRowsView final : public TaskRows {
   void EnableArea(bool enable) override;
   void SetRedraw(bool redraw) override { list_.Block(!redraw); }
 
-  // Takes over the list of tasks; the selection stays as far as there are rows. An empty list
-  // says why where its file could not be read.
+  // Shows the present list of tasks and keeps the selected row. If the file could not be read, the
+  // empty list says so.
   void Refill();
-  // Takes the tasks that were removed out of the list of tasks. The task that is selected stays
-  // selected, and the one that plays keeps its mark, whatever their names and rows are by then. A
-  // removed task plays on without a mark, and nothing is selected where it was.
+  // Erases the removed tasks from the list of tasks. Selection and playing mark follow their tasks
+  // to the new rows; if their task was removed there is none.
   void DropRemoved();
   std::optional<size_t> SelectedRow() const;
   // The row of the task that plays.
   void ShowPlaying(std::optional<size_t> row);
-  // Redraws the visible rows whose mark is another one by now.
+  // Redraws the visible rows whose mark has changed.
   void RefreshMarks();
-  // The rows take the whole width of the list.
+  // Makes the column as wide as the list.
   void FitColumn();
-  // Where the selected row, or without one the list, begins on the screen.
+  // On the screen, at the selected row, or at the first one if none is selected.
   POINT MenuPlace() const;
   bool HasFocus() const { return GetFocus() == list_.hwnd(); }
 

@@ -1,4 +1,4 @@
-// The constants of the control's header are in no library: defined here, and only here.
+// No library has the constants of the control's header: initguid.h defines them in this file only.
 #include "mainwin/WindowsMediaPlayer.h"
 
 #include <windows.h>
@@ -23,7 +23,7 @@ double Sane(double seconds) {
   return std::isfinite(seconds) && seconds > 0 ? std::min(seconds, kLongest) : 0;
 }
 
-// For a control that keeps its status to itself.
+// For a control without a status text.
 std::wstring StateText(int playState) {
   switch (playState) {
     case kStoppedState:
@@ -64,10 +64,10 @@ bool WindowsMediaPlayer::Create() {
       FAILED(player_->get_settings(settings_.Receive())) || !settings_) {
     return false;
   }
-  // Opening an address must not start it: a start that fails inside the opening ends some controls.
+  // Some controls crash if an automatic start fails.
   settings_->put_autoStart(VARIANT_FALSE);
   settings_->put_enableErrorDialogs(VARIANT_FALSE);
-  // The end is also told by a position that has reached the length: it is not to go back to 0.
+  // The end is also seen by a position that has reached the length.
   const Bstr rewinding(L"autoRewind");
   settings_->setMode(rewinding.Get(), VARIANT_FALSE);
   ApplyVolume();
@@ -75,7 +75,7 @@ bool WindowsMediaPlayer::Create() {
   return true;
 }
 
-// Without events the state is what the control answers.
+// Without events only the control's own answers count.
 void WindowsMediaPlayer::ListenToEvents() {
   ComPtr<IConnectionPointContainer> container;
   if (FAILED(
@@ -100,10 +100,10 @@ ComPtr<IWMPMedia> WindowsMediaPlayer::CurrentMedia() {
 void WindowsMediaPlayer::Url(const std::wstring& url) {
   if (!Make()) return;
   isStarted_ = false;
-  // Before it is set: what is reported meanwhile is of the new one already.
+  // Before put_URL: reports inside it are about the new media.
   reports_->ForgetMedia();
   const Bstr text(url);
-  // A refused address leaves the one before in the control: it must not play.
+  // If it fails, the control keeps the previous address, which must not play.
   isOpen_ = SUCCEEDED(player_->put_URL(text.Get()));
 }
 
@@ -114,7 +114,7 @@ void WindowsMediaPlayer::Play() {
 void WindowsMediaPlayer::Stop() {
   if (controls_) controls_->stop();
   isStarted_ = false;
-  // After it: that it has stopped is reported meanwhile.
+  // After stop, which reports that it has stopped.
   reports_->ForgetMedia();
 }
 
@@ -123,14 +123,14 @@ void WindowsMediaPlayer::Close() {
   isOpen_ = false;
 }
 
-// The control gives up media that it cannot open, and its state is undefined then.
+// After media that it cannot open the control's state is undefined.
 bool WindowsMediaPlayer::IsOpening() {
   const int state = PlayState();
   return isStarted_ && state != kUndefinedState && !reports_->IsMediaOpen(state) &&
          !reports_->HasMediaEnded(state) && Duration() == 0;
 }
 
-// Asked ten times a second: the state is read only where it matters.
+// Called ten times a second, so it reads the state only after a reported end.
 bool WindowsMediaPlayer::HasEnded() {
   return reports_->IsEndReported() && reports_->HasMediaEnded(PlayState());
 }
@@ -140,7 +140,7 @@ int WindowsMediaPlayer::PlayState() {
     const bool isRecent = GetTickCount64() - missedAt_ < kMissingMilliseconds;
     return isRecent ? kStoppedState : kUndefinedState;
   }
-  // A control that does not know how to close stays stopped; for the user it is closed.
+  // A control without `close` stays stopped; for the user it is closed.
   if (!player_ || !isOpen_) return kUndefinedState;
   WMPPlayState state = {};
   return SUCCEEDED(player_->get_playState(&state)) ? static_cast<int>(state)
@@ -167,7 +167,7 @@ void WindowsMediaPlayer::Position(double seconds) {
 double WindowsMediaPlayer::Duration() {
   const ComPtr<IWMPMedia> media = CurrentMedia();
   double seconds = 0;
-  // A control that does not know how to close still has the media before.
+  // A control without `close` keeps the previous media.
   if (!isOpen_ || !media || FAILED(media->get_duration(&seconds))) return 0;
   return Sane(seconds);
 }

@@ -1,4 +1,4 @@
-// The media player: the Windows Media Player control, without a visible part.
+// The media player: the Windows Media Player control, invisible.
 #pragma once
 
 #include <windows.h>
@@ -18,9 +18,8 @@ struct IWMPSettings;
 
 namespace tellurvane {
 
-// The control is made once, when something is to be played for the first time: it costs more memory
-// than the whole program, and a list of notes needs none. Where it cannot be made the status says
-// so for a while, and the next time that something should play it is tried again.
+// The control is created when something is played for the first time: it takes more memory than the
+// whole program. If that fails, the status says so for a while, and the next URL tries again.
 //
 // Needs a thread with COM.
 class WindowsMediaPlayer final : public MediaPlayer {
@@ -49,14 +48,14 @@ class WindowsMediaPlayer final : public MediaPlayer {
   void Volume(int volume) override;
 
  private:
-  // Makes the control if there is none yet. False where it cannot be made.
+  // Creates the control if there is none yet. False if that fails.
   bool Make();
   bool Create();
   void ListenToEvents();
   void ApplyVolume();
   ComPtr<IWMPMedia> CurrentMedia();
 
-  // When something should have played without a control; 0 while there is one.
+  // When the control could not be created; 0 after it was.
   ULONGLONG missedAt_ = 0;
   bool isOpen_ = false;     // a URL was set and not closed since
   bool isStarted_ = false;  // the control took the play command

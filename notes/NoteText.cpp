@@ -11,7 +11,7 @@ constexpr std::wstring_view kStoredBreak = L"\\r\\n";
 constexpr std::wstring_view kBreak = L"\r\n";
 
 size_t CharactersOf(std::wstring_view line) {
-  // The second half of a pair is no character of its own.
+  // Do not count the second half of a surrogate pair.
   return static_cast<size_t>(std::ranges::count_if(
       line, [](wchar_t unit) { return (static_cast<unsigned>(unit) & 0xFC00) != 0xDC00; }));
 }

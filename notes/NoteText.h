@@ -1,4 +1,4 @@
-// How a note's text fits on one line of the task list.
+// The text of a note, as it is stored and as it is shown.
 #pragma once
 
 #include <cstddef>
@@ -7,17 +7,15 @@
 
 namespace tellurvane {
 
-// What the note's author is asked to keep to. Nothing enforces it.
+// The note editor's advice. Nothing enforces it.
 inline constexpr size_t kNoteLines = 8;
 inline constexpr size_t kNoteLineCharacters = 21;
 
-// A line break is stored as the four characters \r\n. Written for a screen it is CR LF. Nothing
-// else changes: a stored text comes back as it was.
+// A line break is stored as the four characters \r\n and shown as CR LF. Nothing else changes.
 std::wstring NoteTextWithBreaks(std::wstring_view stored);
 std::wstring StoredNoteText(std::wstring_view text);
 
-// With a blank on each empty line: some systems' text drawing leaves out a line without any
-// character.
+// With a blank on each empty line: on some systems GDI+ skips an empty line.
 std::wstring DrawableNoteText(std::wstring_view text);
 
 struct NoteExtent {

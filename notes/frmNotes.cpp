@@ -18,7 +18,7 @@ constexpr BYTE kFadeIn[] = {0, 40, 80, 120, 160, 200, 240};
 constexpr BYTE kFadeOut[] = {200, 160, 120, 80, 40, 0};
 constexpr BYTE kOpacity = 230;
 
-// Pixels of 96 dpi; a text's x is doubled when it is drawn.
+// Pixels of 96 dpi. ModTheme::Text doubles a text's x.
 constexpr int kTimeX = 2;
 constexpr int kTimeY = 2;
 constexpr int kTextX = 5;

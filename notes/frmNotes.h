@@ -14,13 +14,11 @@
 
 namespace tellurvane {
 
-// The close image: it lights up under the pointer.
+// The close image. It lights up under the pointer.
 class CloseImage final : public PictureBox {
  public:
-  // A click on it.
   std::function<void()> Click;
 
-  // A square of so many pixels of the screen.
   void CreateAt(HWND parent, int x, int y, int size);
 
  private:

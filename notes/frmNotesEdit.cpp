@@ -30,7 +30,7 @@ void frmNotesEdit::Open(HWND owner) {
 
 void frmNotesEdit::Form_Load() {
   picNote_.Create(hwnd(), ControlKind::kLabel, L"撰寫時請勿超過 8 行，每行限制字數為 21 字");
-  // The kind that scrolls: the other one takes no more than it can show.
+  // This kind scrolls; the other one takes no more text than it can show.
   picText_.control.Multilin(1);
   picText_.Create(hwnd(), ControlKind::kRichEditBox, L"");
   picText_.control.BorderStyle(1);
@@ -72,7 +72,6 @@ bool frmNotesEdit::picText_KeyDown(UINT key) {
   return true;
 }
 
-// Advice only: nothing keeps the user from going beyond.
 void frmNotesEdit::ShowExtent() {
   const NoteExtent extent = MeasureNote(picText_.control.text());
   const bool isTooMuch = extent.lines > kNoteLines || extent.longest > kNoteLineCharacters;
@@ -83,8 +82,7 @@ void frmNotesEdit::ShowExtent() {
 
 void frmNotesEdit::cmdOk_Click() {
   const std::wstring text = picText_.control.text();
-  // What was not touched stays as it is, to the last byte: the box may have its own view of unusual
-  // characters.
+  // The box may change unusual characters: a text that the user did not change is not written.
   if (!text.empty() && text != opened_) write_(StoredNoteText(text));
   cmdCancel_Click();
 }

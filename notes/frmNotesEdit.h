@@ -11,11 +11,11 @@ namespace tellurvane {
 
 class frmNotesEdit final : public Form {
  public:
-  // `source` is the note as the task list stores it; `write` takes the new one, and is called only
-  // when the user confirms a text that is not empty.
+  // `source` is the note as the task list stores it. `write` is called if the user confirms another
+  // text that is not empty.
   frmNotesEdit(std::wstring source, std::function<void(const std::wstring&)> write);
 
-  // Returns when the dialog is closed. The owner is disabled meanwhile.
+  // Returns when the dialog is closed.
   void Open(HWND owner);
 
  private:
@@ -30,7 +30,7 @@ class frmNotesEdit final : public Form {
 
   std::wstring source_;
   std::function<void(const std::wstring&)> write_;
-  std::wstring opened_;  // the box's text before the user touched it
+  std::wstring opened_;  // the box's text before the user changed it
   BoxedControl picNote_;
   BoxedControl picText_;
   BoxedControl picCount_;
