@@ -158,8 +158,7 @@ void FrmTime::HideClock() {
 
 void FrmTime::Form_Load() {
   ResizeInside(PixelsFromTwips(kWidth), HeightNeeded());
-  // The whole screen where the system does not tell which part of it is free.
-  RECT work = {0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
+  RECT work = {};
   SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
   const int margin = Scaled(kScreenMargin);
   const int left = static_cast<int>(work.right) - PixelsFromTwips(kWidth) - margin;

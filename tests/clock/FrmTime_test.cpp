@@ -3,11 +3,9 @@
 
 #include <gmock/gmock.h>
 
-#include <climits>
 #include <vector>
 
 #include "tests/clock/ClockRig.h"
-#include "tests/support/FailingImport.h"
 
 namespace tellurvane {
 namespace {
@@ -45,16 +43,6 @@ TEST_F(FrmTimeTest, OpensAtTheRightUpperCornerOfTheWorkArea) {
   ShowAt(kMorning);
   EXPECT_EQ(OnScreen(clock->hwnd()).left, place.left);
   EXPECT_EQ(OnScreen(clock->hwnd()).top, place.top);
-}
-
-TEST_F(FrmTimeTest, OpensInsideTheScreenWhereTheWorkAreaIsNotTold) {
-  FailingImport workArea({.name = "SystemParametersInfoW"});
-  workArea.Fail(1, INT_MAX);
-  ShowAt(kMorning);
-  EXPECT_GT(workArea.Calls(), 0);
-  const RECT place = OnScreen(clock->hwnd());
-  EXPECT_EQ(place.right, GetSystemMetrics(SM_CXSCREEN) - 8);
-  EXPECT_EQ(place.top, 8);
 }
 
 TEST_F(FrmTimeTest, LeavesTheKeyboardToWhoeverHasIt) {
