@@ -3,7 +3,7 @@
 
 #include <cmath>
 
-#include "tests/clock/ClockRig.h"
+#include "tests/clock/ClockFixture.h"
 
 namespace tellurvane {
 namespace {

@@ -5,7 +5,7 @@
 
 #include <vector>
 
-#include "tests/clock/ClockRig.h"
+#include "tests/clock/ClockFixture.h"
 
 namespace tellurvane {
 namespace {

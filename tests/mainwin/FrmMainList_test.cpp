@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-#include "tests/mainwin/FrmMainRig.h"
+#include "tests/mainwin/FrmMainFixture.h"
 #include "tests/support/ActingForm.h"
 #include "ui/Handle.h"
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "mainwin/TaskRow.h"
-#include "tests/mainwin/FrmMainRig.h"
+#include "tests/mainwin/FrmMainFixture.h"
 #include "tests/support/ActingForm.h"
 #include "ui/Handle.h"
 

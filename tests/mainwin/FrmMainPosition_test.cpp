@@ -1,7 +1,7 @@
 // The position slider of the main window while music plays.
 #include <functional>
 
-#include "tests/mainwin/FrmMainRig.h"
+#include "tests/mainwin/FrmMainFixture.h"
 
 namespace tellurvane {
 namespace {

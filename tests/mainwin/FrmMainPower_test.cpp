@@ -3,7 +3,7 @@
 
 #include <chrono>
 
-#include "tests/mainwin/FrmMainRig.h"
+#include "tests/mainwin/FrmMainFixture.h"
 
 namespace tellurvane {
 namespace {

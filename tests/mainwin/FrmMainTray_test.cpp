@@ -5,7 +5,7 @@
 #include <functional>
 #include <string>
 
-#include "tests/mainwin/FrmMainRig.h"
+#include "tests/mainwin/FrmMainFixture.h"
 #include "tests/support/FailingImport.h"
 #include "ui/Timer.h"
 

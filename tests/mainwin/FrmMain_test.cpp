@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/mainwin/FrmMainRig.h"
+#include "tests/mainwin/FrmMainFixture.h"
 #include "ui/Density.h"
 #include "ui/clsProgress.h"
 
