@@ -1,4 +1,4 @@
-// The clock where the platform refuses.
+// The clock when a window cannot be created.
 #include <windows.h>
 
 #include <gtest/gtest.h>
@@ -24,12 +24,12 @@ void UseClock() {
   clock.ShowClock();
   Pump();
   clock.Unload();
-  // Loaded once more, into what the first time has left.
+  // Loaded a second time.
   clock.ShowClock();
   Pump();
 }
 
-TEST(FailingCallsTest, TheClockShowsWhatItCan) {
+TEST(FailingCallsTest, TheClockIsShownOrFails) {
   FailEachCall({"clock", UseClock, {"CreateWindowExW"}});
 }
 

@@ -8,16 +8,6 @@
 namespace tellurvane {
 namespace {
 
-TEST_F(FrmTimeTest, TheStripHasThirteenCellsAndTenDigitsThatDiffer) {
-  EXPECT_EQ(strip.Size().cx, 208);
-  EXPECT_EQ(strip.Size().cy, 25);
-  for (int digit = 1; digit < 10; ++digit) {
-    for (int other = 0; other < digit; ++other) {
-      EXPECT_NE(strip.Cell(digit), strip.Cell(other)) << digit << " and " << other;
-    }
-  }
-}
-
 TEST_F(FrmTimeTest, ShowsTheDigitsOfTheMomentWithLeadingZeros) {
   struct Row {
     DateSerial moment;
@@ -28,19 +18,15 @@ TEST_F(FrmTimeTest, ShowsTheDigitsOfTheMomentWithLeadingZeros) {
                          Row{At(2027, 1, 2, 0, 0, 0), "2027-01-02", "00:00:00"},
                          Row{At(2034, 9, 30, 23, 59, 59), "2034-09-30", "23:59:59"},
                          Row{At(2048, 10, 8, 16, 37, 48), "2048-10-08", "16:37:48"}}) {
-    ShowAnewAt(row.moment);
+    ShowNewClockAt(row.moment);
     EXPECT_EQ(DateShown(), row.date);
     EXPECT_EQ(TimeShown(), row.time);
   }
-}
-
-TEST_F(FrmTimeTest, TheScreenShowsWhatWasDrawn) {
-  ShowAt(kMorning);
   const WindowDc screen(BoxWindow(kSecond));
-  EXPECT_EQ(Strip::CellOf(screen.Get(), 1), strip.Cell(7));
+  EXPECT_EQ(Strip::CellOf(screen.Get(), 1), strip.Cell(8)) << "it is on the screen too";
 }
 
-TEST_F(FrmTimeTest, TheDigitBoxesHaveTheStatedSizesAndTouchNothing) {
+TEST_F(FrmTimeTest, NoBoxCoversAnother) {
   ShowAt(kMorning);
   for (const Box box : kAllBoxes) {
     const RECT place = OnScreen(BoxWindow(box));
@@ -48,19 +34,17 @@ TEST_F(FrmTimeTest, TheDigitBoxesHaveTheStatedSizesAndTouchNothing) {
     EXPECT_EQ(place.bottom - place.top, 25);
     for (const HWND other : InsideOf(clock->hwnd(), L"TellurvanePictureBox")) {
       if (other == BoxWindow(box)) continue;
-      // The half of the day's box is larger than what it shows.
+      // The AM/PM box shows only a part of itself.
       RECT seen = OnScreen(other);
       RECT region = {};
-      if (GetWindowRgnBox(other, &region) != ERROR) {
-        seen.left += region.left;
-      }
+      if (GetWindowRgnBox(other, &region) != ERROR) seen.left += region.left;
       RECT common = {};
       EXPECT_FALSE(IntersectRect(&common, &place, &seen)) << box;
     }
   }
 }
 
-TEST_F(FrmTimeTest, EverythingInItLiesInsideItsRim) {
+TEST_F(FrmTimeTest, EachBoxIsInsideTheRim) {
   ShowAt(kMorning);
   RECT inside = OnScreen(clock->hwnd());
   InflateRect(&inside, -1, -1);
@@ -73,7 +57,7 @@ TEST_F(FrmTimeTest, EverythingInItLiesInsideItsRim) {
   }
 }
 
-TEST_F(FrmTimeTest, TheLabelsStandWhereTheyAreDesigned) {
+TEST_F(FrmTimeTest, TheLabelsAreAtTheirDesignedPlaces) {
   ShowAt(kMorning);
   const auto label = [](const wchar_t* text, int x, int y, int width) {
     return Label{text, PixelsFromTwips(x), PixelsFromTwips(y), PixelsFromTwips(width),
@@ -86,7 +70,7 @@ TEST_F(FrmTimeTest, TheLabelsStandWhereTheyAreDesigned) {
                             label(L"上午", 984, 540, 432)));
 }
 
-TEST_F(FrmTimeTest, GoesOnByItself) {
+TEST_F(FrmTimeTest, FollowsTheTime) {
   ShowAt(kMorning);
   now = At(2026, 11, 21, 9, 5, 8);
   EXPECT_TRUE(PumpUntil([this] { return TimeShown() == "09:05:08"; }));
@@ -94,80 +78,68 @@ TEST_F(FrmTimeTest, GoesOnByItself) {
   EXPECT_TRUE(PumpUntil([this] { return TimeShown() == "10:00:00"; }));
 }
 
-TEST_F(FrmTimeTest, OverMidnightAndNoonTheDateAndTheHalfOfTheDayStay) {
+TEST_F(FrmTimeTest, PastMidnightAndNoonDateAndDesignatorStay) {
   ShowAt(At(2026, 11, 30, 23, 59, 59));
   ASSERT_EQ(HalfShown(), L"下午");
   now = At(2026, 12, 1, 0, 0, 0);
   EXPECT_TRUE(PumpUntil([this] { return TimeShown() == "00:00:00"; }));
   EXPECT_EQ(DateShown(), "2026-11-30");
   EXPECT_EQ(HalfShown(), L"下午");
-  // Asked to show itself while it is shown, it changes nothing.
+  // Showing a visible clock changes no date.
   ShowAt(At(2026, 12, 1, 0, 0, 1));
   EXPECT_EQ(DateShown(), "2026-11-30");
-  // Opened again it tells the date of then.
+  // Showing a hidden one does.
   clock->HideClock();
   ShowAt(At(2026, 12, 1, 0, 0, 2));
   EXPECT_EQ(TimeShown(), "00:00:02");
   EXPECT_EQ(DateShown(), "2026-12-01");
   EXPECT_EQ(HalfShown(), L"上午");
-  ShowAnewAt(At(2026, 12, 1, 12, 0, 2));
-  EXPECT_EQ(DateShown(), "2026-12-01");
-  EXPECT_EQ(HalfShown(), L"下午");
 }
 
-TEST_F(FrmTimeTest, TheHandsPointWhereTheTimeSays) {
+TEST_F(FrmTimeTest, TheHandsPointAtTheTime) {
+  const auto fromCentre = [this](int x, int y) { return Face(Middle() + x, Middle() + y); };
   ShowAt(kMorning);
-  // The last one lies on the others near the middle.
-  ExpectHand(clock->Dc(), {-48, 32, kRed, 21, -24}, 0);
-  ExpectHand(clock->Dc(), {-60, 32, kBlue, 16, -28}, 8);
-  // Of the hour's hand, which is black as the marks are, the end and what lies before it.
-  for (int x = Middle() - 22; x < Middle(); ++x) EXPECT_EQ(Face(x, Middle()), kBlack) << x;
-  EXPECT_EQ(Face(Middle() - 23, Middle()), kBlack);
-  EXPECT_NE(Face(Middle() - 24, Middle()), kBlack);
-}
+  EXPECT_EQ(fromCentre(21, -24), kRed);
+  EXPECT_EQ(fromCentre(7, -8), kRed);
+  EXPECT_EQ(fromCentre(16, -28), kBlue);
+  EXPECT_EQ(fromCentre(8, -14), kBlue);
+  for (int x = -23; x < 0; ++x) EXPECT_EQ(fromCentre(x, 0), kBlack) << x;
+  EXPECT_NE(fromCentre(-24, 0), kBlack);
 
-TEST_F(FrmTimeTest, AtMidnightTheSecondsHandCoversTheOthers) {
-  ShowAt(At(2026, 11, 21));
-  ExpectHand(clock->Dc(), {-90, 32, kRed, 0, -32}, 0);
-  for (int y = 0; y < Middle(); ++y) EXPECT_NE(Face(Middle(), y), kBlue);
-}
-
-TEST_F(FrmTimeTest, TheHandsOfTheSecondBeforeAreGone) {
-  ShowAt(kMorning);
   ShowAt(At(2026, 11, 21, 15, 40, 31));
-  ExpectHand(clock->Dc(), {96, 32, kRed, -3, 32}, 0);
-  // Where the three hands ended before.
-  EXPECT_NE(Face(Middle() + 18, Middle() - 20), kRed);
-  EXPECT_NE(Face(Middle() + 8, Middle() - 14), kBlue);
-  EXPECT_NE(Face(Middle() - 15, Middle()), kBlack);
+  EXPECT_EQ(fromCentre(-3, 32), kRed);
+  EXPECT_NE(fromCentre(21, -24), kRed) << "the previous hands are gone";
+  EXPECT_NE(fromCentre(8, -14), kBlue);
+  EXPECT_NE(fromCentre(-15, 0), kBlack);
+
+  ShowAt(At(2026, 11, 22));
+  for (int y = -32; y <= 0; ++y) EXPECT_EQ(fromCentre(0, y), kRed) << "covers the others";
+  EXPECT_NE(fromCentre(0, -33), kRed);
 }
 
 TEST_F(FrmTimeTest, TheFaceHasItsDotsAndMarks) {
   ShowAt(kMorning);
-  int marks = 0;
+  const auto isBlackOrHand = [this](int x, int y) {
+    const Color color = Face(x, y);
+    return color == kBlack || color == kRed || color == kBlue;
+  };
   for (int minute = 0; minute < 60; ++minute) {
     const double angle = minute * std::acos(-1) / 30;
-    const int x = Middle() + static_cast<int>(std::lround(32 * std::cos(angle)));
-    const int y = Middle() + static_cast<int>(std::lround(32 * std::sin(angle)));
-    const auto isBlackOrHand = [&](int atX, int atY) {
-      const Color color = Face(atX, atY);
-      return color == kBlack || color == kRed || color == kBlue;
+    const auto at = [angle](int radius) {
+      return POINT{Middle() + std::lround(radius * std::cos(angle)),
+                   Middle() + std::lround(radius * std::sin(angle))};
     };
-    EXPECT_TRUE(isBlackOrHand(x, y)) << minute;
-    if (minute % 5 != 0) {
-      // A single pixel: inward and outward of it is the ground.
-      const int outwardX = Middle() + static_cast<int>(std::lround(35 * std::cos(angle)));
-      const int outwardY = Middle() + static_cast<int>(std::lround(35 * std::sin(angle)));
-      EXPECT_NE(Face(outwardX, outwardY), kBlack) << minute;
-      continue;
+    const POINT dot = at(32);
+    const bool isHour = minute % 5 == 0;
+    const int reach = isHour ? 1 : 0;
+    for (int dy = -reach; dy <= reach; ++dy) {
+      for (int dx = -reach; dx <= reach; ++dx) {
+        EXPECT_TRUE(isBlackOrHand(dot.x + dx, dot.y + dy)) << minute;
+      }
     }
-    ++marks;
-    for (int dy = -1; dy <= 1; ++dy) {
-      for (int dx = -1; dx <= 1; ++dx) EXPECT_TRUE(isBlackOrHand(x + dx, y + dy)) << minute;
-    }
-    EXPECT_FALSE(isBlackOrHand(x + 2, y + 2) && isBlackOrHand(x - 2, y - 2)) << minute;
+    const POINT outside = at(isHour ? 36 : 35);
+    EXPECT_NE(Face(outside.x, outside.y), kBlack) << minute;
   }
-  EXPECT_EQ(marks, 12);
 }
 
 }  // namespace

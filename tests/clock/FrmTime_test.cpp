@@ -1,4 +1,4 @@
-// The clock as a window: where it stands, how it is shown, hidden, moved and ended.
+// The clock as a window: its place, showing, hiding, moving and closing.
 #include "clock/FrmTime.h"
 
 #include <gmock/gmock.h>
@@ -13,7 +13,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST_F(FrmTimeTest, StandsAboveAllTranslucentAndOutOfTheTaskbar) {
+TEST_F(FrmTimeTest, IsTopmostTranslucentAndNotInTheTaskbar) {
   ShowAt(kMorning);
   const LONG_PTR style = GetWindowLongPtrW(clock->hwnd(), GWL_EXSTYLE);
   EXPECT_TRUE(style & WS_EX_TOPMOST);
@@ -34,7 +34,7 @@ TEST_F(FrmTimeTest, OpensAtTheRightUpperCornerOfTheWorkArea) {
   EXPECT_GT(place.right, work.right - 20);
   EXPECT_GE(place.top, work.top);
   EXPECT_LT(place.top, work.top + 20);
-  // Its place is kept while it is hidden, and nowhere else.
+  // Hidden it keeps its place; unloaded it does not.
   SetWindowPos(clock->hwnd(), nullptr, 200, 300, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
   clock->HideClock();
   ShowAt(kMorning);
@@ -45,7 +45,7 @@ TEST_F(FrmTimeTest, OpensAtTheRightUpperCornerOfTheWorkArea) {
   EXPECT_EQ(OnScreen(clock->hwnd()).top, place.top);
 }
 
-TEST_F(FrmTimeTest, LeavesTheKeyboardToWhoeverHasIt) {
+TEST_F(FrmTimeTest, TakesTheKeyboardFromNoWindow) {
   TestForm form;
   SetForegroundWindow(form.hwnd());
   SetFocus(form.hwnd());
@@ -53,7 +53,7 @@ TEST_F(FrmTimeTest, LeavesTheKeyboardToWhoeverHasIt) {
   ShowAt(kMorning);
   EXPECT_EQ(GetFocus(), form.hwnd());
   EXPECT_EQ(GetForegroundWindow(), form.hwnd());
-  // Neither a click on it nor the move that begins with one takes it away.
+  // Nor do a click and a move.
   EXPECT_EQ(SendMessageW(clock->hwnd(), WM_MOUSEACTIVATE, reinterpret_cast<WPARAM>(clock->hwnd()),
                          HTCLIENT),
             MA_NOACTIVATE);
@@ -67,6 +67,8 @@ TEST_F(FrmTimeTest, LeavesTheKeyboardToWhoeverHasIt) {
 }
 
 TEST_F(FrmTimeTest, HiddenItStaysLoadedAndComesBackUpToDate) {
+  clock->HideClock();
+  EXPECT_FALSE(clock->IsLoaded()) << "nothing to hide";
   ShowAt(kMorning);
   const HWND window = clock->hwnd();
   clock->HideClock();
@@ -77,44 +79,26 @@ TEST_F(FrmTimeTest, HiddenItStaysLoadedAndComesBackUpToDate) {
   EXPECT_TRUE(clock->Visible());
   EXPECT_EQ(clock->hwnd(), window);
   EXPECT_EQ(TimeShown(), "18:44:32");
-  ExpectHand(clock->Dc(), {102, 32, kRed, -7, 31}, 0);
+  EXPECT_EQ(Face(Middle() - 7, Middle() + 31), kRed);
   EXPECT_EQ(OpacityOf(window), 210);
 }
 
-TEST_F(FrmTimeTest, HidingWhatIsNotLoadedDoesNothing) {
-  clock->HideClock();
-  EXPECT_FALSE(clock->IsLoaded());
-}
-
-TEST_F(FrmTimeTest, FadesOutFromTwoHundredWhenItEnds) {
+TEST_F(FrmTimeTest, FadesOutFromTwoHundredWhenItIsUnloaded) {
   ShowAt(kMorning);
+  SendMessageW(clock->hwnd(), WM_CLOSE, 0, 0);
+  EXPECT_TRUE(clock->Visible()) << "a close message does nothing";
   clock->Unload();
   EXPECT_THAT(log.opacities, ElementsAre(200, 160, 120, 80, 40, 0));
   EXPECT_THAT(log.milliseconds, ElementsAre(30, 30, 30, 30, 30, 30));
   EXPECT_FALSE(clock->IsLoaded());
-}
 
-TEST_F(FrmTimeTest, NobodyWaitsForTheFadeOfAHiddenClock) {
-  ShowAt(kMorning);
+  ShowAt(At(2027, 2, 3, 4, 15, 26));
+  EXPECT_EQ(DateShown(), "2027-02-03") << "loaded again";
+  EXPECT_EQ(TimeShown(), "04:15:26");
+  log.Forget();
   clock->HideClock();
   clock->Unload();
-  EXPECT_THAT(log.milliseconds, IsEmpty());
-}
-
-TEST_F(FrmTimeTest, ACloseMessageDoesNothing) {
-  ShowAt(kMorning);
-  SendMessageW(clock->hwnd(), WM_CLOSE, 0, 0);
-  EXPECT_TRUE(clock->IsLoaded());
-  EXPECT_TRUE(clock->Visible());
-  EXPECT_THAT(log.opacities, IsEmpty());
-}
-
-TEST_F(FrmTimeTest, CanBeLoadedAgainAfterItsEnd) {
-  ShowAt(kMorning);
-  clock->Unload();
-  ShowAt(At(2027, 2, 3, 4, 15, 26));
-  EXPECT_EQ(DateShown(), "2027-02-03");
-  EXPECT_EQ(TimeShown(), "04:15:26");
+  EXPECT_THAT(log.milliseconds, IsEmpty()) << "a hidden clock does not fade";
 }
 
 TEST_F(FrmTimeTest, ALeftPressHandsTheWindowToTheSystemsMove) {
@@ -131,31 +115,25 @@ TEST_F(FrmTimeTest, ALeftPressHandsTheWindowToTheSystemsMove) {
   EXPECT_EQ(menus, 0);
 }
 
-TEST_F(FrmTimeTest, ARightPressOnTheFaceAndOnTheDigitsOpensTheTrayMenu) {
+TEST_F(FrmTimeTest, ARightPressAnywhereOpensTheTrayMenu) {
   ShowAt(kMorning);
   CaughtMessage caught(clock->hwnd(), WM_NCLBUTTONDOWN);
   SendMouse(clock->hwnd(), WM_RBUTTONDOWN, 36, 36, MK_RBUTTON);
   EXPECT_EQ(menus, 1);
-  for (const Box box : kAllBoxes) SendMouse(BoxWindow(box), WM_RBUTTONDOWN, 5, 5, MK_RBUTTON);
-  EXPECT_EQ(menus, 7);
+  const std::vector<HWND> boxes = InsideOf(clock->hwnd(), L"TellurvanePictureBox");
+  EXPECT_EQ(boxes.size(), 13U);
+  for (const HWND box : boxes) {
+    const HWND label = GetWindow(box, GW_CHILD);
+    if (label != nullptr) {
+      EXPECT_EQ(SendMessageW(label, WM_NCHITTEST, 0, 0), HTTRANSPARENT) << "its box is pressed";
+    }
+    SendMouse(box, WM_RBUTTONDOWN, 5, 5, MK_RBUTTON);
+  }
+  EXPECT_EQ(menus, 14);
   SendMouse(clock->hwnd(), WM_MBUTTONDOWN, 36, 36, MK_MBUTTON);
   SendMouse(BoxWindow(kYear), WM_MBUTTONDOWN, 5, 5, MK_MBUTTON);
-  EXPECT_EQ(menus, 7);
+  EXPECT_EQ(menus, 14);
   EXPECT_THAT(caught.Taken(), IsEmpty());
-}
-
-TEST_F(FrmTimeTest, AsDoesARightPressOnEachOfTheTexts) {
-  ShowAt(kMorning);
-  int pressed = 0;
-  for (HWND box = GetWindow(clock->hwnd(), GW_CHILD); box != nullptr;
-       box = GetWindow(box, GW_HWNDNEXT)) {
-    const HWND text = GetWindow(box, GW_CHILD);
-    if (text == nullptr) continue;
-    EXPECT_EQ(SendMessageW(text, WM_NCHITTEST, 0, 0), HTTRANSPARENT) << "its box is pressed";
-    SendMouse(box, WM_RBUTTONDOWN, 5, 5, MK_RBUTTON);
-    EXPECT_EQ(menus, ++pressed);
-  }
-  EXPECT_EQ(pressed, 7);
 }
 
 TEST_F(FrmTimeTest, IsPulledBackWhenTheMouseMovesOverIt) {
@@ -169,9 +147,8 @@ TEST_F(FrmTimeTest, IsPulledBackWhenTheMouseMovesOverIt) {
     LONG left;
     LONG top;
   };
-  const std::vector<HWND> windows = {clock->hwnd(),     BoxWindow(kYear), BoxWindow(kMonth),
-                                     BoxWindow(kDay),   BoxWindow(kHour), BoxWindow(kMinute),
-                                     BoxWindow(kSecond)};
+  std::vector<HWND> windows = {clock->hwnd()};
+  for (const Box box : kAllBoxes) windows.push_back(BoxWindow(box));
   for (const HWND window : windows) {
     for (const Row& row : {Row{-30, 50, 0, 50}, Row{50, -30, 50, 0}, Row{right + 30, 50, right, 50},
                            Row{50, bottom + 30, 50, bottom}, Row{70, 80, 70, 80}}) {
@@ -184,7 +161,7 @@ TEST_F(FrmTimeTest, IsPulledBackWhenTheMouseMovesOverIt) {
   }
 }
 
-TEST_F(FrmTimeTest, IsShownInsideTheScreenWhereverItWasHidden) {
+TEST_F(FrmTimeTest, IsShownInsideTheScreen) {
   ShowAt(kMorning);
   clock->HideClock();
   SetWindowPos(clock->hwnd(), nullptr, -3'000, 40, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
@@ -193,30 +170,23 @@ TEST_F(FrmTimeTest, IsShownInsideTheScreenWhereverItWasHidden) {
   EXPECT_EQ(OnScreen(clock->hwnd()).top, 40);
 }
 
-TEST_F(FrmTimeTest, TheHalfOfTheDaysBoxLeavesTheFaceFree) {
+TEST_F(FrmTimeTest, TheDesignatorsBoxLeavesTheFaceFree) {
   ShowAt(kMorning);
-  // The face's right edge, at the height of that box.
-  const POINT edge = {Middle() + 32, PixelsFromTwips(540) + 3};
-  POINT onScreen = edge;
-  ClientToScreen(clock->hwnd(), &onScreen);
-  EXPECT_EQ(WindowFromPoint(onScreen), clock->hwnd());
+  POINT edge = {Middle() + 32, PixelsFromTwips(540) + 3};
+  ClientToScreen(clock->hwnd(), &edge);
+  EXPECT_EQ(WindowFromPoint(edge), clock->hwnd());
 }
 
-TEST_F(FrmTimeTest, ShowingAndHidingLeavesNothingBehind) {
+TEST_F(FrmTimeTest, LeaksNothing) {
   ShowAt(kMorning);
-  int second = 0;
-  EXPECT_EQ(LeakedBy([&] {
+  EXPECT_EQ(LeakedBy([this] {
               clock->HideClock();
-              ++second;
-              ShowAt(At(2026, 11, 21, 12, second % 60, second % 60));
+              ShowAt(now + 1);
             }),
             ResourceCounts());
-}
-
-TEST_F(FrmTimeTest, LoadingAndEndingLeavesNothingBehind) {
   EXPECT_EQ(LeakedBy([this] {
-              ShowAt(kMorning);
               clock->Unload();
+              ShowAt(kMorning);
             }),
             ResourceCounts());
 }
