@@ -18,7 +18,7 @@ namespace {
 // From one note down to the next, in pixels.
 int Step() { return PixelsFromTwips(900); }
 
-// The notes of this process, in the order in which they came up.
+// In the order in which they were shown.
 std::vector<HWND> NotesOnScreen() {
   std::vector<HWND> notes;
   EnumThreadWindows(
@@ -65,7 +65,7 @@ class NoteStackTest : public testing::Test {
   NoteStack stack{[this](unsigned) { ++pauses; }};
 };
 
-TEST_F(NoteStackTest, ShowsSeveralAtOnceNineHundredTwipsApart) {
+TEST_F(NoteStackTest, ShowsNotesNineHundredTwipsApart) {
   for (size_t i = 0; i < 5; ++i) {
     stack.Show(L"第 " + std::to_wstring(i), L"09:05:07");
   }
@@ -75,33 +75,22 @@ TEST_F(NoteStackTest, ShowsSeveralAtOnceNineHundredTwipsApart) {
     EXPECT_EQ(OnScreen(notes[i]).top - OnScreen(notes[i - 1]).top, Step());
     EXPECT_EQ(OnScreen(notes[i]).left, OnScreen(notes[0]).left);
   }
-}
-
-TEST_F(NoteStackTest, NoNoteCoversTheCloseImageOfAnother) {
-  for (int i = 0; i < 5; ++i) stack.Show(L"a", L"b");
-  for (const HWND note : NotesOnScreen()) {
+  for (const HWND note : notes) {
     const RECT image = OnScreen(InsideOf(note, L"TellurvanePictureBox").at(0));
-    const HWND at =
-        WindowFromPoint({(image.left + image.right) / 2, (image.top + image.bottom) / 2});
-    EXPECT_EQ(GetAncestor(at, GA_ROOT), note);
+    const POINT centre = {(image.left + image.right) / 2, (image.top + image.bottom) / 2};
+    EXPECT_EQ(GetAncestor(WindowFromPoint(centre), GA_ROOT), note) << "its close image is covered";
   }
 }
 
-TEST_F(NoteStackTest, EachClosesByItself) {
+TEST_F(NoteStackTest, EachClosesByItselfAndGivesItsPlaceFree) {
   for (int i = 0; i < 3; ++i) stack.Show(L"a", L"b");
   const std::vector<HWND> notes = NotesOnScreen();
+  const LONG first = OnScreen(notes[0]).top;
   SendMouse(notes[1], WM_LBUTTONDBLCLK, 50, 50, MK_LBUTTON);
   EXPECT_EQ(NotesOnScreen(), (std::vector<HWND>{notes[0], notes[2]}));
-  const HWND image = InsideOf(notes[0], L"TellurvanePictureBox").at(0);
-  SendMouse(image, WM_LBUTTONUP, 8, 8);
+  SendMouse(InsideOf(notes[0], L"TellurvanePictureBox").at(0), WM_LBUTTONUP, 8, 8);
   EXPECT_EQ(NotesOnScreen(), std::vector<HWND>{notes[2]});
-}
-
-TEST_F(NoteStackTest, TheNextNoteComesBelowThoseThatAreLeft) {
-  for (int i = 0; i < 3; ++i) stack.Show(L"a", L"b");
-  const std::vector<HWND> before = NotesOnScreen();
-  const LONG first = OnScreen(before[0]).top;
-  for (const HWND note : before) SendMouse(note, WM_LBUTTONDBLCLK, 50, 50, MK_LBUTTON);
+  SendMouse(notes[2], WM_LBUTTONDBLCLK, 50, 50, MK_LBUTTON);
   stack.Show(L"a", L"b");
   EXPECT_EQ(OnScreen(NotesOnScreen().at(0)).top, first);
 }
@@ -138,33 +127,24 @@ TEST_F(NoteStackTest, ClosesAllAtOnceWithoutFading) {
   stack.CloseAll();
 }
 
-TEST_F(NoteStackTest, AColumnThatIsFullIsFollowedByTheNextOne) {
-  // Only the rows of the first column matter here: on a narrow screen the second one begins inside.
-  LONG first = 0;
-  LONG left = 0;
+TEST_F(NoteStackTest, BeginsANewColumnAtTheTop) {
+  stack.Show(L"a", L"b");
+  const RECT first = OnScreen(NotesOnScreen().at(0));
   const LONG limit = 9 * GetSystemMetrics(SM_CYSCREEN) / 10;
-  for (int i = 0; i < 30; ++i) {
+  RECT previous = first;
+  while (previous.bottom <= limit) {
     stack.Show(L"a", L"b");
-    const std::vector<HWND> notes = NotesOnScreen();
-    const RECT newest = OnScreen(notes.back());
-    if (i == 0) {
-      first = newest.top;
-      left = newest.left;
-      continue;
-    }
-    const RECT previous = OnScreen(notes[notes.size() - 2]);
-    if (previous.bottom <= limit) {
-      ASSERT_EQ(newest.top, previous.top + Step());
-      continue;
-    }
-    EXPECT_EQ(newest.top, first);
-    EXPECT_LT(newest.left, left);
-    return;
+    const RECT newest = OnScreen(NotesOnScreen().back());
+    ASSERT_EQ(newest.top, previous.top + Step());
+    previous = newest;
   }
-  FAIL() << "no second column";
+  stack.Show(L"a", L"b");
+  const RECT newest = OnScreen(NotesOnScreen().back());
+  EXPECT_EQ(newest.top, first.top);
+  EXPECT_LT(newest.left, first.left);
 }
 
-TEST_F(NoteStackTest, LeavesNothingBehind) {
+TEST_F(NoteStackTest, LeaksNothing) {
   EXPECT_EQ(LeakedBy([this] {
               stack.Show(L"一\\r\\n二", L"09:05:07");
               stack.Show(L"三", L"09:05:07");

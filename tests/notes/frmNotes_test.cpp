@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -44,22 +45,45 @@ class frmNotesTest : public testing::Test {
     log.Forget();
     return *note;
   }
+  void DoubleClick(int x, int y) const {
+    SendMouse(note->hwnd(), WM_LBUTTONDBLCLK, x, y, MK_LBUTTON);
+  }
   HWND CloseImageWindow() const { return InsideOf(note->hwnd(), L"TellurvanePictureBox").at(0); }
+  // The rows of pixels, top to bottom, that have black ink below the time.
+  struct Band {
+    int top = 0;
+    int bottom = 0;
+  };
+  std::vector<Band> TextLines() {
+    std::vector<Band> lines;
+    rightmostInk = 0;
+    bool wasInk = false;
+    for (int y = 21; y < note->ScaleHeight() - 1; ++y) {
+      bool isInk = false;
+      for (int x = 1; x < note->ScaleWidth() - 1; ++x) {
+        const Color color = PixelOf(note->Dc(), x, y);
+        if ((color & 0xFF) >= 0x30 || (color >> 8 & 0xFF) >= 0x30 || color >> 16 >= 0x30) continue;
+        isInk = true;
+        rightmostInk = std::max(rightmostInk, x);
+      }
+      if (isInk && !wasInk) lines.push_back({y, y});
+      if (isInk) lines.back().bottom = y;
+      wasInk = isInk;
+    }
+    return lines;
+  }
 
   GdiPlusSession gdiPlus;
   FadeLog log;
+  int rightmostInk = 0;
   std::unique_ptr<frmNotes> note;
 };
 
-TEST_F(frmNotesTest, IsAsWideAsStatedAndNeverLowerThanStated) {
+TEST_F(frmNotesTest, GrowsWithItsLinesUpToTheScreensHeight) {
   for (const wchar_t* const text : {L"", L"喝水", L"a\\r\\nb"}) {
-    Prepare(text);
-    EXPECT_EQ(note->Width(), 5'400);
+    EXPECT_EQ(Prepare(text).Width(), 5'400);
     EXPECT_EQ(note->Height(), 1'800);
   }
-}
-
-TEST_F(frmNotesTest, GrowsWithItsLines) {
   int before = 1'800;
   for (int lines = 5; lines <= 12; ++lines) {
     const int height = Prepare(Lines(lines, kFullLine)).Height();
@@ -68,71 +92,31 @@ TEST_F(frmNotesTest, GrowsWithItsLines) {
     before = height;
   }
   EXPECT_EQ(Prepare(Lines(9, L"a")).Height(), Prepare(Lines(8, L"a") + L"\\r\\n").Height())
-      << "an empty last line is a line";
-}
-
-TEST_F(frmNotesTest, ATextWithoutEndIsNoHigherThanTheScreen) {
+      << "an empty last line counts";
   EXPECT_EQ(PixelsFromTwips(Prepare(Lines(200, L"a")).Height()), GetSystemMetrics(SM_CYSCREEN));
 }
 
-// The rows, top to bottom, that hold the text's own colour below the time.
-struct Band {
-  int top;
-  int bottom;
-};
-
-bool IsInk(Color color) {
-  return (color & 0xFF) < 0x30 && ((color >> 8) & 0xFF) < 0x30 && ((color >> 16) & 0xFF) < 0x30;
-}
-
-std::vector<Band> BandsOfInk(const frmNotes& note, int* right = nullptr) {
-  std::vector<Band> bands;
-  bool wasInk = false;
-  for (int y = 21; y < note.ScaleHeight() - 1; ++y) {
-    bool isInk = false;
-    for (int x = 1; x < note.ScaleWidth() - 1; ++x) {
-      if (!IsInk(PixelOf(note.Dc(), x, y))) continue;
-      isInk = true;
-      if (right != nullptr) *right = std::max(*right, x);
-    }
-    if (isInk && !wasInk) bands.push_back({y, y});
-    if (isInk) bands.back().bottom = y;
-    wasInk = isInk;
-  }
-  return bands;
-}
-
 TEST_F(frmNotesTest, EightLinesOfTwentyOneCharactersFit) {
-  int right = 0;
   Show(Lines(8, kFullLine));
-  const std::vector<Band> bands = BandsOfInk(*note, &right);
-  EXPECT_GE(bands.size(), 8U);
-  EXPECT_LT(bands.back().bottom, note->ScaleHeight() - 4);
-  EXPECT_GT(right, 320) << "the last character is there";
-  EXPECT_LT(right, note->ScaleWidth() - 4) << "and whole";
+  const std::vector<Band> lines = TextLines();
+  EXPECT_GE(lines.size(), 8U);
+  EXPECT_LT(lines.back().bottom, note->ScaleHeight() - 4);
+  EXPECT_GT(rightmostInk, 320) << "the last character is there";
+  EXPECT_LT(rightmostInk, note->ScaleWidth() - 4) << "and not cut";
 }
 
-TEST_F(frmNotesTest, AStoredBreakBeginsALineAndNothingElseDoes) {
-  struct Row {
-    const wchar_t* text;
-    size_t lines;
-  };
-  for (const Row& row : {Row{L"一", 1}, Row{L"一一一一", 1}, Row{L"一\\r\\n一", 2},
-                         Row{L"一\\r\\n\\r\\n一", 2}, Row{L"一\\r\\n一\\r\\n一", 3}}) {
-    Show(row.text);
-    EXPECT_EQ(BandsOfInk(*note).size(), row.lines) << row.lines << " lines";
-  }
-  Show(L"一\\r\\n一");
-  const std::vector<Band> adjacent = BandsOfInk(*note);
-  Show(L"一\\r\\n\\r\\n一");
-  const std::vector<Band> apart = BandsOfInk(*note);
-  EXPECT_GE(apart[1].top - apart[0].top, 2 * (adjacent[1].top - adjacent[0].top) - 1)
+TEST_F(frmNotesTest, OnlyAStoredBreakBeginsALine) {
+  Show(L"一一一一");
+  EXPECT_EQ(TextLines().size(), 1U);
+  Show(L"一\\r\\n一\\r\\n\\r\\n一");
+  const std::vector<Band> lines = TextLines();
+  ASSERT_EQ(lines.size(), 3U);
+  EXPECT_GE(lines[2].top - lines[1].top, 2 * (lines[1].top - lines[0].top) - 1)
       << "an empty line between";
 }
 
-TEST_F(frmNotesTest, ALongLineIsCutAtTheEdgeAndTheEdgeStays) {
+TEST_F(frmNotesTest, ALongLineDoesNotCoverTheEdge) {
   Show(std::wstring(60, L'國'));
-  EXPECT_EQ(note->Width(), 5'400);
   const Color edge = PixelOf(note->Dc(), 0, 60);
   for (int y = 0; y < note->ScaleHeight(); ++y) {
     ASSERT_EQ(PixelOf(note->Dc(), note->ScaleWidth() - 1, y), edge) << y;
@@ -146,11 +130,11 @@ TEST_F(frmNotesTest, ShowsTheTimeAboveTheText) {
     for (int x = 1; x < 330; ++x) ink += PixelOf(note->Dc(), x, y) == Rgb(0x4B, 0x00, 0x82);
   }
   EXPECT_GT(ink, 50);
-  EXPECT_THAT(BandsOfInk(*note), IsEmpty());
+  EXPECT_THAT(TextLines(), IsEmpty());
 }
 
-TEST_F(frmNotesTest, IsMadeInvisibleAndBelowTheOthers) {
-  Prepare(L"a");
+TEST_F(frmNotesTest, IsCreatedInvisibleAtItsPlace) {
+  const int first = Prepare(L"a").Top();
   const LONG_PTR style = GetWindowLongPtrW(note->hwnd(), GWL_EXSTYLE);
   EXPECT_TRUE(style & WS_EX_LAYERED);
   EXPECT_TRUE(style & WS_EX_TOOLWINDOW);
@@ -159,23 +143,14 @@ TEST_F(frmNotesTest, IsMadeInvisibleAndBelowTheOthers) {
   EXPECT_FALSE(note->Visible());
   EXPECT_EQ(WindowText(note->hwnd()), L"frmNotes");
 
-  const int first = note->Top();
-  Prepare(L"a", {{1'000, 1'800}});
-  EXPECT_EQ(note->Top() - first, 900);
-  Prepare(L"a", {{1'000, 1'800}, {1'900, 1'800}});
-  EXPECT_EQ(note->Top() - first, 1'800);
-}
-
-TEST_F(frmNotesTest, StandsWhereTheRuleSaysAndWhollyOnTheScreen) {
   const int screenWidth = GetSystemMetrics(SM_CXSCREEN);
-  const int screenHeight = GetSystemMetrics(SM_CYSCREEN);
-  Prepare(L"a");
   const RECT place = OnScreen(note->hwnd());
   const int width = PixelsFromTwips(5'400);
   const auto stated = static_cast<LONG>(0.87 * (screenWidth - width / 2.0));
   EXPECT_NEAR(place.left, std::min<LONG>(stated, screenWidth - width), 1);
-  EXPECT_NEAR(place.top, 0.2 * screenHeight, 1);
-  EXPECT_LE(place.right, screenWidth);
+  EXPECT_NEAR(place.top, 0.2 * GetSystemMetrics(SM_CYSCREEN), 1);
+
+  EXPECT_EQ(Prepare(L"a", {{1'000, 1'800}}).Top() - first, 900);
 }
 
 TEST_F(frmNotesTest, FadesInInSevenStepsAndStaysTranslucent) {
@@ -193,16 +168,14 @@ TEST_F(frmNotesTest, FadesOutInSixStepsAndIsGone) {
   EXPECT_THAT(log.opacities, ElementsAre(200, 160, 120, 80, 40, 0));
   EXPECT_THAT(log.milliseconds, ElementsAre(30, 30, 30, 30, 30, 30));
   EXPECT_FALSE(note->IsLoaded());
-  note->Close();
-  EXPECT_EQ(log.milliseconds.size(), 6U) << "once is enough";
 }
 
-TEST_F(frmNotesTest, ASecondCloseWhileItFadesStartsNoSecondFade) {
+TEST_F(frmNotesTest, FadesOnlyOnce) {
   static unsigned made = 1'000;
   int pauses = 0;
   note = std::make_unique<frmNotes>(++made, [&](unsigned) {
     ++pauses;
-    SendMouse(note->hwnd(), WM_LBUTTONDBLCLK, 100, 60);
+    DoubleClick(100, 60);
   });
   note->Prepare(L"a", L"b", {});
   note->Close();
@@ -210,36 +183,32 @@ TEST_F(frmNotesTest, ASecondCloseWhileItFadesStartsNoSecondFade) {
   EXPECT_FALSE(note->IsLoaded());
 }
 
-TEST_F(frmNotesTest, ADoubleClickAnywhereOnItClosesIt) {
-  struct Place {
-    int x;
-    int y;
+TEST_F(frmNotesTest, ClosesInEachOfItsWays) {
+  const struct {
+    const char* name;
+    std::function<void()> close;
+  } ways[] = {
+      {"double-click at the top", [this] { DoubleClick(5, 5); }},
+      {"double-click in the middle", [this] { DoubleClick(180, 60); }},
+      {"double-click at the bottom", [this] { DoubleClick(359, 119); }},
+      {"close message", [this] { SendMessageW(note->hwnd(), WM_CLOSE, 0, 0); }},
+      {"close image", [this] { SendMouse(CloseImageWindow(), WM_LBUTTONUP, 8, 8); }},
+      {"Esc",
+       [this] {
+         SetFocus(note->hwnd());
+         PostMessageW(note->hwnd(), WM_KEYDOWN, VK_ESCAPE, 1);
+         PumpUntil([this] { return !note->IsLoaded(); });
+       }},
   };
-  for (const Place& place : {Place{5, 5}, Place{180, 60}, Place{359, 119}}) {
+  for (const auto& [name, close] : ways) {
     Show();
-    SendMouse(note->hwnd(), WM_LBUTTONDBLCLK, place.x, place.y, MK_LBUTTON);
-    EXPECT_FALSE(note->IsLoaded()) << place.x << ", " << place.y;
-    EXPECT_EQ(log.opacities.size(), 6U);
+    close();
+    EXPECT_FALSE(note->IsLoaded()) << name;
+    EXPECT_EQ(log.opacities.size(), 6U) << name;
   }
 }
 
-TEST_F(frmNotesTest, ACloseMessageClosesItLikeADoubleClick) {
-  Show();
-  SendMessageW(note->hwnd(), WM_CLOSE, 0, 0);
-  EXPECT_FALSE(note->IsLoaded());
-  EXPECT_EQ(log.opacities.size(), 6U);
-}
-
-TEST_F(frmNotesTest, AClickOnTheCloseImageClosesIt) {
-  Show();
-  SendMouse(CloseImageWindow(), WM_LBUTTONDOWN, 8, 8, MK_LBUTTON);
-  ASSERT_TRUE(note->IsLoaded());
-  SendMouse(CloseImageWindow(), WM_LBUTTONUP, 8, 8);
-  EXPECT_FALSE(note->IsLoaded());
-  EXPECT_EQ(log.opacities.size(), 6U);
-}
-
-TEST_F(frmNotesTest, LettingTheButtonGoBesideTheCloseImageClosesNothing) {
+TEST_F(frmNotesTest, OnlyAClickInsideTheCloseImageClosesIt) {
   Show();
   SendMouse(CloseImageWindow(), WM_LBUTTONDOWN, 8, 8, MK_LBUTTON);
   SendMouse(CloseImageWindow(), WM_LBUTTONUP, -3, 8);
@@ -247,12 +216,12 @@ TEST_F(frmNotesTest, LettingTheButtonGoBesideTheCloseImageClosesNothing) {
   EXPECT_TRUE(note->IsLoaded());
 }
 
-TEST_F(frmNotesTest, TheCloseImageStandsAtTheTopRightAndLightsUpUnderThePointer) {
+TEST_F(frmNotesTest, TheCloseImageIsAtTheTopRightAndLightsUp) {
   Show();
   const RECT image = OnScreen(CloseImageWindow());
-  const RECT whole = OnScreen(note->hwnd());
-  EXPECT_LE(whole.right - image.right, 8);
-  EXPECT_LE(image.top - whole.top, 8);
+  const RECT outer = OnScreen(note->hwnd());
+  EXPECT_LE(outer.right - image.right, 8);
+  EXPECT_LE(image.top - outer.top, 8);
   const auto middle = [&] {
     std::vector<Color> pixels;
     for (int y = 0; y < 16; ++y) {
@@ -270,14 +239,7 @@ TEST_F(frmNotesTest, TheCloseImageStandsAtTheTopRightAndLightsUpUnderThePointer)
   EXPECT_EQ(middle(), atRest);
 }
 
-TEST_F(frmNotesTest, EscClosesAFocusedNote) {
-  Show();
-  SetFocus(note->hwnd());
-  PostMessageW(note->hwnd(), WM_KEYDOWN, VK_ESCAPE, 1);
-  EXPECT_TRUE(PumpUntil([&] { return !note->IsLoaded(); }));
-}
-
-TEST_F(frmNotesTest, TheShadowIsThereWhileItIsOpenAndTheOddStyleAtItsEnd) {
+TEST_F(frmNotesTest, HasAShadowAndTheOddClassStyleAtItsEnd) {
   Prepare(L"a");
   const std::wstring windowClass = ClassOf(note->hwnd());
   const ULONG_PTR open = GetClassLongPtrW(note->hwnd(), GCL_STYLE);
@@ -292,7 +254,7 @@ TEST_F(frmNotesTest, TheShadowIsThereWhileItIsOpenAndTheOddStyleAtItsEnd) {
   EXPECT_FALSE(closed.style & CS_DROPSHADOW);
 }
 
-TEST_F(frmNotesTest, TheStyleOfOneNoteIsNoMatterOfAnother) {
+TEST_F(frmNotesTest, KeepsTheClassStyleOfOtherNotes) {
   Show();
   frmNotes other(999'999, log.Pause());
   other.Prepare(L"b", L"c", {});
@@ -301,7 +263,7 @@ TEST_F(frmNotesTest, TheStyleOfOneNoteIsNoMatterOfAnother) {
             static_cast<ULONG_PTR>(CS_DBLCLKS | CS_DROPSHADOW));
 }
 
-TEST_F(frmNotesTest, TheKeyboardStaysWhereItIs) {
+TEST_F(frmNotesTest, LeavesTheKeyboard) {
   TestForm form;
   const HWND edit = CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 0, 0, 50,
                                     20, form.hwnd(), nullptr, nullptr, nullptr);
@@ -352,7 +314,7 @@ TEST_F(frmNotesTest, IsPulledBackWhenTheMouseMovesOverIt) {
   }
 }
 
-TEST_F(frmNotesTest, LeavesNothingBehind) {
+TEST_F(frmNotesTest, LeaksNothing) {
   EXPECT_EQ(LeakedBy([this] {
               Show(L"一\\r\\n二");
               SendMouse(CloseImageWindow(), WM_MOUSEMOVE, 8, 8);
