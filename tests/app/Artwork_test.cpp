@@ -1,4 +1,4 @@
-// The icons and strips of the executable: there in every size that a screen's density asks for.
+// The executable's icons and strips have all sizes for the screen densities.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -34,7 +34,7 @@ class Pixels {
   Color At(int x, int y) const { return colors_[static_cast<size_t>(y * width_ + x)]; }
   int CountOf(Color color) const { return static_cast<int>(std::ranges::count(colors_, color)); }
   int Area() const { return width_ * height_; }
-  // How many pixels are half transparent, told by the same drawing on two grounds.
+  // The half-transparent pixels: they differ between two grounds.
   int BlendedWith(const Pixels& other, Color ground, Color otherGround) const {
     int blended = 0;
     for (size_t i = 0; i < colors_.size(); ++i) {
@@ -51,7 +51,7 @@ class Pixels {
   std::vector<Color> colors_;
 };
 
-// The image drawn four pixels inside a picture of one colour, with those four pixels around it.
+// The image on a ground, with a margin of four pixels.
 Pixels Drawn(const ClsIcon& icon, int image, Color ground) {
   const int side = icon.Width(image) + 8;
   const auto picture = MemoryContext::Create(side, side);
@@ -62,7 +62,7 @@ Pixels Drawn(const ClsIcon& icon, int image, Color ground) {
   return {picture->Dc(), 0, 0, side, side};
 }
 
-TEST(ArtworkTest, EveryImageOfTheListsIconsIsDrawnWithItsOpacity) {
+TEST(ArtworkTest, TheListsIconsAreDrawnWithTheirOpacity) {
   const TemporaryFolder folder;
   WriteBytes(folder.File(L"Setting.ini"), WholeSettings().Bytes());
   ModGeneral general(folder.Path());
@@ -88,8 +88,7 @@ TEST(ArtworkTest, EveryImageOfTheListsIconsIsDrawnWithItsOpacity) {
   }
 }
 
-// The sides of the images that an icon of the executable has, 0 for 256, in the order in which the
-// resource's directory names them.
+// The sizes of an icon's images in the order of its directory; 0 is 256.
 std::vector<int> SidesOf(const wchar_t* name) {
   const HMODULE module = GetModuleHandleW(nullptr);
   const HRSRC place = FindResourceW(module, name, RT_GROUP_ICON);
@@ -102,7 +101,7 @@ std::vector<int> SidesOf(const wchar_t* name) {
   return sides;
 }
 
-// Whether the system finds the icon and draws it, its corner transparent.
+// True if the system draws the icon, with a transparent corner.
 bool HasInk(const wchar_t* name, int side) {
   const UniqueIcon icon(static_cast<HICON>(
       LoadImageW(GetModuleHandleW(nullptr), name, IMAGE_ICON, side, side, LR_DEFAULTCOLOR)));
@@ -131,7 +130,6 @@ TEST(ArtworkTest, WindowIconAndCloseImageHaveEverySize) {
   }
 }
 
-// A strip of the executable.
 struct Strip {
   explicit Strip(int id)
       : bitmap(LoadBitmapW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id))),
@@ -173,7 +171,7 @@ TEST(ArtworkTest, ToolbarHasFiveImagesInEverySize) {
       EXPECT_GT(masked, side * side / 5) << i;
       EXPECT_LT(masked, side * side * 4 / 5) << i;
     }
-    EXPECT_EQ(looks.size(), 5U) << "each is another one";
+    EXPECT_EQ(looks.size(), 5U);
   }
 }
 
@@ -202,7 +200,7 @@ TEST(ArtworkTest, DigitsHaveTheirCellsInEverySize) {
         EXPECT_GT(cell.CountOf(kWheat), 0) << i;
       }
     }
-    EXPECT_EQ(looks.size(), static_cast<size_t>(kCells)) << "each is another one";
+    EXPECT_EQ(looks.size(), static_cast<size_t>(kCells));
   }
 }
 

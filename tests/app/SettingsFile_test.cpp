@@ -5,12 +5,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <functional>
 #include <string>
 
 #include "base/FatalError.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Utf16.h"
+#include "tests/support/Utf8.h"
 #include "ui/Handle.h"
 
 namespace tellurvane {
@@ -20,7 +20,7 @@ constexpr const wchar_t* kNumericKeys[] = {L"SavedVolume", L"TimeForm", L"SongLo
 
 class SettingsFileTest : public testing::Test {
  protected:
-  // The six keys with sound values, one of them replaced as a whole line.
+  // Valid values for the six keys; the line of `key` is replaced.
   static std::wstring TextWith(const std::wstring& key, const std::wstring& line) {
     std::wstring text = L"[Setting]\r\n";
     for (const wchar_t* numeric : kNumericKeys) {
@@ -36,21 +36,22 @@ class SettingsFileTest : public testing::Test {
     Put(TextWith(key, line + L"\r\n"));
   }
 
-  // As another program that shares it with nobody.
+  // Like a program that locks the file.
   UniqueKernelHandle Held() const {
     return OwnedFile(
         CreateFileW(path_.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
   }
 
   // What the fatal error says; empty when there is none.
-  std::wstring FatalMessage() const {
+  static std::wstring FatalMessage(const SettingsFile& file) {
     try {
-      (void)file_.ReadAll();
+      (void)file.ReadAll();
     } catch (const FatalError& error) {
       return error.Message();
     }
     return L"";
   }
+  std::wstring FatalMessage() const { return FatalMessage(file_); }
 
   TemporaryFolder folder_;
   const std::wstring path_ = folder_.File(L"Setting.ini");
@@ -78,20 +79,18 @@ TEST_F(SettingsFileTest, CutsAValueAt127Units) {
   }
 }
 
-TEST_F(SettingsFileTest, TwoReadsAsOffAndSwitchingItOnWritesOne) {
+TEST_F(SettingsFileTest, OnlyOneIsOn) {
   PutLine(L"SongLoop", L"SongLoop=2");
   const Settings settings = file_.ReadAll();
   EXPECT_FALSE(IsOn(settings.SongLoop));
   EXPECT_TRUE(file_.Write(L"SongLoop", Switched(settings.SongLoop)));
   EXPECT_EQ(file_.Read(L"SongLoop"), L"1");
-  PutLine(L"SongLoop", L"SongLoop= 1 ");
-  EXPECT_TRUE(IsOn(file_.ReadAll().SongLoop));
+  EXPECT_TRUE(IsOn(1));
   EXPECT_EQ(Switched(1), 0);
 }
 
-// The platform strips the blanks round an unquoted value before we see it, and takes one pair of
-// quotes off; within them it keeps the blanks, and so do we.
-TEST_F(SettingsFileTest, KeepsTheBlanksThatThePlatformHandsOver) {
+// The platform removes the blanks around an unquoted value, and one pair of quotes.
+TEST_F(SettingsFileTest, KeepsTheBlanksThatThePlatformReturns) {
   const struct {
     const wchar_t* line;
     const wchar_t* expected;
@@ -108,7 +107,7 @@ TEST_F(SettingsFileTest, KeepsTheBlanksThatThePlatformHandsOver) {
   }
 }
 
-TEST_F(SettingsFileTest, WhatIsMissingReadsEmpty) {
+TEST_F(SettingsFileTest, AMissingValueIsEmpty) {
   EXPECT_EQ(file_.Read(L"FilesPath"), L"") << "no file";
   Put(L"[Other]\r\nFilesPath=abc\r\n");
   EXPECT_EQ(file_.Read(L"FilesPath"), L"") << "no section";
@@ -118,32 +117,23 @@ TEST_F(SettingsFileTest, WhatIsMissingReadsEmpty) {
       << "no folder";
 }
 
-TEST_F(SettingsFileTest, ANumericKeyThatIsNoNumberIsFatalAndNamed) {
-  const std::function<std::wstring(const std::wstring&)> lines[] = {
-      [](const std::wstring&) { return L""; },
-      [](const std::wstring& key) { return key + L"=\r\n"; },
-      [](const std::wstring& key) { return key + L"=   \r\n"; },
-      [](const std::wstring& key) { return key + L"=abc\r\n"; },
-      [](const std::wstring& key) { return key + L"=1x\r\n"; },
-      [](const std::wstring& key) { return key + L"=2147483648\r\n"; },
-      [](const std::wstring& key) { return key + L"=-2147483649\r\n"; },
-  };
+TEST_F(SettingsFileTest, AnInvalidNumberIsFatalAndNamed) {
   for (const std::wstring key : kNumericKeys) {
-    for (const auto& line : lines) {
-      Put(TextWith(key, line(key)));
+    for (const wchar_t* const value : {L"", L"   ", L"abc", L"1x", L"2147483648", L"-2147483649"}) {
+      PutLine(key, key + L"=" + value);
       const std::wstring message = FatalMessage();
-      const std::wstring written = line(key);
-      const std::string shown(written.begin(), written.end());
-      EXPECT_NE(message.find(L"「" + key + L"」"), std::wstring::npos) << shown;
-      EXPECT_NE(message.find(L"設定檔"), std::wstring::npos) << shown;
-      EXPECT_NE(message.find(path_), std::wstring::npos) << shown;
+      EXPECT_NE(message.find(L"「" + key + L"」"), std::wstring::npos) << Utf8(value);
+      EXPECT_NE(message.find(L"設定檔"), std::wstring::npos) << Utf8(value);
+      EXPECT_NE(message.find(path_), std::wstring::npos) << Utf8(value);
     }
-    PutLine(key, key + L"=-2147483648");
+    PutLine(key, L"");
+    EXPECT_NE(FatalMessage().find(L"「" + key + L"」"), std::wstring::npos) << "missing";
+    PutLine(key, key + L"= -2147483648 ");
     EXPECT_EQ(FatalMessage(), L"");
   }
 }
 
-TEST_F(SettingsFileTest, TheFirstUnsoundKeyIsTheOneThatIsNamed) {
+TEST_F(SettingsFileTest, NamesTheFirstInvalidKey) {
   EXPECT_NE(FatalMessage().find(L"「SavedVolume」"), std::wstring::npos) << "no file at all";
   Put(L"[Setting]\r\nSavedVolume=50\r\nTimeForm=1\r\nSongLoop=\r\nStartPlay=\r\n");
   EXPECT_NE(FatalMessage().find(L"「SongLoop」"), std::wstring::npos);
@@ -156,7 +146,7 @@ TEST_F(SettingsFileTest, TheTwoTextsMayBeMissing) {
   EXPECT_EQ(settings.HinetUrl, L"");
 }
 
-TEST_F(SettingsFileTest, WhatIsWrittenIsReadBack) {
+TEST_F(SettingsFileTest, ReadsBackWhatItWrote) {
   Put(TextWith(L"", L""));
   EXPECT_TRUE(file_.Write(L"SavedVolume", 100));
   EXPECT_TRUE(file_.Write(L"SongLoop", -1));
@@ -181,26 +171,20 @@ TEST_F(SettingsFileTest, AUtf16FileKeepsEveryCharacter) {
   EXPECT_NE(bytes.find(Utf16Bytes(everything).substr(2)), std::string::npos);
 }
 
-TEST_F(SettingsFileTest, WritingIntoAMissingFolderIsFalseAndMakesNothing) {
+TEST_F(SettingsFileTest, AWriteThatFailsChangesNothing) {
   EXPECT_FALSE(SettingsFile(folder_.File(L"nowhere\\Setting.ini")).Write(L"SongLoop", 1));
   EXPECT_EQ(folder_.Count(), 0U);
-}
-
-TEST_F(SettingsFileTest, WritingIntoAFileThatAnotherHoldsIsFalseAndChangesNothing) {
   Put(TextWith(L"", L""));
   const std::string before = ReadBytes(path_);
-  UniqueKernelHandle held(CreateFileW(path_.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                                      OPEN_EXISTING, 0, nullptr));
+  UniqueKernelHandle held = Held();
   EXPECT_FALSE(file_.Write(L"FilesPath", L"D:\\"));
-  EXPECT_FALSE(file_.Write(L"SongLoop", 0));
+  held.Reset();
   EXPECT_EQ(ReadBytes(path_), before);
   EXPECT_EQ(folder_.Count(), 1U);
-  held.Reset();
   EXPECT_TRUE(file_.Write(L"FilesPath", L"E:\\"));
   EXPECT_EQ(file_.ReadAll().FilesPath, L"E:\\");
 }
 
-// Another program, a backup say, holds the file.
 TEST_F(SettingsFileTest, WaitsForAFileThatIsHeldForAMoment) {
   Put(TextWith(L"", L""));
   UniqueKernelHandle held = Held();
@@ -220,12 +204,7 @@ TEST_F(SettingsFileTest, AFileThatStaysHeldIsFatalAfterHalfASecond) {
   const UniqueKernelHandle held = Held();
   unsigned paused = 0;
   const SettingsFile file(path_, [&](unsigned milliseconds) { paused += milliseconds; });
-  std::wstring message;
-  try {
-    (void)file.ReadAll();
-  } catch (const FatalError& error) {
-    message = error.Message();
-  }
+  const std::wstring message = FatalMessage(file);
   EXPECT_NE(message.find(L"可能正由其他程式使用"), std::wstring::npos);
   EXPECT_NE(message.find(path_), std::wstring::npos);
   EXPECT_GE(paused, 400U);
@@ -237,9 +216,8 @@ TEST_F(SettingsFileTest, AFileThatIsMissingIsNotWaitedFor) {
   EXPECT_THROW((void)file.ReadAll(), FatalError);
 }
 
-// Windows refuses to write into a write-protected file; Wine, run by root, writes: the answer has
-// to fit the file.
-TEST_F(SettingsFileTest, AWriteProtectedFileIsTheOldOneOrTheNewOne) {
+// Windows does not write; Wine, run by root, does. The result must fit the file.
+TEST_F(SettingsFileTest, ReportsTheWriteToAWriteProtectedFile) {
   Put(TextWith(L"", L""));
   const std::string before = ReadBytes(path_);
   ASSERT_TRUE(SetFileAttributesW(path_.c_str(), FILE_ATTRIBUTE_READONLY));

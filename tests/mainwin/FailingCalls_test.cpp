@@ -1,4 +1,4 @@
-// The main window and the player where the platform refuses.
+// The main window and the player when a call fails.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -25,7 +25,7 @@ namespace {
 
 constexpr WPARAM kLeaveButton = 5;
 
-// The program's window from its creation to its end, on a folder of its own.
+// The main window from its creation to the end of the program.
 class WindowScenario {
  public:
   void Prepare() {
@@ -57,10 +57,11 @@ class WindowScenario {
   }
 
   std::string Fault() const {
-    // A folder that could not be read is written back as none.
+    // A FilesPath that could not be read is written as empty.
     const std::string settings = ReadBytes(folder_->File(L"Setting.ini"));
-    const bool isWhole = settings == WholeSettings().Bytes();
-    if (!isWhole && settings != WholeSettings{.filesPath = L""}.Bytes()) return "no settings";
+    const bool isUnchanged = settings == WholeSettings().Bytes();
+    if (!isUnchanged && settings != WholeSettings{.filesPath = L""}.Bytes())
+      return "wrong settings";
     return ListFault(*folder_, before_, {Tasks()}, At(2011, 2, 14, 12));
   }
 
@@ -112,7 +113,7 @@ void UsePlayer() {
   player.Stop();
 }
 
-TEST(FailingCallsTest, ThePlayerIsDoneWithout) {
+TEST(FailingCallsTest, WorksWithoutThePlayer) {
   FailEachCall({"player", UsePlayer, {"CoCreateInstance"}});
 }
 

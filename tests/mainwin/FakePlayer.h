@@ -1,4 +1,4 @@
-// A media player that writes down every call and answers what it is told to.
+// A media player that stores its calls and returns what the test sets.
 #pragma once
 
 #include <functional>
@@ -14,7 +14,7 @@ class FakePlayer final : public MediaPlayer {
   std::vector<std::wstring> calls;
   std::function<void()> whilePlaying;  // called inside Play
   bool isOpening = false;
-  bool hasEnded = false;  // forgotten by Url and Stop, as the real one forgets it
+  bool hasEnded = false;  // reset by Url and Stop
   int state = kUndefinedState;
   std::wstring status;
   double position = 0;

@@ -1,4 +1,4 @@
-// What the tests of the main window share: the window on a folder and a player of their own.
+// The main window with a folder and a player of its own.
 #pragma once
 
 #include <windows.h>
@@ -6,6 +6,8 @@
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <string>
@@ -16,6 +18,7 @@
 #include "mainwin/FrmMain.h"
 #include "scheduler/TaskListText.h"
 #include "tests/mainwin/FakePlayer.h"
+#include "tests/support/ActingForm.h"
 #include "tests/support/FormProbe.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/WholeSettings.h"
@@ -26,7 +29,7 @@ namespace tellurvane {
 // Of the toolbar.
 enum Button { kNew = 1, kPlay, kStop, kOptions, kLeave };
 
-// What a box of the window shows.
+// The pixels of a box.
 inline std::vector<Color> Shown(HWND box) {
   const DrawnWindow& drawn = ObjectOf(box);
   std::vector<Color> pixels;
@@ -40,7 +43,7 @@ class FrmMainTest : public testing::Test {
  protected:
   void SetUp() override { WriteBytes(folder.File(L"Setting.ini"), WholeSettings().Bytes()); }
 
-  // Puts tasks into the file; they run in an hour.
+  // Writes the list file. The tasks run in an hour.
   void Tasks(std::initializer_list<std::pair<MediaType, std::wstring>> tasks) const {
     TaskList tasksOfFile;
     for (const auto& [type, source] : tasks) {
@@ -58,6 +61,7 @@ class FrmMainTest : public testing::Test {
   }
 
   void Open() {
+    CloseWindow();
     general = std::make_unique<ModGeneral>(folder.Path());
     window = std::make_unique<FrmMain>(*general, player, [this] { return milliseconds(); });
     window->Create();
@@ -67,13 +71,38 @@ class FrmMainTest : public testing::Test {
     list = InsideOf(window->hwnd(), WC_LISTVIEWW).at(0);
   }
 
-  void TearDown() override {
+  void TearDown() override { CloseWindow(); }
+  void CloseWindow() {
     window.reset();
     MSG message = {};
     while (PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) continue;
   }
 
-  // The box that holds the list and the status strip.
+  // The sliders by their place: the volume slider is the left one.
+  std::vector<HWND> Sliders() const {
+    std::vector<HWND> sliders;
+    for (HWND child = GetWindow(window->hwnd(), GW_CHILD); child != nullptr;
+         child = GetWindow(child, GW_HWNDNEXT)) {
+      const RECT place = OnScreen(child);
+      if (place.bottom - place.top == 19) sliders.push_back(child);
+    }
+    std::ranges::sort(sliders, {}, [](HWND slider) { return OnScreen(slider).left; });
+    EXPECT_EQ(sliders.size(), 2U);
+    return sliders;
+  }
+  HWND VolumeSlider() const { return Sliders().at(0); }
+  HWND PositionSlider() const { return Sliders().at(1); }
+  // Opens the editor, changes the list, saves it and closes the editor.
+  void Edit(const std::function<void(TaskList& tasks)>& change) {
+    ActingForm user;
+    user.ActLater([&] {
+      change(general->tasks);
+      (void)general->taskListFile.Save(general->tasks);
+      EndDialogWindow(GetLastActivePopup(window->hwnd()));
+    });
+    Press(kNew);
+  }
+  // Holds the list and the status strip.
   HWND Area() const { return GetParent(GetParent(GetParent(list))); }
   void Press(Button button) const {
     SendMessageW(GetParent(toolbar), WM_COMMAND, static_cast<WPARAM>(button),
@@ -82,20 +111,18 @@ class FrmMainTest : public testing::Test {
   bool IsOn(Button button) const {
     return SendMessageW(toolbar, TB_ISBUTTONENABLED, static_cast<WPARAM>(button), 0) != 0;
   }
+  // -1 selects none.
   void Select(int row) const {
     LVITEMW item = {};
-    item.stateMask = item.state = LVIS_SELECTED | LVIS_FOCUSED;
+    item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+    item.state = row < 0 ? 0 : item.stateMask;
     SendMessageW(list, LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
   }
   std::vector<std::wstring> Taken() { return std::exchange(player.calls, {}); }
-  std::wstring SettingsText() const {
-    const std::string bytes = ReadBytes(folder.File(L"Setting.ini"));
-    std::wstring text;
-    for (size_t at = 2; at + 1 < bytes.size(); at += 2) {
-      text += static_cast<wchar_t>(static_cast<unsigned char>(bytes[at]) |
-                                   static_cast<unsigned char>(bytes[at + 1]) << 8);
-    }
-    return text;
+  // True if the settings file has the line.
+  bool HasSetting(const std::wstring& line) const {
+    const std::string bytes = Utf16Bytes(line + L"\r\n").substr(2);
+    return ReadBytes(folder.File(L"Setting.ini")).find(bytes) != std::string::npos;
   }
 
   TemporaryFolder folder;

@@ -1,4 +1,4 @@
-// The position slider of the main window while music plays.
+// The main window's position slider while music plays.
 #include <functional>
 
 #include "tests/mainwin/FrmMainFixture.h"
@@ -15,18 +15,10 @@ class FrmMainPositionTest : public FrmMainTest {
     player.duration = 100;
     Open();
     Select(0);
-    // The right one of the two.
-    for (HWND child = GetWindow(window->hwnd(), GW_CHILD); child != nullptr;
-         child = GetWindow(child, GW_HWNDNEXT)) {
-      const RECT place = OnScreen(child);
-      if (place.bottom - place.top == 19 && place.left > OnScreen(window->hwnd()).left + 70) {
-        slider = child;
-      }
-    }
-    ASSERT_NE(slider, nullptr);
+    slider = PositionSlider();
   }
 
-  // The slider's picture once two more ticks have asked for the position.
+  // The slider's pixels after two more ticks.
   std::vector<Color> PictureAt(double seconds) {
     player.position = seconds;
     const int reads = player.positionReads;
@@ -37,7 +29,7 @@ class FrmMainPositionTest : public FrmMainTest {
   HWND slider = nullptr;
 };
 
-TEST_F(FrmMainPositionTest, IsNotPaintedWhileNobodySeesIt) {
+TEST_F(FrmMainPositionTest, IsNotDrawnWhileTheWindowIsHidden) {
   const struct {
     const char* name;
     std::function<void()> hide, show;
@@ -59,7 +51,7 @@ TEST_F(FrmMainPositionTest, IsNotPaintedWhileNobodySeesIt) {
   }
 }
 
-TEST_F(FrmMainPositionTest, IsBackAtTheStartAfterAStopWhileNobodySeesIt) {
+TEST_F(FrmMainPositionTest, IsAtTheStartAfterAStopWhileTheWindowIsHidden) {
   window->RunSelectedTask();
   PictureAt(40);
   Press(kStop);

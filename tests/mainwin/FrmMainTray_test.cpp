@@ -1,4 +1,4 @@
-// The main window and its tray icon: hiding, coming back, the menu, and what keeps the window.
+// The main window and its tray icon: hiding, coming back, and the menu.
 #include <gmock/gmock.h>
 
 #include <climits>
@@ -7,6 +7,7 @@
 
 #include "tests/mainwin/FrmMainFixture.h"
 #include "tests/support/FailingImport.h"
+#include "tests/support/MenuTestSupport.h"
 #include "ui/Timer.h"
 
 namespace tellurvane {
@@ -14,8 +15,8 @@ namespace {
 
 using testing::SizeIs;
 
-// The X server tells of the keyboard a moment after a window was shown, and Wine then makes that
-// window the foreground again. Half a second is long enough for it.
+// The X server reports the focus some time after a window was shown, and Wine then makes that
+// window the foreground window again.
 void LetFocusSettle() {
   bool isOver = false;
   Timer timer;
@@ -25,7 +26,7 @@ void LetFocusSettle() {
   EXPECT_TRUE(PumpUntil([&] { return isOver; }));
 }
 
-// A window in the foreground that is none of the program's own.
+// Another program's window, in the foreground.
 class OtherWindow : public TestForm {
  public:
   OtherWindow() : TestForm(800, 600) { ComeToFront(); }
@@ -38,7 +39,7 @@ class OtherWindow : public TestForm {
   }
 };
 
-// A dialog of the window's, as the editor is one.
+// Like the editor.
 class DialogOf : public Form {
  public:
   explicit DialogOf(HWND owner) {
@@ -53,8 +54,8 @@ class DialogOf : public Form {
 class FrmMainTrayTest : public FrmMainTest {
  protected:
   HWND Clock() const { return FindWindowW(nullptr, L"FrmTime"); }
-  // As the taskbar does.
-  void TellIcon(UINT message) const {
+  // Like the taskbar.
+  void SendToIcon(UINT message) const {
     const HWND box = FindWindowExW(window->hwnd(), nullptr, nullptr, L"NotifyIcon");
     SendMessageW(box, WM_MOUSEMOVE, 0, static_cast<LPARAM>(message));
   }
@@ -64,30 +65,10 @@ class FrmMainTrayTest : public FrmMainTest {
   void Close() const { SendMessageW(window->hwnd(), WM_CLOSE, 0, 0); }
   void Minimise() const { SendMessageW(window->hwnd(), WM_SYSCOMMAND, SC_MINIMIZE, 0); }
 
-  // Does something inside the menu's own loop, which it has to end. `open` opens the menu.
-  static void InMenu(const std::function<void()>& open, const std::function<void()>& act) {
-    Timer timer;
-    timer.Interval(20);
-    timer.Tick = [&] {
-      if (!IsWindowVisible(FindWindowW(L"#32768", nullptr))) return;
-      timer.Enabled(false);
-      act();
-    };
-    Timer limit;
-    limit.Interval(8'000);
-    limit.Tick = [&] {
-      ADD_FAILURE() << "the menu stayed open";
-      EndMenu();
-    };
-    timer.Enabled(true);
-    limit.Enabled(true);
-    open();
-    EXPECT_FALSE(timer.Enabled()) << "no menu came up";
-  }
   void InTrayMenu(const std::function<void()>& act) {
-    InMenu([this] { TellIcon(WM_RBUTTONDOWN); }, act);
+    InOpenMenu([this] { SendToIcon(WM_RBUTTONDOWN); }, act);
   }
-  // Entries are counted from 1.
+  // Entries count from 1.
   void ChooseInTrayMenu(int entry) {
     InTrayMenu([&] {
       for (int i = 0; i < entry; ++i) PostMessageW(window->hwnd(), WM_KEYDOWN, VK_DOWN, 0);
@@ -96,7 +77,7 @@ class FrmMainTrayTest : public FrmMainTest {
     Pump();
   }
 
-  // Long enough for so many ticks of the window's own timers.
+  // At least so many ticks of the window's timers.
   static void LetSecondsPass(int seconds) {
     int ticks = 0;
     Timer timer;
@@ -106,23 +87,24 @@ class FrmMainTrayTest : public FrmMainTest {
   }
 };
 
-TEST_F(FrmMainTrayTest, NoCloseMessageEndsTheWindowThroughItsHiddenOwner) {
+TEST_F(FrmMainTrayTest, ACloseMessageHidesTheWindowAndChangesNothingMore) {
   Open();
   const HWND owner = GetWindow(window->hwnd(), GW_OWNER);
   ASSERT_NE(owner, nullptr);
   SendMessageW(owner, WM_CLOSE, 0, 0);
   EXPECT_TRUE(IsWindow(owner));
-  EXPECT_TRUE(window->IsLoaded());
   EXPECT_TRUE(window->Visible());
-}
-
-TEST_F(FrmMainTrayTest, ACloseMessageToAHiddenWindowShowsNothing) {
-  Open();
   Close();
+  EXPECT_TRUE(window->IsLoaded());
+  EXPECT_FALSE(window->Visible());
+  EXPECT_FALSE(IsInTaskbar());
   CaughtMessage shown(window->hwnd(), WM_SHOWWINDOW);
   Close();
   EXPECT_THAT(shown.Taken(), SizeIs(0));
-  EXPECT_FALSE(window->Visible());
+  window->FormMin();
+  EXPECT_TRUE(window->Visible());
+  EXPECT_FALSE(IsIconic(window->hwnd()));
+  EXPECT_TRUE(IsInTaskbar());
 }
 
 TEST_F(FrmMainTrayTest, HidesOnlyOnceTheTaskbarHasTakenTheIcon) {
@@ -130,16 +112,20 @@ TEST_F(FrmMainTrayTest, HidesOnlyOnceTheTaskbarHasTakenTheIcon) {
   FailingImport taskbar({"Shell_NotifyIconW"});
   taskbar.Fail(1, INT_MAX);
   Close();
-  EXPECT_GT(taskbar.Calls(), 0);
-  EXPECT_TRUE(window->Visible());
-  EXPECT_TRUE(IsInTaskbar());
-  // Still refused at the next tick.
   const int calls = taskbar.Calls();
+  EXPECT_GT(calls, 0);
   EXPECT_TRUE(PumpUntil([&] { return taskbar.Calls() > calls; })) << "not tried again";
   EXPECT_TRUE(window->Visible());
+  EXPECT_TRUE(IsInTaskbar());
   taskbar.LetAllThrough();
   EXPECT_TRUE(PumpUntil([&] { return !window->Visible(); })) << "not tried again";
   EXPECT_FALSE(IsInTaskbar());
+  // A new taskbar that is busy gets the icon later.
+  taskbar.Fail(1, INT_MAX);
+  SendMessageW(window->hwnd(), RegisterWindowMessageW(L"TaskbarCreated"), 0, 0);
+  taskbar.LetAllThrough();
+  EXPECT_TRUE(PumpUntil([&] { return taskbar.Calls() > 0; }));
+  EXPECT_FALSE(window->Visible());
 }
 
 TEST_F(FrmMainTrayTest, ATaskbarThatHangsIsAskedAgainAfterHalfAMinute) {
@@ -160,32 +146,24 @@ TEST_F(FrmMainTrayTest, ATaskbarThatHangsIsAskedAgainAfterHalfAMinute) {
   EXPECT_TRUE(window->Visible());
 }
 
-TEST_F(FrmMainTrayTest, AWindowThatIsBroughtBackBeforeTheIconIsThereStays) {
-  Open();
-  FailingImport taskbar({"Shell_NotifyIconW"});
-  taskbar.Fail(1, INT_MAX);
-  Close();
-  ShowWindow(window->hwnd(), SW_RESTORE);
-  taskbar.LetAllThrough();
-  LetSecondsPass(2);
-  EXPECT_EQ(taskbar.Calls(), 0);
-  EXPECT_TRUE(window->Visible());
-  EXPECT_TRUE(IsInTaskbar());
+TEST_F(FrmMainTrayTest, DoesNotHideLaterIfTheUserBringsItBack) {
+  const std::function<void()> ways[] = {[this] { ShowWindow(window->hwnd(), SW_RESTORE); },
+                                        [this] { ChooseInTrayMenu(1); }};
+  for (const auto& bringBack : ways) {
+    Open();
+    FailingImport taskbar({"Shell_NotifyIconW"});
+    taskbar.Fail(1, INT_MAX);
+    Close();
+    bringBack();
+    taskbar.LetAllThrough();
+    LetSecondsPass(1);
+    EXPECT_EQ(taskbar.Calls(), 0);
+    EXPECT_TRUE(window->Visible());
+    EXPECT_TRUE(IsInTaskbar());
+  }
 }
 
-TEST_F(FrmMainTrayTest, AWindowThatIsBroughtToTheFrontMeanwhileStays) {
-  Open();
-  FailingImport taskbar({"Shell_NotifyIconW"});
-  taskbar.Fail(1, INT_MAX);
-  TellIcon(WM_LBUTTONDOWN);
-  ASSERT_TRUE(window->Visible()) << "the taskbar did not take the icon";
-  ChooseInTrayMenu(1);
-  taskbar.LetAllThrough();
-  LetSecondsPass(2);
-  EXPECT_TRUE(window->Visible());
-}
-
-TEST_F(FrmMainTrayTest, IsNotMinimisedFromUnderADialog) {
+TEST_F(FrmMainTrayTest, IsNotMinimisedWhileADialogIsOpen) {
   Open();
   Close();
   ChooseInTrayMenu(1);
@@ -203,10 +181,10 @@ TEST_F(FrmMainTrayTest, EnterRunsNothingWhileTheWindowIsHidden) {
   Tasks({{kInternetRadio, L"http://example.invalid/"}});
   Open();
   Select(0);
-  // Unlike the close box this does not minimise it too.
-  TellIcon(WM_LBUTTONDOWN);
+  // Unlike the close box this does not minimise the window.
+  SendToIcon(WM_LBUTTONDOWN);
   ASSERT_FALSE(window->Visible());
-  // As for the tray icon's menu.
+  // Like the tray menu.
   SetForegroundWindow(window->hwnd());
   SetFocus(list);
   ASSERT_EQ(GetFocus(), list);
@@ -215,37 +193,20 @@ TEST_F(FrmMainTrayTest, EnterRunsNothingWhileTheWindowIsHidden) {
   EXPECT_EQ(Taken().size(), 0U);
 }
 
-TEST_F(FrmMainTrayTest, AnIconThatTheNewTaskbarDidNotTakeIsAddedAgain) {
-  Open();
-  Close();
-  FailingImport taskbar({"Shell_NotifyIconW"});
-  taskbar.Fail(1, INT_MAX);
-  SendMessageW(window->hwnd(), RegisterWindowMessageW(L"TaskbarCreated"), 0, 0);
-  taskbar.LetAllThrough();
-  EXPECT_TRUE(PumpUntil([&] { return taskbar.Calls() > 0; }));
-  EXPECT_FALSE(window->Visible());
+TEST_F(FrmMainTrayTest, TheFirstEntryBringsACoveredOrMinimisedWindowToTheFront) {
+  for (const bool isMinimised : {false, true}) {
+    Open();
+    if (isMinimised) Minimise();
+    OtherWindow other;
+    ChooseInTrayMenu(1);
+    EXPECT_FALSE(IsIconic(window->hwnd()));
+    EXPECT_TRUE(PumpUntil([&] { return GetForegroundWindow() == window->hwnd(); }));
+    const HWND focus = GetFocus();
+    EXPECT_TRUE(focus == window->hwnd() || IsChild(window->hwnd(), focus));
+  }
 }
 
-TEST_F(FrmMainTrayTest, TheFirstEntryBringsACoveredWindowToTheFront) {
-  Open();
-  OtherWindow other;
-  ChooseInTrayMenu(1);
-  EXPECT_TRUE(PumpUntil([&] { return GetForegroundWindow() == window->hwnd(); }));
-  const HWND focus = GetFocus();
-  EXPECT_TRUE(focus == window->hwnd() || IsChild(window->hwnd(), focus));
-}
-
-TEST_F(FrmMainTrayTest, TheFirstEntryRestoresAMinimisedWindow) {
-  Open();
-  Minimise();
-  ASSERT_TRUE(IsIconic(window->hwnd()));
-  OtherWindow other;
-  ChooseInTrayMenu(1);
-  EXPECT_FALSE(IsIconic(window->hwnd()));
-  EXPECT_TRUE(PumpUntil([&] { return GetForegroundWindow() == window->hwnd(); }));
-}
-
-TEST_F(FrmMainTrayTest, AWindowShownByTheMenuGoesBehindItsIconWhenItIsMinimised) {
+TEST_F(FrmMainTrayTest, HidesWhenItIsMinimisedWithoutATaskbarButton) {
   Open();
   Minimise();
   EXPECT_TRUE(window->Visible()) << "it has a taskbar button";
@@ -255,14 +216,14 @@ TEST_F(FrmMainTrayTest, AWindowShownByTheMenuGoesBehindItsIconWhenItIsMinimised)
   ASSERT_FALSE(IsInTaskbar());
   Minimise();
   EXPECT_FALSE(window->Visible());
-  // And by another program, which sends no command.
+  // Another program sends no command.
   ChooseInTrayMenu(1);
   ASSERT_TRUE(window->Visible());
   ShowWindow(window->hwnd(), SW_MINIMIZE);
   EXPECT_TRUE(PumpUntil([&] { return !window->Visible(); }));
 }
 
-TEST_F(FrmMainTrayTest, AClickOnTheIconDoesNotHideTheWindowUnderADialogButRaisesThat) {
+TEST_F(FrmMainTrayTest, TheIconBringsAnOpenDialogToTheFront) {
   Open();
   OtherWindow other;
   DialogOf dialog(window->hwnd());
@@ -271,7 +232,14 @@ TEST_F(FrmMainTrayTest, AClickOnTheIconDoesNotHideTheWindowUnderADialogButRaises
   user.Tick = [&] {
     user.Enabled(false);
     other.ComeToFront();
-    TellIcon(WM_LBUTTONDOWN);
+    HWND inFront = nullptr;
+    InTrayMenu([&] {
+      inFront = GetForegroundWindow();
+      EndMenu();
+    });
+    EXPECT_EQ(inFront, dialog.hwnd()) << "for the menu";
+    EXPECT_EQ(GetForegroundWindow(), other.hwnd());
+    SendToIcon(WM_LBUTTONDOWN);
     EXPECT_TRUE(window->Visible());
     EXPECT_TRUE(PumpUntil([&] { return GetForegroundWindow() == dialog.hwnd(); }));
     dialog.Unload();
@@ -281,7 +249,7 @@ TEST_F(FrmMainTrayTest, AClickOnTheIconDoesNotHideTheWindowUnderADialogButRaises
   EXPECT_TRUE(window->Visible());
 }
 
-TEST_F(FrmMainTrayTest, TheHiddenWindowIsInTheForegroundForItsMenuAndGivesItBack) {
+TEST_F(FrmMainTrayTest, TheHiddenWindowIsInTheForegroundOnlyForItsMenu) {
   Open();
   Close();
   OtherWindow other;
@@ -296,32 +264,12 @@ TEST_F(FrmMainTrayTest, TheHiddenWindowIsInTheForegroundForItsMenuAndGivesItBack
   EXPECT_EQ(GetForegroundWindow(), other.hwnd());
   Pump();
   EXPECT_THAT(afterwards.Taken(), SizeIs(1));
+  ChooseInTrayMenu(2);
+  EXPECT_TRUE(IsWindowVisible(Clock()));
+  EXPECT_EQ(GetForegroundWindow(), other.hwnd()) << "also after a command";
 }
 
-TEST_F(FrmMainTrayTest, ADialogIsInTheForegroundForTheMenu) {
-  Open();
-  OtherWindow other;
-  DialogOf dialog(window->hwnd());
-  HWND inFront = nullptr;
-  Timer user;
-  user.Interval(20);
-  user.Tick = [&] {
-    user.Enabled(false);
-    other.ComeToFront();
-    InTrayMenu([&] {
-      inFront = GetForegroundWindow();
-      EndMenu();
-    });
-    EXPECT_EQ(GetForegroundWindow(), other.hwnd());
-    dialog.Unload();
-  };
-  user.Enabled(true);
-  const HWND expected = dialog.hwnd();
-  dialog.ShowModal();
-  EXPECT_EQ(inFront, expected);
-}
-
-TEST_F(FrmMainTrayTest, WhoeverWasClickedInsteadOfTheMenuKeepsTheForeground) {
+TEST_F(FrmMainTrayTest, AnotherWindowThatWasClickedKeepsTheForeground) {
   Open();
   Close();
   OtherWindow before;
@@ -335,28 +283,18 @@ TEST_F(FrmMainTrayTest, WhoeverWasClickedInsteadOfTheMenuKeepsTheForeground) {
   EXPECT_EQ(GetForegroundWindow(), clicked.hwnd());
 }
 
-TEST_F(FrmMainTrayTest, ARightPressActivatesTheClockForTheMenuAndADismissedOneGivesItBack) {
+TEST_F(FrmMainTrayTest, TheClockIsInTheForegroundOnlyForItsMenu) {
   WriteBytes(folder.File(L"Setting.ini"), WholeSettings{.timeForm = L"1"}.Bytes());
   Open();
   ASSERT_NE(Clock(), nullptr);
   OtherWindow other;
   HWND inFront = nullptr;
-  InMenu([this] { SendMouse(Clock(), WM_RBUTTONDOWN, 36, 36, MK_RBUTTON); },
-         [&] {
-           inFront = GetForegroundWindow();
-           PostMessageW(inFront, WM_KEYDOWN, VK_ESCAPE, 0);
-         });
+  InOpenMenu([this] { SendMouse(Clock(), WM_RBUTTONDOWN, 36, 36, MK_RBUTTON); },
+             [&] {
+               inFront = GetForegroundWindow();
+               PostMessageW(inFront, WM_KEYDOWN, VK_ESCAPE, 0);
+             });
   EXPECT_EQ(inFront, Clock());
-  EXPECT_EQ(GetForegroundWindow(), other.hwnd());
-}
-
-TEST_F(FrmMainTrayTest, TheProgramThatHadTheForegroundHasItAfterTheClockIsSwitched) {
-  Open();
-  Close();
-  OtherWindow other;
-  ChooseInTrayMenu(2);
-  ASSERT_NE(Clock(), nullptr);
-  EXPECT_TRUE(IsWindowVisible(Clock()));
   EXPECT_EQ(GetForegroundWindow(), other.hwnd());
 }
 

@@ -24,7 +24,7 @@ RECT InParent(HWND window) {
   return rect;
 }
 
-TEST_F(FrmMainTest, OpensWithEverythingInItsPlace) {
+TEST_F(FrmMainTest, HasTheStatedSizeAndLayout) {
   Open();
   EXPECT_EQ(WindowText(window->hwnd()), L"Tellurvane");
   EXPECT_EQ(PixelsFromTwips(window->Width()), PixelsFromTwips(5'320));
@@ -43,21 +43,23 @@ TEST_F(FrmMainTest, OpensWithEverythingInItsPlace) {
 
 TEST_F(FrmMainTest, PutsTheSlidersBesideEachOther) {
   Open();
-  std::vector<RECT> sliders;
-  for (HWND child = GetWindow(window->hwnd(), GW_CHILD); child != nullptr;
-       child = GetWindow(child, GW_HWNDNEXT)) {
-    if (InParent(child).top == 28) sliders.push_back(InParent(child));
-  }
-  ASSERT_EQ(sliders.size(), 2U);
-  std::ranges::sort(sliders, {}, &RECT::left);
-  EXPECT_EQ(sliders[0].right - sliders[0].left, 70);
-  EXPECT_EQ(sliders[1].left, sliders[0].right + 8);
-  EXPECT_GT(sliders[1].right, window->ScaleWidth() - 20);
-  EXPECT_LE(sliders[1].bottom, 49);
+  const RECT volume = InParent(VolumeSlider());
+  const RECT position = InParent(PositionSlider());
+  EXPECT_EQ(volume.top, 28);
+  EXPECT_EQ(volume.right - volume.left, 70);
+  EXPECT_EQ(position.top, 28);
+  EXPECT_EQ(position.left, volume.right + 8);
+  EXPECT_GT(position.right, window->ScaleWidth() - 20);
+  EXPECT_LE(position.bottom, 49);
 }
 
-TEST_F(FrmMainTest, IsShownInsideTheScreenWhereverItWasHidden) {
+TEST_F(FrmMainTest, KeepsItsSizeAndIsShownInsideTheScreen) {
   Open();
+  SetWindowPos(window->hwnd(), nullptr, 0, 0, 700, 600, SWP_NOMOVE | SWP_NOZORDER);
+  EXPECT_TRUE(PumpUntil([&] {
+    return PixelsFromTwips(window->Width()) == PixelsFromTwips(5'320) &&
+           PixelsFromTwips(window->Height()) == PixelsFromTwips(5'000);
+  }));
   window->Hide();
   SetWindowPos(window->hwnd(), nullptr, -3'000, 40, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
   window->Open();
@@ -65,16 +67,7 @@ TEST_F(FrmMainTest, IsShownInsideTheScreenWhereverItWasHidden) {
   EXPECT_EQ(OnScreen(window->hwnd()).top, 40);
 }
 
-TEST_F(FrmMainTest, CannotBeResized) {
-  Open();
-  SetWindowPos(window->hwnd(), nullptr, 0, 0, 700, 600, SWP_NOMOVE | SWP_NOZORDER);
-  EXPECT_TRUE(PumpUntil([&] {
-    return PixelsFromTwips(window->Width()) == PixelsFromTwips(5'320) &&
-           PixelsFromTwips(window->Height()) == PixelsFromTwips(5'000);
-  }));
-}
-
-TEST_F(FrmMainTest, HasFiveButtonsOfWhichStopCannotBePressed) {
+TEST_F(FrmMainTest, HasFiveButtonsAndStopIsDisabled) {
   Open();
   EXPECT_EQ(SendMessageW(toolbar, TB_BUTTONCOUNT, 0, 0), 5);
   for (const Button button : {kNew, kPlay, kOptions, kLeave}) EXPECT_TRUE(IsOn(button)) << button;
@@ -84,10 +77,10 @@ TEST_F(FrmMainTest, HasFiveButtonsOfWhichStopCannotBePressed) {
 TEST_F(FrmMainTest, GivesThePlayerTheSavedVolume) {
   Open();
   EXPECT_THAT(Taken(), ElementsAre(L"volume 37"));
-  EXPECT_NE(SettingsText().find(L"SavedVolume=37\r\n"), std::wstring::npos);
+  EXPECT_TRUE(HasSetting(L"SavedVolume=37"));
 }
 
-// A slider alone, as large as the box, with a text of the test's.
+// The pixels of a slider of the box's size with this text.
 std::vector<Color> WithText(HWND box, double value, bool isEnabled, const std::wstring& text) {
   const DrawnWindow& drawn = ObjectOf(box);
   const TestForm form(400, 100);
@@ -107,30 +100,20 @@ std::vector<Color> WithText(HWND box, double value, bool isEnabled, const std::w
   return Shown(host.hwnd());
 }
 
-TEST_F(FrmMainTest, ThePositionShowsTwoDecimalsAtTheStartAndTheVolumeNone) {
+TEST_F(FrmMainTest, ThePositionHasTwoDecimalsAndTheVolumeNone) {
   Open();
-  std::vector<HWND> sliders;
-  for (HWND child = GetWindow(window->hwnd(), GW_CHILD); child != nullptr;
-       child = GetWindow(child, GW_HWNDNEXT)) {
-    if (InParent(child).top == 28) sliders.push_back(child);
-  }
-  ASSERT_EQ(sliders.size(), 2U);
-  std::ranges::sort(sliders, {}, [](HWND slider) { return InParent(slider).left; });
-  EXPECT_EQ(Shown(sliders[0]), WithText(sliders[0], 37, true, L"37 %"));
-  EXPECT_EQ(Shown(sliders[1]), WithText(sliders[1], 0, false, L"0.00 %"));
-  // Neither would do for the other.
-  EXPECT_NE(Shown(sliders[0]), WithText(sliders[0], 37, true, L"37.00 %"));
-  EXPECT_NE(Shown(sliders[1]), WithText(sliders[1], 0, false, L"0 %"));
+  const HWND volume = VolumeSlider();
+  EXPECT_EQ(Shown(volume), WithText(volume, 37, true, L"37 %"));
+  EXPECT_NE(Shown(volume), WithText(volume, 37, true, L"37.00 %"));
+  const HWND position = PositionSlider();
+  EXPECT_EQ(Shown(position), WithText(position, 0, false, L"0.00 %"));
+  EXPECT_NE(Shown(position), WithText(position, 0, false, L"0 %"));
 }
 
-TEST_F(FrmMainTest, WritesTheVolumeRoundedToTheEvenNumber) {
+TEST_F(FrmMainTest, SetsAndWritesTheVolume) {
   Open();
-  HWND slider = GetWindow(window->hwnd(), GW_CHILD);
-  while (InParent(slider).left != 5 || InParent(slider).top != 28) {
-    slider = GetWindow(slider, GW_HWNDNEXT);
-    ASSERT_NE(slider, nullptr);
-  }
-  // So wide that two pixels are one percent, and one a half.
+  const HWND slider = VolumeSlider();
+  // Two pixels are one percent.
   MoveWindow(slider, 5, 28, 200, 19, TRUE);
   const auto click = [&](int x) {
     Taken();
@@ -140,10 +123,10 @@ TEST_F(FrmMainTest, WritesTheVolumeRoundedToTheEvenNumber) {
   };
   click(75);
   EXPECT_THAT(Taken(), Contains(L"volume 38"));
-  EXPECT_NE(SettingsText().find(L"SavedVolume=38\r\n"), std::wstring::npos);
+  EXPECT_TRUE(HasSetting(L"SavedVolume=38"));
   click(73);
   EXPECT_THAT(Taken(), Contains(L"volume 36"));
-  EXPECT_NE(SettingsText().find(L"SavedVolume=36\r\n"), std::wstring::npos);
+  EXPECT_TRUE(HasSetting(L"SavedVolume=36"));
 }
 
 TEST_F(FrmMainTest, ShowsARowForEachTask) {
@@ -160,7 +143,7 @@ TEST_F(FrmMainTest, ShowsARowForEachTask) {
   EXPECT_STREQ(title.c_str(), L"專案名稱");
 }
 
-TEST_F(FrmMainTest, RunsTheFirstRowLikeAnyOther) {
+TEST_F(FrmMainTest, RunsAndStopsTheFirstRow) {
   Tasks({{kInternetRadio, L"http://example.invalid/"}, {kReminderNote, L"b"}});
   Open();
   Taken();
@@ -180,29 +163,23 @@ TEST_F(FrmMainTest, RunsTheFirstRowLikeAnyOther) {
 }
 
 TEST_F(FrmMainTest, RunsNothingWithoutASelection) {
-  Tasks({{kInternetRadio, L"http://example.invalid/"}});
-  Open();
-  Taken();
-  Press(kPlay);
-  window->RunSelectedTask();
-  EXPECT_THAT(Taken(), IsEmpty());
-  EXPECT_EQ(general->tasks[0].LastRun, 0);
+  for (const bool isEmpty : {true, false}) {
+    if (!isEmpty) Tasks({{kInternetRadio, L"http://example.invalid/"}});
+    Open();
+    Taken();
+    Press(kPlay);
+    window->RunSelectedTask();
+    EXPECT_THAT(Taken(), IsEmpty());
+  }
 }
 
-TEST_F(FrmMainTest, RunsNothingInAnEmptyList) {
-  Open();
-  Taken();
-  Press(kPlay);
-  EXPECT_THAT(Taken(), IsEmpty());
-}
-
-TEST_F(FrmMainTest, StartsATaskOnceThoughItIsAskedForAgainMeanwhile) {
+TEST_F(FrmMainTest, StartsNoSecondTaskWhileOneStarts) {
   Tasks({{kLocalMusic, folder.File(L"Setting.ini")}});
   Open();
   Taken();
   Select(0);
   player.whilePlaying = [&] {
-    EXPECT_FALSE(IsWindowEnabled(Area())) << "out of the user's reach";
+    EXPECT_FALSE(IsWindowEnabled(Area()));
     window->RunSelectedTask();
     Press(kPlay);
   };
@@ -211,19 +188,14 @@ TEST_F(FrmMainTest, StartsATaskOnceThoughItIsAskedForAgainMeanwhile) {
   EXPECT_TRUE(IsWindowEnabled(Area()));
 }
 
-TEST_F(FrmMainTest, FollowsMusicOnceItIsOpenAndWaitsForNothing) {
+TEST_F(FrmMainTest, FollowsMusicOnceItIsOpen) {
   Tasks({{kLocalMusic, folder.File(L"Setting.ini")}});
   Open();
   Select(0);
   player.isOpening = true;
   window->RunSelectedTask();
-  const auto isSliderEnabled = [&] {
-    HWND slider = GetWindow(window->hwnd(), GW_CHILD);
-    while (InParent(slider).top != 28 || InParent(slider).left == 5) {
-      slider = GetWindow(slider, GW_HWNDNEXT);
-    }
-    return IsWindowEnabled(slider) != FALSE;
-  };
+  const HWND slider = PositionSlider();
+  const auto isSliderEnabled = [slider] { return IsWindowEnabled(slider) != FALSE; };
   EXPECT_FALSE(isSliderEnabled());
   EXPECT_TRUE(IsWindowEnabled(Area())) << "the list can be used meanwhile";
   EXPECT_TRUE(IsOn(kStop));
@@ -231,9 +203,9 @@ TEST_F(FrmMainTest, FollowsMusicOnceItIsOpenAndWaitsForNothing) {
   player.duration = 12;
   EXPECT_TRUE(PumpUntil(isSliderEnabled));
   player.position = 12;
-  EXPECT_TRUE(PumpUntil([&] { return !isSliderEnabled(); })) << "and notices its end";
+  EXPECT_TRUE(PumpUntil([&] { return !isSliderEnabled(); }));
 
-  // Stopped while it is opening it stays so.
+  // A stop while it opens is final.
   player.isOpening = true;
   window->RunSelectedTask();
   Press(kStop);
@@ -242,22 +214,32 @@ TEST_F(FrmMainTest, FollowsMusicOnceItIsOpenAndWaitsForNothing) {
   EXPECT_FALSE(PumpUntil(isSliderEnabled, std::chrono::milliseconds(500)));
 }
 
-TEST_F(FrmMainTest, ASoundOfLessThanASecondPlayedAgainAndAgainKeepsNoTaskFromRunning) {
-  Tasks({{kLocalMusic, folder.File(L"Setting.ini")}, {kApplication, L"no such program"}});
+TEST_F(FrmMainTest, ContinuousPlayRunsTheSelectedTaskAndOthersFallDueMeanwhile) {
+  const std::wstring song = folder.File(L"Setting.ini");
+  Tasks({{kLocalMusic, song}, {kApplication, L"no such program"}});
   Open();
   general->settings.SongLoop = 1;
-  general->tasks[1].NextRun = SerialFromSeconds(SecondsFromSerial(Now()) + 1);
-  Select(0);
   player.duration = 1;
-  const auto url = L"url " + folder.File(L"Setting.ini");
   ULONGLONG started = 0;
   player.whilePlaying = [&] { started = GetTickCount64(); };
+  Select(0);
   window->RunSelectedTask();
+  Taken();
+  Select(-1);
+  player.hasEnded = true;
+  const int reads = player.positionReads;
+  EXPECT_TRUE(PumpUntil([&] { return player.positionReads > reads + 2; }));
+  EXPECT_THAT(Taken(), IsEmpty()) << "nothing is selected";
+  Select(0);
+  EXPECT_TRUE(PumpUntil([&] { return !player.calls.empty(); }));
+  EXPECT_THAT(Taken(), Contains(L"url " + song));
+  // A sound of less than a second is played again and again.
+  general->tasks[1].NextRun = SerialFromSeconds(SecondsFromSerial(Now()) + 1);
   EXPECT_TRUE(PumpUntil([&] {
     player.hasEnded = GetTickCount64() - started > 600;
     return general->tasks[1].LastRun != 0;
   }));
-  EXPECT_GT(std::ranges::count(Taken(), url), 1) << "the sound was played again";
+  EXPECT_GT(std::ranges::count(Taken(), L"url " + song), 1);
 }
 
 TEST_F(FrmMainTest, DoesNotPlayAMissingFileAndRecordsTheRun) {
@@ -270,18 +252,6 @@ TEST_F(FrmMainTest, DoesNotPlayAMissingFileAndRecordsTheRun) {
   EXPECT_NE(general->tasks[0].LastRun, 0);
 }
 
-TEST_F(FrmMainTest, GoesBehindItsTrayIconWhenItIsClosed) {
-  Open();
-  SendMessageW(window->hwnd(), WM_CLOSE, 0, 0);
-  EXPECT_TRUE(window->IsLoaded());
-  EXPECT_FALSE(window->Visible());
-  EXPECT_EQ(GetWindowLongPtrW(window->hwnd(), GWL_EXSTYLE) & WS_EX_APPWINDOW, 0);
-  window->FormMin();
-  EXPECT_TRUE(window->Visible());
-  EXPECT_FALSE(IsIconic(window->hwnd()));
-  EXPECT_NE(GetWindowLongPtrW(window->hwnd(), GWL_EXSTYLE) & WS_EX_APPWINDOW, 0);
-}
-
 TEST_F(FrmMainTest, LeavesInOrder) {
   Tasks({{kReminderNote, L"a"}});
   Open();
@@ -290,27 +260,25 @@ TEST_F(FrmMainTest, LeavesInOrder) {
   window->SetReleaseProcess([&] {
     order.emplace_back(L"release");
     EXPECT_TRUE(IsWindow(window->hwnd()));
-    EXPECT_FALSE(IsWindow(list)) << "what the window is made of goes first";
+    EXPECT_FALSE(IsWindow(list));
   });
   DeleteFileW(folder.File(L"JobList.dbs").c_str());
   general->settings.FilesPath = L"D:\\New\\";
-  // What comes after a click is still the toolbar's.
   const HWND bar = toolbar;
   Press(kLeave);
   EXPECT_TRUE(IsWindow(bar)) << "destroyed inside its own click";
   EXPECT_THAT(order, IsEmpty());
   ASSERT_TRUE(PumpUntil([&] { return !window->IsLoaded(); }));
   EXPECT_THAT(order, ElementsAre(L"release"));
-  EXPECT_FALSE(window->IsLoaded());
   EXPECT_THAT(Taken(), ElementsAre(L"close", L"stop"));
   EXPECT_GT(ReadBytes(folder.File(L"JobList.dbs")).size(), 2U);
-  EXPECT_NE(SettingsText().find(L"FilesPath=D:\\New\\\r\n"), std::wstring::npos);
+  EXPECT_TRUE(HasSetting(L"FilesPath=D:\\New\\"));
   MSG message = {};
   EXPECT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
   EXPECT_EQ(message.wParam, 0U);
 }
 
-TEST_F(FrmMainTest, SavesWhenTheSessionEndsAndStaysOutOfTheWay) {
+TEST_F(FrmMainTest, SavesWhenTheSessionEnds) {
   Tasks({{kReminderNote, L"a"}});
   Open();
   DeleteFileW(folder.File(L"JobList.dbs").c_str());
@@ -318,27 +286,23 @@ TEST_F(FrmMainTest, SavesWhenTheSessionEndsAndStaysOutOfTheWay) {
   EXPECT_TRUE(SendMessageW(window->hwnd(), WM_QUERYENDSESSION, 0, 0));
   SendMessageW(window->hwnd(), WM_ENDSESSION, FALSE, 0);
   EXPECT_EQ(GetFileAttributesW(folder.File(L"JobList.dbs").c_str()), INVALID_FILE_ATTRIBUTES)
-      << "another program refused: the session goes on";
+      << "the session goes on";
   SendMessageW(window->hwnd(), WM_ENDSESSION, TRUE, 0);
   EXPECT_GT(ReadBytes(folder.File(L"JobList.dbs")).size(), 2U);
-  EXPECT_NE(SettingsText().find(L"FilesPath=D:\\New\\\r\n"), std::wstring::npos);
+  EXPECT_TRUE(HasSetting(L"FilesPath=D:\\New\\"));
   EXPECT_TRUE(window->Visible());
 }
 
-TEST_F(FrmMainTest, LeavesNothingBehindWhenItIsHiddenAndShown) {
+TEST_F(FrmMainTest, LeaksNothing) {
+  Tasks({{kInternetRadio, L"http://example.invalid/"}});
   Open();
+  Select(0);
   EXPECT_EQ(LeakedBy([&] {
+              window->RunSelectedTask();
               window->FormMin();
               window->FormMin();
             }),
             ResourceCounts());
-}
-
-TEST_F(FrmMainTest, LeavesNothingBehindWhenATaskRuns) {
-  Tasks({{kInternetRadio, L"http://example.invalid/"}});
-  Open();
-  Select(0);
-  EXPECT_EQ(LeakedBy([&] { window->RunSelectedTask(); }), ResourceCounts());
 }
 
 }  // namespace

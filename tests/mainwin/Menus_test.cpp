@@ -10,53 +10,46 @@ using testing::ElementsAre;
 constexpr unsigned kChecked = 8;
 constexpr unsigned kSeparator = 2048;
 
-struct Options {
-  std::int32_t clock = 0;
-  std::int32_t songLoop = 0;
-  std::int32_t startPlay = 0;
-};
-
-Settings With(const Options& options) {
+Settings With(std::int32_t clock, std::int32_t songLoop = 0, std::int32_t startPlay = 0) {
   Settings settings;
-  settings.TimeForm = options.clock;
-  settings.SongLoop = options.songLoop;
-  settings.StartPlay = options.startPlay;
+  settings.TimeForm = clock;
+  settings.SongLoop = songLoop;
+  settings.StartPlay = startPlay;
   return settings;
 }
 
-TEST(OptionsMenu, NamesWhatChoosingWillDo) {
+TEST(OptionsMenu, NamesTheActions) {
   EXPECT_THAT(OptionsMenu({}), ElementsAre(MenuEntry{L"開啟連續播放音樂", 0, 1},
                                            MenuEntry{L"開啟 Windows 啟動後自動執行", 0, 2},
                                            MenuEntry{L"顯示小時鐘", 0, 3}));
-  EXPECT_THAT(OptionsMenu(With({.clock = 1, .songLoop = 1, .startPlay = 1})),
+  EXPECT_THAT(OptionsMenu(With(1, 1, 1)),
               ElementsAre(MenuEntry{L"關閉連續播放音樂", kChecked, 1},
                           MenuEntry{L"關閉 Windows 啟動後自動執行", kChecked, 2},
                           MenuEntry{L"隱藏小時鐘", kChecked, 3}));
 }
 
-TEST(OptionsMenu, MarksEachOptionByItself) {
-  const auto flags = [](const Options& options) {
+TEST(OptionsMenu, ChecksEachOptionThatIsExactlyOne) {
+  const auto flags = [](const Settings& settings) {
     std::vector<unsigned> all;
-    for (const MenuEntry& entry : OptionsMenu(With(options))) all.push_back(entry.flags);
+    for (const MenuEntry& entry : OptionsMenu(settings)) all.push_back(entry.flags);
     return all;
   };
-  EXPECT_THAT(flags({.songLoop = 1}), ElementsAre(kChecked, 0U, 0U));
-  EXPECT_THAT(flags({.startPlay = 1}), ElementsAre(0U, kChecked, 0U));
-  EXPECT_THAT(flags({.clock = 1}), ElementsAre(0U, 0U, kChecked));
-  // On is exactly 1.
-  EXPECT_THAT(flags({.clock = 2, .songLoop = -1, .startPlay = 7}), ElementsAre(0U, 0U, 0U));
+  EXPECT_THAT(flags(With(0, 1, 0)), ElementsAre(kChecked, 0U, 0U));
+  EXPECT_THAT(flags(With(0, 0, 1)), ElementsAre(0U, kChecked, 0U));
+  EXPECT_THAT(flags(With(1, 0, 0)), ElementsAre(0U, 0U, kChecked));
+  EXPECT_THAT(flags(With(2, -1, 7)), ElementsAre(0U, 0U, 0U));
 }
 
 TEST(TrayMenu, FollowsTheClock) {
   EXPECT_THAT(TrayMenu({}),
               ElementsAre(MenuEntry{L"顯示主畫面", 0, 1}, MenuEntry{L"顯示小時鐘", 0, 2},
                           MenuEntry{L"離開本軟體", 0, 3}));
-  EXPECT_THAT(TrayMenu(With({.clock = 1})),
+  EXPECT_THAT(TrayMenu(With(1)),
               ElementsAre(MenuEntry{L"顯示主畫面", 0, 1}, MenuEntry{L"隱藏小時鐘", kChecked, 2},
                           MenuEntry{L"離開本軟體", 0, 3}));
 }
 
-TEST(TaskMenu, NamesTheTaskAndWhatChoosingWillDo) {
+TEST(TaskMenu, NamesTheTaskAndTheActions) {
   EXPECT_THAT(TaskMenu(L"休息", true),
               ElementsAre(MenuEntry{L"執行「休息」排程任務", 0, 1},
                           MenuEntry{L"編輯「休息」排程設定", 0, 2}, MenuEntry{L"", kSeparator, 0},

@@ -10,7 +10,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// The controller between stand-ins. Every call of the player and of the window goes into one list.
+// All calls of the player and of the window are in one list.
 class PlaybackTest : public testing::Test, public PlaybackView {
  protected:
   void ShowPlaying(size_t row) override { Write(L"playing: row " + std::to_wstring(row)); }
@@ -41,37 +41,27 @@ class PlaybackTest : public testing::Test, public PlaybackView {
        .milliseconds = [this] { return milliseconds; }}};
 };
 
-TEST_F(PlaybackTest, StopsInTheOrderThatTheUserSees) {
-  playback.StopPlayback();
-  EXPECT_THAT(Taken(), ElementsAre(L"close", L"stop", L"stopped", L"slider off", L"value 0.000000",
-                                   L"timer off", L"opening timer off"));
-}
-
-TEST_F(PlaybackTest, LeavesTheRadioFlagAsItIsWhenItStops) {
+TEST_F(PlaybackTest, StopsAndKeepsTheRadioFlag) {
   for (const bool isRadio : {true, false}) {
     playback.SetRadioFlag(isRadio);
     playback.StopPlayback();
+    EXPECT_THAT(Taken(), ElementsAre(L"close", L"stop", L"stopped", L"slider off",
+                                     L"value 0.000000", L"timer off", L"opening timer off"));
     EXPECT_EQ(radioFlag, isRadio);
   }
 }
 
-TEST_F(PlaybackTest, HandsTheSourceAndTheRowOn) {
-  playback.SetUrl(L"http://example.invalid/");
+TEST_F(PlaybackTest, StartsTheSourceAndFollowsIt) {
+  playback.SetUrl(L"C:\\music.mp3");
   playback.Play();
   playback.ShowPlaying(7);
-  EXPECT_THAT(Taken(), ElementsAre(L"url http://example.invalid/", L"play", L"playing: row 7"));
+  EXPECT_THAT(Taken(), ElementsAre(L"url C:\\music.mp3", L"play", L"playing: row 7"));
+  player.duration = 12.5;
+  playback.FollowPosition();
+  EXPECT_THAT(Taken(), ElementsAre(L"range 12.500000", L"slider on", L"timer on"));
 }
 
-TEST_F(PlaybackTest, FollowsAtOnceWhatIsNotOpening) {
-  for (const double duration : {12.5, 0.0}) {
-    player.duration = duration;
-    playback.FollowPosition();
-    EXPECT_THAT(Taken(),
-                ElementsAre(L"range " + std::to_wstring(duration), L"slider on", L"timer on"));
-  }
-}
-
-TEST_F(PlaybackTest, FollowsWhatIsOpeningOnceItIsOpen) {
+TEST_F(PlaybackTest, FollowsOpeningMediaOnceItIsOpen) {
   player.isOpening = true;
   playback.FollowPosition();
   EXPECT_THAT(Taken(), ElementsAre(L"opening timer on")) << "it does not wait";
@@ -85,19 +75,7 @@ TEST_F(PlaybackTest, FollowsWhatIsOpeningOnceItIsOpen) {
               ElementsAre(L"opening timer off", L"range 12.500000", L"slider on", L"timer on"));
 }
 
-TEST_F(PlaybackTest, TakesWhatIsStillOpeningAfterHalfAMinuteForEnded) {
-  player.isOpening = true;
-  playback.FollowPosition();
-  Taken();
-  milliseconds += 30'000;
-  playback.TimerOpening_Tick();
-  EXPECT_THAT(Taken(),
-              ElementsAre(L"opening timer off", L"range 0.000000", L"slider on", L"timer on"));
-  playback.TimerVis_Tick();
-  EXPECT_EQ(Taken().front(), L"close");
-}
-
-TEST_F(PlaybackTest, CountsTheTimeOfEachOpeningByItself) {
+TEST_F(PlaybackTest, MediaThatDoesNotOpenInHalfAMinuteHasEnded) {
   player.isOpening = true;
   playback.FollowPosition();
   milliseconds += 20'000;
@@ -106,97 +84,70 @@ TEST_F(PlaybackTest, CountsTheTimeOfEachOpeningByItself) {
   milliseconds += 20'000;
   Taken();
   playback.TimerOpening_Tick();
-  EXPECT_THAT(Taken(), IsEmpty());
-}
-
-TEST_F(PlaybackTest, FollowsTheMedia) {
-  player.position = 3.25;
-  player.duration = 12.5;
-  playback.TimerVis_Tick();
-  EXPECT_THAT(Taken(), ElementsAre(L"range 12.500000", L"value 3.250000"));
-}
-
-TEST_F(PlaybackTest, FollowsNoStream) {
-  radioFlag = true;
-  player.position = player.duration = 5;
-  playback.TimerVis_Tick();
-  EXPECT_THAT(Taken(), IsEmpty());
-}
-
-TEST_F(PlaybackTest, TakesEqualWholeSecondsForTheEnd) {
-  const struct {
-    double position;
-    double duration;
-    bool isEnd;
-  } cases[] = {
-      {0, 0, true},                          // not opened yet
-      {9.6, 10.4, true},                     // 10 and 10: a fraction is left
-      {9.5, 10.5, true},                     // halves go to the even number: 10 and 10
-      {9.4, 10, false},                      // 9 and 10
-      {10.5, 11.4, false},                   // 10 and 11
-      {0, 0.5, true},                        // 0 and 0
-      {0, 0.6, false},     {12, 10, false},  // beyond the end is not at the end
-  };
-  for (const auto& [position, duration, isEnd] : cases) {
-    player.position = position;
-    player.duration = duration;
-    playback.TimerVis_Tick();
-    EXPECT_EQ(Taken().front() == L"close", isEnd) << position << " of " << duration;
-  }
-}
-
-// A control that rewinds is never seen at its end, and a stated length can be too long.
-TEST_F(PlaybackTest, TakesThePlayersOwnWordForTheEnd) {
-  player.duration = 205.52;
-  for (const double position : {0.0, 12.0, 203.0}) {
-    player.position = position;
-    player.hasEnded = true;
-    playback.TimerVis_Tick();
-    EXPECT_EQ(Taken().front(), L"close") << position;
-    playback.TimerVis_Tick();
-    EXPECT_THAT(Taken(), ElementsAre(L"range 205.520000", L"value " + std::to_wstring(position)))
-        << "it acts once";
-  }
-}
-
-TEST_F(PlaybackTest, TakesNoStreamForEnded) {
-  radioFlag = player.hasEnded = true;
-  playback.TimerVis_Tick();
-  EXPECT_THAT(Taken(), IsEmpty());
-}
-
-TEST_F(PlaybackTest, RunsTheSelectedTaskAgainWithContinuousPlay) {
-  isSongLoop = true;
-  player.duration = 20;
-  for (const bool isRewound : {false, true}) {
-    player.position = isRewound ? 0 : 20;
-    player.hasEnded = isRewound;
-    playback.TimerVis_Tick();
-    // Its own stop step is part of the run.
-    EXPECT_THAT(Taken(), ElementsAre(L"run selected"));
-  }
-}
-
-TEST_F(PlaybackTest, RunsASoundOfLessThanHalfASecondAgainOnceThePlayerReportsItsEnd) {
-  isSongLoop = true;
-  player.duration = 0.4;
-  player.hasEnded = true;
-  playback.TimerVis_Tick();
-  EXPECT_THAT(Taken(), ElementsAre(L"run selected"));
-}
-
-TEST_F(PlaybackTest, StopsWhatNeverOpenedThoughPlayIsContinuous) {
-  isSongLoop = true;
+  EXPECT_THAT(Taken(), IsEmpty()) << "the time of the second opening counts";
+  milliseconds += 10'000;
+  playback.TimerOpening_Tick();
+  EXPECT_THAT(Taken(),
+              ElementsAre(L"opening timer off", L"range 0.000000", L"slider on", L"timer on"));
   playback.TimerVis_Tick();
   EXPECT_EQ(Taken().front(), L"close");
 }
 
-TEST_F(PlaybackTest, SeeksToTheVeryPosition) {
+TEST_F(PlaybackTest, FollowsTheMediaToItsEnd) {
+  const struct {
+    const char* name;
+    double position;
+    double duration;
+    bool hasEnded;
+    bool isEnd;
+    bool isPlayedAgain;  // with continuous play
+  } cases[] = {
+      {"in the middle", 3.25, 12.5, false, false, false},
+      {"not opened", 0, 0, false, true, false},
+      {"10 of 10, a fraction is left", 9.6, 10.4, false, true, true},
+      {"10 of 10, halves go to the even number", 9.5, 10.5, false, true, true},
+      {"9 of 10", 9.4, 10, false, false, false},
+      {"10 of 11", 10.5, 11.4, false, false, false},
+      {"0 of 0", 0, 0.5, false, true, false},
+      {"0 of 1", 0, 0.6, false, false, false},
+      {"past the end", 12, 10, false, false, false},
+      // The control may rewind, or the stated length may be too long.
+      {"reported at the start", 0, 205.52, true, true, true},
+      {"reported in the middle", 12, 205.52, true, true, true},
+      {"reported for a short sound", 0, 0.4, true, true, true},
+  };
+  for (const auto& [name, position, duration, hasEnded, isEnd, isPlayedAgain] : cases) {
+    for (const bool isRadio : {false, true}) {
+      for (const bool isContinuous : {false, true}) {
+        SCOPED_TRACE(testing::Message() << name << (isContinuous ? ", continuous" : ""));
+        radioFlag = isRadio;
+        isSongLoop = isContinuous;
+        player.position = position;
+        player.duration = duration;
+        player.hasEnded = hasEnded;
+        playback.TimerVis_Tick();
+        const std::vector<std::wstring> calls = Taken();
+        if (isRadio) {
+          EXPECT_THAT(calls, IsEmpty()) << "a stream has no end";
+        } else if (!isEnd) {
+          EXPECT_THAT(calls, ElementsAre(L"range " + std::to_wstring(duration),
+                                         L"value " + std::to_wstring(position)));
+        } else if (isContinuous && isPlayedAgain) {
+          EXPECT_THAT(calls, ElementsAre(L"run selected"));
+        } else {
+          EXPECT_EQ(calls.front(), L"close");
+        }
+      }
+    }
+  }
+}
+
+TEST_F(PlaybackTest, Seeks) {
   playback.SliderH_PositionSetByMouse(3.75);
   EXPECT_THAT(Taken(), ElementsAre(L"position 3.750000"));
 }
 
-TEST_F(PlaybackTest, SetsAndWritesTheVolumeRoundedToTheEvenNumber) {
+TEST_F(PlaybackTest, RoundsTheVolumeToTheEvenNumber) {
   const struct {
     double value;
     const wchar_t* volume;

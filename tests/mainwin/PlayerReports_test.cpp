@@ -10,7 +10,7 @@ namespace {
 constexpr int kPausedState = 2;
 constexpr int kMediaOpen = 13;
 
-TEST(PlayerReportsTest, KnowsTheLatestPlayState) {
+TEST(PlayerReportsTest, KeepsTheLatestPlayState) {
   PlayerReports reports;
   EXPECT_EQ(reports.PlayState(), kUndefinedState);
   for (const int state : {9, 0, 3, 2}) {
@@ -21,23 +21,21 @@ TEST(PlayerReportsTest, KnowsTheLatestPlayState) {
   EXPECT_EQ(reports.PlayState(), 2) << "of the control, not of its media";
 }
 
-TEST(PlayerReportsTest, TellsTheEndByEndedOrStoppedAfterPlaying) {
+TEST(PlayerReportsTest, TheEndIsEndedOrStoppedAfterPlaying) {
   const struct {
     std::vector<int> states;
     bool hasEnded;
   } cases[] = {
       {{}, false},
       {{kTransitioningState, kReadyState, kTransitioningState, kPlayingState}, false},
-      {{kPlayingState, kPausedState, kPlayingState}, false},
       {{kPlayingState, kBufferingState, kPlayingState}, false},
       {{kPlayingState, kMediaEndedState}, true},
       {{kPlayingState, kStoppedState}, true},
       {{kPlayingState, kMediaEndedState, kStoppedState, kReadyState}, true},
       {{kPlayingState, kMediaEndedState, kTransitioningState, kStoppedState}, true},
       {{kPlayingState, kPausedState, kStoppedState}, true},
-      // What comes late of the media before.
+      // Late reports of the previous media.
       {{kMediaEndedState}, false},
-      {{kStoppedState}, false},
       {{kMediaEndedState, kStoppedState, kTransitioningState, kPlayingState}, false},
   };
   for (const auto& [states, hasEnded] : cases) {
@@ -59,7 +57,7 @@ TEST(PlayerReportsTest, KeepsTheEndUntilTheMediaIsForgotten) {
   EXPECT_FALSE(reports.HasMediaEnded(kStoppedState)) << "the new media has not played yet";
 }
 
-TEST(PlayerReportsTest, KnowsThatTheMediaIsOpenUntilItIsForgotten) {
+TEST(PlayerReportsTest, TheMediaIsOpenUntilItIsForgotten) {
   PlayerReports reports;
   for (const int state : {1, 7, 6, 21}) reports.OpenStateChanged(state);
   EXPECT_FALSE(reports.IsMediaOpen(kPlayingState));
@@ -70,9 +68,8 @@ TEST(PlayerReportsTest, KnowsThatTheMediaIsOpenUntilItIsForgotten) {
   EXPECT_FALSE(reports.IsMediaOpen(kPlayingState));
 }
 
-// Music, a note that fades for a while, and other music in one tick: the reports of the first music
-// come when the second one is already set.
-TEST(PlayerReportsTest, LateReportsOfTheMediaBeforeDoNotCountForTheNewOne) {
+// For example music, a note that fades, and other music in one tick.
+TEST(PlayerReportsTest, LateReportsDoNotCountForTheNewMedia) {
   PlayerReports reports;
   reports.ForgetMedia();
   reports.OpenStateChanged(kMediaOpen);

@@ -1,4 +1,4 @@
-// With the system's own control. Whether something is heard is tested with the whole program.
+// With the system's own control. tests/program listens to the sound.
 #include "mainwin/WindowsMediaPlayer.h"
 
 #include <windows.h>
@@ -64,7 +64,7 @@ class WindowsMediaPlayerTest : public testing::Test {
   WindowsMediaPlayer player;
 };
 
-TEST_F(WindowsMediaPlayerTest, IsIdleBeforeAnythingWasPlayed) {
+TEST_F(WindowsMediaPlayerTest, PlaysAFileBetweenIdleStates) {
   player.Close();
   player.Stop();
   player.Volume(50);
@@ -73,9 +73,7 @@ TEST_F(WindowsMediaPlayerTest, IsIdleBeforeAnythingWasPlayed) {
   EXPECT_EQ(player.Duration(), 0);
   EXPECT_FALSE(player.IsOpening());
   EXPECT_FALSE(player.HasEnded());
-}
 
-TEST_F(WindowsMediaPlayerTest, PlaysAFileAndKnowsItsLength) {
   Start(WaveFile(5));
   EXPECT_NEAR(player.Duration(), 5, 0.2);
   EXPECT_TRUE(PumpUntil([&] { return player.PlayState() == kPlayingState; }));
@@ -83,6 +81,11 @@ TEST_F(WindowsMediaPlayerTest, PlaysAFileAndKnowsItsLength) {
   EXPECT_EQ(player.DurationText(), L"00:05");
   EXPECT_EQ(player.PositionText().substr(0, 4), L"00:0");
   EXPECT_FALSE(player.Status().empty());
+
+  player.Close();
+  player.Stop();
+  Pump();
+  EXPECT_EQ(player.PlayState(), kUndefinedState);
 }
 
 TEST_F(WindowsMediaPlayerTest, Seeks) {
@@ -90,14 +93,6 @@ TEST_F(WindowsMediaPlayerTest, Seeks) {
   player.Position(40);
   EXPECT_TRUE(PumpUntil([&] { return player.Position() >= 40; }));
   EXPECT_LT(player.Position(), 50);
-}
-
-TEST_F(WindowsMediaPlayerTest, IsIdleAgainWhenItIsStopped) {
-  Start(WaveFile(5));
-  player.Close();
-  player.Stop();
-  Pump();
-  EXPECT_EQ(player.PlayState(), kUndefinedState);
 }
 
 TEST_F(WindowsMediaPlayerTest, PlaysAgainFromTheStart) {
@@ -110,7 +105,7 @@ TEST_F(WindowsMediaPlayerTest, PlaysAgainFromTheStart) {
   EXPECT_TRUE(PumpUntil([&] { return player.Position() > 0.1 && player.Position() < 1.5; }));
 }
 
-TEST_F(WindowsMediaPlayerTest, SaysThatItHasEndedUntilItIsStartedAgainOrStopped) {
+TEST_F(WindowsMediaPlayerTest, HasEndedUntilTheNextUrlOrStop) {
   for (const bool isStopped : {false, true}) {
     const std::wstring file = WaveFile(1);
     Start(file);
@@ -127,9 +122,9 @@ TEST_F(WindowsMediaPlayerTest, SaysThatItHasEndedUntilItIsStartedAgainOrStopped)
   }
 }
 
-TEST_F(WindowsMediaPlayerTest, OutlivesWhatItCannotPlay) {
+TEST_F(WindowsMediaPlayerTest, SurvivesMediaThatItCannotPlay) {
   const std::wstring broken = folder.File(L"broken.wav");
-  WriteBytes(broken, "RIFF, but nothing behind it");
+  WriteBytes(broken, "RIFF, and nothing more");
   for (const std::wstring& source :
        {folder.File(L"missing.mp3"), broken, folder.Path(), std::wstring(),
         std::wstring(L"http://127.0.0.1:9/stream"), std::wstring(40'000, L'x')}) {

@@ -4,8 +4,8 @@
 
 #include <array>
 
+#include "tests/support/MenuTestSupport.h"
 #include "tests/support/WindowTestSupport.h"
-#include "ui/Timer.h"
 
 namespace tellurvane {
 namespace {
@@ -107,22 +107,9 @@ class PopupMenuTrackTest : public testing::Test {
   static HWND MenuWindow() { return FindWindowW(L"#32768", nullptr); }
 
   UINT Track(const std::function<void()>& act) {
-    Timer timer;
-    timer.Interval(20);
-    timer.Tick = [&] {
-      if (!IsWindowVisible(MenuWindow())) return;
-      timer.Enabled(false);
-      act();
-    };
-    Timer limit;
-    limit.Interval(8'000);
-    limit.Tick = [&] {
-      ADD_FAILURE() << "the menu stayed open";
-      EndMenu();
-    };
-    timer.Enabled(true);
-    limit.Enabled(true);
-    return menu.TrackMenu(form.hwnd());
+    UINT chosen = 0;
+    InOpenMenu([&] { chosen = menu.TrackMenu(form.hwnd()); }, act);
+    return chosen;
   }
 
   void Press(std::initializer_list<WPARAM> keys) const {
