@@ -1,4 +1,4 @@
-// Starting a program where the platform refuses.
+// Starting a program when a call fails.
 #include <windows.h>
 
 #include <gtest/gtest.h>
@@ -13,15 +13,14 @@
 namespace tellurvane {
 namespace {
 
-// This program, which has nothing to do then.
+// This program, with nothing to do.
 std::wstring OwnCommand() {
   wchar_t path[MAX_PATH] = {};
   GetModuleFileNameW(nullptr, path, MAX_PATH);
   return L"\"" + std::wstring(path) + L"\" --gtest_filter=none";
 }
 
-TEST(FailingCallsTest, ACommandIsStartedWholeOrNotAtAll) {
-  ASSERT_TRUE(RunCommand(OwnCommand()));
+TEST(FailingCallsTest, AFailedStartLeaksNothing) {
   for (const char* const name : {"CreatePipe", "SetHandleInformation", "CreateProcessW"}) {
     FailingImport call({name, 0, ERROR_NO_SYSTEM_RESOURCES});
     EXPECT_EQ(LeakedBy([&] {
@@ -34,7 +33,14 @@ TEST(FailingCallsTest, ACommandIsStartedWholeOrNotAtAll) {
   }
 }
 
-TEST(FailingCallsTest, WithoutAnEmptyInputACommandIsStartedAllTheSame) {
+TEST(FailingCallsTest, NoStartLeaksAHandle) {
+  const PipeTest failing = [](HANDLE) { return false; };
+  EXPECT_EQ(LeakedBy([] { EXPECT_TRUE(RunCommand(OwnCommand())); }), ResourceCounts());
+  EXPECT_EQ(LeakedBy([] { EXPECT_FALSE(RunCommand(L"no-such-program")); }), ResourceCounts());
+  EXPECT_EQ(LeakedBy([&] { EXPECT_FALSE(RunCommand(OwnCommand(), failing)); }), ResourceCounts());
+}
+
+TEST(FailingCallsTest, StartsWithoutAnEmptyInput) {
   FailingImport files({"CreateFileW", static_cast<std::uint64_t>(-1), ERROR_ACCESS_DENIED});
   EXPECT_EQ(LeakedBy([&] {
               files.Fail(1);

@@ -32,7 +32,7 @@ def test_a_silent_installation_is_complete_and_runs_a_due_task(installation, sta
     assert (facts["DisplayName"], facts["DisplayVersion"]) == ("Tellurvane", version())
     assert facts["InstallLocation"] == installation.in_windows(installation.path)
     report = tmp_path / "report.txt"
-    command = f'"{windows_path(BINARIES / "CommandProbe.exe")}" "{windows_path(report)}"'
+    command = f'"{windows_path(BINARIES / "StartReporter.exe")}" "{windows_path(report)}"'
     installation.write_list(due_task("due", command, now() + timedelta(seconds=5)))
     program = start()
     until(report.exists, "the report of the started program")

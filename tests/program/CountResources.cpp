@@ -12,7 +12,7 @@
 #include <optional>
 #include <vector>
 
-#include "tests/cmd/KernelHandles.h"
+#include "tests/support/KernelHandles.h"
 #include "ui/Handle.h"
 
 namespace {

@@ -11,11 +11,11 @@ FIVE_MINUTES = timedelta(minutes=5)
 
 
 class Reports:
-    """What CommandProbe.exe reports of its own start, in the program's folder or another place."""
+    """What StartReporter.exe reports of its own start, in the program's folder or another place."""
 
     def __init__(self, folder, place=None):
         self.folder = place or folder.path
-        self.executable = folder.add("CommandProbe.exe").rename(self.folder / "probe.exe")
+        self.executable = folder.add("StartReporter.exe").rename(self.folder / "probe.exe")
 
     def command(self, name, arguments=""):
         return (f'"{windows_path(self.executable)}" "{windows_path(self.folder / name)}"'

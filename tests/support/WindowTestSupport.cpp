@@ -8,6 +8,7 @@
 #include <ostream>
 #include <vector>
 
+#include "tests/support/KernelHandles.h"
 #include "ui/MessageLoop.h"
 
 namespace tellurvane {
@@ -68,39 +69,6 @@ long CountWindows() {
   return count;
 }
 
-long CountKernelHandles() {
-  // The header's enumeration ends before the class that lists all handles.
-  constexpr ULONG kExtendedHandleInformation = 64;
-  using Query = NTSTATUS(WINAPI*)(ULONG, void*, ULONG, ULONG*);
-  const auto query = reinterpret_cast<Query>(reinterpret_cast<void*>(
-      GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQuerySystemInformation")));
-  struct Entry {
-    void* object;
-    ULONG_PTR process;
-    ULONG_PTR handle;
-    ULONG access;
-    USHORT backTrace;
-    USHORT type;
-    ULONG attributes;
-    ULONG reserved;
-  };
-  std::vector<char> buffer(1U << 20);
-  ULONG needed = 0;
-  while (query(kExtendedHandleInformation, buffer.data(), static_cast<ULONG>(buffer.size()),
-               &needed) < 0) {
-    if (buffer.size() > (256U << 20)) return -1;
-    buffer.resize(buffer.size() * 2);
-  }
-  ULONG_PTR total = 0;
-  std::memcpy(&total, buffer.data(), sizeof(total));
-  const auto* const entries = reinterpret_cast<const Entry*>(buffer.data() + 2 * sizeof(total));
-  long count = 0;
-  for (ULONG_PTR i = 0; i < total; ++i) {
-    if (entries[i].process == GetCurrentProcessId()) ++count;
-  }
-  return count;
-}
-
 // By how much both have grown at least, or shrunk: what is closed without being owned is as bad as
 // what is never closed.
 long InBoth(long first, long second) {
@@ -153,7 +121,7 @@ std::wstring WindowText(HWND window) {
 }
 
 ResourceCounts CountResources() {
-  return {CountGdiObjects(), CountWindows(), CountKernelHandles()};
+  return {CountGdiObjects(), CountWindows(), static_cast<long>(KernelHandleCount())};
 }
 
 std::ostream& operator<<(std::ostream& out, const ResourceCounts& counts) {

@@ -1,5 +1,5 @@
-// How many kernel handles a process holds. The obvious call, GetProcessHandleCount, always
-// answers 0 under Wine; the table of all handles of the system does not lie.
+// Counts the kernel handles of a process. Under Wine GetProcessHandleCount always returns 0, but
+// the system's table of all handles is right.
 #pragma once
 
 #include <windows.h>
@@ -10,9 +10,8 @@
 
 namespace tellurvane {
 
-// This process unless told otherwise; -1 when the table cannot be had.
+// -1 if the table cannot be read.
 inline std::ptrdiff_t KernelHandleCount(DWORD process = GetCurrentProcessId()) {
-  // The platform's headers do not show these two.
   struct Entry {
     void* object;
     ULONG_PTR process;

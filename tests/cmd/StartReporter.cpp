@@ -1,6 +1,6 @@
-// A child process that tells what it was started with:
-//   CommandProbe REPORT-FILE [read] [write=BYTES] [wait=EVENT-NAME] [anything else]...
-// The report is UTF-8, one fact a line, and appears whole. Without a report file nothing is told.
+// A child process that reports how it was started:
+//   StartReporter REPORT-FILE [read] [write=BYTES] [wait=EVENT-NAME] [any other argument]...
+// The report is UTF-8, one fact a line. The file gets its name when it is complete.
 #include <windows.h>
 
 #include <cwchar>
@@ -31,31 +31,29 @@ std::string Kind(DWORD standardHandle) {
   }
 }
 
-// What the first read of the standard input gives.
 std::string ReadInput() {
   char byte = 0;
   DWORD size = 0;
   if (!ReadFile(GetStdHandle(STD_INPUT_HANDLE), &byte, 1, &size, nullptr)) {
-    return "refused " + std::to_string(GetLastError());
+    return "failed " + std::to_string(GetLastError());
   }
   return size == 0 ? "end" : "data";
 }
 
-// Writes to the standard output until all is written or refused. How it ended.
 std::string WriteOutput(DWORD bytes) {
   const std::string block(4'096, '.');
   for (DWORD left = bytes; left > 0;) {
     DWORD written = 0;
     const DWORD size = left < block.size() ? left : static_cast<DWORD>(block.size());
     if (!WriteFile(GetStdHandle(STD_OUTPUT_HANDLE), block.data(), size, &written, nullptr)) {
-      return "refused " + std::to_string(GetLastError());
+      return "failed " + std::to_string(GetLastError());
     }
     left -= written;
   }
-  return "taken";
+  return "complete";
 }
 
-// The moment at which this process was created, in seconds since 1970, UTC.
+// When this process was created, in seconds since 1970, UTC.
 std::string Created() {
   FILETIME created = {}, unused = {};
   GetProcessTimes(GetCurrentProcess(), &created, &unused, &unused, &unused);
@@ -91,7 +89,7 @@ std::string Report(int argumentCount, wchar_t** arguments) {
   return report;
 }
 
-bool WriteWhole(const std::wstring& path, const std::string& bytes) {
+bool WriteFileTo(const std::wstring& path, const std::string& bytes) {
   const auto file = tellurvane::OwnedFile(
       CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
   if (!file) return false;
@@ -107,6 +105,6 @@ int wmain(int argumentCount, wchar_t** arguments) {
   const std::string report = Report(argumentCount, arguments);
   const std::wstring path = arguments[1];
   const std::wstring unfinished = path + L".unfinished";
-  if (!WriteWhole(unfinished, report)) return 1;
+  if (!WriteFileTo(unfinished, report)) return 1;
   return MoveFileW(unfinished.c_str(), path.c_str()) ? 0 : 1;
 }
