@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -40,24 +39,6 @@ bool IsRegistered(const std::wstring& windowClass) {
   return GetClassInfoExW(GetModuleHandleW(nullptr), windowClass.c_str(), &definition) != 0;
 }
 
-// Does something in the place of the window's own handling of a message.
-void WhenSent(HWND window, UINT message, const std::function<void()>& act) {
-  struct Handler {
-    UINT message;
-    std::function<void()> act;
-  };
-  static Handler handler;
-  handler = {message, act};
-  SetWindowSubclass(
-      window,
-      [](HWND sent, UINT number, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) -> LRESULT {
-        if (number != handler.message) return DefSubclassProc(sent, number, wParam, lParam);
-        handler.act();
-        return 0;
-      },
-      1, 0);
-}
-
 class NoteStackTest : public testing::Test {
  protected:
   GdiPlusSession gdiPlus;
@@ -66,9 +47,7 @@ class NoteStackTest : public testing::Test {
 };
 
 TEST_F(NoteStackTest, ShowsNotesNineHundredTwipsApart) {
-  for (size_t i = 0; i < 5; ++i) {
-    stack.Show(L"第 " + std::to_wstring(i), L"09:05:07");
-  }
+  for (int i = 0; i < 5; ++i) stack.Show(L"喝水", L"09:05:07");
   const std::vector<HWND> notes = NotesOnScreen();
   ASSERT_EQ(notes.size(), 5U);
   for (size_t i = 1; i < notes.size(); ++i) {
@@ -107,7 +86,7 @@ TEST_F(NoteStackTest, FreesAClosedNoteWhenTheNextIsShown) {
       stack.Show(L"c", L"d");
     };
     if (isDragged) {
-      WhenSent(note, WM_NCLBUTTONDOWN, closeAndShow);
+      const CaughtMessage move(note, WM_NCLBUTTONDOWN, closeAndShow);
       SendMouse(note, WM_LBUTTONDOWN, 50, 50, MK_LBUTTON);
     } else {
       closeAndShow();
@@ -149,6 +128,7 @@ TEST_F(NoteStackTest, LeaksNothing) {
               stack.Show(L"一\\r\\n二", L"09:05:07");
               stack.Show(L"三", L"09:05:07");
               for (const HWND note : NotesOnScreen()) {
+                SendMouse(InsideOf(note, L"TellurvanePictureBox").at(0), WM_MOUSEMOVE, 8, 8);
                 SendMouse(note, WM_LBUTTONDBLCLK, 50, 50, MK_LBUTTON);
               }
             }),

@@ -73,10 +73,11 @@ struct FadeLog {
   }
 };
 
-// Catches one message of a window before the window sees it.
+// Takes one message from a window. `act` runs in the place of the window's own handling.
 class CaughtMessage {
  public:
-  CaughtMessage(HWND window, UINT message) : window_(window), message_(message) {
+  CaughtMessage(HWND window, UINT message, std::function<void()> act = {})
+      : window_(window), message_(message), act_(std::move(act)) {
     SetWindowSubclass(window, Procedure, 1, reinterpret_cast<DWORD_PTR>(this));
   }
   CaughtMessage(const CaughtMessage&) = delete;
@@ -92,11 +93,13 @@ class CaughtMessage {
     auto& self = *reinterpret_cast<CaughtMessage*>(object);
     if (message != self.message_) return DefSubclassProc(window, message, wParam, lParam);
     self.taken_.push_back(wParam);
+    if (self.act_) self.act_();
     return 0;
   }
 
   HWND window_;
   UINT message_;
+  std::function<void()> act_;
   std::vector<WPARAM> taken_;
 };
 
