@@ -138,27 +138,8 @@ TEST_F(FrmTimeTest, ARightPressAnywhereOpensTheTrayMenu) {
 
 TEST_F(FrmTimeTest, IsPulledBackWhenTheMouseMovesOverIt) {
   ShowAt(kMorning);
-  const RECT outer = OnScreen(clock->hwnd());
-  const auto right = static_cast<int>(GetSystemMetrics(SM_CXSCREEN) - (outer.right - outer.left));
-  const auto bottom = static_cast<int>(GetSystemMetrics(SM_CYSCREEN) - (outer.bottom - outer.top));
-  struct Row {
-    int x;
-    int y;
-    LONG left;
-    LONG top;
-  };
-  std::vector<HWND> windows = {clock->hwnd()};
-  for (const Box box : kAllBoxes) windows.push_back(BoxWindow(box));
-  for (const HWND window : windows) {
-    for (const Row& row : {Row{-30, 50, 0, 50}, Row{50, -30, 50, 0}, Row{right + 30, 50, right, 50},
-                           Row{50, bottom + 30, 50, bottom}, Row{70, 80, 70, 80}}) {
-      SetWindowPos(clock->hwnd(), nullptr, row.x, row.y, 0, 0,
-                   SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-      SendMouse(window, WM_MOUSEMOVE, 5, 5);
-      EXPECT_EQ(OnScreen(clock->hwnd()).left, row.left) << row.x << ", " << row.y;
-      EXPECT_EQ(OnScreen(clock->hwnd()).top, row.top) << row.x << ", " << row.y;
-    }
-  }
+  ExpectPulledInside(clock->hwnd(), clock->hwnd());
+  for (const Box box : kAllBoxes) ExpectPulledInside(clock->hwnd(), BoxWindow(box));
 }
 
 TEST_F(FrmTimeTest, IsShownInsideTheScreen) {

@@ -242,16 +242,6 @@ TEST_F(FrmMainTest, ContinuousPlayRunsTheSelectedTaskAndOthersFallDueMeanwhile) 
   EXPECT_GT(std::ranges::count(Taken(), L"url " + song), 1);
 }
 
-TEST_F(FrmMainTest, DoesNotPlayAMissingFileAndRecordsTheRun) {
-  Tasks({{kLocalMusic, folder.File(L"missing.mp3")}});
-  Open();
-  Taken();
-  Select(0);
-  window->RunSelectedTask();
-  EXPECT_THAT(Taken(), testing::Not(Contains(L"play")));
-  EXPECT_NE(general->tasks[0].LastRun, 0);
-}
-
 TEST_F(FrmMainTest, LeavesInOrder) {
   Tasks({{kReminderNote, L"a"}});
   Open();

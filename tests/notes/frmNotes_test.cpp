@@ -273,24 +273,7 @@ TEST_F(frmNotesTest, ALeftPressHandsTheWindowToTheSystemsMove) {
 
 TEST_F(frmNotesTest, IsPulledBackWhenTheMouseMovesOverIt) {
   Show();
-  const int right = GetSystemMetrics(SM_CXSCREEN) - PixelsFromTwips(note->Width());
-  const int bottom = GetSystemMetrics(SM_CYSCREEN) - PixelsFromTwips(note->Height());
-  struct Row {
-    int x;
-    int y;
-    LONG left;
-    LONG top;
-  };
-  for (const Row& row : {Row{-30, 50, 0, 50}, Row{50, -30, 50, 0}, Row{right + 30, 50, right, 50},
-                         Row{50, bottom + 30, 50, bottom}, Row{-1, bottom + 1, 0, bottom},
-                         Row{right, bottom, right, bottom}, Row{70, 80, 70, 80}}) {
-    SetWindowPos(note->hwnd(), nullptr, row.x, row.y, 0, 0,
-                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-    SendMouse(note->hwnd(), WM_MOUSEMOVE, 100, 60);
-    const RECT place = OnScreen(note->hwnd());
-    EXPECT_EQ(place.left, row.left) << row.x << ", " << row.y;
-    EXPECT_EQ(place.top, row.top) << row.x << ", " << row.y;
-  }
+  ExpectPulledInside(note->hwnd(), note->hwnd());
 }
 
 }  // namespace

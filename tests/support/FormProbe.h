@@ -1,9 +1,10 @@
-// A look into a form from outside: its picture, its opacity, the messages that it is sent.
+// A form seen from outside: its picture, its opacity, its messages.
 #pragma once
 
 #include <windows.h>
 
 #include <commctrl.h>
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <functional>
@@ -55,7 +56,31 @@ inline int OpacityOf(HWND window) {
   return flags == LWA_ALPHA ? opacity : -1;
 }
 
-// Stands for the waiting between the steps of a fade, and writes down what the window was then.
+// Moves the window past each edge of the screen, and then the mouse over `target`: the window must
+// come back inside.
+inline void ExpectPulledInside(HWND window, HWND target) {
+  const RECT outer = OnScreen(window);
+  const LONG right = GetSystemMetrics(SM_CXSCREEN) - (outer.right - outer.left);
+  const LONG bottom = GetSystemMetrics(SM_CYSCREEN) - (outer.bottom - outer.top);
+  const struct {
+    LONG x, y, left, top;
+  } rows[] = {{-30, 50, 0, 50},
+              {50, -30, 50, 0},
+              {right + 30, 50, right, 50},
+              {50, bottom + 30, 50, bottom},
+              {-1, bottom + 1, 0, bottom},
+              {right, bottom, right, bottom},
+              {70, 80, 70, 80}};
+  for (const auto& [x, y, left, top] : rows) {
+    SetWindowPos(window, nullptr, static_cast<int>(x), static_cast<int>(y), 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    SendMessageW(target, WM_MOUSEMOVE, 0, MAKELPARAM(5, 5));
+    EXPECT_EQ(OnScreen(window).left, left) << x << ", " << y;
+    EXPECT_EQ(OnScreen(window).top, top) << x << ", " << y;
+  }
+}
+
+// Replaces the pauses of a fade and stores the window's opacity at each.
 struct FadeLog {
   HWND window = nullptr;
   std::vector<int> opacities;
