@@ -2,7 +2,6 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <utility>
 
 namespace tellurvane {
@@ -13,25 +12,5 @@ template <typename... Parameters, typename... Arguments>
 void Raise(const std::function<void(Parameters...)>& event, Arguments&&... arguments) {
   if (const auto call = event) call(std::forward<Arguments>(arguments)...);
 }
-
-// A member that tells, after an event, whether the object is still there:
-//   const auto isGone = lifetime_.Watch();
-//   Raise(Click);
-//   if (isGone()) return;
-class Lifetime {
- public:
-  Lifetime() = default;
-  Lifetime(const Lifetime&) = delete;
-  Lifetime& operator=(const Lifetime&) = delete;
-  ~Lifetime() = default;
-
-  auto Watch() const {
-    return [mark = std::weak_ptr<Mark>(mark_)] { return mark.expired(); };
-  }
-
- private:
-  struct Mark {};
-  std::shared_ptr<Mark> mark_ = std::make_shared<Mark>();
-};
 
 }  // namespace tellurvane
