@@ -187,6 +187,8 @@ TEST_F(ListEventTest, EnterActivatesTheSelectedRowOrGoesToTheForm) {
 }
 
 TEST_F(ListEventTest, MouseEventsHaveButtonAndPositionAndOneUpForEachDown) {
+  SetCursorPos(700, 700);  // the real pointer would move over the list
+  Pump();
   ListenToTheMouseOnly();
   PostMouse(WM_MOUSEMOVE, {60, 190}, MK_LBUTTON | MK_MBUTTON);
   PostMouse(WM_LBUTTONDOWN, {61, 191}, MK_LBUTTON);

@@ -211,11 +211,11 @@ class NotifyIconOnScreenTest : public NotifyIconTest {
 };
 
 TEST_F(NotifyIconOnScreenTest, ReportsRealClicks) {
-  EXPECT_TRUE(PointAtIconUntil([&] { return !events.empty(); },
+  EXPECT_TRUE(PointAtIconUntil([&] { return events == "L"; },
                                [] { ClickWith(MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP); }));
-  EXPECT_EQ(events, "L");
-  ClickWith(MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP);
-  EXPECT_TRUE(PumpUntil([&] { return events == "LR"; })) << events;
+  EXPECT_TRUE(PointAtIconUntil([&] { return events == "LR"; },
+                               [] { ClickWith(MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP); }))
+      << events;
 }
 
 TEST_F(NotifyIconOnScreenTest, ShowsItsLatestTip) {
