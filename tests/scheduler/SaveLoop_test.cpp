@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <cstdio>
 #include <cstdlib>
 #include <cwchar>
 #include <deque>
@@ -270,7 +269,6 @@ TEST_F(SaveLoopTest, KillsAtRandomMomentsLoseNothing) {
   Reader reader(path_);
   std::mt19937_64 random(std::random_device{}());
   std::uniform_real_distribution<double> life(0, kLongestLifeMilliseconds);
-  std::map<SaveStep, int> killedAt;
   for (int kill = 0; kill < randomKills && !testing::Test::HasFailure(); ++kill) {
     SCOPED_TRACE(kill);
     SaveLoop loop = NextLoop();
@@ -281,7 +279,6 @@ TEST_F(SaveLoopTest, KillsAtRandomMomentsLoseNothing) {
     ASSERT_TRUE(BecomesTrue([&] { return reader.Looks() > looks; }));
     SpinFor(life(random));
     loop.Kill();
-    ++killedAt[share_->step];
     const Sight sight = Look(path_);
     EXPECT_EQ(sight.kind, Sight::kWhole);
     EXPECT_GE(sight.generation, share_->acknowledged) << "a save that returned is lost";
@@ -295,12 +292,6 @@ TEST_F(SaveLoopTest, KillsAtRandomMomentsLoseNothing) {
   EXPECT_EQ(reader.seen[Sight::kRefused], 0);
   EXPECT_EQ(reader.backward, 0);
   EXPECT_GE(reader.seen[Sight::kWhole], randomKills);
-  std::printf("%d kills, %u saves, %d whole reads\n", randomKills, saved_,
-              reader.seen[Sight::kWhole]);
-  for (const auto& [step, count] : killedAt) {
-    std::printf("%5d where the next step was: %s\n", count,
-                kSaveStepNames[static_cast<size_t>(step)]);
-  }
 }
 
 }  // namespace

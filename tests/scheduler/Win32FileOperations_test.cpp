@@ -33,7 +33,7 @@ class Win32FileOperationsTest : public testing::Test {
     return path;
   }
 
-  // Holds the file until an operation has been refused so many times and waits to be tried again.
+  // Holds the file until an operation has failed this often and waits to be tried again.
   void HoldThroughRefusals(int refusals, const std::wstring& path, DWORD sharing) {
     held_ = Hold(path, sharing);
     refusalsUntilRelease_ = refusals;
@@ -59,18 +59,6 @@ TEST_F(Win32FileOperationsTest, MovesOverAFileOrToANewName) {
   EXPECT_TRUE(files_.MoveOver(to, folder_.File(L"third")));
   EXPECT_EQ(ReadBytes(folder_.File(L"third")), "new");
   EXPECT_EQ(folder_.Count(), 1U);
-}
-
-TEST_F(Win32FileOperationsTest, MovingWhatIsNotThereLeavesTheTarget) {
-  const std::wstring to = Put(L"to", "old");
-  EXPECT_FALSE(files_.MoveOver(folder_.File(L"from"), to));
-  EXPECT_EQ(ReadBytes(to), "old");
-}
-
-TEST_F(Win32FileOperationsTest, NobodyIsWaitedForWhoHoldsNothing) {
-  EXPECT_FALSE(files_.MoveOver(folder_.File(L"none"), folder_.File(L"to")));
-  EXPECT_EQ(files_.OpenForReading(folder_.File(L"none")), OpenOutcome::kMissing);
-  EXPECT_EQ(pauses_, 0);
 }
 
 TEST_F(Win32FileOperationsTest, CopiesToANewNameOnly) {
@@ -182,24 +170,16 @@ TEST_F(Win32FileOperationsTest, WaitsForAHeldFileAndAfterOneWaitInVainTriesOnce)
   EXPECT_EQ(ReadBytes(path), "new");
 }
 
-TEST_F(Win32FileOperationsTest, SaysWhatCannotBeCreated) {
+TEST_F(Win32FileOperationsTest, SaysWhatCannotBeCreatedOrMoved) {
   EXPECT_FALSE(files_.CreateForWriting(folder_.Path()));
   EXPECT_FALSE(files_.CreateForWriting(folder_.File(L"none\\file")));
   const std::wstring path = Put(L"file", "bytes");
+  pauses_ = 0;
+  EXPECT_FALSE(files_.MoveOver(folder_.File(L"none"), path));
+  EXPECT_EQ(pauses_, 0) << "no file is held";
   const UniqueKernelHandle held = Hold(path, FILE_SHARE_READ);
   EXPECT_FALSE(files_.CreateForWriting(path));
   EXPECT_EQ(ReadBytes(path), "bytes");
-}
-
-TEST_F(Win32FileOperationsTest, WithoutAnOpenFileEverythingFailsHarmlessly) {
-  char buffer[1] = {};
-  EXPECT_EQ(files_.SizeOfReading(), std::nullopt);
-  EXPECT_EQ(files_.Read(buffer, 1), std::nullopt);
-  EXPECT_EQ(files_.Write("a"), std::nullopt);
-  EXPECT_FALSE(files_.Flush());
-  files_.CloseReading();
-  EXPECT_TRUE(files_.CloseWriting());
-  files_.Remove(folder_.File(L"none"));
 }
 
 }  // namespace
