@@ -37,8 +37,6 @@ bool TaskListFile::Load(TaskList& tasks) {
   tasks.clear();
   isUnread_ = false;
   TaskListReading reading = Read();
-  // An unread file is loaded each second: it is not copied each time to be replaced in vain.
-  if (isUnread_ && replaceFailed_) return false;
   backupOwed_ = reading.hasLoss;
   tasks = std::move(reading.tasks);
   // When the rewrite fails, the next save makes up for it.
@@ -60,12 +58,10 @@ bool TaskListFile::Write(std::span<const TaskRecord> tasks) {
   if (backupOwed_ && !KeepBackup(backup)) return false;
   if (WriteBeside(bytes) && files_.MoveOver(temporaryPath_, path_)) {
     backupOwed_ = false;
-    replaceFailed_ = false;
     return true;
   }
-  replaceFailed_ = true;
   files_.Remove(temporaryPath_);
-  // The file itself is still whole. A copy for each attempt would only pile up.
+  // The file still stands whole: a copy for each attempt would only pile up.
   if (!backup.empty()) files_.Remove(backup);
   return false;
 }

@@ -61,7 +61,6 @@ class TaskListFile {
   Clock clock_;
   bool backupOwed_ = false;
   bool isUnread_ = false;
-  bool replaceFailed_ = false;  // by the last save or load
 };
 
 }  // namespace tellurvane

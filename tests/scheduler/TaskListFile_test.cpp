@@ -165,26 +165,6 @@ TEST(TaskListFileTest, WritesNothingOverTheFileWhenNoNameForABackupIsFree) {
   EXPECT_EQ(list.files.files.at(L"JobList.dbs.20110214-130000.bak").bytes, lossy);
 }
 
-TEST(TaskListFileTest, CopiesAFileThatCannotBeReplacedOnlyOnce) {
-  const std::string bytes = Utf16Bytes(Line(L"a"));
-  TaskListFixture list(bytes);
-  list.files.refusedToRead.insert(kListPath);
-  list.files.SetFaults({.first = 6});
-  TaskList tasks;
-  EXPECT_FALSE(list.file.Load(tasks));
-  EXPECT_EQ(list.files.Operations(),
-            (std::vector<std::string>{"open", "copy", "create", "write", "flush", "close", "move!",
-                                      "remove", "remove"}));
-  list.files.SetFaults({});
-  EXPECT_FALSE(list.file.Load(tasks));
-  EXPECT_EQ(list.files.Operations(), std::vector<std::string>{"open"});
-  EXPECT_TRUE(list.file.IsUnread());
-  list.files.refusedToRead.clear();
-  EXPECT_TRUE(list.file.Load(tasks));
-  EXPECT_EQ(list.Bytes(), bytes);
-  EXPECT_TRUE(list.Backups().empty());
-}
-
 TEST(TaskListFileTest, LeavesAFileAloneThatCanNeitherBeOpenedNorCopied) {
   const std::string bytes = Utf16Bytes(Line(L"a"));
   TaskListFixture list(bytes);
