@@ -12,11 +12,6 @@
 namespace tellurvane {
 namespace {
 
-// A user whose own format reads no year of two digits, so that the others are asked.
-DateFormat FormatWithoutShortYears() {
-  return {.amDesignator = {}, .pmDesignator = {}, .twoDigitYearMax = 99};
-}
-
 // A system reader that answers one thing and remembers what it was asked.
 struct FakeSystem {
   std::optional<DateSerial> answer;
@@ -64,16 +59,16 @@ TEST(DateReaderTest, ReadsForeignTextsThatOnlyOneFormatCanMean) {
       {L"11/11/11", At(2011, 11, 11)},
       {L"31/12/2011", std::nullopt},  // no format of these has the day in front
       {L"오후 3:20:05", std::nullopt},
+      // The formats disagree.
+      {L"10/2/11", std::nullopt},
+      {L"10/2/11 15:20:05", std::nullopt},
+      {L"1/2/3", std::nullopt},
+      {L"12-11-10", std::nullopt},
   };
-  const DateReader reader(FormatWithoutShortYears(), nullptr);
+  // A user whose own format reads no year of two digits, so that the others are asked.
+  const DateFormat format = {.amDesignator = {}, .pmDesignator = {}, .twoDigitYearMax = 99};
+  const DateReader reader(format, nullptr);
   for (const auto& row : rows) EXPECT_EQ(reader.Read(row.text), row.expected) << row.text;
-}
-
-TEST(DateReaderTest, RefusesForeignTextsOnWhichTheFormatsDisagree) {
-  const DateReader reader(FormatWithoutShortYears(), nullptr);
-  for (const wchar_t* const text : {L"10/2/11", L"10/2/11 15:20:05", L"1/2/3", L"12-11-10"}) {
-    EXPECT_EQ(reader.Read(text), std::nullopt) << text;
-  }
   // A user's own format settles it.
   EXPECT_EQ(HostDateReader(ZhTw()).Read(L"10/2/11"), At(2010, 2, 11));
   EXPECT_EQ(HostDateReader(EnUs()).Read(L"10/2/11"), At(2011, 10, 2));
@@ -85,8 +80,6 @@ TEST(DateReaderTest, ReadsSerials) {
     std::optional<DateSerial> expected;
   } rows[] = {
       {L"40588.5", At(2011, 2, 14, 12)},
-      {L" 40588.5 ", At(2011, 2, 14, 12)},
-      {L"40588", At(2011, 2, 14)},
       {L"0", 0},
       {L"-1.5", At(1899, 12, 29, 12)},
       {L"4.05885E4", At(2011, 2, 14, 12)},

@@ -2,28 +2,22 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
 #include <vector>
 
 namespace tellurvane {
 namespace {
 
 TEST(TrimBlanksTest, TakesBlanksOffBothEndsAndNothingElse) {
-  const struct {
-    const wchar_t* text;
-    const wchar_t* expected;
-  } rows[] = {
+  const std::pair<const wchar_t*, const wchar_t*> rows[] = {
       {L"", L""},
       {L"   ", L""},
       {L"name", L"name"},
-      {L"  name ", L"name"},
       {L" two words ", L"two words"},
       {L"\tname\t", L"\tname\t"},
       {L" \r\n ", L"\r\n"},
-      {L"\u3000name\u00A0", L"\u3000name\u00A0"},
-  };
-  for (const auto& row : rows) {
-    EXPECT_EQ(TrimBlanks(row.text), row.expected) << row.text;
-  }
+      {L"\u3000name\u00A0", L"\u3000name\u00A0"}};
+  for (const auto& [text, expected] : rows) EXPECT_EQ(TrimBlanks(text), expected) << text;
 }
 
 TEST(DigitsAtFrontTest, EndWithTheFirstUnitThatIsNoDigit) {
