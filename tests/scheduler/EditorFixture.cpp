@@ -11,29 +11,6 @@
 #include "tests/support/FormProbe.h"
 
 namespace tellurvane {
-namespace {
-
-HWND OwnedBy(HWND owner) {
-  struct Search {
-    HWND owner;
-    HWND found;
-  } search = {owner, nullptr};
-  EnumThreadWindows(
-      GetCurrentThreadId(),
-      [](HWND candidate, LPARAM parameter) -> BOOL {
-        auto& wanted = *reinterpret_cast<Search*>(parameter);
-        if (GetWindow(candidate, GW_OWNER) != wanted.owner || !IsWindowVisible(candidate)) {
-          return TRUE;
-        }
-        wanted.found = candidate;
-        return FALSE;
-      },
-      reinterpret_cast<LPARAM>(&search));
-  return search.found;
-}
-
-}  // namespace
-
 TaskRecord EditorFixture::Task(const std::wstring& name, std::int32_t mediaType,
                                const std::wstring& source) {
   TaskRecord task;
@@ -75,8 +52,16 @@ EditorServices EditorFixture::Services() {
 }
 
 void EditorFixture::Play(std::optional<size_t> element, const std::function<void()>& user) {
-  auto form = std::make_unique<ActingForm>();
-  form->ActLater([&] {
+  ActingForm form;
+  owner = &form;
+  FrmSet editor(
+      tasks,
+      {.clock = [this] { return now; },
+       .pathExists = [this](const std::wstring&) { return doPathsExist; },
+       .isSameName = EqualsIgnoringCase},
+      [this] { ++saves; }, Services());
+  form.ActLater([&] {
+    window = editor.hwnd();
     FindControls();
     Pump();
     if (!HasFatalFailure()) user();
@@ -84,17 +69,9 @@ void EditorFixture::Play(std::optional<size_t> element, const std::function<void
     // A broken editor would be waited for in vain.
     if (IsOpen()) DestroyWindow(window);
   });
-  const HWND owning = form->hwnd();
-  owner = std::move(form);
-  FrmSet editor(
-      tasks,
-      {.clock = [this] { return now; },
-       .pathExists = [this](const std::wstring&) { return doPathsExist; },
-       .isSameName = EqualsIgnoringCase},
-      [this] { ++saves; }, Services());
-  editor.Open(owning, element);
-  EXPECT_TRUE(IsWindowEnabled(owning)) << "the owner can be used again";
-  owner.reset();
+  editor.Open(form.hwnd(), element);
+  EXPECT_TRUE(IsWindowEnabled(form.hwnd())) << "the owner can be used again";
+  owner = nullptr;
 }
 
 void EditorFixture::Browse(size_t row, const std::function<void()>& user) {
@@ -105,8 +82,7 @@ void EditorFixture::Browse(size_t row, const std::function<void()>& user) {
 }
 
 void EditorFixture::FindControls() {
-  window = OwnedBy(owner->hwnd());
-  ASSERT_NE(window, nullptr) << "the editor is not open";
+  ASSERT_TRUE(IsWindowVisible(window)) << "the editor is not open";
   const auto pair = [this](const wchar_t* windowClass, HWND& first, HWND& second) {
     const auto found = InsideOf(window, windowClass);
     ASSERT_EQ(found.size(), 2U) << "two of a kind";
@@ -189,14 +165,6 @@ std::vector<std::wstring> EditorFixture::Captions(const std::vector<HWND>& contr
   std::vector<std::wstring> captions;
   for (const HWND control : controls) captions.push_back(WindowText(control));
   return captions;
-}
-
-std::vector<std::wstring> EditorFixture::ButtonCaptions() const {
-  return Captions(InsideOf(window, L"Button"));
-}
-
-std::vector<std::wstring> EditorFixture::LabelCaptions() const {
-  return Captions(LabelsOf(window));
 }
 
 }  // namespace tellurvane

@@ -4,7 +4,6 @@
 #include <gmock/gmock.h>
 
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -35,8 +34,6 @@ class EditorFixture : public testing::Test {
   void Browse(size_t row, const std::function<void()>& user);
 
   bool IsOpen() const { return IsWindow(window) != FALSE; }
-  // The names of the controls that can be used, in the order of the screen.
-  std::string Usable() const { return UsableAmong(Controls(), window); }
   // Those of the text boxes that can be typed into.
   std::string Writable() const;
   // The name of the control that has the keyboard.
@@ -58,8 +55,7 @@ class EditorFixture : public testing::Test {
   std::vector<std::wstring> Rows() const;
   static std::vector<std::wstring> Entries(HWND comboBox) { return EntriesOf(comboBox); }
   static int Entry(HWND comboBox) { return ChosenEntry(comboBox); }
-  std::vector<std::wstring> ButtonCaptions() const;
-  std::vector<std::wstring> LabelCaptions() const;
+  static std::vector<std::wstring> Captions(const std::vector<HWND>& controls);
 
   TaskList tasks;
   DateSerial now = At(2011, 2, 14, 12);
@@ -71,7 +67,7 @@ class EditorFixture : public testing::Test {
   std::optional<std::wstring> offered;
   std::function<void()> whileBrowsing;  // while the open-file dialog would be open
 
-  std::unique_ptr<TestForm> owner;
+  TestForm* owner = nullptr;
   HWND window = nullptr;
   HWND list = nullptr;
   HWND cmdNew = nullptr;
@@ -95,7 +91,6 @@ class EditorFixture : public testing::Test {
 
  private:
   std::vector<NamedControl> Controls() const;
-  static std::vector<std::wstring> Captions(const std::vector<HWND>& controls);
   EditorServices Services();
   void FindControls();
 };
