@@ -133,25 +133,22 @@ TEST(FailingCallsTest, OnlyWhatIsKnownNotToBeThereIsAMissingList) {
   const std::wstring list = folder.File(L"JobList.dbs");
   WriteBytes(list, "bytes");
   Win32FileOperations files([](unsigned) {});
-  for (const DWORD error : {ERROR_PATH_NOT_FOUND, ERROR_ACCESS_DENIED, ERROR_SHARING_VIOLATION,
-                            ERROR_NOT_READY, ERROR_BAD_NETPATH, ERROR_IO_DEVICE, ERROR_CRC}) {
+  for (const DWORD error :
+       {ERROR_FILE_NOT_FOUND, ERROR_PATH_NOT_FOUND, ERROR_ACCESS_DENIED, ERROR_SHARING_VIOLATION,
+        ERROR_NOT_READY, ERROR_BAD_NETPATH, ERROR_IO_DEVICE, ERROR_CRC}) {
+    const bool isMissing = error == ERROR_FILE_NOT_FOUND;
     FailingImport open({"CreateFileW", static_cast<std::uint64_t>(-1), error});
     open.Fail(1, INT_MAX);
-    EXPECT_EQ(files.OpenForReading(list), OpenOutcome::kRefused) << error;
+    EXPECT_EQ(files.OpenForReading(list), isMissing ? OpenOutcome::kMissing : OpenOutcome::kRefused)
+        << error;
     FailingImport copy({"CopyFileW", 0, ERROR_PATH_NOT_FOUND});
     FailingImport look({"GetFileAttributesW", INVALID_FILE_ATTRIBUTES, error});
     copy.Fail(1, INT_MAX);
     look.Fail(1, INT_MAX);
-    EXPECT_EQ(files.CopyToNew(list, folder.File(L"to")), CopyOutcome::kFailed) << error;
+    EXPECT_EQ(files.CopyToNew(list, folder.File(L"to")),
+              isMissing ? CopyOutcome::kSourceMissing : CopyOutcome::kFailed)
+        << error;
   }
-  FailingImport open({"CreateFileW", static_cast<std::uint64_t>(-1), ERROR_FILE_NOT_FOUND});
-  open.Fail(1, INT_MAX);
-  EXPECT_EQ(files.OpenForReading(list), OpenOutcome::kMissing);
-  FailingImport copy({"CopyFileW", 0, ERROR_PATH_NOT_FOUND});
-  FailingImport look({"GetFileAttributesW", INVALID_FILE_ATTRIBUTES, ERROR_FILE_NOT_FOUND});
-  copy.Fail(1, INT_MAX);
-  look.Fail(1, INT_MAX);
-  EXPECT_EQ(files.CopyToNew(list, folder.File(L"to")), CopyOutcome::kSourceMissing);
 }
 
 }  // namespace

@@ -15,56 +15,21 @@
 namespace tellurvane {
 namespace {
 
-template <typename Call>
-auto Unlimited(Call call) {
-  const AllocationPause pause;
-  return call();
-}
-
-// The allocations of the file operations do not fail. Counts the open files.
-class UnlimitedFiles : public FileOperations {
+// As on the disk, a write that has begun takes no memory.
+class Files : public MemoryFiles {
  public:
-  explicit UnlimitedFiles(FileOperations& files) : files_(files) {}
-
-  OpenOutcome OpenForReading(const std::wstring& path) override {
-    const OpenOutcome outcome = Unlimited([&] { return files_.OpenForReading(path); });
-    if (outcome == OpenOutcome::kOpened) ++opened;
-    return outcome;
-  }
-  std::optional<std::uint64_t> SizeOfReading() override { return files_.SizeOfReading(); }
-  std::optional<size_t> Read(char* buffer, size_t size) override {
-    return Unlimited([&] { return files_.Read(buffer, size); });
-  }
-  void CloseReading() override {
-    files_.CloseReading();
-    --opened;
-  }
-  bool CreateForWriting(const std::wstring& path) override {
-    return Unlimited([&] { return files_.CreateForWriting(path); });
-  }
   std::optional<size_t> Write(std::string_view bytes) override {
-    return Unlimited([&] { return files_.Write(bytes); });
+    const AllocationPause pause;
+    return MemoryFiles::Write(bytes);
   }
   bool Flush() override {
-    return Unlimited([&] { return files_.Flush(); });
+    const AllocationPause pause;
+    return MemoryFiles::Flush();
   }
   bool CloseWriting() override {
-    return Unlimited([&] { return files_.CloseWriting(); });
+    const AllocationPause pause;
+    return MemoryFiles::CloseWriting();
   }
-  bool MoveOver(const std::wstring& from, const std::wstring& to) override {
-    return Unlimited([&] { return files_.MoveOver(from, to); });
-  }
-  CopyOutcome CopyToNew(const std::wstring& from, const std::wstring& to) override {
-    return Unlimited([&] { return files_.CopyToNew(from, to); });
-  }
-  void Remove(const std::wstring& path) override {
-    Unlimited([&] { files_.Remove(path); });
-  }
-
-  int opened = 0;
-
- private:
-  FileOperations& files_;
 };
 
 std::string List(const std::wstring& names) {
@@ -104,26 +69,27 @@ TEST(ListOutOfMemoryTest, LeavesTheOldListOrTheNewOne) {
   };
   for (const auto& scenario : scenarios) {
     SCOPED_TRACE(scenario.name);
-    std::unique_ptr<TaskListFixture> list;
-    std::unique_ptr<UnlimitedFiles> files;
+    TaskListFixture fixture;
+    std::unique_ptr<Files> files;
     std::unique_ptr<TaskListFile> file;
     TaskList tasks;
     const auto prepare = [&] {
-      list = std::make_unique<TaskListFixture>(scenario.before);
-      files = std::make_unique<UnlimitedFiles>(list->files);
-      file = std::make_unique<TaskListFile>(*files, kListPath, list->Dialect(),
-                                            [&] { return list->now; });
+      files = std::make_unique<Files>();
+      files->files[kListPath].bytes = scenario.before;
+      file = std::make_unique<TaskListFile>(*files, kListPath, fixture.Dialect(),
+                                            [&] { return fixture.now; });
       tasks = {Reminder(std::wstring(40, L'n'), L"source")};
     };
     const auto act = [&] { scenario.isLoad ? file->Load(tasks) : file->Save(tasks); };
     const auto look = [&] {
-      const std::string bytes = list->Bytes();
+      const std::string bytes = files->files.at(kListPath).bytes;
       EXPECT_TRUE(bytes == scenario.before || bytes == scenario.after) << bytes.size();
-      EXPECT_EQ(files->opened, 0) << "the list stays open and cannot be replaced";
+      EXPECT_TRUE(files->MoveOver(kListPath, L"aside") && files->MoveOver(L"aside", kListPath))
+          << "the list stays open and cannot be replaced";
       // With memory again everything goes on.
       EXPECT_TRUE(file->Load(tasks));
       EXPECT_TRUE(file->Save(tasks));
-      EXPECT_EQ(list->files.files.count(kTemporaryPath), 0U);
+      EXPECT_EQ(files->files.count(kTemporaryPath), 0U);
     };
     EXPECT_GT(WithEachAllocationFailing(prepare, act, look), 3);
   }

@@ -27,31 +27,6 @@ TEST(TaskListFileTest, AMissingFileBecomesTheMarkAlone) {
   EXPECT_EQ(list.files.files.size(), 1U);
 }
 
-TEST(TaskListFileTest, LoadsNothingFromWhatIsNoList) {
-  const std::string one = Utf16Bytes(Line(L"a"));
-  const struct {
-    std::string bytes;
-    bool isKept;
-  } rows[] = {
-      {"", false},
-      {kMarkAlone, false},
-      {"\xFF", true},
-      {"\xFF\xFE\x41", true},
-      {one + "x", true},
-      {one.substr(0, one.size() - 1), true},
-      {Utf16Bytes(L"not a task"), true},
-      {Utf16Bytes(L"\r\n" + Line(L"a")), true},
-  };
-  for (const auto& row : rows) {
-    TaskListFixture list(row.bytes);
-    TaskList tasks = {TaskRecord()};
-    EXPECT_FALSE(list.file.Load(tasks)) << row.bytes.size();
-    EXPECT_TRUE(tasks.empty()) << row.bytes.size();
-    EXPECT_EQ(list.Bytes(), kMarkAlone) << row.bytes.size();
-    EXPECT_EQ(list.Backups(), row.isKept ? std::vector{row.bytes} : std::vector<std::string>{});
-  }
-}
-
 // In ANSI, so that the size can be odd.
 std::string ListOfSize(size_t size) {
   const std::string head = "0|30|1|3\ta\t";
@@ -111,28 +86,40 @@ TEST(TaskListFileTest, WritesBackWhatItHasReadInItsOwnWay) {
 }
 
 TEST(TaskListFileTest, KeepsABackupOfWhateverTheListDoesNotHold) {
+  const std::string one = Utf16Bytes(Line(L"a"));
   const struct {
-    std::wstring text;
+    std::string bytes;
+    size_t tasks;
     bool isKept;
   } rows[] = {
-      {Line(L"a"), false},
-      {Line(L"a") + L"\r\n\r\n", false},
-      {Line(L"a") + L"\r\n" + Line(L"lost"), true},
-      {Line(L"a") + L"malformed\r\n", true},
-      {L"0|30|1|3\ta\tb\tyesterday\t2011/2/15\r\n", true},
-      {L"0|30|1|3\ta\tb\t2011/2/13\t2011/2/15\tmore\r\n", true},
+      {"", 0, false},
+      {kMarkAlone, 0, false},
+      {"\xFF", 0, true},
+      {"\xFF\xFE\x41", 0, true},
+      {one + "x", 0, true},
+      {one.substr(0, one.size() - 1), 0, true},
+      {Utf16Bytes(L"not a task"), 0, true},
+      {Utf16Bytes(L"\r\n" + Line(L"a")), 0, true},
+      {one, 1, false},
+      {Utf16Bytes(Line(L"a") + L"\r\n\r\n"), 1, false},
+      {Utf16Bytes(Line(L"a") + L"\r\n" + Line(L"lost")), 1, true},
+      {Utf16Bytes(Line(L"a") + L"malformed\r\n"), 1, true},
+      {Utf16Bytes(L"0|30|1|3\ta\tb\tyesterday\t2011/2/15\r\n"), 1, true},
+      {Utf16Bytes(L"0|30|1|3\ta\tb\t2011/2/13\t2011/2/15\tmore\r\n"), 1, true},
   };
   for (const auto& row : rows) {
-    TaskListFixture list(Utf16Bytes(row.text));
-    TaskList tasks;
-    EXPECT_TRUE(list.file.Load(tasks)) << row.text;
-    EXPECT_EQ(tasks.size(), 1U) << row.text;
-    EXPECT_EQ(list.Backups(),
-              row.isKept ? std::vector{Utf16Bytes(row.text)} : std::vector<std::string>{});
+    SCOPED_TRACE(&row - rows);
+    TaskListFixture list(row.bytes);
+    TaskList tasks = {TaskRecord()};
+    EXPECT_EQ(list.file.Load(tasks), row.tasks > 0);
+    EXPECT_EQ(tasks.size(), row.tasks);
+    EXPECT_EQ(list.Bytes() == kMarkAlone, row.tasks == 0);
+    const auto backups = row.isKept ? std::vector{row.bytes} : std::vector<std::string>{};
+    EXPECT_EQ(list.Backups(), backups);
     // Once is enough.
-    EXPECT_TRUE(list.file.Load(tasks));
+    EXPECT_EQ(list.file.Load(tasks), row.tasks > 0);
     EXPECT_TRUE(list.file.Save(tasks));
-    EXPECT_EQ(list.Backups().size(), row.isKept ? 1U : 0U) << row.text;
+    EXPECT_EQ(list.Backups(), backups);
   }
 }
 

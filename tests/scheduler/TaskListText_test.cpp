@@ -213,29 +213,5 @@ TEST(TaskListReadingTest, MovesAPastNextRunForwardWithoutALossOrARun) {
   }
 }
 
-TEST(DecodeTaskListBytesTest, TakesUtf16BehindTheMarkAndAnsiWithoutIt) {
-  const AnsiDecoder ansi = [](std::string_view bytes) {
-    return L"ansi " + std::to_wstring(bytes.size());
-  };
-  using namespace std::string_view_literals;
-  const struct {
-    std::string_view bytes;
-    std::optional<std::wstring> expected;
-  } rows[] = {
-      {"\xFF\xFE"sv, L""},
-      {"\xFF\xFE\x2D\x4E\x00\x00\x00\xD8"sv, std::wstring(L"\x4E2D\0\xD800", 3)},
-      {"\xFF\xFE\xFF\xFE"sv, L"\xFEFF"},
-      {"\xFF\xFE\x2D"sv, std::nullopt},
-      {"\xFF\xFE\x2D\x4E\x00"sv, std::nullopt},
-      {"\xFF"sv, L"ansi 1"},
-      {"\xFE\xFF"sv, L"ansi 2"},
-      {"abc"sv, L"ansi 3"},
-  };
-  for (const auto& row : rows) {
-    const auto decoded = DecodeTaskListBytes(row.bytes, ansi);
-    EXPECT_EQ(decoded ? std::optional(decoded->text) : std::nullopt, row.expected);
-  }
-}
-
 }  // namespace
 }  // namespace tellurvane

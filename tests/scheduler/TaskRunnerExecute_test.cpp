@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <stdexcept>
-#include <utility>
 
 #include "base/FatalError.h"
 #include "scheduler/TaskRunner.h"
@@ -188,31 +187,6 @@ TEST(TaskRunnerContinuousPlayTest, PostsNothingWithoutARunOrForARunByHand) {
   fixture.on["command"] = [&] { fixture.runner.RunForContinuousPlay(0); };
   fixture.runner.RunNow(0);
   EXPECT_EQ(std::count(fixture.calls.begin(), fixture.calls.end(), "post tick"), 0);
-}
-
-// The timer ticks a second after it was switched on, unless it is switched on again before.
-TEST(TaskRunnerContinuousPlayTest, ASoundOfOneSecondKeepsNoTaskFromRunning) {
-  RunnerFixture fixture;
-  fixture.Add(kLocalMusic, L"sound", At(2011, 2, 15));
-  TaskRecord& task = fixture.Add(kReminderNote, L"drink", At(2011, 2, 14, 12, 1));
-  task.Interval = 1;
-  std::uint64_t switchedOn = fixture.elapsed;
-  bool isPosted = false;
-  int notes = 0;
-  fixture.on["timer on"] = [&] { switchedOn = fixture.elapsed; };
-  fixture.on["post tick"] = [&] { isPosted = true; };
-  fixture.on["note"] = [&] { ++notes; };
-  constexpr int kSeconds = 600;
-  for (int step = 0; step < kSeconds * 10; ++step) {
-    fixture.elapsed += 100;
-    fixture.now = At(2011, 2, 14, 12, 0, 10) + step / 10 / 86'400.0;
-    // The end is seen by a tick of its own, at the latest when the timer is about to tick.
-    if (step % 10 == 0) fixture.runner.RunForContinuousPlay(0);
-    if (std::exchange(isPosted, false) || fixture.elapsed - switchedOn >= 1'000) {
-      fixture.runner.Tick();
-    }
-  }
-  EXPECT_EQ(notes, kSeconds / 60);
 }
 
 TEST(TaskRunnerExecuteTest, RecordsTheRunOnlyOnTheSameTaskOfAListThatWasLoadedMeanwhile) {
