@@ -98,6 +98,7 @@ TEST(IsDateSerialTest, EndsWithTheYears100And9999) {
       {SerialFromSeconds(kLastSecond), true},
       {SerialFromSeconds(kLastSecond + 1), false},
       {2'958'465.999999, false},  // rounds up to the next day
+      {1e300, false},
       {kInfinity, false},
       {-kInfinity, false},
       {std::numeric_limits<double>::quiet_NaN(), false},
