@@ -2,17 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <optional>
-
-#include "tests/support/WindowTestSupport.h"
-#include "ui/MemoryContext.h"
+#include "Canvas.h"
 
 namespace tellurvane {
 namespace {
 
 const std::wstring kIconFile = L"" TELLURVANE_SOURCE_DIR "/resources/icon101.ico";
-constexpr Color kGround = Rgb(255, 0, 255);
-constexpr int kCanvas = 104;
 
 template <typename Value>
 void Append(std::string& bytes, Value value) {
@@ -34,31 +29,8 @@ std::string IconFile(const std::string& image, size_t length, size_t offset = 22
 const std::string kNoise(2'000, '\xA5');
 std::string OneIcon() { return IconFile(kNoise, kNoise.size()); }
 
-class Canvas {
- public:
-  Canvas() : picture_(MemoryContext::Create(kCanvas, kCanvas)) {
-    const RECT all = {0, 0, kCanvas, kCanvas};
-    const UniqueBrush brush(CreateSolidBrush(kGround));
-    FillRect(Dc(), &all, brush.Get());
-  }
-
-  HDC Dc() const { return picture_->Dc(); }
-
-  // How many drawn pixels are inside a square, and how many outside.
-  std::pair<int, int> InkInsideAndOutside(int x, int y, int side) const {
-    int inside = 0, outside = 0;
-    for (int row = 0; row < kCanvas; ++row) {
-      for (int column = 0; column < kCanvas; ++column) {
-        if (PixelOf(Dc(), column, row) == kGround) continue;
-        const bool isInside = column >= x && column < x + side && row >= y && row < y + side;
-        ++(isInside ? inside : outside);
-      }
-    }
-    return {inside, outside};
-  }
-
- private:
-  std::optional<MemoryContext> picture_;
+struct IconCanvas : Canvas {
+  IconCanvas() : Canvas(104, 104, Rgb(255, 0, 255)) {}
 };
 
 TEST(ClsIconTest, LoadsAFile) {
@@ -107,18 +79,18 @@ TEST(ClsIconTest, DrawsEachImageInItsOwnSizeWithItsTransparency) {
   ClsIcon icon;
   ASSERT_TRUE(icon.LoadFromFile(kIconFile));
   for (int i = 0; i < icon.Count(); ++i) {
-    const Canvas canvas;
+    const IconCanvas canvas;
     EXPECT_TRUE(icon.Draw(canvas.Dc(), 4, 4, i));
-    const auto [inside, outside] = canvas.InkInsideAndOutside(4, 4, icon.Width(i));
-    EXPECT_GT(inside, icon.Width(i) * icon.Height(i) / 5) << i;
-    EXPECT_EQ(outside, 0) << i;
-    const auto smaller = canvas.InkInsideAndOutside(4, 4, icon.Width(i) * 3 / 4);
-    EXPECT_GT(smaller.second, 0) << i;
+    const Ink ink = canvas.FindInk();
+    const int side = icon.Width(i);
+    EXPECT_GT(ink.pixels, side * side / 5) << i;
+    EXPECT_TRUE(ink.IsWithin(4, 4, side, side)) << i;
+    EXPECT_FALSE(ink.IsWithin(4, 4, side * 3 / 4, side * 3 / 4)) << i;
   }
 }
 
 TEST(ClsIconTest, DrawsNothingWhereThereIsNoImage) {
-  const Canvas canvas;
+  const IconCanvas canvas;
   ClsIcon icon;
   EXPECT_FALSE(icon.Draw(canvas.Dc(), 0, 0, 0));
   ASSERT_TRUE(icon.LoadFromData(OneIcon()));
@@ -130,7 +102,7 @@ TEST(ClsIconTest, DrawsNothingWhereThereIsNoImage) {
     ASSERT_TRUE(icon.LoadFromData(bytes));
     EXPECT_FALSE(icon.Draw(canvas.Dc(), 0, 0, 0));
   }
-  EXPECT_EQ(canvas.InkInsideAndOutside(0, 0, 0), std::pair(0, 0));
+  EXPECT_EQ(canvas.FindInk().pixels, 0);
 }
 
 }  // namespace

@@ -2,41 +2,16 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/WindowTestSupport.h"
-#include "ui/MemoryContext.h"
+#include "Canvas.h"
 
 namespace tellurvane {
 namespace {
 
 constexpr Color kGround = Rgb(255, 0, 255);
-constexpr int kWidth = 80;
-constexpr int kHeight = 60;
 constexpr int kAbsurd = 1 << 20;
 
-// A picture in one colour to draw on.
-class Canvas {
- public:
-  Canvas() : picture_(MemoryContext::Create(kWidth, kHeight)) {
-    const RECT all = {0, 0, kWidth, kHeight};
-    const UniqueBrush brush(CreateSolidBrush(kGround));
-    FillRect(Dc(), &all, brush.Get());
-  }
-
-  HDC Dc() const { return picture_->Dc(); }
-  Color At(int x, int y) const { return PixelOf(Dc(), x, y); }
-
-  bool IsGroundOutside(int x, int y, int width, int height) const {
-    for (int row = 0; row < kHeight; ++row) {
-      for (int column = 0; column < kWidth; ++column) {
-        const bool isInside = column >= x && column < x + width && row >= y && row < y + height;
-        if (!isInside && At(column, row) != kGround) return false;
-      }
-    }
-    return true;
-  }
-
- private:
-  std::optional<MemoryContext> picture_;
+struct ThemeCanvas : Canvas {
+  ThemeCanvas() : Canvas(80, 60, kGround) {}
 };
 
 // The colours of the highlights: red falls from light to base, green rises, blue stays.
@@ -55,17 +30,8 @@ void DrawAll(HDC target, Color light, Color base) {
   ModTheme::RichHighlight(target, 20, 20, 20, 20, light, base);
 }
 
-TEST(ModThemeTest, TranslatesOnlyReferencesToSystemColors) {
-  EXPECT_EQ(ModTheme::TranslateColor(0x123456), 0x123456U);
-  EXPECT_EQ(ModTheme::TranslateColor(kWhite), kWhite);
-  for (const int index : {COLOR_WINDOW, COLOR_WINDOWTEXT, COLOR_BTNFACE, COLOR_HIGHLIGHT}) {
-    EXPECT_EQ(ModTheme::TranslateColor(0x80000000U | static_cast<Color>(index)),
-              GetSysColor(index));
-  }
-}
-
 TEST(ModThemeTest, DrawsABoxInItsFrame) {
-  const Canvas canvas;
+  const ThemeCanvas canvas;
   ModTheme::FramedBox(canvas.Dc(), 10, 5, 30, 20, Rgb(0, 0, 255));
   const Color inside = Rgb(155, 155, 255);
   for (const auto& [x, y] : {std::pair(10, 5), {39, 5}, {10, 24}, {39, 24}, {25, 5}, {10, 12}}) {
@@ -74,20 +40,20 @@ TEST(ModThemeTest, DrawsABoxInItsFrame) {
   for (const auto& [x, y] : {std::pair(11, 6), {38, 6}, {11, 23}, {38, 23}, {25, 12}}) {
     EXPECT_EQ(canvas.At(x, y), inside) << x << ", " << y;
   }
-  EXPECT_TRUE(canvas.IsGroundOutside(10, 5, 30, 20));
+  EXPECT_TRUE(canvas.FindInk().IsWithin(10, 5, 30, 20));
 }
 
 TEST(ModThemeTest, FillsARectangleOpaquely) {
-  const Canvas canvas;
+  const ThemeCanvas canvas;
   ModTheme::SolidFill(canvas.Dc(), 10, 5, 30, 20, Rgb(1, 2, 3));
   for (int y = 5; y < 25; ++y) {
     for (int x = 10; x < 40; ++x) ASSERT_EQ(canvas.At(x, y), Rgb(1, 2, 3)) << x << ", " << y;
   }
-  EXPECT_TRUE(canvas.IsGroundOutside(10, 5, 30, 20));
+  EXPECT_TRUE(canvas.FindInk().IsWithin(10, 5, 30, 20));
 }
 
 TEST(ModThemeTest, DrawsNothingWithoutASizeOrWithoutMemory) {
-  const Canvas canvas;
+  const ThemeCanvas canvas;
   for (const auto& [width, height] : {std::pair(0, 10), {10, 0}, {-5, 10}, {10, -5}}) {
     ModTheme::SolidFill(canvas.Dc(), 10, 5, width, height, kBlack);
     ModTheme::SimpleHighlight(canvas.Dc(), 10, 5, width, height, kLight, kBase);
@@ -95,14 +61,14 @@ TEST(ModThemeTest, DrawsNothingWithoutASizeOrWithoutMemory) {
   }
   EXPECT_FALSE(MemoryContext::Create(kAbsurd, kAbsurd));
   ModTheme::SolidFill(canvas.Dc(), 0, 0, kAbsurd, kAbsurd, kBlack);
-  EXPECT_TRUE(canvas.IsGroundOutside(0, 0, 0, 0));
+  EXPECT_EQ(canvas.FindInk().pixels, 0);
 }
 
 TEST(ModThemeTest, TakesSystemColorsEverywhere) {
   constexpr Color kReference = 0x80000000U | COLOR_HIGHLIGHT;
   const Color highlight = GetSysColor(COLOR_HIGHLIGHT);
-  const Canvas byReference;
-  const Canvas byValue;
+  const ThemeCanvas byReference;
+  const ThemeCanvas byValue;
   DrawAll(byReference.Dc(), kReference, kReference);
   DrawAll(byValue.Dc(), highlight, highlight);
   for (int y = 0; y < 40; ++y) {
@@ -111,7 +77,7 @@ TEST(ModThemeTest, TakesSystemColorsEverywhere) {
 }
 
 TEST(ModThemeTest, SimpleHighlightRunsFromNearTheMiddleColorToTheBase) {
-  const Canvas canvas;
+  const ThemeCanvas canvas;
   ModTheme::SimpleHighlight(canvas.Dc(), 4, 3, 20, 10, kLight, kBase);
   // The middle colour is 230, 25, 100. Row k of 10 has the opacity 25.5 k, halves to even: 26, 51,
   // 76, 102, 128, 153, 178, 204, 230, 255. The frame covers the first and the last.
@@ -128,7 +94,7 @@ TEST(ModThemeTest, SimpleHighlightRunsFromNearTheMiddleColorToTheBase) {
     EXPECT_EQ(canvas.At(x, 3), kInnerPen) << x;
     EXPECT_EQ(canvas.At(x, 12), kInnerPen) << x;
   }
-  EXPECT_TRUE(canvas.IsGroundOutside(4, 3, 20, 10));
+  EXPECT_TRUE(canvas.FindInk().IsWithin(4, 3, 20, 10));
 }
 
 struct Point {
@@ -146,7 +112,7 @@ TEST(ModThemeTest, RichHighlightHasAGlossInItsUpperThird) {
   // The colours to blend are 230, 25, 100 and 100, 155, 100. The frames cover the first and the
   // last three rows. Row 3 of 12 has the opacity 191 (255 * 3 / 4); rows 4 to 8 have 255 k / 8:
   // 128, 159, 191, 223, 255.
-  const Canvas canvas;
+  const ThemeCanvas canvas;
   ModTheme::RichHighlight(canvas.Dc(), 0, 0, 20, 12, kLight, kBase);
   ExpectColors(canvas, {{8, 3, Rgb(133, 122, 100)},
                         {8, 4, Rgb(50, 205, 100)},
@@ -163,7 +129,7 @@ TEST(ModThemeTest, RichHighlightHasAGlossInItsUpperThird) {
 }
 
 TEST(ModThemeTest, RichHighlightHasTwoFramesAndRoundedCorners) {
-  const Canvas canvas;
+  const ThemeCanvas canvas;
   ModTheme::RichHighlight(canvas.Dc(), 4, 3, 20, 12, kLight, kBase);
   ExpectColors(canvas, {{12, 3, kOuterPen},
                         {12, 14, kOuterPen},
@@ -177,7 +143,7 @@ TEST(ModThemeTest, RichHighlightHasTwoFramesAndRoundedCorners) {
                         {21, 9, kInnerPen}});
   ExpectColors(canvas, {{4, 3, kGround}, {23, 3, kGround}, {23, 14, kGround}, {4, 14, kGround}});
   ExpectColors(canvas, {{5, 4, kBase}, {22, 4, kBase}, {22, 13, kBase}, {5, 13, kBase}});
-  EXPECT_TRUE(canvas.IsGroundOutside(4, 3, 20, 12));
+  EXPECT_TRUE(canvas.FindInk().IsWithin(4, 3, 20, 12));
 }
 
 TEST(ModThemeTest, AMemoryContextIsAsLargeAsAskedForAndLikeTheDisplay) {
@@ -193,7 +159,7 @@ TEST(ModThemeTest, AMemoryContextIsAsLargeAsAskedForAndLikeTheDisplay) {
 }
 
 TEST(ModThemeTest, LeavesNothingBehind) {
-  const Canvas canvas;
+  const ThemeCanvas canvas;
   const HGDIOBJ pen = GetCurrentObject(canvas.Dc(), OBJ_PEN);
   const HGDIOBJ brush = GetCurrentObject(canvas.Dc(), OBJ_BRUSH);
   EXPECT_EQ(LeakedBy([&] {
