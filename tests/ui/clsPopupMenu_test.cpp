@@ -90,80 +90,26 @@ TEST(PopupMenuTest, DeletesTheMenuWithItsSubmenusAndCanBeginAgain) {
   EXPECT_EQ(menu.Handle(), handle) << "there is a menu already";
 }
 
-// Acts inside the menu's own message loop, once the menu is on the screen.
-class PopupMenuTrackTest : public testing::Test {
- protected:
-  void SetUp() override {
-    menu.AddMenuItem(L"第一項", 0, 101);
-    menu.AddMenuItem(L"第二項", 0, 102);
-    menu.AddMenuItem(L"不能選", MF_GRAYED, 103);
-    menu.CreateSubmenu(L"更多");
-    menu.AddSubmenuItem(L"內層", 0, 201);
-    SetForegroundWindow(form.hwnd());
-    SetCursorPos(60, 50);
-  }
-  ~PopupMenuTrackTest() override { SetCursorPos(700, 700); }
-
-  static HWND MenuWindow() { return FindWindowW(L"#32768", nullptr); }
-
-  UINT Track(const std::function<void()>& act) {
-    UINT chosen = 0;
-    InOpenMenu([&] { chosen = menu.TrackMenu(form.hwnd()); }, act);
-    return chosen;
-  }
-
-  void Press(std::initializer_list<WPARAM> keys) const {
-    for (const WPARAM key : keys) PostMessageW(form.hwnd(), WM_KEYDOWN, key, 0);
-  }
-
-  static void ClickAt(int x, int y) {
-    SetCursorPos(x, y);
-    std::array<INPUT, 2> inputs = {};
-    inputs[0].type = inputs[1].type = INPUT_MOUSE;
-    inputs[0].mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
-    inputs[1].mi.dwFlags = MOUSEEVENTF_LEFTUP;
-    SendInput(2, inputs.data(), sizeof(INPUT));
-  }
-
-  TestForm form;
+TEST(PopupMenuTest, IsShownAtTheMouseAndReturnsTheChosenItem) {
+  const TestForm form;
   clsPopupMenu menu;
-};
-
-TEST_F(PopupMenuTrackTest, ReturnsTheChosenItemAndSendsNoCommand) {
-  EXPECT_EQ(Track([&] { Press({VK_DOWN, VK_RETURN}); }), 101U);
-  EXPECT_EQ(Track([&] { Press({VK_DOWN, VK_DOWN, VK_RETURN}); }), 102U);
-  EXPECT_EQ(Track([&] { Press({VK_UP, VK_RIGHT, VK_RETURN}); }), 201U) << "of the submenu";
-  EXPECT_EQ(Track([&] {
-              RECT place = {};
-              GetMenuItemRect(nullptr, menu.Handle(), 1, &place);
-              ClickAt((place.left + place.right) / 2, (place.top + place.bottom) / 2);
-            }),
-            102U);
-  MSG message = {};
-  EXPECT_FALSE(PeekMessageW(&message, form.hwnd(), WM_COMMAND, WM_COMMAND, PM_REMOVE));
-}
-
-TEST_F(PopupMenuTrackTest, ReturnsZeroWhenDismissed) {
-  EXPECT_EQ(Track([&] { Press({VK_DOWN, VK_ESCAPE}); }), 0U);
-  EXPECT_EQ(Track([&] { ClickAt(350, 280); }), 0U);
-  EXPECT_EQ(Track([] { EndMenu(); }), 0U);
-}
-
-TEST_F(PopupMenuTrackTest, IsShownAtTheMouseWithItsOwnerInTheBackground) {
-  TestForm other;
-  SetForegroundWindow(other.hwnd());
-  ASSERT_TRUE(PumpUntil([&] { return GetForegroundWindow() == other.hwnd(); }));
+  menu.AddMenuItem(L"第一項", 0, 101);
+  menu.AddMenuItem(L"第二項", 0, 102);
+  SetForegroundWindow(form.hwnd());
+  SetCursorPos(60, 50);
   RECT place = {};
-  HWND inFront = nullptr;
-  Track([&] {
-    GetWindowRect(MenuWindow(), &place);
-    inFront = GetForegroundWindow();
-    EndMenu();
-  });
+  UINT chosen = 0;
+  InOpenMenu([&] { chosen = menu.TrackMenu(form.hwnd()); },
+             [&] {
+               GetWindowRect(FindWindowW(L"#32768", nullptr), &place);
+               for (const WPARAM key : {VK_DOWN, VK_DOWN, VK_RETURN}) {
+                 PostMessageW(form.hwnd(), WM_KEYDOWN, key, 0);
+               }
+             });
+  SetCursorPos(700, 700);
+  EXPECT_EQ(chosen, 102U);
   EXPECT_EQ(place.left, 60);
   EXPECT_EQ(place.top, 50);
-  EXPECT_EQ(inFront, other.hwnd());
-  EXPECT_EQ(GetForegroundWindow(), other.hwnd());
 }
 
 }  // namespace
