@@ -99,19 +99,5 @@ TEST(clsControlListTest, ReplacesAnEntrysTextAndKeepsTheRest) {
   }
 }
 
-TEST(clsControlListTest, OtherKindsHaveNoEntries) {
-  for (const ControlKind kind : {ControlKind::kCheckBox, ControlKind::kRichEditBox}) {
-    ThreeEntries hosted(kind);
-    hosted.control.List(0, L"b");
-    hosted.control.ListIndex(0);
-    hosted.control.ItemData(0, 1);
-    EXPECT_EQ(hosted.control.ListCount(), 0) << NameOf(kind);
-    EXPECT_EQ(hosted.control.ListIndex(), -1) << NameOf(kind);
-    EXPECT_EQ(hosted.control.NewIndex(), -1) << NameOf(kind);
-    EXPECT_EQ(hosted.control.ItemData(0), 0) << NameOf(kind);
-    EXPECT_EQ(hosted.control.List(0), L"") << NameOf(kind);
-  }
-}
-
 }  // namespace
 }  // namespace tellurvane
