@@ -40,14 +40,6 @@ class BoundaryDeathTest : public testing::Test {
   void TearDown() override { SetFatalHandler(nullptr); }
 };
 
-TEST(BoundaryTest, ReturnsTheHandlersResult) {
-  EXPECT_EQ(GuardBoundary([] { return 7; }), 7);
-  bool isCalled = false;
-  GuardBoundary([&] { isCalled = true; });
-  EXPECT_TRUE(isCalled);
-  EXPECT_FALSE(IsEnding());
-}
-
 TEST_F(BoundaryDeathTest, AnExceptionGoesToTheFatalHandler) {
   EXPECT_EXIT(GuardBoundary(Throw), ExitedWithCode(kEndedByTheHandler), "the cause, ending: 1");
 }

@@ -109,24 +109,6 @@ TEST_F(GXMSubclassDetachTest, FromANestedMessageWaitsForTheOuterOne) {
   ExpectDone();
 }
 
-TEST_F(GXMSubclassDetachTest, TwoEnginesDetachInEitherOrder) {
-  for (const bool upperFirst : {true, false}) {
-    TargetWindow window;
-    TwoEngines two(window.hwnd());
-    two.AddPing(kBeforePrevious, kBeforePrevious);
-    (upperFirst ? two.upperEngine : two.lowerEngine).UnSubclass(window.hwnd());
-    EXPECT_EQ(window.Send(kPing, 5), kPreviousAnswer + 5);
-    EXPECT_EQ(two.lower.calls, upperFirst ? 1 : 0);
-    EXPECT_EQ(two.upper.calls, upperFirst ? 0 : 1);
-    EXPECT_NE(ProcedureOf(window.hwnd()), TargetWindow::Procedure);
-    (upperFirst ? two.lowerEngine : two.upperEngine).UnSubclass(window.hwnd());
-    window.Send(kPing);
-    EXPECT_EQ(ProcedureOf(window.hwnd()), TargetWindow::Procedure);
-    EXPECT_EQ(two.lower.calls + two.upper.calls, 1);
-    EXPECT_EQ(OwnBlocks(), 1U);
-  }
-}
-
 TEST_F(GXMSubclassDetachTest, KeepsAForeignProcedureThatCameLater) {
   static WNDPROC below = nullptr;
   const WNDPROC foreign = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam) -> LRESULT {

@@ -99,26 +99,6 @@ class RecordingOwner : public GXISubclass {
   std::string name_;
 };
 
-// Two engines on one window, the upper one attached last.
-struct TwoEngines {
-  explicit TwoEngines(HWND subclassed, CallLog* log = nullptr)
-      : lower(log, "lower "), upper(log, "upper "), window(subclassed) {
-    lowerEngine.Subclass(window, lower, 0);
-    upperEngine.Subclass(window, upper, 0);
-  }
-
-  void AddPing(int lowerWhen, int upperWhen) {
-    lowerEngine.AddMessage(window, kPing, lowerWhen);
-    upperEngine.AddMessage(window, kPing, upperWhen);
-  }
-
-  RecordingOwner lower;
-  RecordingOwner upper;
-  GXMSubclass lowerEngine;
-  GXMSubclass upperEngine;
-  HWND window;
-};
-
 // The text of the error that the operation throws; empty without one.
 inline std::string ErrorOf(const std::function<void()>& operation) {
   try {

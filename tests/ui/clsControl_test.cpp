@@ -103,20 +103,6 @@ TEST(clsControlTest, HasTheToolkitFont) {
   }
 }
 
-TEST(clsControlTest, TextIsTheWindowText) {
-  for (const ControlKind kind :
-       {ControlKind::kCheckBox, ControlKind::kPushButton, ControlKind::kOptionButton,
-        ControlKind::kLabel, ControlKind::kEditBox, ControlKind::kEditableComboBox,
-        ControlKind::kSimpleComboBox, ControlKind::kRichEditBox}) {
-    HostedControl hosted(kind);
-    for (const wchar_t* const text : {L"儲存後立即啟動音樂排程", L""}) {
-      hosted.control.text(text);
-      EXPECT_EQ(hosted.control.text(), text) << NameOf(kind);
-      EXPECT_EQ(WindowText(hosted.control.hwnd()), text) << NameOf(kind);
-    }
-  }
-}
-
 TEST(clsControlTest, LongTextsAndManyLinesAreKept) {
   const std::wstring texts[] = {std::wstring(40'000, L'x'), L"a\r\n\r\nb"};
   for (const ControlKind kind : {ControlKind::kEditBox, ControlKind::kRichEditBox}) {
@@ -256,6 +242,44 @@ TEST(clsControlTest, DisabledBoxIsGreyed) {
     EXPECT_FALSE(Shows(hosted.control.hwnd(), GetSysColor(COLOR_WINDOWTEXT))) << NameOf(kind);
     EXPECT_TRUE(Shows(hosted.control.hwnd(), face)) << NameOf(kind);
     EXPECT_FALSE(Shows(hosted.control.hwnd(), window)) << NameOf(kind);
+  }
+}
+
+// SetDefaultDllDirectories, the program's first step, cannot be undone: later tests run with it.
+TEST(clsControlTest, LoadsTheRichEditLibraryFromTheSystemFolderAndKeepsIt) {
+  ASSERT_TRUE(SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32));
+  { const HostedControl hosted(ControlKind::kRichEditBox, 1); }
+  std::wstring path(MAX_PATH, L'\0');
+  path.resize(GetModuleFileNameW(GetModuleHandleW(L"RICHED20.DLL"), path.data(), MAX_PATH));
+  std::wstring system(MAX_PATH, L'\0');
+  system.resize(GetSystemDirectoryW(system.data(), MAX_PATH));
+  EXPECT_EQ(lstrcmpiW(path.substr(0, system.size()).c_str(), system.c_str()), 0);
+  WNDCLASSW box = {};
+  EXPECT_TRUE(GetClassInfoW(GetModuleHandleW(nullptr), L"RichEdit20W", &box));
+}
+
+TEST(clsControlTest, TheListOfAComboBoxIgnoresACloseMessage) {
+  HostedControl hosted(ControlKind::kDropDownList);
+  for (const wchar_t* const entry : {L"a", L"b"}) hosted.control.AddItem(entry);
+  hosted.control.ListIndex(1);
+  COMBOBOXINFO info = {};
+  info.cbSize = sizeof(info);
+  ASSERT_TRUE(GetComboBoxInfo(hosted.control.hwnd(), &info));
+  SendMessageW(info.hwndList, WM_CLOSE, 0, 0);
+  EXPECT_TRUE(IsWindow(info.hwndList));
+  EXPECT_EQ(hosted.control.ListIndex(), 1);
+}
+
+TEST(clsControlTest, IsEmptyWithoutItsWindow) {
+  for (const ControlKind kind : kEveryKind) {
+    HostedControl hosted(kind);
+    hosted.control.AddItem(L"entry");
+    DestroyWindow(hosted.host.hwnd());
+    EXPECT_EQ(hosted.control.hwnd(), nullptr) << NameOf(kind);
+    hosted.control.text(L"text");
+    EXPECT_EQ(hosted.control.text(), L"") << NameOf(kind);
+    EXPECT_EQ(hosted.control.ListCount(), 0) << NameOf(kind);
+    EXPECT_EQ(hosted.control.ListIndex(), -1) << NameOf(kind);
   }
 }
 

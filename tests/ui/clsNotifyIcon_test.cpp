@@ -68,19 +68,6 @@ class NotifyIconTest : public testing::Test {
   std::string events;
 };
 
-TEST_F(NotifyIconTest, IsInTheTrayBetweenAddAndDelete) {
-  ASSERT_NE(Box(), nullptr);
-  EXPECT_FALSE(GetWindowLongPtrW(Box(), GWL_STYLE) & WS_VISIBLE);
-  icon->IconTip(L"Tellurvane");
-  EXPECT_FALSE(IsInTray());
-  for (int i = 0; i < 2; ++i) {
-    icon->IconAdd();
-    EXPECT_TRUE(IsInTray());
-    icon->IconDelete();
-    EXPECT_FALSE(IsInTray());
-  }
-}
-
 TEST_F(NotifyIconTest, LeavesTheTrayWithItsFormAndWithItsObject) {
   // By this record the taskbar would know the icon for a while, though its window is gone.
   NOTIFYICONDATAW record = Record();
@@ -108,14 +95,17 @@ TEST_F(NotifyIconTest, ReportsTheTwoButtonsAndNothingElse) {
   EXPECT_EQ(events, "LR");
 }
 
-TEST_F(NotifyIconTest, ReportsWhetherTheTaskbarHasIt) {
-  EXPECT_FALSE(icon->IsInTray());
+TEST_F(NotifyIconTest, IsInTheTrayBetweenAddAndDelete) {
   EXPECT_FALSE(icon->IsMissing());
-  EXPECT_TRUE(icon->IconAdd());
-  EXPECT_TRUE(icon->IsInTray());
-  EXPECT_TRUE(icon->IconAdd()) << "it is there already";
-  icon->IconDelete();
-  EXPECT_FALSE(icon->IsInTray());
+  icon->IconTip(L"Tellurvane");
+  EXPECT_FALSE(IsInTray() || icon->IsInTray());
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_TRUE(icon->IconAdd());
+    EXPECT_TRUE(IsInTray() && icon->IsInTray());
+    EXPECT_TRUE(icon->IconAdd()) << "it is there already";
+    icon->IconDelete();
+    EXPECT_FALSE(IsInTray() || icon->IsInTray());
+  }
 
   FailingImport taskbar({"Shell_NotifyIconW"});
   taskbar.Fail(1, INT_MAX);

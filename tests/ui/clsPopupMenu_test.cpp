@@ -75,14 +75,6 @@ TEST(PopupMenuTest, DeletesTheMenuWithItsSubmenusAndCanBeginAgain) {
   menu.DeleteMenu();
   for (const HMENU each : menus) EXPECT_FALSE(IsMenu(each));
   EXPECT_EQ(menu.Handle(), nullptr);
-  // Without a menu nothing happens.
-  menu.DeleteMenu();
-  menu.AddMenuItem(L"甲", 0, 1);
-  menu.AddSubmenuItem(L"乙", 0, 2);
-  menu.CreateSubmenu(L"丙");
-  menu.CheckRadioItem(0, 0, 0);
-  menu.SetMenuDefItem(0);
-  EXPECT_EQ(menu.TrackMenu(nullptr), 0U);
   menu.CreateMenu();
   const HMENU handle = menu.Handle();
   EXPECT_EQ(GetMenuItemCount(handle), 0);

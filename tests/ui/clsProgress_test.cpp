@@ -62,20 +62,6 @@ TEST_F(SliderTest, SharesStateWithItsHost) {
   EXPECT_THAT(Events(), ElementsAre("Resize"));
 }
 
-TEST_F(SliderTest, MeasuresTextInItsFontSize) {
-  const int width = slider.TextWidth(L"37.25 %");
-  const int height = slider.TextHeight(L"37.25 %");
-  EXPECT_GT(width, 20);
-  EXPECT_GT(height, 8);
-  EXPECT_EQ(slider.TextWidth(L""), 0);
-  EXPECT_GT(slider.TextWidth(L"37.25 %音樂"), width);
-  slider.FontSize(18);
-  EXPECT_NEAR(slider.TextWidth(L"37.25 %"), 2 * width, 8);
-  EXPECT_NEAR(slider.TextHeight(L"37.25 %"), 2 * height, 4);
-  slider.FontSize(-5);
-  EXPECT_EQ(slider.FontSize(), 1);
-}
-
 TEST_F(SliderTest, CreateNeedsAHostThatIsNoSliderYet) {
   EXPECT_THROW(slider.Create(), SubclassError);
   clsProgress alone;
@@ -105,6 +91,177 @@ TEST_F(SliderTest, SurvivesTheEndOfItsWindow) {
   EXPECT_EQ(slider.hwnd(), nullptr);
   slider.Value(60);
   EXPECT_EQ(slider.Value(), 60);
+}
+
+TEST_F(SliderTest, APressOfAnyButtonSetsTheValueUnderIt) {
+  struct Case {
+    UINT down, up;
+  };
+  for (const Case& row : {Case{WM_LBUTTONDOWN, WM_LBUTTONUP}, Case{WM_LBUTTONDBLCLK, WM_LBUTTONUP},
+                          Case{WM_RBUTTONDOWN, WM_RBUTTONUP}, Case{WM_MBUTTONDOWN, WM_MBUTTONUP}}) {
+    SetFocus(form.hwnd());
+    Press(7, 5, row.down);
+    EXPECT_THAT(Events(), ElementsAre("MousePress", "PositionSet 10", "PositionSetByMouse 10"));
+    EXPECT_TRUE(slider.MouseDriving());
+    EXPECT_EQ(GetFocus(), host.hwnd());
+    Release(7, 5, row.up);
+    EXPECT_FALSE(slider.MouseDriving());
+  }
+  slider.Max(241.37);
+  for (const auto& [x, value] : {std::pair{0, 0.0}, {69, 241.37}, {70, 241.37}}) {
+    Press(x);
+    EXPECT_EQ(slider.Value(), value) << x;
+  }
+}
+
+TEST_F(SliderTest, DraggingDrivesTheValueUntilTheRelease) {
+  Press(7);
+  EXPECT_TRUE(slider.MouseDriving());
+  EXPECT_EQ(GetCapture(), host.hwnd());
+  Events();
+  Drag(14);
+  Drag(35, 6);
+  Drag(35, 6);
+  EXPECT_THAT(Events(), ElementsAre("PositionSet 20", "PositionSetByMouse 20", "PositionSet 50",
+                                    "PositionSetByMouse 50"));
+  Release(35);
+  EXPECT_FALSE(slider.MouseDriving());
+  EXPECT_EQ(GetCapture(), nullptr);
+  Drag(14);
+  EXPECT_THAT(Events(), IsEmpty());
+  EXPECT_EQ(slider.Value(), 50);
+  Press(35);
+  Drag(-40, 90);
+  EXPECT_EQ(slider.Value(), 0);
+  Drag(500, -90);
+  EXPECT_EQ(slider.Value(), 100);
+}
+
+TEST_F(SliderTest, MovingWithoutAPressOrWithTheRightButtonSetsNothing) {
+  Drag(14);
+  SendMouse(host.hwnd(), WM_MOUSEMOVE, 21, 5);
+  EXPECT_THAT(Events(), IsEmpty());
+  Press(7, 5, WM_RBUTTONDOWN);
+  Events();
+  SendMouse(host.hwnd(), WM_MOUSEMOVE, 35, 5, MK_RBUTTON);
+  EXPECT_THAT(Events(), IsEmpty());
+}
+
+TEST_F(SliderTest, DrivingEndsWithTheButtonsTheCaptureTheHostAndTheSlider) {
+  Press(7);
+  Press(14, 5, WM_RBUTTONDOWN);
+  Release(14, 5, WM_RBUTTONUP);
+  EXPECT_TRUE(slider.MouseDriving());
+  host.Enabled(false);
+  EXPECT_FALSE(slider.MouseDriving());
+  host.Enabled(true);
+  Press(7);
+  SetCapture(form.hwnd());
+  EXPECT_FALSE(slider.MouseDriving());
+  Drag(35);
+  EXPECT_EQ(slider.Value(), 10);
+  Release(35);
+  EXPECT_EQ(GetCapture(), form.hwnd()) << "the other window keeps it";
+  Press(7);
+  slider.TargetPictureBox(host);
+  EXPECT_EQ(GetCapture(), nullptr) << "the slider has left";
+}
+
+TEST_F(SliderTest, WheelMovesByTwoWhateverTheMaximum) {
+  for (const double max : {100.0, 7.0, 5'000.0}) {
+    slider.Max(max);
+    slider.Value(3);
+    Events();
+    Wheel(120);
+    EXPECT_EQ(slider.Value(), 5) << max;
+    Wheel(-120);
+    EXPECT_THAT(Events(), ElementsAre("PositionSet 5", "PositionSetByMouse 5", "PositionSet 3",
+                                      "PositionSetByMouse 3"));
+  }
+}
+
+TEST_F(SliderTest, WheelArgumentBelowOneIsTowardsTheUser) {
+  struct Row {
+    int distance;
+    int keys;
+    double value;
+  };
+  // The held keys are in the lower half of the argument. Deliberate: the whole one is compared.
+  for (const Row& row : {Row{0, 0, 48}, Row{-1, MK_LBUTTON, 48}, Row{0, MK_CONTROL, 52},
+                         Row{1, 0, 52}, Row{-120, MK_SHIFT, 48}, Row{32'767, 0, 52}}) {
+    slider.Value(50);
+    Wheel(row.distance, row.keys);
+    EXPECT_EQ(slider.Value(), row.value) << row.distance;
+  }
+}
+
+TEST_F(SliderTest, WheelOnAMaximumOfOneGoesStraightToTheEnds) {
+  slider.Max(1);
+  Events();
+  Wheel(120);
+  Wheel(120);
+  EXPECT_EQ(slider.Value(), 1);
+  EXPECT_THAT(Events(), ElementsAre("PositionSet 1", "PositionSetByMouse 1", "PositionSet 1",
+                                    "PositionSetByMouse 1"));
+  Wheel(-120);
+  EXPECT_EQ(slider.Value(), 0);
+}
+
+TEST_F(SliderTest, KeysMoveTheValueLikeTheWheel) {
+  struct Row {
+    UINT key;
+    double value;
+  };
+  for (const Row& row : {Row{VK_LEFT, 48}, Row{VK_DOWN, 48}, Row{VK_RIGHT, 52}, Row{VK_UP, 52},
+                         Row{VK_HOME, 0}, Row{VK_END, 100}}) {
+    slider.Value(50);
+    Events();
+    Key(row.key);
+    EXPECT_EQ(slider.Value(), row.value) << row.key;
+    EXPECT_EQ(Events().size(), 2U) << row.key;
+  }
+  Key('A');
+  EXPECT_THAT(Events(), IsEmpty());
+  EXPECT_NE(SendMessageW(host.hwnd(), WM_GETDLGCODE, 0, 0) & DLGC_WANTARROWS, 0);
+  SetFocus(form.hwnd());
+  SendMessageW(host.hwnd(), WM_SETFOCUS, 0, 0);
+  EXPECT_EQ(GetFocus(), host.hwnd());
+}
+
+TEST_F(SliderTest, DisabledSliderHearsNeitherMouseNorWheelNorKeys) {
+  slider.Value(50);
+  slider.Enabled(false);
+  Events();
+  Press(7);
+  Wheel(120);
+  Key(VK_END);
+  EXPECT_THAT(Events(), IsEmpty());
+  EXPECT_EQ(slider.Value(), 50);
+  slider.Value(60);
+  EXPECT_THAT(Events(), ElementsAre("PositionSet 60"));
+}
+
+TEST_F(SliderTest, ThePointerIsReportedOnceWhenItComesAndWhenItLeaves) {
+  EXPECT_FALSE(slider.CursorInside());
+  SetCursorPos(kLeft + 10, kTop + 5);
+  EXPECT_TRUE(PumpUntil([&] { return slider.CursorInside(); }));
+  SetCursorPos(kLeft + 20, kTop + 5);
+  Pump();
+  SendMouse(host.hwnd(), WM_MOUSEMOVE, 20, 5);
+  EXPECT_THAT(Events(), ElementsAre("in"));
+  SetCursorPos(kLeft + 200, kTop + 100);
+  EXPECT_TRUE(PumpUntil([&] { return !slider.CursorInside(); }));
+  EXPECT_THAT(Events(), ElementsAre("out"));
+}
+
+TEST_F(SliderTest, PointerDraggedOutsideIsOutside) {
+  SetCursorPos(kLeft + 10, kTop + 5);
+  EXPECT_TRUE(PumpUntil([&] { return slider.CursorInside(); }));
+  Press(10);
+  SetCursorPos(kLeft + 10, kTop + 80);
+  Drag(10, 80);
+  EXPECT_FALSE(slider.CursorInside());
+  EXPECT_TRUE(slider.MouseDriving());
 }
 
 }  // namespace
