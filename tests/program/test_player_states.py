@@ -1,7 +1,6 @@
 """The program with a fake media player control that answers what the test tells it."""
 
 import re
-from itertools import pairwise
 
 import pytest
 
@@ -9,62 +8,11 @@ from desk import STREAM, FakeDesk
 from desktop import click_at, happens, picture, press_key, run, until
 from harness import SETTINGS
 from player import E_NOTIMPL, NOTHING, FakeMediaControl, register
-from task_list import now
 
 
 @pytest.fixture
 def desk(folder, start, player):
     return FakeDesk(folder, start, player)
-
-
-def date_text(moment):
-    half = "上午" if moment.hour < 12 else "下午"
-    return (f"{moment.year:04} 年 {moment.month:02} 月 {moment.day:02} 日 - {half} "
-            f"{moment.hour % 12 or 12:02} 時 {moment.minute:02} 分 {moment.second:02} 秒")
-
-
-class Dates:
-    """Recognises date and time on the strip by the part of the text that an hour keeps."""
-
-    def __init__(self, desk):
-        moment = now().replace(minute=11, second=11)
-        first = desk.look_of(date_text(moment))
-        second = desk.look_of(date_text(moment.replace(minute=44, second=44)))
-        width = next(x for x in range(first.width) if first.crop((x, 0, x + 1, first.height))
-                     != second.crop((x, 0, x + 1, second.height)))
-        assert width > first.width // 3, "the part before the minutes"
-        self.area = (0, 0, width, first.height)
-        self.look = first.crop(self.area)
-
-    def are_in(self, look):
-        return look.crop(self.area) == self.look
-
-
-def away_from_the_next_hour():
-    """Waits while the hour is about to change."""
-    until(lambda: now().minute * 60 + now().second < 3510, "the next hour", 120)
-
-
-def test_the_strip_shows_the_text_of_each_state(desk):
-    away_from_the_next_hour()
-    desk.player.plays(playState=9)
-    desk.run(1)
-    status = desk.look_of("甲乙丙")
-    playing = desk.look_of("01:05 / 03:25 * 甲乙丙")
-    dates = Dates(desk)
-    assert len({look.tobytes() for look in (status, playing, dates.look)}) == 3
-    expected = {1: status, 3: playing, 6: status, 9: status}
-    # Media that has played has ended when its state is stopped: playing comes last.
-    states = sorted(range(14), key=lambda state: state == 3)
-    shown = {state: desk.shows(playState=state) for state in states}
-    # Each differs from the one before it, the time of day by its seconds.
-    assert all(shown[state] != shown[before] for before, state in pairwise(states))
-    for state, look in shown.items():
-        if state in expected:
-            assert look == expected[state], f"state {state}"
-        else:
-            assert dates.are_in(look), f"state {state}"
-    assert not any(dates.are_in(shown[state]) for state in expected)
 
 
 def test_a_stream_shows_no_length_and_never_ends(desk):

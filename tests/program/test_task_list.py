@@ -6,8 +6,8 @@ from datetime import datetime, timedelta
 import pytest
 
 from desktop import LOCALE, until
-from task_list import (DAYS, HOURS, MARK, MINUTES, Task, list_bytes, moment_text, now, read_lines,
-                       read_tasks, serial, utf16)
+from task_list import (MARK, Task, list_bytes, moment_text, now, read_lines, read_tasks, serial,
+                       utf16)
 
 LIMIT = 4_194_304
 NOON = datetime(2011, 2, 14, 12)
@@ -85,23 +85,6 @@ def test_a_number_is_a_date_and_is_rewritten_in_the_users_locale(folder, start):
     line, = read_lines(loaded(folder, start))
     expected = "2011/2/14 下午12:00:00" if LOCALE == "zh_TW" else "2/14/2011 12:00:00 PM"
     assert line == f"2|1|1|3\tname\ttext\t{expected}\t{moment_text(next_run, LOCALE)}"
-
-
-@pytest.mark.parametrize("unit, interval, step", [
-    (MINUTES, 7, timedelta(minutes=7)), (HOURS, 2, timedelta(hours=2)),
-    (DAYS, 1, timedelta(days=1)),
-], ids=["minutes", "hours", "days"])
-def test_a_past_next_run_moves_to_the_first_step_that_is_not_past(folder, start, unit, interval,
-                                                                  step):
-    past = now().replace(minute=17, second=43) - timedelta(days=10)
-    folder.write_list(Task("過去", next_run=past, last_run=NOON, unit=unit,
-                           interval=interval))
-    before = now()
-    task, = read_tasks(loaded(folder, start))
-    after = now()
-    assert (task.next_run - past) % step == timedelta(0), "the phase is kept"
-    assert before <= task.next_run < after + step
-    assert task.last_run == NOON, "it was not run"
 
 
 def test_a_list_keeps_its_moments_from_locale_to_locale_and_back(folder, start):
