@@ -31,7 +31,6 @@ class FrmMainMarkTest : public FrmMainTest {
     window->RunSelectedTask();
   }
 
-  // Among the two visible rows.
   std::vector<int> MarkedRows() const {
     // A selected row has another ground.
     Select(-1);
@@ -75,11 +74,9 @@ TEST_F(FrmMainMarkTest, IsOnTheTaskThatPlaysUntilItStops) {
   EXPECT_THAT(MarkedRows(), ElementsAre(0));
   Press(kStop);
   EXPECT_THAT(MarkedRows(), IsEmpty());
-}
-
-TEST_F(FrmMainMarkTest, IsOnNoTaskWhoseFileIsMissing) {
-  OpenWith({kStation, {kLocalMusic, folder.File(L"missing.mp3")}});
   Start(0);
+  general->tasks[1].MediaType = kLocalMusic;
+  general->tasks[1].Source = folder.File(L"missing.mp3");
   Start(1);
   EXPECT_THAT(MarkedRows(), IsEmpty());
 }
@@ -90,7 +87,6 @@ TEST_F(FrmMainMarkTest, StaysWithItsTaskThroughTheEditor) {
     std::function<void(TaskList& tasks)> edit;
     std::vector<int> marked;
   } cases[] = {
-      {"nothing", [](TaskList&) {}, {1}},
       {"the previous one removed", [](TaskList& tasks) { tasks[0].Deleted = true; }, {0}},
       {"the next one removed", [](TaskList& tasks) { tasks[2].Deleted = true; }, {1}},
       {"removed", [](TaskList& tasks) { tasks[1].Deleted = true; }, {}},

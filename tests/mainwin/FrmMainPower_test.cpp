@@ -41,10 +41,13 @@ TEST_F(FrmMainPowerTest, StopsPlaybackWhenTheComputerFallsAsleep) {
 }
 
 TEST_F(FrmMainPowerTest, DueTasksRunOnceTenSecondsAfterWakingUp) {
-  Tasks({{kInternetRadio, L"http://example.invalid/"}});
+  Tasks({{kInternetRadio, L"http://example.invalid/"}, {kInternetRadio, L"http://b.invalid/"}});
   Open();
   Send(PBT_APMSUSPEND);
   Send(PBT_APMRESUMEAUTOMATIC);
+  // A run by hand does not shorten the pause.
+  Select(1);
+  window->RunSelectedTask();
   MakeDue();
   Taken();
   EXPECT_GT(LetRun(), 9.5);
@@ -54,16 +57,6 @@ TEST_F(FrmMainPowerTest, DueTasksRunOnceTenSecondsAfterWakingUp) {
   general->tasks[0].LastRun = 0;
   MakeDue();
   EXPECT_LT(LetRun(), 5);
-}
-
-TEST_F(FrmMainPowerTest, ARunByHandDoesNotShortenThePause) {
-  Tasks({{kReminderNote, L"a"}, {kInternetRadio, L"http://example.invalid/"}});
-  Open();
-  Send(PBT_APMRESUMEAUTOMATIC);
-  Select(1);
-  window->RunSelectedTask();
-  MakeDue();
-  EXPECT_GT(LetRun(), 9.5);
 }
 
 // The timer can end after the sleep before the system reports it.

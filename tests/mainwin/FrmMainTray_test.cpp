@@ -87,26 +87,6 @@ class FrmMainTrayTest : public FrmMainTest {
   }
 };
 
-TEST_F(FrmMainTrayTest, ACloseMessageHidesTheWindowAndChangesNothingMore) {
-  Open();
-  const HWND owner = GetWindow(window->hwnd(), GW_OWNER);
-  ASSERT_NE(owner, nullptr);
-  SendMessageW(owner, WM_CLOSE, 0, 0);
-  EXPECT_TRUE(IsWindow(owner));
-  EXPECT_TRUE(window->Visible());
-  Close();
-  EXPECT_TRUE(window->IsLoaded());
-  EXPECT_FALSE(window->Visible());
-  EXPECT_FALSE(IsInTaskbar());
-  CaughtMessage shown(window->hwnd(), WM_SHOWWINDOW);
-  Close();
-  EXPECT_THAT(shown.Taken(), SizeIs(0));
-  window->FormMin();
-  EXPECT_TRUE(window->Visible());
-  EXPECT_FALSE(IsIconic(window->hwnd()));
-  EXPECT_TRUE(IsInTaskbar());
-}
-
 TEST_F(FrmMainTrayTest, HidesOnlyOnceTheTaskbarHasTakenTheIcon) {
   Open();
   FailingImport taskbar({"Shell_NotifyIconW"});
@@ -163,20 +143,6 @@ TEST_F(FrmMainTrayTest, DoesNotHideLaterIfTheUserBringsItBack) {
   }
 }
 
-TEST_F(FrmMainTrayTest, IsNotMinimisedWhileADialogIsOpen) {
-  Open();
-  Close();
-  ChooseInTrayMenu(1);
-  ASSERT_TRUE(window->Visible());
-  window->Enabled(false);
-  Minimise();
-  EXPECT_TRUE(window->Visible());
-  EXPECT_FALSE(IsIconic(window->hwnd()));
-  window->Enabled(true);
-  Minimise();
-  EXPECT_FALSE(window->Visible());
-}
-
 TEST_F(FrmMainTrayTest, EnterRunsNothingWhileTheWindowIsHidden) {
   Tasks({{kInternetRadio, L"http://example.invalid/"}});
   Open();
@@ -214,6 +180,12 @@ TEST_F(FrmMainTrayTest, HidesWhenItIsMinimisedWithoutATaskbarButton) {
   ChooseInTrayMenu(1);
   ASSERT_TRUE(window->Visible());
   ASSERT_FALSE(IsInTaskbar());
+  // As while a dialog is open.
+  window->Enabled(false);
+  Minimise();
+  EXPECT_TRUE(window->Visible());
+  EXPECT_FALSE(IsIconic(window->hwnd()));
+  window->Enabled(true);
   Minimise();
   EXPECT_FALSE(window->Visible());
   // Another program sends no command.
@@ -249,7 +221,7 @@ TEST_F(FrmMainTrayTest, TheIconBringsAnOpenDialogToTheFront) {
   EXPECT_TRUE(window->Visible());
 }
 
-TEST_F(FrmMainTrayTest, TheHiddenWindowIsInTheForegroundOnlyForItsMenu) {
+TEST_F(FrmMainTrayTest, HiddenWindowAndClockAreInTheForegroundOnlyForTheirMenus) {
   Open();
   Close();
   OtherWindow other;
@@ -267,28 +239,6 @@ TEST_F(FrmMainTrayTest, TheHiddenWindowIsInTheForegroundOnlyForItsMenu) {
   ChooseInTrayMenu(2);
   EXPECT_TRUE(IsWindowVisible(Clock()));
   EXPECT_EQ(GetForegroundWindow(), other.hwnd()) << "also after a command";
-}
-
-TEST_F(FrmMainTrayTest, AnotherWindowThatWasClickedKeepsTheForeground) {
-  Open();
-  Close();
-  OtherWindow before;
-  OtherWindow clicked;
-  before.ComeToFront();
-  InTrayMenu([&] {
-    SetForegroundWindow(clicked.hwnd());
-    EndMenu();
-  });
-  Pump();
-  EXPECT_EQ(GetForegroundWindow(), clicked.hwnd());
-}
-
-TEST_F(FrmMainTrayTest, TheClockIsInTheForegroundOnlyForItsMenu) {
-  WriteBytes(folder.File(L"Setting.ini"), WholeSettings{.timeForm = L"1"}.Bytes());
-  Open();
-  ASSERT_NE(Clock(), nullptr);
-  OtherWindow other;
-  HWND inFront = nullptr;
   InOpenMenu([this] { SendMouse(Clock(), WM_RBUTTONDOWN, 36, 36, MK_RBUTTON); },
              [&] {
                inFront = GetForegroundWindow();
@@ -296,6 +246,14 @@ TEST_F(FrmMainTrayTest, TheClockIsInTheForegroundOnlyForItsMenu) {
              });
   EXPECT_EQ(inFront, Clock());
   EXPECT_EQ(GetForegroundWindow(), other.hwnd());
+  OtherWindow clicked;
+  other.ComeToFront();
+  InTrayMenu([&] {
+    SetForegroundWindow(clicked.hwnd());
+    EndMenu();
+  });
+  Pump();
+  EXPECT_EQ(GetForegroundWindow(), clicked.hwnd());
 }
 
 }  // namespace

@@ -24,7 +24,7 @@ RECT InParent(HWND window) {
   return rect;
 }
 
-TEST_F(FrmMainTest, HasTheStatedSizeAndLayout) {
+TEST_F(FrmMainTest, HasItsSizeAndItsPartsInTheirPlaces) {
   Open();
   EXPECT_EQ(WindowText(window->hwnd()), L"Tellurvane");
   EXPECT_EQ(PixelsFromTwips(window->Width()), PixelsFromTwips(5'320));
@@ -39,18 +39,25 @@ TEST_F(FrmMainTest, HasTheStatedSizeAndLayout) {
   EXPECT_EQ(area.bottom, height);
   EXPECT_EQ(InParent(GetParent(toolbar)).left, 5);
   EXPECT_LE(InParent(GetParent(toolbar)).bottom, 28);
-}
+  EXPECT_EQ(SendMessageW(toolbar, TB_BUTTONCOUNT, 0, 0), 5);
 
-TEST_F(FrmMainTest, PutsTheSlidersBesideEachOther) {
-  Open();
   const RECT volume = InParent(VolumeSlider());
   const RECT position = InParent(PositionSlider());
   EXPECT_EQ(volume.top, 28);
   EXPECT_EQ(volume.right - volume.left, 70);
   EXPECT_EQ(position.top, 28);
   EXPECT_EQ(position.left, volume.right + 8);
-  EXPECT_GT(position.right, window->ScaleWidth() - 20);
+  EXPECT_GT(position.right, width - 20);
   EXPECT_LE(position.bottom, 49);
+
+  const auto header = reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0));
+  wchar_t title[32] = {};
+  HDITEMW item = {};
+  item.mask = HDI_TEXT;
+  item.pszText = title;
+  item.cchTextMax = 32;
+  SendMessageW(header, HDM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+  EXPECT_STREQ(title, L"專案名稱");
 }
 
 TEST_F(FrmMainTest, KeepsItsSizeAndIsShownInsideTheScreen) {
@@ -65,19 +72,6 @@ TEST_F(FrmMainTest, KeepsItsSizeAndIsShownInsideTheScreen) {
   window->Open();
   EXPECT_EQ(OnScreen(window->hwnd()).left, 0);
   EXPECT_EQ(OnScreen(window->hwnd()).top, 40);
-}
-
-TEST_F(FrmMainTest, HasFiveButtonsAndStopIsDisabled) {
-  Open();
-  EXPECT_EQ(SendMessageW(toolbar, TB_BUTTONCOUNT, 0, 0), 5);
-  for (const Button button : {kNew, kPlay, kOptions, kLeave}) EXPECT_TRUE(IsOn(button)) << button;
-  EXPECT_FALSE(IsOn(kStop));
-}
-
-TEST_F(FrmMainTest, GivesThePlayerTheSavedVolume) {
-  Open();
-  EXPECT_THAT(Taken(), ElementsAre(L"volume 37"));
-  EXPECT_TRUE(HasSetting(L"SavedVolume=37"));
 }
 
 // The pixels of a slider of the box's size with this text.
@@ -110,42 +104,10 @@ TEST_F(FrmMainTest, ThePositionHasTwoDecimalsAndTheVolumeNone) {
   EXPECT_NE(Shown(position), WithText(position, 0, false, L"0 %"));
 }
 
-TEST_F(FrmMainTest, SetsAndWritesTheVolume) {
-  Open();
-  const HWND slider = VolumeSlider();
-  // Two pixels are one percent.
-  MoveWindow(slider, 5, 28, 200, 19, TRUE);
-  const auto click = [&](int x) {
-    Taken();
-    SendMessageW(slider, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(x, 9));
-    SendMessageW(slider, WM_LBUTTONUP, 0, MAKELPARAM(x, 9));
-    Pump();
-  };
-  click(75);
-  EXPECT_THAT(Taken(), Contains(L"volume 38"));
-  EXPECT_TRUE(HasSetting(L"SavedVolume=38"));
-  click(73);
-  EXPECT_THAT(Taken(), Contains(L"volume 36"));
-  EXPECT_TRUE(HasSetting(L"SavedVolume=36"));
-}
-
-TEST_F(FrmMainTest, ShowsARowForEachTask) {
-  Tasks({{kReminderNote, L"a"}, {kReminderNote, L"b"}, {kReminderNote, L"c"}});
-  Open();
-  EXPECT_EQ(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0), 3);
-  const auto header = reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0));
-  std::wstring title(32, L'\0');
-  HDITEMW item = {};
-  item.mask = HDI_TEXT;
-  item.pszText = title.data();
-  item.cchTextMax = static_cast<int>(title.size());
-  SendMessageW(header, HDM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
-  EXPECT_STREQ(title.c_str(), L"專案名稱");
-}
-
 TEST_F(FrmMainTest, RunsAndStopsTheFirstRow) {
   Tasks({{kInternetRadio, L"http://example.invalid/"}, {kReminderNote, L"b"}});
   Open();
+  EXPECT_FALSE(IsOn(kStop));
   Taken();
   Select(0);
   Press(kPlay);
@@ -162,17 +124,6 @@ TEST_F(FrmMainTest, RunsAndStopsTheFirstRow) {
   EXPECT_FALSE(IsOn(kStop));
 }
 
-TEST_F(FrmMainTest, RunsNothingWithoutASelection) {
-  for (const bool isEmpty : {true, false}) {
-    if (!isEmpty) Tasks({{kInternetRadio, L"http://example.invalid/"}});
-    Open();
-    Taken();
-    Press(kPlay);
-    window->RunSelectedTask();
-    EXPECT_THAT(Taken(), IsEmpty());
-  }
-}
-
 TEST_F(FrmMainTest, StartsNoSecondTaskWhileOneStarts) {
   Tasks({{kLocalMusic, folder.File(L"Setting.ini")}});
   Open();
@@ -186,32 +137,6 @@ TEST_F(FrmMainTest, StartsNoSecondTaskWhileOneStarts) {
   window->RunSelectedTask();
   EXPECT_EQ(std::ranges::count(Taken(), std::wstring(L"play")), 1);
   EXPECT_TRUE(IsWindowEnabled(Area()));
-}
-
-TEST_F(FrmMainTest, FollowsMusicOnceItIsOpen) {
-  Tasks({{kLocalMusic, folder.File(L"Setting.ini")}});
-  Open();
-  Select(0);
-  player.isOpening = true;
-  window->RunSelectedTask();
-  const HWND slider = PositionSlider();
-  const auto isSliderEnabled = [slider] { return IsWindowEnabled(slider) != FALSE; };
-  EXPECT_FALSE(isSliderEnabled());
-  EXPECT_TRUE(IsWindowEnabled(Area())) << "the list can be used meanwhile";
-  EXPECT_TRUE(IsOn(kStop));
-  player.isOpening = false;
-  player.duration = 12;
-  EXPECT_TRUE(PumpUntil(isSliderEnabled));
-  player.position = 12;
-  EXPECT_TRUE(PumpUntil([&] { return !isSliderEnabled(); }));
-
-  // A stop while it opens is final.
-  player.isOpening = true;
-  window->RunSelectedTask();
-  Press(kStop);
-  player.isOpening = false;
-  player.position = 3;
-  EXPECT_FALSE(PumpUntil(isSliderEnabled, std::chrono::milliseconds(500)));
 }
 
 TEST_F(FrmMainTest, ContinuousPlayRunsTheSelectedTaskAndOthersFallDueMeanwhile) {
@@ -243,7 +168,6 @@ TEST_F(FrmMainTest, ContinuousPlayRunsTheSelectedTaskAndOthersFallDueMeanwhile) 
 }
 
 TEST_F(FrmMainTest, LeavesInOrder) {
-  Tasks({{kReminderNote, L"a"}});
   Open();
   Taken();
   std::vector<std::wstring> order;
@@ -252,8 +176,6 @@ TEST_F(FrmMainTest, LeavesInOrder) {
     EXPECT_TRUE(IsWindow(window->hwnd()));
     EXPECT_FALSE(IsWindow(list));
   });
-  DeleteFileW(folder.File(L"JobList.dbs").c_str());
-  general->settings.FilesPath = L"D:\\New\\";
   const HWND bar = toolbar;
   Press(kLeave);
   EXPECT_TRUE(IsWindow(bar)) << "destroyed inside its own click";
@@ -261,8 +183,6 @@ TEST_F(FrmMainTest, LeavesInOrder) {
   ASSERT_TRUE(PumpUntil([&] { return !window->IsLoaded(); }));
   EXPECT_THAT(order, ElementsAre(L"release"));
   EXPECT_THAT(Taken(), ElementsAre(L"close", L"stop"));
-  EXPECT_GT(ReadBytes(folder.File(L"JobList.dbs")).size(), 2U);
-  EXPECT_TRUE(HasSetting(L"FilesPath=D:\\New\\"));
   MSG message = {};
   EXPECT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
   EXPECT_EQ(message.wParam, 0U);

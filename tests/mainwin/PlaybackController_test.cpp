@@ -59,6 +59,8 @@ TEST_F(PlaybackTest, StartsTheSourceAndFollowsIt) {
   player.duration = 12.5;
   playback.FollowPosition();
   EXPECT_THAT(Taken(), ElementsAre(L"range 12.500000", L"slider on", L"timer on"));
+  playback.SliderH_PositionSetByMouse(3.75);
+  EXPECT_THAT(Taken(), ElementsAre(L"position 3.750000"));
 }
 
 TEST_F(PlaybackTest, FollowsOpeningMediaOnceItIsOpen) {
@@ -140,11 +142,6 @@ TEST_F(PlaybackTest, FollowsTheMediaToItsEnd) {
       }
     }
   }
-}
-
-TEST_F(PlaybackTest, Seeks) {
-  playback.SliderH_PositionSetByMouse(3.75);
-  EXPECT_THAT(Taken(), ElementsAre(L"position 3.750000"));
 }
 
 TEST_F(PlaybackTest, RoundsTheVolumeToTheEvenNumber) {

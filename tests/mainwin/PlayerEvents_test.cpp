@@ -28,14 +28,11 @@ class PlayerEventsTest : public testing::Test {
   ComPtr<IDispatch> sink = MakePlayerEvents(reports);
 };
 
-TEST_F(PlayerEventsTest, StoresAPlayStateOfEitherSign) {
+TEST_F(PlayerEventsTest, StoresAPlayStateOfEitherSignAndThatTheMediaIsOpen) {
   EXPECT_EQ(Raise(kPlayStateChange, VT_UI4, kPlayingState), S_OK);
   EXPECT_EQ(reports->PlayState(), kPlayingState);
   EXPECT_EQ(Raise(kPlayStateChange, VT_I4, kStoppedState), S_OK);
   EXPECT_EQ(reports->PlayState(), kStoppedState);
-}
-
-TEST_F(PlayerEventsTest, StoresThatTheMediaIsOpen) {
   constexpr LONG kMediaOpen = 13;
   EXPECT_EQ(Raise(kPlayStateChange, VT_UI4, kMediaOpen), S_OK);
   EXPECT_FALSE(reports->IsMediaOpen(kPlayingState));

@@ -23,6 +23,7 @@ constexpr int kWidth = 330;
 // The icon of a row, and the mark on its lower right corner.
 constexpr RECT kIconPlace = {22, 27, 54, 59};
 constexpr RECT kMarkPlace = {46, 51, 62, 67};
+constexpr RECT kBothPlaces = {22, 27, 62, 67};
 
 std::wstring IconFile(int id) {
   return L"" TELLURVANE_SOURCE_DIR "/resources/icon" + std::to_wstring(id) + L".ico";
@@ -82,18 +83,17 @@ class TaskRowPainterTest : public testing::Test {
     return ink;
   }
 
-  // What the place of the icon shows for a media type, and what it should show by the icon's file.
-  std::vector<Color> IconOf(int mediaType) {
+  // The place of the icon and its mark, as painted, and as the files of the icons have it.
+  std::vector<Color> IconOf(int mediaType, RowMark mark = RowMark::kNone) {
     task.MediaType = mediaType;
-    Paint();
-    return PixelsOf(picture.Dc(), kIconPlace);
+    Paint(mark);
+    return PixelsOf(picture.Dc(), kBothPlaces);
   }
-  std::vector<Color> WithIconFiles(std::initializer_list<std::pair<int, RECT>> files,
-                                   const RECT& place) {
+  std::vector<Color> WithIconFiles(std::initializer_list<std::pair<int, RECT>> files) {
     task.MediaType = -1;
     Paint();
     for (const auto& [id, where] : files) DrawIconFile(picture.Dc(), id, where);
-    return PixelsOf(picture.Dc(), place);
+    return PixelsOf(picture.Dc(), kBothPlaces);
   }
 
   TaskRecord task;
@@ -111,35 +111,23 @@ TEST_F(TaskRowPainterTest, WritesFourLinesBesideTheIcon) {
   }
 }
 
-TEST_F(TaskRowPainterTest, ShowsTheIconOfTheKindOfTask) {
+TEST_F(TaskRowPainterTest, ShowsTheIconOfTheKindOfTaskAndTheStateOnItsCorner) {
   LoadIcons();
-  const struct {
-    MediaType type;
-    int file;
-  } cases[] = {
+  const std::pair<MediaType, int> kinds[] = {
       {kInternetRadio, 101}, {kLocalMusic, 102}, {kApplication, 103}, {kReminderNote, 104}};
   const std::vector<Color> none = IconOf(-1);
   std::set<std::vector<Color>> looks = {none};
-  for (const auto& [type, file] : cases) {
-    const std::vector<Color> look = IconOf(type);
-    EXPECT_EQ(look, WithIconFiles({{file, kIconPlace}}, kIconPlace)) << file;
-    looks.insert(look);
+  for (const auto& [type, file] : kinds) {
+    looks.insert(IconOf(type));
+    EXPECT_EQ(IconOf(type), WithIconFiles({{file, kIconPlace}})) << file;
   }
   EXPECT_EQ(looks.size(), 5U) << "each is another one";
   EXPECT_EQ(IconOf(4), none) << "of no kind";
-}
-
-TEST_F(TaskRowPainterTest, ShowsTheStateOnTheCornerOfTheIcon) {
-  LoadIcons();
-  const struct {
-    RowMark mark;
-    int file;
-  } cases[] = {{RowMark::kPlaying, 105}, {RowMark::kDisabled, 106}, {RowMark::kDue, 107}};
-  for (const auto& [mark, file] : cases) {
-    task.MediaType = kLocalMusic;
-    Paint(mark);
-    const std::vector<Color> look = PixelsOf(picture.Dc(), kMarkPlace);
-    EXPECT_EQ(look, WithIconFiles({{102, kIconPlace}, {file, kMarkPlace}}, kMarkPlace)) << file;
+  const std::pair<RowMark, int> marks[] = {
+      {RowMark::kPlaying, 105}, {RowMark::kDisabled, 106}, {RowMark::kDue, 107}};
+  for (const auto& [mark, file] : marks) {
+    EXPECT_EQ(IconOf(kLocalMusic, mark), WithIconFiles({{102, kIconPlace}, {file, kMarkPlace}}))
+        << file;
   }
 }
 
@@ -160,9 +148,9 @@ TEST_F(TaskRowPainterTest, LeavesTheRightMarginFreeHoweverLongTheName) {
   EXPECT_EQ(InkIn({kWidth - 3, 0, kWidth, kTaskRowHeight}), 0);
 }
 
-TEST_F(TaskRowPainterTest, CutsWithAnEllipsisOnlyWhatDoesNotFit) {
-  const auto fitting = [&](const std::wstring& text, int width) {
-    return FittingText(picture.Dc(), text, width, RowFont::kName);
+TEST_F(TaskRowPainterTest, CutsOnlyWhatDoesNotFit) {
+  const auto fitting = [&](const std::wstring& text, int width, RowFont font = RowFont::kName) {
+    return FittingText(picture.Dc(), text, width, font);
   };
   EXPECT_EQ(fitting(L"休息", 500), L"休息");
   EXPECT_EQ(fitting(L"", 500), L"");
@@ -171,23 +159,15 @@ TEST_F(TaskRowPainterTest, CutsWithAnEllipsisOnlyWhatDoesNotFit) {
   EXPECT_LT(cut.size(), 20U);
   EXPECT_GT(cut.size(), 8U) << "as much as fits";
   EXPECT_EQ(fitting(L"長長", 0), L"…");
-}
-
-TEST_F(TaskRowPainterTest, NeverCutsACharacterInHalf) {
-  const std::wstring face = L"\U0001F600";
+  const std::wstring rule = fitting(std::wstring(35, L'_'), 100, RowFont::kRule);
+  EXPECT_FALSE(rule.empty());
+  EXPECT_LT(rule.size(), 35U);
+  EXPECT_EQ(rule.find_first_not_of(L'_'), std::wstring::npos) << "without an ellipsis";
   std::wstring faces;
-  for (int i = 0; i < 50; ++i) faces += face;
+  for (int i = 0; i < 50; ++i) faces += L"\U0001F600";
   for (int width = 20; width < 200; ++width) {
-    const std::wstring cut = FittingText(picture.Dc(), faces, width, RowFont::kName);
-    EXPECT_EQ(cut.size() % 2, 1U) << "whole pairs and the ellipsis, at " << width;
+    EXPECT_EQ(fitting(faces, width).size() % 2, 1U) << "whole pairs and the ellipsis, at " << width;
   }
-}
-
-TEST_F(TaskRowPainterTest, CutsARuleWithoutAnEllipsis) {
-  const std::wstring cut = FittingText(picture.Dc(), std::wstring(35, L'_'), 100, RowFont::kRule);
-  EXPECT_FALSE(cut.empty());
-  EXPECT_LT(cut.size(), 35U);
-  EXPECT_EQ(cut.find_first_not_of(L'_'), std::wstring::npos);
 }
 
 }  // namespace
