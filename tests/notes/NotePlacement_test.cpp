@@ -52,10 +52,6 @@ TEST(NotePlacementTest, CountsTheHeightOfEachNote) {
                                     {kFirstColumn, 3'540},
                                     {kFirstColumn, 5'040},
                                     {kFirstColumn, 5'640}}));
-  // The eleventh ends at 14,640.
-  const std::vector<NotePlace> places = PlacesOf(std::vector<double>(12, 3'000));
-  EXPECT_EQ(places[10], (NotePlace{kFirstColumn, 11'640}));
-  EXPECT_EQ(places[11], (NotePlace{kSecondColumn, 2'640}));
 }
 
 TEST(NotePlacementTest, BeginsAColumnAfterANoteThatPassesNineTenths) {

@@ -14,9 +14,6 @@
 namespace tellurvane {
 namespace {
 
-// From one note down to the next, in pixels.
-int Step() { return PixelsFromTwips(900); }
-
 // In the order in which they were shown.
 std::vector<HWND> NotesOnScreen() {
   std::vector<HWND> notes;
@@ -45,34 +42,6 @@ class NoteStackTest : public testing::Test {
   int pauses = 0;
   NoteStack stack{[this](unsigned) { ++pauses; }};
 };
-
-TEST_F(NoteStackTest, ShowsNotesNineHundredTwipsApart) {
-  for (int i = 0; i < 5; ++i) stack.Show(L"喝水", L"09:05:07");
-  const std::vector<HWND> notes = NotesOnScreen();
-  ASSERT_EQ(notes.size(), 5U);
-  for (size_t i = 1; i < notes.size(); ++i) {
-    EXPECT_EQ(OnScreen(notes[i]).top - OnScreen(notes[i - 1]).top, Step());
-    EXPECT_EQ(OnScreen(notes[i]).left, OnScreen(notes[0]).left);
-  }
-  for (const HWND note : notes) {
-    const RECT image = OnScreen(InsideOf(note, L"TellurvanePictureBox").at(0));
-    const POINT centre = {(image.left + image.right) / 2, (image.top + image.bottom) / 2};
-    EXPECT_EQ(GetAncestor(WindowFromPoint(centre), GA_ROOT), note) << "its close image is covered";
-  }
-}
-
-TEST_F(NoteStackTest, EachClosesByItselfAndGivesItsPlaceFree) {
-  for (int i = 0; i < 3; ++i) stack.Show(L"a", L"b");
-  const std::vector<HWND> notes = NotesOnScreen();
-  const LONG first = OnScreen(notes[0]).top;
-  SendMouse(notes[1], WM_LBUTTONDBLCLK, 50, 50, MK_LBUTTON);
-  EXPECT_EQ(NotesOnScreen(), (std::vector<HWND>{notes[0], notes[2]}));
-  SendMouse(InsideOf(notes[0], L"TellurvanePictureBox").at(0), WM_LBUTTONUP, 8, 8);
-  EXPECT_EQ(NotesOnScreen(), std::vector<HWND>{notes[2]});
-  SendMouse(notes[2], WM_LBUTTONDBLCLK, 50, 50, MK_LBUTTON);
-  stack.Show(L"a", L"b");
-  EXPECT_EQ(OnScreen(NotesOnScreen().at(0)).top, first);
-}
 
 // Also where the note is still in its own handler: the system's move with the mouse runs inside it.
 TEST_F(NoteStackTest, FreesAClosedNoteWhenTheNextIsShown) {
@@ -106,16 +75,17 @@ TEST_F(NoteStackTest, ClosesAllAtOnceWithoutFading) {
   stack.CloseAll();
 }
 
-TEST_F(NoteStackTest, BeginsANewColumnAtTheTop) {
+TEST_F(NoteStackTest, AClosedNoteGivesItsPlaceFreeAndAFullColumnBeginsAnother) {
   stack.Show(L"a", L"b");
   const RECT first = OnScreen(NotesOnScreen().at(0));
+  SendMouse(NotesOnScreen().at(0), WM_LBUTTONDBLCLK, 50, 50, MK_LBUTTON);
   const LONG limit = 9 * GetSystemMetrics(SM_CYSCREEN) / 10;
-  RECT previous = first;
-  while (previous.bottom <= limit) {
+  LONG top = first.top;
+  for (LONG bottom = 0; bottom <= limit; top += PixelsFromTwips(900)) {
     stack.Show(L"a", L"b");
     const RECT newest = OnScreen(NotesOnScreen().back());
-    ASSERT_EQ(newest.top, previous.top + Step());
-    previous = newest;
+    ASSERT_EQ(newest.top, top);
+    bottom = newest.bottom;
   }
   stack.Show(L"a", L"b");
   const RECT newest = OnScreen(NotesOnScreen().back());

@@ -7,12 +7,10 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/ActingForm.h"
 #include "tests/support/DialogTestSupport.h"
-#include "tests/support/FormProbe.h"
 #include "tests/support/Utf8.h"
-#include "tests/support/WindowTestSupport.h"
 #include "ui/Handle.h"
-#include "ui/Timer.h"
 
 namespace tellurvane {
 namespace {
@@ -59,28 +57,14 @@ class frmNotesEditTest : public testing::Test {
                                    const std::function<void(const OpenEditor&)>& use) {
     std::optional<std::wstring> written;
     frmNotesEdit editor(source, [&](const std::wstring& text) { written = text; });
-    Timer user;
-    user.Interval(10);
-    user.Tick = [&] {
-      if (!editor.Visible()) return;
-      user.Enabled(false);
-      use(OpenEditor(editor.hwnd()));
-    };
-    Timer guard;
-    guard.Interval(10'000);
-    guard.Tick = [&] {
-      ADD_FAILURE() << "the editor did not close";
-      editor.Unload();
-    };
-    user.Enabled(true);
-    guard.Enabled(true);
+    owner.ActLater([&] { use(OpenEditor(editor.hwnd())); });
     editor.Open(owner.hwnd());
     EXPECT_FALSE(editor.IsLoaded());
     EXPECT_TRUE(owner.Enabled());
     return written;
   }
 
-  TestForm owner;
+  ActingForm owner;
 };
 
 TEST_F(frmNotesEditTest, ShowsTheHintTheTextAndTwoButtons) {

@@ -103,6 +103,12 @@ TEST_F(frmNotesTest, EightLinesOfTwentyOneCharactersFit) {
   EXPECT_LT(lines.back().bottom, note->ScaleHeight() - 4);
   EXPECT_GT(rightmostInk, 320) << "the last character is there";
   EXPECT_LT(rightmostInk, note->ScaleWidth() - 4) << "and not cut";
+  // A longer line does not cover the edge.
+  Show(std::wstring(60, L'國'));
+  const Color edge = PixelOf(note->Dc(), 0, 60);
+  for (int y = 0; y < note->ScaleHeight(); ++y) {
+    ASSERT_EQ(PixelOf(note->Dc(), note->ScaleWidth() - 1, y), edge) << y;
+  }
 }
 
 TEST_F(frmNotesTest, OnlyAStoredBreakBeginsALine) {
@@ -113,14 +119,6 @@ TEST_F(frmNotesTest, OnlyAStoredBreakBeginsALine) {
   ASSERT_EQ(lines.size(), 3U);
   EXPECT_GE(lines[2].top - lines[1].top, 2 * (lines[1].top - lines[0].top) - 1)
       << "an empty line between";
-}
-
-TEST_F(frmNotesTest, ALongLineDoesNotCoverTheEdge) {
-  Show(std::wstring(60, L'國'));
-  const Color edge = PixelOf(note->Dc(), 0, 60);
-  for (int y = 0; y < note->ScaleHeight(); ++y) {
-    ASSERT_EQ(PixelOf(note->Dc(), note->ScaleWidth() - 1, y), edge) << y;
-  }
 }
 
 TEST_F(frmNotesTest, ShowsTheTimeAboveTheText) {
@@ -143,35 +141,25 @@ TEST_F(frmNotesTest, IsCreatedInvisibleAtItsPlace) {
   EXPECT_FALSE(note->Visible());
   EXPECT_EQ(WindowText(note->hwnd()), L"frmNotes");
 
-  const int screenWidth = GetSystemMetrics(SM_CXSCREEN);
-  const RECT place = OnScreen(note->hwnd());
-  const int width = PixelsFromTwips(5'400);
-  const auto stated = static_cast<LONG>(0.87 * (screenWidth - width / 2.0));
-  EXPECT_NEAR(place.left, std::min<LONG>(stated, screenWidth - width), 1);
-  EXPECT_NEAR(place.top, 0.2 * GetSystemMetrics(SM_CYSCREEN), 1);
-
   EXPECT_EQ(Prepare(L"a", {{1'000, 1'800}}).Top() - first, 900);
 }
 
-TEST_F(frmNotesTest, FadesInInSevenStepsAndStaysTranslucent) {
-  Prepare(L"a");
-  note->ShowNote();
-  EXPECT_THAT(log.opacities, ElementsAre(0, 40, 80, 120, 160, 200, 240));
-  EXPECT_THAT(log.milliseconds, ElementsAre(30, 30, 30, 30, 30, 30, 30));
-  EXPECT_EQ(OpacityOf(note->hwnd()), 230);
-  EXPECT_TRUE(note->Visible());
-}
-
-TEST_F(frmNotesTest, FadesOutOnceInSixSteps) {
-  note = std::make_unique<frmNotes>(1'000, [this, write = log.Pause()](unsigned milliseconds) {
+TEST_F(frmNotesTest, FadesInInSevenStepsAndOutOnceInSix) {
+  bool isClosing = false;
+  note = std::make_unique<frmNotes>(1'000, [&, write = log.Pause()](unsigned milliseconds) {
     write(milliseconds);
-    DoubleClick(100, 60);
+    if (isClosing) DoubleClick(100, 60);
   });
   note->Prepare(L"a", L"b", {});
   log.window = note->hwnd();
+  note->ShowNote();
+  EXPECT_THAT(log.opacities, ElementsAre(0, 40, 80, 120, 160, 200, 240));
+  EXPECT_EQ(OpacityOf(note->hwnd()), 230);
+  EXPECT_TRUE(note->Visible());
+  isClosing = true;
   note->Close();
-  EXPECT_THAT(log.opacities, ElementsAre(200, 160, 120, 80, 40, 0));
-  EXPECT_THAT(log.milliseconds, ElementsAre(30, 30, 30, 30, 30, 30));
+  EXPECT_THAT(log.opacities, ElementsAre(0, 40, 80, 120, 160, 200, 240, 200, 160, 120, 80, 40, 0));
+  EXPECT_THAT(log.milliseconds, Each(30));
   EXPECT_FALSE(note->IsLoaded());
 }
 
@@ -240,35 +228,6 @@ TEST_F(frmNotesTest, HasAShadowAndTheOddClassStyleAtItsEnd) {
   ASSERT_TRUE(GetClassInfoExW(GetModuleHandleW(nullptr), windowClass.c_str(), &closed));
   EXPECT_EQ(closed.style, CS_DBLCLKS | 0xFFFD'FFFF);
   EXPECT_EQ(GetClassLongPtrW(other.hwnd(), GCL_STYLE), open) << "of another note";
-}
-
-TEST_F(frmNotesTest, LeavesTheKeyboard) {
-  TestForm form;
-  const HWND edit = CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 0, 0, 50,
-                                    20, form.hwnd(), nullptr, nullptr, nullptr);
-  SetForegroundWindow(form.hwnd());
-  SetFocus(edit);
-  Pump();
-  ASSERT_EQ(GetFocus(), edit);
-  Show();
-  EXPECT_EQ(GetFocus(), edit);
-  EXPECT_EQ(GetActiveWindow(), form.hwnd());
-  EXPECT_EQ(GetForegroundWindow(), form.hwnd());
-  note->Close();
-  Pump();
-  EXPECT_EQ(GetFocus(), edit);
-}
-
-TEST_F(frmNotesTest, ALeftPressHandsTheWindowToTheSystemsMove) {
-  Show();
-  CaughtMessage caught(note->hwnd(), WM_NCLBUTTONDOWN);
-  SetCapture(note->hwnd());
-  SendMouse(note->hwnd(), WM_LBUTTONDOWN, 100, 60, MK_LBUTTON);
-  EXPECT_THAT(caught.Taken(), ElementsAre(WPARAM{HTCAPTION}));
-  EXPECT_EQ(GetCapture(), nullptr);
-  SendMouse(note->hwnd(), WM_RBUTTONDOWN, 100, 60, MK_RBUTTON);
-  SendMouse(note->hwnd(), WM_MBUTTONDOWN, 100, 60, MK_MBUTTON);
-  EXPECT_THAT(caught.Taken(), IsEmpty());
 }
 
 TEST_F(frmNotesTest, IsPulledBackWhenTheMouseMovesOverIt) {
