@@ -11,8 +11,7 @@ namespace tellurvane {
 struct Scenario {
   const char* name = nullptr;
   std::function<void()> act;
-  // The functions of AllFailingCalls() that the scenario must call. If empty: those that it happens
-  // to call.
+  // The functions that the scenario must call. If empty: those that it happens to call.
   std::set<std::string> calls = {};
   // Runs before each run; no call fails in it.
   std::function<void()> prepare = [] {};

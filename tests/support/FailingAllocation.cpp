@@ -42,7 +42,6 @@ FailingAllocation::FailingAllocation(int toGrant, int toFail, bool (*toCount)())
 }
 FailingAllocation::~FailingAllocation() { isActive = false; }
 bool FailingAllocation::Happened() { return hasHappened; }
-int FailingAllocation::Asked() { return asked; }
 
 AllocationPause::AllocationPause() : wasActive_(std::exchange(isActive, false)) {}
 AllocationPause::~AllocationPause() { isActive = wasActive_; }

@@ -17,8 +17,6 @@ class FailingAllocation {
 
   // Whether one has failed.
   static bool Happened();
-  // How many were asked for, since the beginning of the last one that lived.
-  static int Asked();
 };
 
 // While it lives, allocations succeed again and are not counted: what belongs to the test's own

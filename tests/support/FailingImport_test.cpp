@@ -48,28 +48,6 @@ TEST(FailingImportTest, NothingFailsAfterItsEnd) {
   EXPECT_EQ(BrushFunction(), before);
 }
 
-TEST(FailingImportTest, AllArgumentsArrive) {
-  const FailingImport windows({"CreateWindowExW"});
-  const HWND window = CreateWindowExW(WS_EX_TOPMOST, L"Static", L"text", WS_POPUP, 11, 12, 130, 140,
-                                      nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
-  EXPECT_EQ(windows.Calls(), 1);
-  RECT place = {};
-  GetWindowRect(window, &place);
-  EXPECT_EQ(place.left, 11);
-  EXPECT_EQ(place.top, 12);
-  EXPECT_EQ(place.right, 141);
-  EXPECT_EQ(place.bottom, 152);
-  DestroyWindow(window);
-}
-
-TEST(FailingImportTest, FailsWithTheValueThatTheFunctionHasForIt) {
-  FailingImport files({"CreateFileW", static_cast<std::uint64_t>(-1), ERROR_ACCESS_DENIED});
-  files.Fail(1);
-  EXPECT_EQ(CreateFileW(L"none", GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr),
-            INVALID_HANDLE_VALUE);
-  EXPECT_EQ(GetLastError(), DWORD{ERROR_ACCESS_DENIED});
-}
-
 // The first call of such a function puts the address of the function itself into the table.
 TEST(FailingImportTest, ReachesWhatIsBoundAtTheFirstCall) {
   NOTIFYICONDATAW none = {};
@@ -82,10 +60,6 @@ TEST(FailingImportTest, ReachesWhatIsBoundAtTheFirstCall) {
     icons.Fail(1);
     EXPECT_TRUE(Shell_NotifyIconW(NIM_DELETE, &none)) << "the answer that stands for the failure";
   }
-}
-
-TEST(FailingImportTest, KnowsWhatTheProgramDoesNotCall) {
-  EXPECT_FALSE(FailingImport({"NoSuchFunction"}).IsImported());
 }
 
 }  // namespace

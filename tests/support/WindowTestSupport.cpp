@@ -43,29 +43,20 @@ long CountGdiObjects() {
 
 long CountWindows() {
   long count = 0;
-  const auto countOne = [](HWND window, LPARAM counter) -> BOOL {
-    DWORD process = 0;
-    GetWindowThreadProcessId(window, &process);
-    if (process != GetCurrentProcessId()) return TRUE;
-    ++*reinterpret_cast<long*>(counter);
-    return TRUE;
-  };
   const auto countTree = [](HWND window, LPARAM counter) -> BOOL {
     DWORD process = 0;
     GetWindowThreadProcessId(window, &process);
     if (process != GetCurrentProcessId()) return TRUE;
-    ++*reinterpret_cast<long*>(counter);
-    EnumChildWindows(
-        window,
-        [](HWND, LPARAM inner) -> BOOL {
-          ++*reinterpret_cast<long*>(inner);
-          return TRUE;
-        },
-        counter);
+    const auto countOne = [](HWND, LPARAM inner) -> BOOL {
+      ++*reinterpret_cast<long*>(inner);
+      return TRUE;
+    };
+    countOne(window, counter);
+    EnumChildWindows(window, countOne, counter);
     return TRUE;
   };
   EnumWindows(countTree, reinterpret_cast<LPARAM>(&count));
-  EnumChildWindows(HWND_MESSAGE, countOne, reinterpret_cast<LPARAM>(&count));
+  EnumChildWindows(HWND_MESSAGE, countTree, reinterpret_cast<LPARAM>(&count));
   return count;
 }
 
