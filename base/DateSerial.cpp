@@ -39,7 +39,7 @@ int DaysInMonth(int year, int month) {
   return month == 4 || month == 6 || month == 9 || month == 11 ? 30 : 31;
 }
 
-// The serial on a line that runs forward on both sides of the zero day.
+// Days since the zero day as a plain number: the serial -1.5, noon of the 29th, becomes -0.5.
 double LinearDays(DateSerial serial) {
   if (serial >= 0) return serial;
   const double day = std::trunc(serial);

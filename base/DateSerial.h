@@ -1,6 +1,6 @@
-// Date values: days since 30 December 1899 in a double, the time of day as the fraction, local
-// time without any zone. This is the platform's automation date, its oddity included: before the
-// zero day the fraction still counts forward from midnight, so that -1.5 is noon of the 29th.
+// Date values: days since 30 December 1899 ("the zero day") in a double, with the time of day as
+// the fraction, in local time. Like the platform's automation date: before the zero day the
+// fraction still counts forward from midnight, so -1.5 is noon of the 29th.
 #pragma once
 
 #include <cstdint>

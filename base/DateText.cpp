@@ -128,13 +128,13 @@ bool IsDateGap(Gap gap) { return gap == Gap::kDate || gap == Gap::kEither; }
 bool IsTimeGap(Gap gap) { return gap == Gap::kTime || gap == Gap::kEither; }
 
 int FullYear(const NumberToken& year, const DateFormat& format) {
-  // A calendar that began later writes its first hundred years in full with two digits.
+  // In a calendar with an offset two digits are a complete year: 99 in Taiwan is 2010.
   if (year.digits <= 2 && format.yearOffset <= 0) {
     const int century = format.twoDigitYearMax - format.twoDigitYearMax % 100;
     const int full = century + year.value;
     return full > format.twoDigitYearMax ? full - 100 : full;
   }
-  // Another calendar's year, unless it only makes sense as a plain one.
+  // Adds the calendar's offset if the result lies between 1900 and 2200.
   const int shifted = year.value + format.yearOffset;
   return shifted >= 1900 && shifted <= 2200 ? shifted : year.value;
 }

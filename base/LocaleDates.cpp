@@ -50,7 +50,7 @@ int YearOffset() {
 }
 
 // Some calendars differ in their months too. Then only the platform can read what it wrote.
-bool ReadsWhatIsWritten(const DateFormat& format) {
+bool CanReadPlatformDates(const DateFormat& format) {
   for (const CivilDateTime& moment :
        {CivilDateTime{2011, 2, 3, 0, 5, 9}, CivilDateTime{2024, 2, 29, 12, 34, 56},
         CivilDateTime{2026, 12, 31, 23, 59, 59}}) {
@@ -114,7 +114,7 @@ std::optional<DateSerial> ReadSystemDate(std::wstring_view text) {
 
 DateReader UserDateReader() {
   const DateFormat format = UserDateFormat();
-  if (ReadsWhatIsWritten(format)) return {format, ReadSystemDate};
+  if (CanReadPlatformDates(format)) return {format, ReadSystemDate};
   return {std::nullopt, ReadSystemDate};
 }
 

@@ -28,19 +28,19 @@ class Parts {
         hasHalf_(picture.find(L"AMPM") != std::wstring_view::npos),
         half_(civil_.hour < kHoursPerHalf ? halves.morning : halves.afternoon) {}
 
-  // The text of the part that the rest of a picture begins with; its length is taken from the rest.
+  // Formats the first part of the pattern `rest` and removes it from `rest`.
   std::wstring Next(std::wstring_view& rest) {
     if (Take(rest, L"yyyy")) return Padded(civil_.year, 4);
     if (Take(rest, L"dd")) return Padded(civil_.day, 2);
     if (Take(rest, L"ss")) return Padded(civil_.second, 2);
     if (Take(rest, L"AMPM")) return half_;
     if (Take(rest, L"hh")) {
-      isBehindHours_ = true;
+      isAfterHours_ = true;
       return Padded(hasHalf_ ? HourOnDial(civil_.hour) : civil_.hour, 2);
     }
     if (Take(rest, L"mm")) {
-      const bool isMinute = isBehindHours_;
-      isBehindHours_ = false;
+      const bool isMinute = isAfterHours_;
+      isAfterHours_ = false;
       return Padded(isMinute ? civil_.minute : civil_.month, 2);
     }
     std::wstring literal(rest.substr(0, 1));
@@ -58,7 +58,7 @@ class Parts {
   CivilDateTime civil_;
   bool hasHalf_;
   const std::wstring& half_;
-  bool isBehindHours_ = false;
+  bool isAfterHours_ = false;
 };
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Numbers and moments written after a picture of what they should look like.
+// Formats dates, times and percentages by a pattern.
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@
 
 namespace tellurvane {
 
-// What a locale calls the halves of the day. Both are empty where it does not name them.
+// The locale's AM and PM designators. Both are empty if the locale has none.
 struct DayHalves {
   std::wstring morning;
   std::wstring afternoon;
@@ -19,8 +19,8 @@ struct DayHalves {
 // puts the hours on a clock of twelve. Everything else is copied. The moment must be a date.
 std::wstring FormatMoment(std::wstring_view picture, DateSerial moment, const DayHalves& halves);
 
-// "37.25 %" for 0.3725 and two decimals. Halves are rounded away from zero. What is no finite
-// number is written as 0.
+// "37.25 %" for 0.3725 and two decimals. Halves are rounded away from zero. NaN and infinity are
+// written as 0.
 std::wstring FormatPercent(double quotient, int decimals);
 
 }  // namespace tellurvane

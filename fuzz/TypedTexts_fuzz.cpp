@@ -61,7 +61,7 @@ void TryTask(const TaskFields& fields) {
   TaskRecord other;
   other.Name = L"other";
   const auto outcome = ValidateTask(fields, {}, {other}, surroundings);
-  if (const auto* const refusal = std::get_if<TaskRefusal>(&outcome)) {
+  if (const auto* const refusal = std::get_if<ValidationError>(&outcome)) {
     Expect(!refusal->message.empty(), "a refusal says why");
     return;
   }

@@ -55,8 +55,9 @@ void PlaybackController::TimerVis_Tick() {
   const double position = player_.Position();
   const double duration = player_.Duration();
   const bool hasEnded = player_.HasEnded();
-  // Deliberately in whole seconds: a remaining fraction and 0 of 0, media that could not be opened,
-  // count as the end. The player's report counts too, since no tick may see both equal.
+  // Deliberately compares whole seconds: a remaining fraction counts as the end. So does 0 of 0,
+  // media that could not be opened. The player's report counts too: no tick may see both values
+  // equal.
   if (!hasEnded && RoundHalfToEven(position) != RoundHalfToEven(duration)) {
     view_.PositionRange(duration);
     view_.PositionValue(position);

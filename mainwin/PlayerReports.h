@@ -17,7 +17,7 @@ class PlayerReports {
 
   int PlayState() const { return playState_; }
   bool IsMediaOpen(int stateNow) const;
-  // Without a reported end nobody needs to ask for the state.
+  // If false, HasMediaEnded is false too, and the caller need not ask the control for its state.
   bool IsEndReported() const { return hasMediaEnded_; }
   bool HasMediaEnded(int stateNow) const;
 

@@ -68,7 +68,7 @@ void TaskRowsView::DropRemoved() {
   std::erase_if(general_.tasks, IsRemoved);
 }
 
-// The row once the removed tasks are erased; none for a removed task.
+// The task's row after the removed tasks are erased; none if the task itself was removed.
 std::optional<size_t> TaskRowsView::RowWithoutRemoved(std::optional<size_t> row) const {
   const TaskList& tasks = general_.tasks;
   if (!row || *row >= tasks.size()) return row;

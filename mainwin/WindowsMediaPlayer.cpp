@@ -19,7 +19,7 @@ constexpr ULONGLONG kMissingMilliseconds = 10'000;
 constexpr int kLoudest = 100;
 constexpr double kLongest = 1e9;  // seconds
 
-double Sane(double seconds) {
+double ClampedSeconds(double seconds) {
   return std::isfinite(seconds) && seconds > 0 ? std::min(seconds, kLongest) : 0;
 }
 
@@ -53,7 +53,7 @@ bool WindowsMediaPlayer::Make() {
     controls_.Reset();
     player_.Reset();
   }
-  missedAt_ = player_ ? 0 : GetTickCount64();
+  creationFailedAt_ = player_ ? 0 : GetTickCount64();
   return static_cast<bool>(player_);
 }
 
@@ -136,8 +136,8 @@ bool WindowsMediaPlayer::HasEnded() {
 }
 
 int WindowsMediaPlayer::PlayState() {
-  if (missedAt_ != 0) {
-    const bool isRecent = GetTickCount64() - missedAt_ < kMissingMilliseconds;
+  if (creationFailedAt_ != 0) {
+    const bool isRecent = GetTickCount64() - creationFailedAt_ < kMissingMilliseconds;
     return isRecent ? kStoppedState : kUndefinedState;
   }
   // A control without `close` stays stopped; for the user it is closed.
@@ -148,7 +148,7 @@ int WindowsMediaPlayer::PlayState() {
 }
 
 std::wstring WindowsMediaPlayer::Status() {
-  if (missedAt_ != 0) return L"找不到媒體播放程式";
+  if (creationFailedAt_ != 0) return L"找不到媒體播放程式";
   Bstr text;
   if (player_ && SUCCEEDED(player_->get_status(text.Receive()))) return text.Text();
   return StateText(PlayState());
@@ -157,7 +157,7 @@ std::wstring WindowsMediaPlayer::Status() {
 double WindowsMediaPlayer::Position() {
   double seconds = 0;
   if (!isOpen_ || FAILED(controls_->get_currentPosition(&seconds))) return 0;
-  return Sane(seconds);
+  return ClampedSeconds(seconds);
 }
 
 void WindowsMediaPlayer::Position(double seconds) {
@@ -169,7 +169,7 @@ double WindowsMediaPlayer::Duration() {
   double seconds = 0;
   // A control without `close` keeps the previous media.
   if (!isOpen_ || !media || FAILED(media->get_duration(&seconds))) return 0;
-  return Sane(seconds);
+  return ClampedSeconds(seconds);
 }
 
 std::wstring WindowsMediaPlayer::PositionText() {

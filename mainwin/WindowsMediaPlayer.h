@@ -55,8 +55,8 @@ class WindowsMediaPlayer final : public MediaPlayer {
   void ApplyVolume();
   ComPtr<IWMPMedia> CurrentMedia();
 
-  // When the control could not be created; 0 after it was.
-  ULONGLONG missedAt_ = 0;
+  // The tick count when the control could not be created; 0 if it was created.
+  ULONGLONG creationFailedAt_ = 0;
   bool isOpen_ = false;     // a URL was set and not closed since
   bool isStarted_ = false;  // the control took the play command
   int volume_ = 0;

@@ -21,9 +21,9 @@ struct OpenNote {
   double height = 0;
 };
 
-// Below the open notes, which are in the order in which they were shown, on the right-hand side of
-// the screen. The next column, to the left, begins where the stack would pass nine tenths of the
-// screen's height. All twips.
+// Places a note below the open notes, on the right-hand side of the screen. `open` is in the order
+// of showing. After a note that ends below nine tenths of the screen's height, a new column begins
+// at the left. All lengths are twips.
 NotePlace PlaceOfNote(std::span<const OpenNote> open, double width, double height,
                       double screenWidth, double screenHeight);
 

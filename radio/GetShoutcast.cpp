@@ -9,8 +9,8 @@
 namespace tellurvane {
 namespace {
 
-// Positions count from 1, as the rules of this page do: a marker that is not found is at 0, and the
-// places that are reckoned from it are small numbers.
+// Positions count from 1. A marker that is not found is at 0, and positions computed from it are
+// small numbers. The results for broken pages depend on that.
 
 // All places of a marker. They are collected once, because on a broken page each of 200 rows begins
 // its searches at the page's beginning.
@@ -68,13 +68,13 @@ StationSearch GetShoutcast(std::wstring page) {
   while (rows.size() < kMostShoutcastRows) {
     const size_t start = ids.From(resume + 1);
     if (start == 0) break;
-    // The page does not hold what the last station needed: the search went back for it.
+    // The search went back, because the page lacks a part of the last station.
     if (start <= last) stations.isWhole = false;
     last = start;
     size_t a = quotes.From(start) + 1;
     size_t b = quotes.From(a);
     take(latest.url, a, b);
-    // After a quote that was not found nothing is searched, and `a` stays.
+    // If the quote was not found, nothing more is searched, and `a` stays.
     if (b != 0) a = types.From(b) + 4;
     b = quotes.From(a);
     take(latest.type, a, b);

@@ -8,7 +8,8 @@
 namespace tellurvane {
 namespace {
 
-// Deliberate, the odd language tag too: the directories serve this browser what the rules read.
+// Deliberate, with its odd language tag: to this browser the directories send the pages that the
+// parsers can read.
 constexpr const wchar_t* kUserAgent =
     L"Mozilla/5.0 (Windows; U; Windows NT 5.1; zh-en; rv:1.9.2) Gecko/20100115 Firefox/3.6";
 

@@ -95,8 +95,8 @@ bool NeedsDecoding(std::wstring_view run) {
 
 }  // namespace
 
-// No replacement reaches across a character that is part of nothing. So each run of parts is
-// decoded by itself, and the long list is gone through for few and short texts.
+// No entity, reference or tag contains any other character. So each run of these characters is
+// decoded alone, and the long list of entities is searched in few and short texts only.
 std::wstring ReplaceHTML(std::wstring_view text) {
   std::wstring decoded;
   decoded.reserve(text.size());

@@ -1,4 +1,4 @@
-// From a directory's page to its stations. None fails on any page, except for want of memory.
+// Parsers: from a directory's page to its stations. They accept any page; only memory can run out.
 #pragma once
 
 #include <functional>
@@ -20,11 +20,11 @@ inline constexpr size_t kMostShoutcastRows = 200;
 
 // A line break before every id, and no quote before a colon.
 std::wstring PreparedShoutcast(std::wstring_view page);
-// Of a prepared page. A field that cannot be cut keeps the text of the station before. On a page
-// that is not whole the search goes back, and lists stations again.
+// Takes a prepared page. A field that is not found keeps the text of the previous station. On an
+// incomplete page the search goes back, so the same stations may be listed again.
 StationSearch GetShoutcast(std::wstring page);
 
-// Of a page as it came. A field that is missing, or too long, keeps the text of the station before.
+// Takes the page as it is. A missing or too long field keeps the text of the previous station.
 StationRows GetIcecast(std::wstring_view page);
 
 // The page without the marks of popular stations.

@@ -39,7 +39,7 @@ class StationRows {
   bool empty() const { return stations_.empty(); }
   size_t size() const { return stations_.size(); }
   StationRow operator[](size_t row) const { return makeRow_(stations_[row]); }
-  // Made of the first characters of each text, for a look at the row.
+  // A row from the first `most` characters of each text, for painting.
   StationRow Head(size_t row, size_t most) const {
     StationTexts texts = stations_[row];
     for (std::wstring_view* const text :

@@ -228,13 +228,13 @@ void frmRadioList::cmdSearch_Click() {
   if (IsLoaded()) {
     list_.Block(false);
     LockControls(false);
-    GiveBackFocus(focus);
+    RestoreFocus(focus);
   }
   isSearching_ = false;
 }
 
 // Unless the user moved it elsewhere.
-void frmRadioList::GiveBackFocus(HWND focus) {
+void frmRadioList::RestoreFocus(HWND focus) {
   const bool isOurs = GetActiveWindow() == hwnd() && !IsChild(hwnd(), GetFocus());
   if (isOurs && IsChild(hwnd(), focus)) ::SetFocus(focus);
 }

@@ -55,7 +55,7 @@ class frmRadioList final : public Form {
   DirectoryQuery Query() const;
   void Search(const DirectoryQuery& query);
   void LockControls(bool locked);
-  void GiveBackFocus(HWND focus);
+  void RestoreFocus(HWND focus);
   void EnableSearchControls();
   void ShowMode();
   void Show(StationSearch search);

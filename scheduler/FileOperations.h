@@ -9,7 +9,7 @@
 
 namespace tellurvane {
 
-enum class OpenOutcome { kOpened, kMissing, kRefused };
+enum class OpenOutcome { kOpened, kMissing, kFailed };
 enum class CopyOutcome { kCopied, kSourceMissing, kTargetExists, kFailed };
 
 // At most one file is open for reading and one for writing at a time. Closing is always allowed.

@@ -149,7 +149,7 @@ bool FrmSet::SaveJob() {
   const auto refusal = editor_.Save(ReadFields());
   if (refusal) {
     Ask(refusal->message, MB_OK | MB_ICONINFORMATION);
-    if (refusal->emptiesInterval) {
+    if (refusal->clearsInterval) {
       txtInterval_.control.text(L"");
       txtInterval_.box.SetFocus();
     }

@@ -17,8 +17,8 @@
 
 namespace tellurvane {
 
-// Services of the editor's owner. `browseForSource` and `ask` must be set; without one of the
-// others the "..." button does nothing for its media type. Each returns nothing when the user
+// Services of the editor's owner. Without `chooseStation` or `editNote` the "..." button does
+// nothing for that media type; all others must be set. The first three return nothing when the user
 // cancels.
 struct EditorServices {
   std::function<std::optional<std::wstring>(bool wantExecutables)> browseForSource;

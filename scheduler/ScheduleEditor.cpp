@@ -70,12 +70,12 @@ void ScheduleEditor::Edit() {
   if (Abilities().editTask) state_ = EditorState::kExistingTask;
 }
 
-std::optional<TaskRefusal> ScheduleEditor::Save(const TaskFields& fields) {
+std::optional<ValidationError> ScheduleEditor::Save(const TaskFields& fields) {
   if (!Abilities().saveTask) return std::nullopt;
   std::optional<size_t> edited;
   if (state_ == EditorState::kExistingTask) edited = rows_.at(*selected_);
   auto outcome = ValidateTask(fields, edited, tasks_, surroundings_);
-  if (const auto* const refusal = std::get_if<TaskRefusal>(&outcome)) return *refusal;
+  if (const auto* const refusal = std::get_if<ValidationError>(&outcome)) return *refusal;
   auto& task = std::get<TaskRecord>(outcome);
   if (edited) {
     tasks_[*edited] = std::move(task);

@@ -50,7 +50,7 @@ class ScheduleEditor {
   void New();
   void Edit();
   // Nothing when the task was saved; it is then selected. Otherwise editing goes on.
-  std::optional<TaskRefusal> Save(const TaskFields& fields);
+  std::optional<ValidationError> Save(const TaskFields& fields);
   void Cancel();
   void Remove();
 

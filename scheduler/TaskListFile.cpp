@@ -7,18 +7,18 @@
 namespace tellurvane {
 namespace {
 
-class EndOfReading {
+class ReadingCloser {
  public:
-  explicit EndOfReading(FileOperations& files) : files_(files) {}
-  EndOfReading(const EndOfReading&) = delete;
-  EndOfReading& operator=(const EndOfReading&) = delete;
-  ~EndOfReading() { files_.CloseReading(); }
+  explicit ReadingCloser(FileOperations& files) : files_(files) {}
+  ReadingCloser(const ReadingCloser&) = delete;
+  ReadingCloser& operator=(const ReadingCloser&) = delete;
+  ~ReadingCloser() { files_.CloseReading(); }
 
  private:
   FileOperations& files_;
 };
 
-// How many seconds' names are tried for a backup before it counts as failed.
+// A backup's name holds the time to the second. If a name is taken, the next second is tried.
 constexpr int kBackupNames = 60;
 
 std::wstring BackupStamp(DateSerial moment) { return FormatMoment(L"yyyymmdd-hhmmss", moment, {}); }
@@ -37,7 +37,7 @@ bool TaskListFile::Load(TaskList& tasks) {
   tasks.clear();
   isUnread_ = false;
   TaskListReading reading = Read();
-  backupOwed_ = reading.hasLoss;
+  isBackupNeeded_ = reading.hasLoss;
   tasks = std::move(reading.tasks);
   // When the rewrite fails, the next save makes up for it.
   if (Write(tasks)) isUnread_ = false;
@@ -55,9 +55,9 @@ bool TaskListFile::Write(std::span<const TaskRecord> tasks) {
   // The next load would not read such a file: the whole list would be lost.
   if (bytes.size() >= kTaskListSizeLimit) return false;
   std::wstring backup;
-  if (backupOwed_ && !KeepBackup(backup)) return false;
+  if (isBackupNeeded_ && !KeepBackup(backup)) return false;
   if (WriteBeside(bytes) && files_.MoveOver(temporaryPath_, path_)) {
-    backupOwed_ = false;
+    isBackupNeeded_ = false;
     return true;
   }
   files_.Remove(temporaryPath_);
@@ -69,7 +69,7 @@ bool TaskListFile::Write(std::span<const TaskRecord> tasks) {
 TaskListReading TaskListFile::Read() {
   const OpenOutcome opened = files_.OpenForReading(path_);
   if (opened == OpenOutcome::kMissing) return {};
-  isUnread_ = opened == OpenOutcome::kRefused;
+  isUnread_ = opened == OpenOutcome::kFailed;
   if (isUnread_) return {.tasks = {}, .hasLoss = true};
   const auto bytes = ReadBytes();
   if (!bytes) return {.tasks = {}, .hasLoss = true};
@@ -82,8 +82,8 @@ TaskListReading TaskListFile::Read() {
 }
 
 std::optional<std::string> TaskListFile::ReadBytes() {
-  // Also when memory runs out: a file that stays open cannot be replaced.
-  const EndOfReading end(files_);
+  // Closes the file also if an allocation fails: an open file cannot be replaced.
+  const ReadingCloser end(files_);
   const auto size = files_.SizeOfReading();
   isUnread_ = !size;
   if (!size || *size >= kTaskListSizeLimit) return std::nullopt;
@@ -91,7 +91,7 @@ std::optional<std::string> TaskListFile::ReadBytes() {
   size_t filled = 0;
   while (filled < bytes.size()) {
     const auto got = files_.Read(bytes.data() + filled, bytes.size() - filled);
-    // A file that ends before its size was not read: half a list must not replace the whole.
+    // Half a list must not replace the whole: a file that ends too early counts as unread.
     isUnread_ = !got || *got == 0;
     if (isUnread_) return std::nullopt;
     filled += *got;

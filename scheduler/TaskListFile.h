@@ -59,7 +59,7 @@ class TaskListFile {
   std::wstring temporaryPath_;
   TaskListDialect dialect_;
   Clock clock_;
-  bool backupOwed_ = false;
+  bool isBackupNeeded_ = false;
   bool isUnread_ = false;
 };
 

@@ -29,7 +29,7 @@ struct CompoundField {
 
 std::wstring DecodeUtf16(std::string_view bytes) {
   std::wstring text(bytes.size() / 2, L'\0');
-  // not covered: Windows' characters alone are of this size; the same tests run there
+  // not covered: wchar_t has this size on Windows only, where the same tests run
   if constexpr (sizeof(wchar_t) == 2) {
     std::memcpy(text.data(), bytes.data(), text.size() * 2);
   } else {

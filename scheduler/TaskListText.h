@@ -31,7 +31,7 @@ struct DecodedText {
 // Turns bytes in the user's ANSI code page into UTF-16.
 using AnsiDecoder = std::function<DecodedText(std::string_view bytes)>;
 
-// UTF-16 after the mark FF FE, ANSI without it. Nothing when UTF-16 ends in half a unit.
+// UTF-16 after the byte order mark FF FE, ANSI without it. Nothing when UTF-16 ends in half a unit.
 std::optional<DecodedText> DecodeTaskListBytes(std::string_view bytes,
                                                const AnsiDecoder& decodeAnsi);
 

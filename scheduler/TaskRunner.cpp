@@ -47,7 +47,7 @@ void TaskRunner::Tick() {
   timer_.SetEnabled(false);
 
   const Sweep sweep = SweepRows();
-  // Deliberately without lasting effect: switching the timer on below sets its one interval.
+  // Deliberately without effect: SetTaskTimer below sets the timer's only interval.
   timer_.SetInterval(sweep.soonest > 1 ? kIdleMilliseconds : kSoonMilliseconds);
   if (sweep.runs > 0) {
     EnableRows();

@@ -80,9 +80,8 @@ class TaskRunner {
   void RunNow(std::optional<size_t> row);
   void SwitchEnabled(std::optional<size_t> row);
 
-  // Runs the row as RunNow does, because music has ended. Each run starts the interval of the timer
-  // again, and sounds that are shorter than it would keep every task from running: a tick that is
-  // overdue is posted.
+  // Like RunNow, for music that has ended. Each run restarts the task timer, so repeated sounds
+  // that are shorter than its interval would stop all ticks. Posts a tick if one is overdue.
   void RunForContinuousPlay(std::optional<size_t> row);
 
   // Switches the task timer on, at its one interval, or off.

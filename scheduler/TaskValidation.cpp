@@ -24,15 +24,16 @@ struct IntervalLimit {
 constexpr std::array<IntervalLimit, 3> kLimits = {
     {{60, L"60 分鐘"}, {24, L"24 小時"}, {7, L"7 天(每週)"}}};
 
-std::optional<TaskRefusal> RefusedInterval(const TaskFields& fields) {
+std::optional<ValidationError> IntervalError(const TaskFields& fields) {
   const auto number = ParseNumber(fields.interval);
-  // Less than a half would be stored as 0.
-  if (!number || RoundHalfToEven(*number) <= 0) return TaskRefusal{kNoInterval, true};
+  // 0.5 or less would be stored as 0.
+  if (!number || RoundHalfToEven(*number) <= 0) return ValidationError{kNoInterval, true};
   // A task from a file may have an unknown unit; it cannot be saved like that.
-  if (fields.timeType < kMinutes || fields.timeType > kDays) return TaskRefusal{kNoInterval, false};
+  if (fields.timeType < kMinutes || fields.timeType > kDays)
+    return ValidationError{kNoInterval, false};
   const IntervalLimit& limit = kLimits.at(static_cast<size_t>(fields.timeType));
   if (*number <= limit.most) return std::nullopt;
-  return TaskRefusal{
+  return ValidationError{
       std::wstring(L"時間數值超過 ") + limit.text + L"，請再次輸入一個您所要執行的時間。", true};
 }
 
@@ -51,17 +52,17 @@ bool IsStream(const std::wstring& source) {
          EqualsIgnoringAsciiCase(source.substr(0, 3), L"MMS");
 }
 
-std::optional<TaskRefusal> RefusedSource(std::int32_t mediaType, const std::wstring& source,
-                                         const TaskSurroundings& surroundings) {
+std::optional<ValidationError> SourceError(std::int32_t mediaType, const std::wstring& source,
+                                           const TaskSurroundings& surroundings) {
   switch (static_cast<MediaType>(mediaType)) {
     case kInternetRadio:
-      if (!IsStream(source)) return TaskRefusal{kNoStream};
+      if (!IsStream(source)) return ValidationError{kNoStream};
       break;
     case kLocalMusic:
-      if (!surroundings.pathExists(source)) return TaskRefusal{kNoFile};
+      if (!surroundings.pathExists(source)) return ValidationError{kNoFile};
       break;
     case kReminderNote:
-      if (source.empty()) return TaskRefusal{kNoText};
+      if (source.empty()) return ValidationError{kNoText};
       break;
     case kApplication:
       break;
@@ -71,21 +72,21 @@ std::optional<TaskRefusal> RefusedSource(std::int32_t mediaType, const std::wstr
 
 }  // namespace
 
-std::variant<TaskRecord, TaskRefusal> ValidateTask(const TaskFields& fields,
-                                                   std::optional<size_t> edited,
-                                                   const TaskList& tasks,
-                                                   const TaskSurroundings& surroundings) {
-  if (const auto refusal = RefusedInterval(fields)) return *refusal;
+std::variant<TaskRecord, ValidationError> ValidateTask(const TaskFields& fields,
+                                                       std::optional<size_t> edited,
+                                                       const TaskList& tasks,
+                                                       const TaskSurroundings& surroundings) {
+  if (const auto refusal = IntervalError(fields)) return *refusal;
   TaskRecord task = edited ? tasks.at(*edited) : TaskRecord();
   task.IntervalUnit = fields.timeType;
   task.Interval = static_cast<std::int32_t>(RoundHalfToEven(*ParseNumber(fields.interval)));
   task.NextRun = fields.firstRun;
   task.NextRun = CaughtUpNextRun(task, surroundings.clock(), CatchUp::kStrict);
   task.Name = FieldText(fields.name);
-  if (IsNameTaken(task.Name, edited, tasks, surroundings)) return TaskRefusal{kSameName};
+  if (IsNameTaken(task.Name, edited, tasks, surroundings)) return ValidationError{kSameName};
   task.Enabled = fields.isEnabled;
   task.Source = FieldText(fields.source);
-  if (const auto refusal = RefusedSource(fields.mediaType, task.Source, surroundings)) {
+  if (const auto refusal = SourceError(fields.mediaType, task.Source, surroundings)) {
     return *refusal;
   }
   task.MediaType = fields.mediaType;

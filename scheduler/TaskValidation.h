@@ -26,11 +26,11 @@ struct TaskFields {
   bool operator==(const TaskFields&) const = default;
 };
 
-struct TaskRefusal {
+struct ValidationError {
   std::wstring message;
-  bool emptiesInterval = false;
+  bool clearsInterval = false;
 
-  bool operator==(const TaskRefusal&) const = default;
+  bool operator==(const ValidationError&) const = default;
 };
 
 // All must be set.
@@ -44,9 +44,9 @@ struct TaskSurroundings {
 // The task that the fields describe, or the first reason why they are not valid. `edited` is the
 // element of the list that the task replaces; its other members are kept. The names of removed
 // tasks are still taken.
-std::variant<TaskRecord, TaskRefusal> ValidateTask(const TaskFields& fields,
-                                                   std::optional<size_t> edited,
-                                                   const TaskList& tasks,
-                                                   const TaskSurroundings& surroundings);
+std::variant<TaskRecord, ValidationError> ValidateTask(const TaskFields& fields,
+                                                       std::optional<size_t> edited,
+                                                       const TaskList& tasks,
+                                                       const TaskSurroundings& surroundings);
 
 }  // namespace tellurvane

@@ -21,8 +21,8 @@ OpenOutcome Win32FileOperations::OpenForReading(const std::wstring& path) {
     return static_cast<bool>(reading_);
   });
   if (opened) return OpenOutcome::kOpened;
-  // A missing folder is no missing list: the share or the disk may come back.
-  return GetLastError() == ERROR_FILE_NOT_FOUND ? OpenOutcome::kMissing : OpenOutcome::kRefused;
+  // Only a missing file counts as missing. A missing folder may be a share or disk that comes back.
+  return GetLastError() == ERROR_FILE_NOT_FOUND ? OpenOutcome::kMissing : OpenOutcome::kFailed;
 }
 
 std::optional<std::uint64_t> Win32FileOperations::SizeOfReading() {
@@ -72,8 +72,8 @@ CopyOutcome Win32FileOperations::CopyToNew(const std::wstring& from, const std::
   if (GetFileAttributesW(to.c_str()) != INVALID_FILE_ATTRIBUTES) return CopyOutcome::kTargetExists;
   if (!CopyFileW(from.c_str(), to.c_str(), TRUE)) {
     if (GetLastError() == ERROR_FILE_EXISTS) return CopyOutcome::kTargetExists;
-    // The copy's error may be about the target. Only this one says that there is no source. After
-    // any other, such as a missing folder, the file may come back.
+    // CopyFileW's error may be about the target, so the source is checked by itself. A source that
+    // is missing for another reason, such as a missing folder, may come back.
     if (GetFileAttributesW(from.c_str()) == INVALID_FILE_ATTRIBUTES &&
         GetLastError() == ERROR_FILE_NOT_FOUND) {
       return CopyOutcome::kSourceMissing;

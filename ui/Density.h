@@ -5,8 +5,8 @@
 
 namespace tellurvane {
 
-// The screen's dots per inch; 96 where the system gives none. A program of one density, as the
-// manifest declares this one, keeps it while it runs.
+// The screen's dots per inch; 96 if the system gives none. The value stays the same while the
+// program runs, because the manifest does not declare per-monitor awareness.
 int DotsPerInch();
 
 // The pixels of a length that was designed for 96 dpi.

@@ -241,13 +241,13 @@ LRESULT Form::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_DISPLAYCHANGE:
       // A screen may be gone or smaller. A minimised window is moved when it is restored.
       if (IsIconic(hwnd())) {
-        isPullOwed_ = true;
+        pullInsideOnRestore_ = true;
       } else {
         PullInside();
       }
       return DrawnWindow::HandleMessage(message, wParam, lParam);
     case WM_SIZE:
-      if (wParam != SIZE_MINIMIZED && std::exchange(isPullOwed_, false)) PullInside();
+      if (wParam != SIZE_MINIMIZED && std::exchange(pullInsideOnRestore_, false)) PullInside();
       DrawnWindow::HandleMessage(message, wParam, lParam);
       Form_Resize();
       return 0;

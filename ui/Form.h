@@ -95,10 +95,10 @@ class Form : public DrawnWindow {
   void KeepFocus();
   void ReleaseOwner();
 
-  bool isModal_ = false;       // shown by ShowModal, neither hidden nor unloaded since
-  HWND modalOwner_ = nullptr;  // disabled while the form is modal
-  HWND focus_ = nullptr;       // where the keyboard was when the form lost it
-  bool isPullOwed_ = false;    // the screens changed while the form was minimised
+  bool isModal_ = false;              // shown by ShowModal, neither hidden nor unloaded since
+  HWND modalOwner_ = nullptr;         // disabled while the form is modal
+  HWND focus_ = nullptr;              // where the keyboard was when the form lost it
+  bool pullInsideOnRestore_ = false;  // the screens changed while the form was minimised
 };
 
 }  // namespace tellurvane

@@ -9,7 +9,7 @@
 
 namespace tellurvane {
 
-// Owns one handle. Traits name its type, the value that means none, and how it is given back.
+// Owns one handle; null means none. Traits name its type and the function that closes it.
 template <typename Traits>
 class UniqueHandle {
  public:

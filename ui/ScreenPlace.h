@@ -15,13 +15,13 @@ struct ScreenPlace {
   bool operator==(const ScreenPlace&) const = default;
 };
 
-// The same size inside the screen that it covers most of, or, where it covers none, that it is
-// nearest to. What is larger than the screen ends at its right or lower edge. Without a screen the
-// place stays.
+// Moves a window into the screen that it covers most of, or else into the nearest one. Its size
+// stays. A window larger than the screen is aligned with the right or lower edge. Without a screen
+// it stays.
 ScreenPlace PulledInside(ScreenPlace place, std::span<const ScreenPlace> screens);
 
-// The same size in the middle of another place, wholly inside the area. What is larger than the
-// area begins at its left or upper edge.
+// Centres a window on another one, inside the area. Its size stays. A window larger than the area
+// is aligned with the left or upper edge.
 ScreenPlace CentredOn(ScreenPlace place, const ScreenPlace& around, const ScreenPlace& area);
 
 }  // namespace tellurvane

@@ -44,8 +44,8 @@ struct SliderHost {
   int margin = 0;
 };
 
-// The framed box. It ends a margin before the host's right and lower edges, and begins a margin
-// above the inset: an inset of one margin puts its upper edge on the host's.
+// The framed box. It reaches from the host's left edge to `margin` before its right and lower
+// edges; its upper edge is at `heightDelta - margin`.
 SliderBox SliderTrack(const SliderHost& host);
 
 // The filled part inside the track's frame.

@@ -60,7 +60,7 @@ def diagram(found):
     return "\n".join(lines + ["```", ""])
 
 
-def strange_includes(found, names):
+def forbidden_includes(found, names):
     """The includes of modules that a module is not linked with."""
     for module in sorted(names):
         allowed = reachable(found, module) | {module}
@@ -79,7 +79,7 @@ def main():
     found = arrows(Path(sys.argv[1]).read_text("utf-8"), names | {PROGRAM})
     faults = [f"{node} can be reached from itself" for node in found
               if node in reachable(found, node)]
-    faults += strange_includes(found, names)
+    faults += forbidden_includes(found, names)
     text = DOCUMENT.read_text("utf-8")
     before, _, rest = text.partition(BEGIN)
     _, _, after = rest.partition(END)

@@ -158,7 +158,7 @@ TEST(ParseDateTextTest, TakesTheLongerOfTwoDesignatorsThatBeginAlike) {
   ExpectRead(other, otherRows);
 }
 
-TEST(ParseDateTextTest, AddsWhatTheCalendarCountsLess) {
+TEST(ParseDateTextTest, AddsTheYearOffsetOfTheCalendar) {
   DateFormat taiwanese = ZhTwFormat();
   taiwanese.yearOffset = 1911;
   const Row taiwaneseRows[] = {
@@ -198,7 +198,7 @@ TEST(ParseDateTextTest, TakesThreeDigitsInFrontForATaiwaneseYearInEveryFormat) {
   }
 }
 
-TEST(ParseDateTextTest, RefusesWhatIsNoDate) {
+TEST(ParseDateTextTest, RejectsTextsThatAreNotDates) {
   const std::initializer_list<const wchar_t*> refused = {
       // Dates and times that do not exist.
       L"2011/13/1", L"2011/0/1", L"2011/1/0", L"2011/2/29", L"2011/4/31", L"2011/123/1",

@@ -128,7 +128,7 @@ TEST(FailingCallsTest, ADamagedListFileIsKeptBesideItselfOrLeftAlone) {
 }
 
 // Whatever it is that fails: a disk that is not ready, a share that is gone, a file that is denied.
-TEST(FailingCallsTest, OnlyWhatIsKnownNotToBeThereIsAMissingList) {
+TEST(FailingCallsTest, OnlyFileNotFoundCountsAsMissing) {
   const TemporaryFolder folder;
   const std::wstring list = folder.File(L"JobList.dbs");
   WriteBytes(list, "bytes");
@@ -139,7 +139,7 @@ TEST(FailingCallsTest, OnlyWhatIsKnownNotToBeThereIsAMissingList) {
     const bool isMissing = error == ERROR_FILE_NOT_FOUND;
     FailingImport open({"CreateFileW", static_cast<std::uint64_t>(-1), error});
     open.Fail(1, INT_MAX);
-    EXPECT_EQ(files.OpenForReading(list), isMissing ? OpenOutcome::kMissing : OpenOutcome::kRefused)
+    EXPECT_EQ(files.OpenForReading(list), isMissing ? OpenOutcome::kMissing : OpenOutcome::kFailed)
         << error;
     FailingImport copy({"CopyFileW", 0, ERROR_PATH_NOT_FOUND});
     FailingImport look({"GetFileAttributesW", INVALID_FILE_ATTRIBUTES, error});

@@ -112,7 +112,7 @@ TEST_F(FrmSetTest, KeepsTheSourceWhenTheMediaTypeChanges) {
   EXPECT_EQ(tasks[0].Source, L"a\\r\\nb");
 }
 
-TEST_F(FrmSetTest, OpensWhatChoosesTheSourceOfEachKind) {
+TEST_F(FrmSetTest, TheDotsButtonOpensTheDialogOfEachMediaType) {
   // The open-file dialog belongs to the main window: it does not disable the editor by itself.
   whileBrowsing = [&] { EXPECT_FALSE(IsWindowEnabled(window)); };
   Play({}, [&] {

@@ -59,7 +59,7 @@ class Share {
 };
 
 struct Sight {
-  enum Kind { kWhole, kTorn, kMissing, kRefused } kind = kMissing;
+  enum Kind { kWhole, kTorn, kMissing, kFailed } kind = kMissing;
   std::uint32_t generation = 0;
 
   bool operator==(const Sight&) const = default;
@@ -84,14 +84,14 @@ Sight Look(const std::wstring& path) {
       path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
       OPEN_EXISTING, 0, nullptr));
   if (!file) {
-    return {.kind = GetLastError() == ERROR_FILE_NOT_FOUND ? Sight::kMissing : Sight::kRefused};
+    return {.kind = GetLastError() == ERROR_FILE_NOT_FOUND ? Sight::kMissing : Sight::kFailed};
   }
   std::string bytes(65'536, '\0');
   DWORD size = 0;
   const BOOL isRead =
       ReadFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &size, nullptr);
   file.Reset();
-  if (!isRead) return {.kind = Sight::kRefused};
+  if (!isRead) return {.kind = Sight::kFailed};
   bytes.resize(size);
   const auto generation = WholeGeneration(bytes);
   if (!generation) return {.kind = Sight::kTorn};
@@ -289,7 +289,7 @@ TEST_F(SaveLoopTest, KillsAtRandomMomentsLoseNothing) {
   EXPECT_EQ(share_->failures, 0U);
   EXPECT_EQ(reader.seen[Sight::kTorn], 0);
   EXPECT_EQ(reader.seen[Sight::kMissing], 0);
-  EXPECT_EQ(reader.seen[Sight::kRefused], 0);
+  EXPECT_EQ(reader.seen[Sight::kFailed], 0);
   EXPECT_EQ(reader.backward, 0);
   EXPECT_GE(reader.seen[Sight::kWhole], randomKills);
 }

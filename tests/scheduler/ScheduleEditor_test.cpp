@@ -46,7 +46,7 @@ class ScheduleEditorTest : public testing::Test {
   int saves = 0;
 };
 
-TEST_F(ScheduleEditorTest, AllowsInEachStateWhatMakesSense) {
+TEST_F(ScheduleEditorTest, EnablesTheControlsOfEachState) {
   tasks = {Note(L"a")};
   ScheduleEditor editor = Editor();
   const struct {

@@ -48,7 +48,7 @@ std::vector<Scenario> Scenarios() {
 std::string Steps(const Scenario& scenario, const Faults& faults, const TaskListFixture& list) {
   std::string steps = std::string(scenario.name) + ":";
   for (const std::string& operation : list.files.Operations()) steps += " " + operation;
-  return steps + (faults.tellsHalf ? ", half reported" : "");
+  return steps + (faults.returnsHalf ? ", half reported" : "");
 }
 
 bool Failed(const TaskListFixture& list, const std::string& operation) {
@@ -117,14 +117,14 @@ TEST(TaskListFileFaultsTest, NoFailingOperationLosesAList) {
     const int operations = OperationCount(scenario);
     for (int i = 0; i < operations * 4; ++i) {
       ExpectNothingLost(scenario,
-                        {.first = i / 4, .fromThenOn = i % 2 == 1, .tellsHalf = i % 4 > 1});
+                        {.first = i / 4, .fromThenOn = i % 2 == 1, .returnsHalf = i % 4 > 1});
     }
   }
 }
 
 TEST(TaskListFileFaultsTest, ReadsAFileThatComesInTwoPieces) {
   TaskListFixture list(Sound());
-  list.files.SetFaults({.first = 2, .tellsHalf = true});
+  list.files.SetFaults({.first = 2, .returnsHalf = true});
   TaskList tasks;
   EXPECT_TRUE(list.file.Load(tasks));
   EXPECT_EQ(tasks.size(), 2U);

@@ -191,7 +191,7 @@ TEST(TaskListFileTest, ReplacesAnUnreadFileByTheUsersTasksOnceItIsKept) {
   EXPECT_EQ(list.Bytes(), Utf16Bytes(Line(L"b")));
 }
 
-TEST(TaskListFileTest, ReadsAgainOnlyWhatMayReadBetterThen) {
+TEST(TaskListFileTest, IsUnreadOnlyIfReadingTheFileFailed) {
   const std::string bytes = Utf16Bytes(Line(L"a"));
   const struct {
     const char* name;

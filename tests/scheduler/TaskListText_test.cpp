@@ -146,7 +146,7 @@ TEST(TaskListReadingTest, ConvertsTheCompoundFieldAsThePlatformDoes) {
   }
 }
 
-TEST(TaskListReadingTest, LeavesNameAndSourceAsTheyStand) {
+TEST(TaskListReadingTest, KeepsNameAndSourceUnchanged) {
   const wchar_t* const texts[] = {
       L"",           L" ",  L"  two  words  ",   L"a|b|c",
       L"line\nfeed", L"\r", L"\u3000全形\u3000", L"\xD800 half a pair",

@@ -87,7 +87,7 @@ TEST(TaskRunnerExecuteTest, SkipsAFailingStepAlone) {
   ExpectEachFailingStepIsSkippedAlone(FatalError(L"failed"));
 }
 
-TEST(TaskRunnerExecuteTest, TellsTheBeginningFromTheEndOfARun) {
+TEST(TaskRunnerExecuteTest, RecordsTheBeginningAndTheEndOfARun) {
   RunnerFixture fixture;
   fixture.on["stop"] = [&] { fixture.now = At(2011, 2, 14, 12, 0, 20); };
   fixture.on["command"] = [&] { fixture.now = At(2011, 2, 14, 12, 40); };

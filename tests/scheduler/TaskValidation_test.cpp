@@ -35,7 +35,7 @@ class ValidateTaskTest : public testing::Test {
     fields.isEnabled = true;
   }
 
-  std::variant<TaskRecord, TaskRefusal> Outcome() {
+  std::variant<TaskRecord, ValidationError> Outcome() {
     return ValidateTask(
         fields, edited, tasks,
         {.clock = [this] { return now; },
@@ -45,7 +45,7 @@ class ValidateTaskTest : public testing::Test {
   // Empty when the task is accepted.
   std::wstring Message() {
     const auto outcome = Outcome();
-    const auto* const refusal = std::get_if<TaskRefusal>(&outcome);
+    const auto* const refusal = std::get_if<ValidationError>(&outcome);
     return refusal == nullptr ? L"" : refusal->message;
   }
   TaskRecord Accepted() {
@@ -98,9 +98,9 @@ TEST_F(ValidateTaskTest, TakesIntervalsUpToTheUnitsLimit) {
     for (const wchar_t* const text : texts) {
       fields.timeType = unit;
       fields.interval = text;
-      const auto refusal = std::get<TaskRefusal>(Outcome());
+      const auto refusal = std::get<ValidationError>(Outcome());
       EXPECT_EQ(refusal.message, message) << testing::PrintToString(text);
-      EXPECT_EQ(refusal.emptiesInterval, unit >= kMinutes && unit <= kDays);
+      EXPECT_EQ(refusal.clearsInterval, unit >= kMinutes && unit <= kDays);
     }
   }
 }
@@ -135,8 +135,8 @@ TEST_F(ValidateTaskTest, ChecksTheSourceByTheMediaType) {
     fields.source = source;
     EXPECT_EQ(Message(), message) << type << " " << testing::PrintToString(source);
     const auto outcome = Outcome();
-    if (const auto* const refusal = std::get_if<TaskRefusal>(&outcome)) {
-      EXPECT_FALSE(refusal->emptiesInterval);
+    if (const auto* const refusal = std::get_if<ValidationError>(&outcome)) {
+      EXPECT_FALSE(refusal->clearsInterval);
     } else {
       EXPECT_EQ(std::get<TaskRecord>(outcome).Source, TrimBlanks(source));
     }
@@ -211,7 +211,7 @@ TEST_F(ValidateTaskTest, MovesItOnceMoreAfterTheChecks) {
   EXPECT_EQ(std::get<TaskRecord>(outcome).NextRun, At(2011, 2, 14, 12, 5));
 }
 
-TEST_F(ValidateTaskTest, KeepsWhatTheFieldsDoNotHold) {
+TEST_F(ValidateTaskTest, KeepsTheOtherMembersOfTheTask) {
   AddTask(L"old");
   tasks[0].LastRun = At(2011, 1, 1);
   tasks[0].Id = 7;

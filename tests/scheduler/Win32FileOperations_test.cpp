@@ -97,14 +97,14 @@ TEST_F(Win32FileOperationsTest, CopiesAWriteProtectedFile) {
   }
 }
 
-TEST_F(Win32FileOperationsTest, TellsMissingFromRefused) {
+TEST_F(Win32FileOperationsTest, DistinguishesMissingFromFailed) {
   EXPECT_EQ(files_.OpenForReading(folder_.File(L"none")), OpenOutcome::kMissing);
-  EXPECT_EQ(files_.OpenForReading(folder_.File(L"none\\none")), OpenOutcome::kRefused)
+  EXPECT_EQ(files_.OpenForReading(folder_.File(L"none\\none")), OpenOutcome::kFailed)
       << "a folder that is gone may come back with the list in it";
-  EXPECT_EQ(files_.OpenForReading(folder_.Path()), OpenOutcome::kRefused) << "a folder";
+  EXPECT_EQ(files_.OpenForReading(folder_.Path()), OpenOutcome::kFailed) << "a folder";
   const std::wstring path = Put(L"file", "bytes");
   const UniqueKernelHandle held = Hold(path, kShareNothing);
-  EXPECT_EQ(files_.OpenForReading(path), OpenOutcome::kRefused) << "held by another";
+  EXPECT_EQ(files_.OpenForReading(path), OpenOutcome::kFailed) << "held by another";
 }
 
 TEST_F(Win32FileOperationsTest, ReadsToTheEndAndSharesReading) {

@@ -1,4 +1,4 @@
-// A form on whose behalf something is done in the middle of somebody else's message loop.
+// A form that runs a function inside another message loop, such as that of a dialog or a menu.
 #pragma once
 
 #include <functional>
@@ -12,7 +12,7 @@ namespace tellurvane {
 
 class ActingForm : public TestForm {
  public:
-  // Done once, by the next loop that handles messages: that of a dialog or a menu, say.
+  // Posts a message. The next message loop that handles it calls `act` once.
   void ActLater(std::function<void()> act) {
     act_ = std::move(act);
     PostMessageW(hwnd(), kActMessage, 0, 0);

@@ -13,16 +13,17 @@ struct NamedControl {
   const char* name;
 };
 
-// The names, one after another, of those that can be used where they stand: shown and enabled, and
-// so is all around them up to the window.
+// The names of the controls that the user can use, separated by blanks: the control and all its
+// parents inside the window are visible and enabled.
 std::string UsableAmong(const std::vector<NamedControl>& controls, HWND window);
 
-// The name of the control that has the keyboard; "nothing" or "something else" where none has.
+// The name of the control that has the keyboard focus. "nothing" if no window has the focus,
+// "something else" if another window has it.
 std::string FocusedAmong(const std::vector<NamedControl>& controls);
 
 void ClickButton(HWND button);
 
-// Sends the key to whatever has the keyboard, or to the window itself where nothing has.
+// Posts the key to the window that has the keyboard focus, or to `window` if none has it.
 void PressKey(HWND window, UINT key);
 
 // Goes to an entry of a combo box by keys.
@@ -35,14 +36,14 @@ inline int ChosenEntry(HWND comboBox) {
 // The entries of a combo box.
 std::vector<std::wstring> EntriesOf(HWND comboBox);
 
-// The labels on the window. What a list stands in is of the same class and is none.
+// The labels in the window. A list's container has the same window class, but is not a label.
 std::vector<HWND> LabelsOf(HWND window);
 
 void SelectListRow(HWND list, int row);
 int ListRowCount(HWND list);
 std::wstring ListCell(HWND list, int row, int column = 0);
 
-// So many picture boxes stand on the window, all of them inside it and none over another.
+// Expects `count` picture boxes in the window, all of them inside it and without overlaps.
 void ExpectBoxesApart(HWND window, size_t count);
 
 }  // namespace tellurvane

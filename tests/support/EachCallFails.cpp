@@ -150,8 +150,8 @@ class Trial {
   }
 
  private:
-  // Windows decides when to paint, so that a run may use the call less often than counted. The last
-  // use then takes the place of a missing one.
+  // The number of paint messages varies, so a run may make fewer calls than counted. Then the last
+  // call fails instead.
   void FailAt(CountedCall& call, int first, int last) {
     int uses = RunWithFailure(call, first, last);
     while (uses < first && first > 1) {

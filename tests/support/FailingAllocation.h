@@ -5,9 +5,9 @@
 
 namespace tellurvane {
 
-// While it lives, allocations fail with std::bad_alloc: `failing` of them, after the first
-// `granted` ones. Where `counts` is given, those that it is false for succeed and are not counted;
-// it must not allocate.
+// During its life the first `granted` allocations succeed, and the next `failing` ones throw
+// std::bad_alloc. If `counts` is given, allocations for which it returns false succeed and are not
+// counted. `counts` must not allocate.
 class FailingAllocation {
  public:
   explicit FailingAllocation(int granted, int failing = INT_MAX, bool (*counts)() = nullptr);
@@ -19,8 +19,8 @@ class FailingAllocation {
   static bool Happened();
 };
 
-// While it lives, allocations succeed again and are not counted: what belongs to the test's own
-// stand-ins does not run out of memory.
+// During its life allocations succeed and are not counted. For the fakes of a test, which must not
+// run out of memory.
 class AllocationPause {
  public:
   AllocationPause();

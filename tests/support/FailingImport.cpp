@@ -18,9 +18,9 @@ Type* At(std::size_t offset) {
   return reinterpret_cast<Type*>(reinterpret_cast<std::byte*>(GetModuleHandleW(nullptr)) + offset);
 }
 
-// The linker puts the names of all imports into one table and their addresses into another of the
-// same shape, and those that are bound at the first call among them. The directory leads to both,
-// though it does not tell of the latter.
+// The linker puts the names of all imports into one table, and their addresses into a second table
+// of the same shape. Delay-loaded imports are in both, though the import directory does not list
+// them.
 Slots AllSlots() {
   const auto* const dos = At<IMAGE_DOS_HEADER>(0);
   const auto* const headers = At<IMAGE_NT_HEADERS>(static_cast<std::size_t>(dos->e_lfanew));
@@ -49,10 +49,9 @@ void Write(void** slot, void* value) {
 
 }  // namespace
 
-// What stands between the program and one function. It stays for good: somebody may have kept the
-// address.
+// Intercepts one function. Never freed, because other code may have stored the stub's address.
 struct FailingImport::Hook {
-  // The stub below reads these four by their places.
+  // The stub below uses the offsets of the members from `calls` to `fail`.
   std::int32_t calls = 0;
   std::int32_t first = 0;  // that fails; none for 0
   std::int32_t last = 0;
@@ -75,8 +74,8 @@ std::uint64_t FailingImport::Hook::Fail(Hook* hook) {
   return hook->call.answer;
 }
 
-// Code, because nothing in C++ hands on arguments that it does not know: the registers and the
-// stack stay as they are.
+// Machine code, because C++ cannot forward arguments of unknown types: the registers and the stack
+// reach the original function unchanged.
 void FailingImport::Hook::MakeStub() {
   std::array<unsigned char, 39> code = {0x49, 0xBA, 0,    0,    0,
                                         0,    0,    0,    0,    0,  // mov r10, <this>
@@ -96,7 +95,7 @@ void FailingImport::Hook::MakeStub() {
   std::memcpy(stub, code.data(), code.size());
 }
 
-// Again and again: the first call of a function that is bound then puts its own address there.
+// Done for each Fail: the first call of a delay-loaded function overwrites its table entry.
 void FailingImport::Hook::PutIn() {
   for (void** const slot : slots) {
     if (*slot == stub) continue;

@@ -14,10 +14,9 @@ struct PlatformCall {
   DWORD error = ERROR_NOT_ENOUGH_MEMORY;  // the last error then
 };
 
-// While it lives, this program's own calls of the function are counted, and those that are asked to
-// fail do. The entry of the program's import table is exchanged for it, of the plain one and of the
-// one that is filled at the first call: what the system's libraries call among themselves is not
-// touched. One for each function at a time.
+// During its life the program's own calls of the function are counted, and selected calls fail. It
+// replaces the entries of the program's import tables, delay-loaded ones too. Calls inside the
+// system's libraries are not affected. At most one object for each function at a time.
 class FailingImport {
  public:
   explicit FailingImport(const PlatformCall& call);
@@ -25,13 +24,13 @@ class FailingImport {
   FailingImport& operator=(const FailingImport&) = delete;
   ~FailingImport();
 
-  // False where the program does not call the function at all: then none ever fails.
+  // False if the program does not import the function. Then no call fails.
   bool IsImported() const;
 
-  // From here on calls are counted anew, from 1; those from the first to the last fail.
+  // Starts counting again: the next call is number 1. The calls from `first` to `last` fail.
   void Fail(int first, int last);
   void Fail(int number) { Fail(number, number); }
-  // Counted anew, and none fails.
+  // Starts counting again. No call fails.
   void LetAllThrough();
   int Calls() const;
 

@@ -12,7 +12,7 @@
 namespace tellurvane {
 namespace {
 
-// Apart from their callers, in which the compiler would keep the entry of the table in a register.
+// Not inlined: otherwise the compiler would keep the table entry in a register.
 [[gnu::noipa]] bool CanMakeBrush() { return static_cast<bool>(UniqueBrush(CreateSolidBrush(0))); }
 [[gnu::noipa]] const void* BrushFunction() {
   return reinterpret_cast<const void*>(CreateSolidBrush);
@@ -49,7 +49,7 @@ TEST(FailingImportTest, NothingFailsAfterItsEnd) {
 }
 
 // The first call of such a function puts the address of the function itself into the table.
-TEST(FailingImportTest, ReachesWhatIsBoundAtTheFirstCall) {
+TEST(FailingImportTest, ReachesDelayLoadedFunctions) {
   NOTIFYICONDATAW none = {};
   FailingImport icons({"Shell_NotifyIconW", TRUE});
   ASSERT_TRUE(icons.IsImported());

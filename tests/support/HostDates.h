@@ -15,7 +15,7 @@ struct HostLocale {
   bool hourOfTwoDigits = false;   // "03:00:00", not "3:00:00"
 };
 
-// Windows writes a blank before an hour of two digits, Wine neither.
+// Windows writes "下午 03:00:00", Wine "下午3:00:00".
 const HostLocale& ZhTw();
 const HostLocale& ZhTwUnderWine();
 const HostLocale& EnUs();
@@ -24,7 +24,7 @@ const HostLocale& EnUs();
 void AppendHostDateText(std::wstring& text, DateSerial date, const HostLocale& locale);
 std::wstring HostDateText(DateSerial date, const HostLocale& locale);
 
-// The same for whoever takes a writer and a reader. There is no system reader behind it.
+// The same as a DateWriter and a DateReader. The reader does not ask the system.
 DateWriter HostDateWriter(const HostLocale& locale);
 DateReader HostDateReader(const HostLocale& locale);
 

@@ -8,7 +8,7 @@
 
 namespace tellurvane {
 
-// Parses the bytes and looks at every image. Says what is wrong; empty when nothing is.
+// Parses the bytes and checks every image. Returns the fault; empty if there is none.
 inline std::string IconDirectoryFault(std::string_view bytes) {
   const auto entries = ParseIconDirectory(bytes);
   if (!entries.empty() && bytes.size() < 6 + 16 * entries.size()) {
@@ -16,7 +16,7 @@ inline std::string IconDirectoryFault(std::string_view bytes) {
   }
   for (size_t i = 0; i < entries.size(); ++i) {
     if (entries[i].width != static_cast<unsigned char>(bytes[6 + 16 * i])) {
-      return "an entry is not where it stands";
+      return "an entry is at a wrong place";
     }
     const std::string_view image = IconImage(bytes, entries[i]);
     if (image.empty()) continue;

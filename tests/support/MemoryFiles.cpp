@@ -22,7 +22,7 @@ bool MemoryFiles::IsOpen(const std::wstring& path) const {
 
 OpenOutcome MemoryFiles::OpenForReading(const std::wstring& path) {
   if (!Begin("open") || refused.contains(path) || refusedToRead.contains(path)) {
-    return OpenOutcome::kRefused;
+    return OpenOutcome::kFailed;
   }
   if (!files.contains(path)) return OpenOutcome::kMissing;
   reading_ = path;
@@ -42,7 +42,7 @@ std::optional<size_t> MemoryFiles::Read(char* buffer, size_t size) {
   const size_t asked = works ? size : size / 2;
   const size_t got = bytes.copy(buffer, asked, readPosition_);
   readPosition_ += got;
-  if (works || faults_.tellsHalf) return got;
+  if (works || faults_.returnsHalf) return got;
   return std::nullopt;
 }
 
@@ -61,7 +61,7 @@ std::optional<size_t> MemoryFiles::Write(std::string_view bytes) {
   const std::string_view moved = works ? bytes : bytes.substr(0, bytes.size() / 2);
   files.at(writing_).bytes += moved;
   files.at(writing_).isOnDisk = false;
-  if (works || faults_.tellsHalf) return moved.size();
+  if (works || faults_.returnsHalf) return moved.size();
   return std::nullopt;
 }
 

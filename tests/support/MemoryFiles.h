@@ -1,4 +1,4 @@
-// Files in memory, with operations that fail when they are told to.
+// A file system in memory. A test sets which of its operations fail.
 #pragma once
 
 #include <functional>
@@ -11,14 +11,13 @@
 
 namespace tellurvane {
 
-// Which operations fail, counted from 0 over all operations since the faults were set. The two
-// closings of a reader and the questions of a test are no operations.
+// The operations that fail. Operations count from 0 since SetFaults. CloseReading is not counted.
 struct Faults {
   int first = -1;  // none
   bool fromThenOn = false;
-  // A read or a write that fails still moves half of the bytes and tells so, as on a full disk;
-  // without this it moves half of them and tells nothing.
-  bool tellsHalf = false;
+  // A read or write that fails still transfers half of the bytes. True: it returns their number, as
+  // on a full disk. False: it returns nothing.
+  bool returnsHalf = false;
 };
 
 class MemoryFiles : public FileOperations {
@@ -36,11 +35,11 @@ class MemoryFiles : public FileOperations {
   const std::vector<std::string>& Operations() const { return operations_; }
 
   std::map<std::wstring, File> files;
-  // Paths that exist and cannot be opened, and those that can be copied all the same.
+  // Paths whose files cannot be opened or copied. Those in `refusedToRead` can be copied.
   std::set<std::wstring> refused;
   std::set<std::wstring> refusedToRead;
   bool isCopyRefused = false;
-  // Called when one file is about to take another's place.
+  // Called before MoveOver replaces the target.
   std::function<void(const std::wstring& from, const std::wstring& to)> beforeMoveOver;
 
   OpenOutcome OpenForReading(const std::wstring& path) override;

@@ -53,8 +53,7 @@ Loading Load(std::string_view bytes, const HostLocale& locale, DateSerial now) {
   const bool hasTasks = file.Load(loading.tasks);
   loading.fileAfter = files.files[kPath].bytes;
   loading.fault = FaultOfFiles(files, bytes, HoldsMoreThanAList(bytes, locale, now));
-  if (hasTasks == loading.tasks.empty())
-    loading.fault = "the answer is not whether there are tasks";
+  if (hasTasks == loading.tasks.empty()) loading.fault = "Load returned the wrong value";
   return loading;
 }
 
@@ -63,7 +62,7 @@ std::string FaultOfTask(const TaskRecord& task, size_t index, DateSerial now) {
     return "the place is wrong";
   }
   if (task.Deleted || task.RunStarted != 0) return "a field that is not stored has a value";
-  if (!IsDateSerial(task.NextRun) || !IsDateSerial(task.LastRun)) return "a date is none";
+  if (!IsDateSerial(task.NextRun) || !IsDateSerial(task.LastRun)) return "a date is not valid";
   if (HasSchedule(task) && IsEarlier(task.NextRun, now)) return "a next run is past";
   return {};
 }

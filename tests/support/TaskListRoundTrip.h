@@ -8,9 +8,9 @@
 
 namespace tellurvane {
 
-// Loads the bytes, whereby they are written anew, and loads what was written: the two lists have
-// to be the same in all that is stored, the two files the same to the byte, and a list that lost
-// something has to have kept the bytes. Says what is wrong; empty when nothing is.
+// Loads the bytes, which rewrites the file, and loads the rewritten file. Both lists must agree in
+// all stored fields, and the second load must not change the file. If the list cannot hold all of
+// the bytes, a backup must keep them. Returns the fault; empty if there is none.
 std::string TaskListRoundTripFault(std::string_view bytes, const HostLocale& locale);
 
 }  // namespace tellurvane

@@ -14,8 +14,8 @@
 namespace tellurvane {
 namespace {
 
-// The process's table of GDI objects hangs at a fixed place of its environment block, and the
-// documented counters always answer 0 under Wine.
+// Under Wine the documented counters always return 0. The process environment block (PEB) has a
+// pointer to the table of GDI objects at this offset.
 constexpr size_t kGdiTableInPeb = 0xF8;
 constexpr size_t kGdiEntries = 65'536;
 constexpr size_t kGdiEntrySize = 24;
@@ -60,8 +60,8 @@ long CountWindows() {
   return count;
 }
 
-// By how much both have grown at least, or shrunk: what is closed without being owned is as bad as
-// what is never closed.
+// The smaller of two growths, or of two losses, else 0. A loss is an error too: the code closed
+// something that it does not own.
 long InBoth(long first, long second) {
   if (first > 0 && second > 0) return std::min(first, second);
   if (first < 0 && second < 0) return std::max(first, second);
@@ -134,8 +134,8 @@ ResourceCounts LeakedBy(const std::function<void()>& useOnce) {
             after.kernelHandles - before.kernelHandles};
   };
   grownBy(kWarmUp);
-  // What the system makes or gives up once, whenever it pleases, is in one round at the most; what
-  // is lost at each use is in every one.
+  // The system creates or frees some objects once, at any time. That shows in one round only. A
+  // leak of each use shows in every round.
   const int uses = UsesToMake() / kRounds;
   ResourceCounts leaked = grownBy(uses);
   for (int round = 1; round < kRounds; ++round) {

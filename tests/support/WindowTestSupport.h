@@ -43,10 +43,10 @@ struct ResourceCounts {
 ResourceCounts CountResources();
 std::ostream& operator<<(std::ostream& out, const ResourceCounts& counts);
 
-// Uses it a few times to warm up, then in three rounds, messages handled after each use, and
-// returns what every round has grown or shrunk by at least: 0 unless each use leaves something
-// behind, or closes what is not its own. The rounds make 60 uses, or as many as the environment
-// variable TELLURVANE_LEAK_USES asks for.
+// Calls `useOnce` a few times to warm up, then in three rounds. Returns the growth or loss that
+// every round has at least: 0 unless each call leaks something or closes something that it does not
+// own. The rounds make 60 calls in all, or more if the environment variable TELLURVANE_LEAK_USES
+// asks for more.
 ResourceCounts LeakedBy(const std::function<void()>& useOnce);
 
 }  // namespace tellurvane
