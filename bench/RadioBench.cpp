@@ -1,4 +1,4 @@
-// The rules of the radio directories on this machine: on a page as the directory sends it, and on
+// The parsers of the radio directories on this machine: on a page as the directory sends it, and on
 // pages that are made to be slow.
 #include <benchmark/benchmark.h>
 #include <malloc.h>
@@ -64,7 +64,7 @@ void Measure(const std::string& name, Work work, std::wstring_view piece, size_t
 }
 
 void MeasureAll() {
-  // What the rules are compared with: three passes of the standard library.
+  // The comparison: three passes of the standard library.
   const Work countMarks = [](const std::wstring& page) {
     return static_cast<size_t>(std::ranges::count(page, L'&') + std::ranges::count(page, L'<') +
                                std::ranges::count(page, L'"'));
@@ -85,7 +85,8 @@ void MeasureAll() {
 }  // namespace tellurvane
 
 int main(int count, char** arguments) {
-  // The allocator keeps its memory: fresh pages from the system are not the rules' own time.
+  // The allocator keeps its memory: fresh memory pages from the system would count as the parsers'
+  // time.
   mallopt(M_MMAP_MAX, 0);
   mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
   benchmark::Initialize(&count, arguments);

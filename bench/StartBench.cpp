@@ -19,7 +19,7 @@ namespace tellurvane {
 namespace {
 
 constexpr double kMostSeconds = 30;
-// What the program before leaves behind is cleared away meanwhile.
+// The system cleans up after the program before.
 constexpr DWORD kRestMilliseconds = 100;
 
 struct Program {
@@ -84,7 +84,7 @@ std::optional<double> NanosecondsToWindow(const Program& program) {
 int Main(int rounds, std::vector<Program> programs) {
   // The first round finds nothing in the caches and is not counted.
   for (int round = 0; round <= rounds; ++round) {
-    // In either order by turns, so that none always starts behind the same other one.
+    // In alternating order, so that no program always follows the same other one.
     std::reverse(programs.begin(), programs.end());
     for (Program& program : programs) {
       Sleep(kRestMilliseconds);

@@ -24,8 +24,8 @@ def rules_rows(folder):
     yield "load", time("load") / bare, "x bare read", 12
     yield "save", time("save") / bare, "x bare read", None
     yield "tick", time("tick") / 1e6, "ms", None
-    yield "catch-up, one minute behind", young, "ns", None
-    yield "catch-up, ten years behind", old, "ns", None
+    yield "catch-up, one minute late", young, "ns", None
+    yield "catch-up, ten years late", old, "ns", None
     yield "ten years beside one minute", old / young, "x", None
 
 
@@ -83,7 +83,7 @@ def program_rows(figures):
     yield "start to window", program["median"] / 1e6, "ms", None
     yield "start to window, the clock before it", start["with_clock"]["median"] / 1e6, "ms", None
     yield "start over the empty window", (program["median"] - empty["median"]) / 1e6, "ms", 50
-    # On a busy machine the medians wander, and this tells by how much.
+    # On a busy machine the medians vary; the difference of the two rows shows how much.
     fastest = (program["minimum"] - empty["minimum"]) / 1e6
     yield "the same between the fastest starts", fastest, "ms", None
     idle = figures["idle"]
@@ -97,7 +97,7 @@ def program_rows(figures):
             yield f"{kind} memory, {name}", size / MEGABYTE, "MB", None
     beyond = idle["window"]["memory"]["own"] - idle["toolkit's form"]["memory"]["own"]
     yield "own memory over the toolkit's form", beyond / MEGABYTE, "MB", 3
-    yield "size of Tellurvane.exe", figures["size"] / MEGABYTE, "MB", 1
+    yield "size of Tellurvane.exe", figures["size"] / MEGABYTE, "MB", 1.1
 
 
 def shown(value):

@@ -32,7 +32,7 @@ class TemporaryFolder {
   std::wstring Path() const { return path_.wstring(); }
   std::wstring File(std::wstring_view name) const { return (path_ / name).wstring(); }
 
-  // How many entries the folder holds: shows that nothing was left behind.
+  // How many entries the folder holds: shows that no file is left.
   size_t Count() const {
     return static_cast<size_t>(std::distance(std::filesystem::directory_iterator(path_), {}));
   }
