@@ -82,9 +82,10 @@ size_t TakeDesignator(std::wstring_view rest, const DateFormat& format, HalfOfDa
 bool TakeNumber(std::wstring_view text, size_t& position, Gap gap, DateTokens& tokens) {
   const std::wstring_view digits = DigitsAtFront(text.substr(position));
   if (tokens.count == kMostNumbers || digits.size() > 4) return false;
-  tokens.numbers[tokens.count++] = {.value = ParseInteger(digits).value_or(0),
-                                    .digits = static_cast<int>(digits.size()),
-                                    .gapBefore = gap};
+  int value = 0;
+  for (const wchar_t digit : digits) value = value * 10 + (digit - L'0');
+  tokens.numbers[tokens.count++] = {
+      .value = value, .digits = static_cast<int>(digits.size()), .gapBefore = gap};
   position += digits.size();
   return true;
 }
