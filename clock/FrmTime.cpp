@@ -170,6 +170,7 @@ void FrmTime::Form_Load() {
   PrepareFace();
   CreateLabels();
   CreateDigits();
+  drawn_ = kNothingDrawn;
   DrawTime();
   DrawDate();
   Timer1_.Interval(1'000);
@@ -294,9 +295,11 @@ void FrmTime::DrawTime() {
   const int hour = Time().hour;
   const int minute = Time().minute;
   const int second = Time().second;
-  DrawTwoDigits(C_ch_, hour);
-  DrawTwoDigits(C_cm_, minute);
-  DrawTwoDigits(C_cs_, second);
+  // Each second only what changed: the rest would be most of an open clock's work.
+  if (hour != drawn_.hour) DrawTwoDigits(C_ch_, hour);
+  if (minute != drawn_.minute) DrawTwoDigits(C_cm_, minute);
+  if (second != drawn_.second) DrawTwoDigits(C_cs_, second);
+  drawn_ = {.hour = hour, .minute = minute, .second = second};
   DrawFace(HandsAt(clockFace_, hour, minute, second));
 }
 

@@ -60,6 +60,13 @@ class FrmTime final : public Form {
   void DrawDate();
   void DrawTwoDigits(PictureBox& target, int value);
   void DrawDigit(HDC source, PictureBox& target, int digit, int row, int position);
+  struct DrawnTime {
+    int hour = 0;
+    int minute = 0;
+    int second = 0;
+  };
+  static constexpr DrawnTime kNothingDrawn = {.hour = -1, .minute = -1, .second = -1};
+
   HDC Digits() const { return wPw1_ ? wPw1_->Dc() : nullptr; }
   CivilDateTime Time() const { return CivilFromSerial(callbacks_.clock()); }
 
@@ -69,6 +76,7 @@ class FrmTime final : public Form {
   SIZE cell_ = {};                     // of a digit
   ClockFace clockFace_;
   UniqueFont halfFont_;  // small enough for both characters
+  DrawnTime drawn_ = kNothingDrawn;
   PictureBox G_y_;
   PictureBox G_m_;
   PictureBox G_d_;
