@@ -12,23 +12,27 @@ namespace {
 // Positions count from 1. A marker that is not found is at 0, and positions computed from it are
 // small numbers. The results for broken pages depend on that.
 
-// All places of a marker. They are collected once, because on a broken page each of 200 rows begins
-// its searches at the page's beginning.
+// The places of a marker, as far as they were asked for. They are remembered, because on a broken
+// page each of 200 rows begins its searches at the page's beginning.
 class Places {
  public:
-  Places(std::wstring_view text, std::wstring_view marker) {
-    for (size_t at = text.find(marker); at != text.npos; at = text.find(marker, at + 1)) {
-      places_.push_back(at + 1);
-    }
-  }
+  Places(std::wstring_view text, std::wstring_view marker) : text_(text), marker_(marker) {}
 
   // The first one at `from` or after it.
-  size_t From(size_t from) const {
-    const auto found = std::ranges::lower_bound(places_, from);
-    return found == places_.end() ? 0 : *found;
+  size_t From(size_t from) {
+    while (searched_ < text_.size() && (places_.empty() || places_.back() < from)) {
+      const size_t found = text_.find(marker_, searched_);
+      if (found != text_.npos) places_.push_back(found + 1);
+      searched_ = found == text_.npos ? text_.size() : found + 1;
+    }
+    const auto place = std::ranges::lower_bound(places_, from);
+    return place == places_.end() ? 0 : *place;
   }
 
  private:
+  std::wstring_view text_;
+  std::wstring_view marker_;
+  size_t searched_ = 0;
   std::vector<size_t> places_;
 };
 
@@ -51,13 +55,14 @@ StationSearch GetShoutcast(std::wstring page) {
   StationSearch stations = {StationRows(std::move(page), RowOf), true};
   StationRows& rows = stations.rows;
   const std::wstring_view text = rows.Page();
-  const Places ids(AsciiLoweredText(text), L"id:");
-  const Places quotes(text, L"\"");
-  const Places types(text, L"mt:");
-  const Places names(text, L"name:");
-  const Places listeners(text, L"lc:");
-  const Places bitRates(text, L"br:");
-  const Places commas(text, L",");
+  const std::wstring lowered = AsciiLoweredText(text);
+  Places ids(lowered, L"id:");
+  Places quotes(text, L"\"");
+  Places types(text, L"mt:");
+  Places names(text, L"name:");
+  Places listeners(text, L"lc:");
+  Places bitRates(text, L"br:");
+  Places commas(text, L",");
   // A cut whose length comes out negative leaves the field as it is.
   const auto take = [text](std::wstring_view& field, size_t from, size_t end) {
     if (end >= from) field = text.substr(from - 1, end - from);
