@@ -42,6 +42,13 @@ class FrmTime final : public Form {
   void HideClock();
 
  private:
+  struct DrawnTime {
+    int hour = 0;
+    int minute = 0;
+    int second = 0;
+  };
+  static constexpr DrawnTime kNothingDrawn = {.hour = -1, .minute = -1, .second = -1};
+
   void Form_Load() override;
   bool Form_Unload() override;
   LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -60,13 +67,6 @@ class FrmTime final : public Form {
   void DrawDate();
   void DrawTwoDigits(PictureBox& target, int value);
   void DrawDigit(HDC source, PictureBox& target, int digit, int row, int position);
-  struct DrawnTime {
-    int hour = 0;
-    int minute = 0;
-    int second = 0;
-  };
-  static constexpr DrawnTime kNothingDrawn = {.hour = -1, .minute = -1, .second = -1};
-
   HDC Digits() const { return wPw1_ ? wPw1_->Dc() : nullptr; }
   CivilDateTime Time() const { return CivilFromSerial(callbacks_.clock()); }
 
