@@ -101,7 +101,7 @@ void FrmSet::lstJobs_KeyDown(UINT key) {
 // Enter makes a new line in a note and saves every other task; with Ctrl it always saves.
 bool FrmSet::txtSrc_KeyDown(UINT key) {
   if (key != VK_RETURN) return false;
-  if (shownMedia_ == kReminderNote && GetKeyState(VK_CONTROL) >= 0) return false;
+  if (HasNoteText(shownMedia_) && GetKeyState(VK_CONTROL) >= 0) return false;
   cmdSaveJob_Click();
   return true;
 }
@@ -146,10 +146,10 @@ void FrmSet::cmdCancelJob_Click() {
 
 bool FrmSet::SaveJob() {
   if (!editor_.Abilities().saveTask) return true;
-  const auto refusal = editor_.Save(ReadFields());
-  if (refusal) {
-    Ask(refusal->message, MB_OK | MB_ICONINFORMATION);
-    if (refusal->clearsInterval) {
+  const auto error = editor_.Save(ReadFields());
+  if (error) {
+    Ask(error->message, MB_OK | MB_ICONINFORMATION);
+    if (error->clearsInterval) {
       txtInterval_.control.text(L"");
       txtInterval_.box.SetFocus();
     }
@@ -207,12 +207,12 @@ void FrmSet::cboMediaType_Click() {
 }
 
 void FrmSet::ShowSource(const std::wstring& source) {
-  txtSrc_.control.text(shownMedia_ == kReminderNote ? services_.noteForScreen(source) : source);
+  txtSrc_.control.text(HasNoteText(shownMedia_) ? services_.noteForScreen(source) : source);
 }
 
 std::wstring FrmSet::Source() const {
   const std::wstring text = txtSrc_.control.text();
-  return shownMedia_ == kReminderNote ? services_.noteForList(text) : text;
+  return HasNoteText(shownMedia_) ? services_.noteForList(text) : text;
 }
 
 void FrmSet::RefreshList() {

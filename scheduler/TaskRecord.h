@@ -32,6 +32,19 @@ constexpr bool IsMediaType(std::int32_t value) {
 inline constexpr std::int32_t kMediaTypeCount = 4;
 static_assert(IsMediaType(kMediaTypeCount - 1) && !IsMediaType(kMediaTypeCount));
 
+// Whether a task's source is the text of a note, in which a line end is written as \r\n.
+constexpr bool HasNoteText(std::int32_t mediaType) {
+  switch (static_cast<MediaType>(mediaType)) {
+    case kInternetRadio:
+    case kLocalMusic:
+    case kApplication:
+      return false;
+    case kReminderNote:
+      return true;
+  }
+  return false;
+}
+
 // The values of TaskRecord::IntervalUnit, a plain number for the same reason.
 enum IntervalUnit : std::int32_t { kMinutes = 0, kHours = 1, kDays = 2 };
 
