@@ -61,8 +61,8 @@ void TryTask(const TaskFields& fields) {
   TaskRecord other;
   other.Name = L"other";
   const auto outcome = ValidateTask(fields, {}, {other}, surroundings);
-  if (const auto* const refusal = std::get_if<ValidationError>(&outcome)) {
-    Expect(!refusal->message.empty(), "a refusal says why");
+  if (const auto* const error = std::get_if<ValidationError>(&outcome)) {
+    Expect(!error->message.empty(), "an error says why");
     return;
   }
   const TaskRecord& task = std::get<TaskRecord>(outcome);

@@ -75,7 +75,7 @@ std::optional<ValidationError> ScheduleEditor::Save(const TaskFields& fields) {
   std::optional<size_t> edited;
   if (state_ == EditorState::kExistingTask) edited = rows_.at(*selected_);
   auto outcome = ValidateTask(fields, edited, tasks_, surroundings_);
-  if (const auto* const refusal = std::get_if<ValidationError>(&outcome)) return *refusal;
+  if (const auto* const error = std::get_if<ValidationError>(&outcome)) return *error;
   auto& task = std::get<TaskRecord>(outcome);
   if (edited) {
     tasks_[*edited] = std::move(task);

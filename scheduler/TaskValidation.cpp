@@ -76,7 +76,7 @@ std::variant<TaskRecord, ValidationError> ValidateTask(const TaskFields& fields,
                                                        std::optional<size_t> edited,
                                                        const TaskList& tasks,
                                                        const TaskSurroundings& surroundings) {
-  if (const auto refusal = IntervalError(fields)) return *refusal;
+  if (const auto error = IntervalError(fields)) return *error;
   TaskRecord task = edited ? tasks.at(*edited) : TaskRecord();
   task.IntervalUnit = fields.timeType;
   task.Interval = static_cast<std::int32_t>(RoundHalfToEven(*ParseNumber(fields.interval)));
@@ -86,8 +86,8 @@ std::variant<TaskRecord, ValidationError> ValidateTask(const TaskFields& fields,
   if (IsNameTaken(task.Name, edited, tasks, surroundings)) return ValidationError{kSameName};
   task.Enabled = fields.isEnabled;
   task.Source = FieldText(fields.source);
-  if (const auto refusal = SourceError(fields.mediaType, task.Source, surroundings)) {
-    return *refusal;
+  if (const auto error = SourceError(fields.mediaType, task.Source, surroundings)) {
+    return *error;
   }
   task.MediaType = fields.mediaType;
   // Once more: checking the path may have taken its time.

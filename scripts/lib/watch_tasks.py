@@ -51,7 +51,7 @@ class Watch:
                 self.last_runs[task.name] = task.last_run
                 self.due.pop(task.name, None)
                 self.runs += 1
-                kind = KINDS[task.media_type] if task.media_type in range(4) else "?"
+                kind = KINDS[task.media_type] if task.media_type in range(len(KINDS)) else "?"
                 say(f"ran: {task.name} ({kind}) at {task.last_run:%H:%M:%S}, "
                     f"next at {task.next_run:%Y-%m-%d %H:%M:%S}")
             if task.next_run >= self.started:

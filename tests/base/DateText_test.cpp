@@ -199,7 +199,7 @@ TEST(ParseDateTextTest, TakesThreeDigitsInFrontForATaiwaneseYearInEveryFormat) {
 }
 
 TEST(ParseDateTextTest, RejectsTextsThatAreNotDates) {
-  const std::initializer_list<const wchar_t*> refused = {
+  const std::initializer_list<const wchar_t*> unreadable = {
       // Dates and times that do not exist.
       L"2011/13/1", L"2011/0/1", L"2011/1/0", L"2011/2/29", L"2011/4/31", L"2011/123/1",
       L"2011/2/123", L"02011/2/14", L"99999999999999999999/2/14", L"99/12/31/1",
@@ -214,7 +214,7 @@ TEST(ParseDateTextTest, RejectsTextsThatAreNotDates) {
       // Foreign letters and digits.
       L"abc", L"2011/2/14x", L"x2011/2/14", L"#2011/2/14#", L"2011/2/14 PM 3:20:05",
       L"\uFF12\uFF10\uFF11\uFF11/2/14", L"Feb 14 2011"};
-  for (const wchar_t* const text : refused) {
+  for (const wchar_t* const text : unreadable) {
     EXPECT_EQ(ParseDateText(text, ZhTwFormat()), std::nullopt) << text;
   }
 }

@@ -1,4 +1,4 @@
-// The schedule editor and the list file where the platform refuses.
+// The schedule editor and the list file where calls of the platform fail.
 #include <windows.h>
 
 #include <gtest/gtest.h>
@@ -105,8 +105,8 @@ class ListScenario {
   std::unique_ptr<TemporaryFolder> folder_;
 };
 
-void FailEachCallOf(const char* name, ListScenario list, std::set<std::string> refused) {
-  FailEachCall({name, [&] { list.LoadAndSave(); }, std::move(refused), [&] { list.Prepare(); },
+void FailEachCallOf(const char* name, ListScenario list, std::set<std::string> calls) {
+  FailEachCall({name, [&] { list.LoadAndSave(); }, std::move(calls), [&] { list.Prepare(); },
                 [&] { return list.Fault(); }});
 }
 

@@ -19,9 +19,9 @@ TEST(TaskListFileTest, AMissingFileBecomesTheMarkAlone) {
   EXPECT_EQ(list.files.files.size(), 1U);
   // A file that is gone by the time of a save needs no backup.
   list.files.files[kListPath].bytes = Utf16Bytes(Line(L"a"));
-  list.files.refused.insert(kListPath);
+  list.files.locked.insert(kListPath);
   EXPECT_FALSE(list.file.Load(tasks));
-  list.files.refused.clear();
+  list.files.locked.clear();
   list.files.files.clear();
   EXPECT_TRUE(list.file.Save(TaskList{Reminder(L"b", L"source")}));
   EXPECT_EQ(list.files.files.size(), 1U);
@@ -155,7 +155,7 @@ TEST(TaskListFileTest, WritesNothingOverTheFileWhenNoNameForABackupIsFree) {
 TEST(TaskListFileTest, LeavesAFileAloneThatCanNeitherBeOpenedNorCopied) {
   const std::string bytes = Utf16Bytes(Line(L"a"));
   TaskListFixture list(bytes);
-  list.files.refused.insert(kListPath);
+  list.files.locked.insert(kListPath);
   TaskList tasks = {Reminder(L"b", L"source")};
   for (int attempt = 0; attempt < 3; ++attempt) {
     EXPECT_FALSE(list.file.Load(tasks));
@@ -164,7 +164,7 @@ TEST(TaskListFileTest, LeavesAFileAloneThatCanNeitherBeOpenedNorCopied) {
   }
   // Neither now nor when it could be done: an empty list is not worth it.
   EXPECT_FALSE(list.file.Save({}));
-  list.files.refused.clear();
+  list.files.locked.clear();
   EXPECT_FALSE(list.file.Save({}));
   EXPECT_EQ(list.files.files.size(), 1U);
   EXPECT_EQ(list.Bytes(), bytes);
@@ -178,14 +178,14 @@ TEST(TaskListFileTest, LeavesAFileAloneThatCanNeitherBeOpenedNorCopied) {
 TEST(TaskListFileTest, ReplacesAnUnreadFileByTheUsersTasksOnceItIsKept) {
   const std::string bytes = Utf16Bytes(Line(L"a"));
   TaskListFixture list(bytes);
-  list.files.refused.insert(kListPath);
+  list.files.locked.insert(kListPath);
   TaskList tasks;
   EXPECT_FALSE(list.file.Load(tasks));
   tasks = {Reminder(L"b", L"source")};
   EXPECT_FALSE(list.file.Save(tasks)) << "it cannot be kept yet";
   EXPECT_FALSE(list.file.IsUnread()) << "what the user has made counts";
   EXPECT_EQ(list.Bytes(), bytes);
-  list.files.refused.clear();
+  list.files.locked.clear();
   EXPECT_TRUE(list.file.Save(tasks));
   EXPECT_EQ(list.Backups(), std::vector{bytes});
   EXPECT_EQ(list.Bytes(), Utf16Bytes(Line(L"b")));

@@ -45,8 +45,8 @@ class ValidateTaskTest : public testing::Test {
   // Empty when the task is accepted.
   std::wstring Message() {
     const auto outcome = Outcome();
-    const auto* const refusal = std::get_if<ValidationError>(&outcome);
-    return refusal == nullptr ? L"" : refusal->message;
+    const auto* const error = std::get_if<ValidationError>(&outcome);
+    return error == nullptr ? L"" : error->message;
   }
   TaskRecord Accepted() {
     EXPECT_EQ(Message(), L"");
@@ -84,7 +84,7 @@ TEST_F(ValidateTaskTest, TakesIntervalsUpToTheUnitsLimit) {
     int unit;
     const wchar_t* message;
     std::vector<const wchar_t*> texts;
-  } refused[] = {
+  } rejected[] = {
       {kMinutes, kTooManyMinutes, {L"61", L"60.4", L"2147483648", L"1e300"}},
       {kHours, kTooManyHours, {L"25"}},
       {kDays, kTooManyDays, {L"8"}},
@@ -94,13 +94,13 @@ TEST_F(ValidateTaskTest, TakesIntervalsUpToTheUnitsLimit) {
       {3, kNoInterval, {L"5"}},
       {-1, kNoInterval, {L"5"}},
   };
-  for (const auto& [unit, message, texts] : refused) {
+  for (const auto& [unit, message, texts] : rejected) {
     for (const wchar_t* const text : texts) {
       fields.timeType = unit;
       fields.interval = text;
-      const auto refusal = std::get<ValidationError>(Outcome());
-      EXPECT_EQ(refusal.message, message) << testing::PrintToString(text);
-      EXPECT_EQ(refusal.clearsInterval, unit >= kMinutes && unit <= kDays);
+      const auto error = std::get<ValidationError>(Outcome());
+      EXPECT_EQ(error.message, message) << testing::PrintToString(text);
+      EXPECT_EQ(error.clearsInterval, unit >= kMinutes && unit <= kDays);
     }
   }
 }
@@ -135,8 +135,8 @@ TEST_F(ValidateTaskTest, ChecksTheSourceByTheMediaType) {
     fields.source = source;
     EXPECT_EQ(Message(), message) << type << " " << testing::PrintToString(source);
     const auto outcome = Outcome();
-    if (const auto* const refusal = std::get_if<ValidationError>(&outcome)) {
-      EXPECT_FALSE(refusal->clearsInterval);
+    if (const auto* const error = std::get_if<ValidationError>(&outcome)) {
+      EXPECT_FALSE(error->clearsInterval);
     } else {
       EXPECT_EQ(std::get<TaskRecord>(outcome).Source, TrimBlanks(source));
     }

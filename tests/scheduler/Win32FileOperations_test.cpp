@@ -165,7 +165,7 @@ TEST_F(Win32FileOperationsTest, WaitsForAHeldFileAndAfterOneWaitInVainTriesOnce)
     // It has succeeded: a file that is held is waited for again.
     HoldThroughRefusals(5, path, row.sharing);
     EXPECT_TRUE(row.act());
-    EXPECT_EQ(pauses_, 5) << "one for each refusal";
+    EXPECT_EQ(pauses_, 5) << "one after each failure";
   }
   EXPECT_EQ(ReadBytes(path), "new");
 }

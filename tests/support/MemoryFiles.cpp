@@ -21,7 +21,7 @@ bool MemoryFiles::IsOpen(const std::wstring& path) const {
 }
 
 OpenOutcome MemoryFiles::OpenForReading(const std::wstring& path) {
-  if (!Begin("open") || refused.contains(path) || refusedToRead.contains(path)) {
+  if (!Begin("open") || locked.contains(path) || unreadable.contains(path)) {
     return OpenOutcome::kFailed;
   }
   if (!files.contains(path)) return OpenOutcome::kMissing;
@@ -49,7 +49,7 @@ std::optional<size_t> MemoryFiles::Read(char* buffer, size_t size) {
 void MemoryFiles::CloseReading() { reading_.clear(); }
 
 bool MemoryFiles::CreateForWriting(const std::wstring& path) {
-  if (!Begin("create") || refused.contains(path) || IsOpen(path)) return false;
+  if (!Begin("create") || locked.contains(path) || IsOpen(path)) return false;
   files[path] = {.bytes = {}, .isOnDisk = false};
   writing_ = path;
   return true;
@@ -88,7 +88,7 @@ bool MemoryFiles::MoveOver(const std::wstring& from, const std::wstring& to) {
 CopyOutcome MemoryFiles::CopyToNew(const std::wstring& from, const std::wstring& to) {
   if (!Begin("copy") || isCopyRefused) return CopyOutcome::kFailed;
   if (files.contains(to)) return CopyOutcome::kTargetExists;
-  if (refused.contains(from)) return CopyOutcome::kFailed;
+  if (locked.contains(from)) return CopyOutcome::kFailed;
   if (!files.contains(from)) return CopyOutcome::kSourceMissing;
   files[to] = {.bytes = files.at(from).bytes, .isOnDisk = true};
   return CopyOutcome::kCopied;

@@ -35,9 +35,9 @@ class MemoryFiles : public FileOperations {
   const std::vector<std::string>& Operations() const { return operations_; }
 
   std::map<std::wstring, File> files;
-  // Paths whose files cannot be opened or copied. Those in `refusedToRead` can be copied.
-  std::set<std::wstring> refused;
-  std::set<std::wstring> refusedToRead;
+  // Paths whose files cannot be opened or copied. Those in `unreadable` can be copied.
+  std::set<std::wstring> locked;
+  std::set<std::wstring> unreadable;
   bool isCopyRefused = false;
   // Called before MoveOver replaces the target.
   std::function<void(const std::wstring& from, const std::wstring& to)> beforeMoveOver;
