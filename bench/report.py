@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Prints the figures of scripts/bench as one table. Exit code 1 when one is over its bar."""
+"""Prints the figures of scripts/bench as one table. Exit code 1 when one is over its limit."""
 
 import json
 import sys
@@ -8,10 +8,10 @@ from pathlib import Path
 MEGABYTE = 1_000_000
 
 
-def rules_rows(folder):
+def portable_rows(folder):
     """From Google Benchmark: the medians of processor time, in nanoseconds."""
     units = {"ns": 1, "us": 1e3, "ms": 1e6}
-    runs = json.loads((folder / "rules.json").read_text())["benchmarks"]
+    runs = json.loads((folder / "portable.json").read_text())["benchmarks"]
     medians = {run["run_name"]: run for run in runs if run.get("aggregate_name") == "median"}
 
     def time(name):
@@ -30,21 +30,21 @@ def rules_rows(folder):
 
 
 def radio_rows(folder):
-    """From Google Benchmark, in milliseconds: each rule beside a plain count of three characters in
-    the same run, and the worst of all rules."""
+    """From Google Benchmark, in milliseconds: each parser beside a plain count of three characters in
+    the same run, and the worst of all parsers."""
     runs = json.loads((folder / "radio.json").read_text())["benchmarks"]
     medians = {run["run_name"]: run["cpu_time"] for run in runs
                if run.get("aggregate_name") == "median"}
-    rules = ("ReplaceHTML", "GetShoutcast", "GetIcecast", "GetLiveDoor", "GetHinet")
-    for rule in rules:
-        yield f"{rule}, 1 MB", medians[f"{rule}/1MB"] / medians["count_marks"], "x count", None
-    slowest = max(medians[f"{rule}/1MB"] for rule in rules)
-    yield "slowest rule, 1 MB", slowest, "ms", 100
-    growth = max(medians[f"{rule}/16MB"] / medians[f"{rule}/1MB"] for rule in rules)
-    yield "16 MB, the rule that grows most", growth, "x 1 MB", 20
+    parsers = ("ReplaceHTML", "GetShoutcast", "GetIcecast", "GetLiveDoor", "GetHinet")
+    for parser in parsers:
+        yield f"{parser}, 1 MB", medians[f"{parser}/1MB"] / medians["count_marks"], "x count", None
+    slowest = max(medians[f"{parser}/1MB"] for parser in parsers)
+    yield "slowest parser, 1 MB", slowest, "ms", 100
+    growth = max(medians[f"{parser}/16MB"] / medians[f"{parser}/1MB"] for parser in parsers)
+    yield "16 MB, the parser that grows most", growth, "x 1 MB", 20
     hostile = max(time for name, time in medians.items() if "/hostile/" in name)
     yield "slowest hostile page, 1 MB", hostile, "ms", 1000
-    yield "the same page", hostile / slowest, "x slowest rule", None
+    yield "the same page", hostile / slowest, "x slowest parser", None
 
 
 def wine_rows(figures):
@@ -87,9 +87,9 @@ def program_rows(figures):
     fastest = (program["minimum"] - empty["minimum"]) / 1e6
     yield "the same between the fastest starts", fastest, "ms", None
     idle = figures["idle"]
-    bars = {"window": 0.2, "tray": 0.1}
+    limits = {"window": 0.2, "tray": 0.1}
     for name, at_rest in idle.items():
-        yield f"idle, {name}", at_rest["share"] * 100, "% of a core", bars.get(name)
+        yield f"idle, {name}", at_rest["share"] * 100, "% of a core", limits.get(name)
     clock = idle["window and clock"]["share"] - idle["window"]["share"]
     yield "idle, what the clock adds", clock * 100, "% of a core", 0.1
     for name, at_rest in idle.items():
@@ -109,17 +109,17 @@ def shown(value):
 def main():
     folder = Path(sys.argv[1])
     figures = json.loads((folder / "desktop.json").read_text())
-    rows = [("host: " + row[0], *row[1:]) for row in (*rules_rows(folder), *radio_rows(folder))]
+    rows = [("host: " + row[0], *row[1:]) for row in (*portable_rows(folder), *radio_rows(folder))]
     rows += [("Wine: " + row[0], *row[1:]) for row in (
         *wine_rows(figures), *paint_rows(figures), *program_rows(figures))]
 
-    print(f"{'name':44}{'value':>10} {'unit or ratio':14}{'bar':>8}")
+    print(f"{'name':44}{'value':>10} {'unit or ratio':14}{'limit':>8}")
     misses = 0
-    for name, value, unit, bar in rows:
-        verdict = "" if bar is None else "ok" if value <= bar else "over"
+    for name, value, unit, limit in rows:
+        verdict = "" if limit is None else "ok" if value <= limit else "over"
         misses += verdict == "over"
-        limit = "" if bar is None else f"<= {bar:g}"
-        print(f"{name:44}{shown(value):>10} {unit:14}{limit:>8} {verdict}".rstrip())
+        bound = "" if limit is None else f"<= {limit:g}"
+        print(f"{name:44}{shown(value):>10} {unit:14}{bound:>8} {verdict}".rstrip())
     return 1 if misses else 0
 
 
