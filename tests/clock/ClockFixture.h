@@ -34,13 +34,8 @@ class Strip {
   std::vector<Color> Cell(int digit) const { return CellOf(context_.Get(), digit); }
   // The pixels of a digit in any picture.
   static std::vector<Color> CellOf(HDC context, int position) {
-    std::vector<Color> pixels;
-    for (int y = 0; y < kCellHeight; ++y) {
-      for (int x = 0; x < kCellWidth; ++x) {
-        pixels.push_back(PixelOf(context, position * kCellWidth + x, y));
-      }
-    }
-    return pixels;
+    const int left = position * kCellWidth;
+    return PixelsIn(context, {left, 0, left + kCellWidth, kCellHeight});
   }
 
  private:

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <urlmon.h>
 
+#include <algorithm>
 #include <memory>
 #include <string>
 
@@ -176,13 +177,8 @@ TEST(NoteDensityTest, ANoteShowsItsLinesAndGrowsWithTheScreen) {
   // Ink of the last character, which would be further left at 96 dpi.
   const int lastLine = note.ScaleHeight() - Scaled(10) - 1;
   const int right = Scaled(10) + Scaled(16) * 20;
-  int ink = 0;
-  for (int y = lastLine - Scaled(16); y < lastLine; ++y) {
-    for (int x = right; x < right + Scaled(16); ++x) {
-      if (PixelOf(note.Dc(), x, y) == kBlack) ++ink;
-    }
-  }
-  EXPECT_GT(ink, 0);
+  const RECT end = {right, lastLine - Scaled(16), right + Scaled(16), lastLine};
+  EXPECT_GT(std::ranges::count(PixelsIn(note.Dc(), end), kBlack), 0);
 }
 
 TEST_F(FrmTimeTest, TheClockShowsEverything) {

@@ -32,11 +32,7 @@ enum Button { kNew = 1, kPlay, kStop, kOptions, kLeave };
 // The pixels of a box.
 inline std::vector<Color> Shown(HWND box) {
   const DrawnWindow& drawn = ObjectOf(box);
-  std::vector<Color> pixels;
-  for (int y = 0; y < drawn.ScaleHeight(); ++y) {
-    for (int x = 0; x < drawn.ScaleWidth(); ++x) pixels.push_back(PixelOf(drawn.Dc(), x, y));
-  }
-  return pixels;
+  return PixelsIn(drawn.Dc(), {0, 0, drawn.ScaleWidth(), drawn.ScaleHeight()});
 }
 
 class FrmMainTest : public testing::Test {

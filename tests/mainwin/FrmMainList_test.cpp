@@ -31,20 +31,16 @@ class FrmMainListTest : public FrmMainTest {
     return backups;
   }
   // Pixels of the list that are not its background.
-  int Ink() const {
+  ptrdiff_t Ink() const {
     Pump();
     RECT header = {};
     GetClientRect(reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0)), &header);
     RECT client = {};
     GetClientRect(list, &client);
     const WindowDc screen(list);
-    int ink = 0;
-    for (int y = static_cast<int>(header.bottom); y < client.bottom; ++y) {
-      for (int x = 0; x < client.right; ++x) {
-        ink += PixelOf(screen.Get(), x, y) != GetSysColor(COLOR_WINDOW) ? 1 : 0;
-      }
-    }
-    return ink;
+    client.top = header.bottom;
+    return std::ranges::count_if(PixelsIn(screen.Get(), client),
+                                 [](Color color) { return color != GetSysColor(COLOR_WINDOW); });
   }
 
   UniqueKernelHandle locked;

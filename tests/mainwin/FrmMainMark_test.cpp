@@ -51,12 +51,8 @@ class FrmMainMarkTest : public FrmMainTest {
     const WindowDc screen(list);
     const int top = static_cast<int>(bounds.top);
     const Color ground = PixelOf(screen.Get(), 10, top + 51);
-    for (int y = top + 51; y < top + 67; ++y) {
-      for (int x = 46; x < 62; ++x) {
-        if (PixelOf(screen.Get(), x, y) != ground) return true;
-      }
-    }
-    return false;
+    return std::ranges::any_of(PixelsIn(screen.Get(), {46, top + 51, 62, top + 67}),
+                               [&](Color color) { return color != ground; });
   }
 };
 

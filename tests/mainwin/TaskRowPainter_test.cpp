@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <memory>
 #include <set>
@@ -27,14 +28,6 @@ constexpr RECT kBothPlaces = {22, 27, 62, 67};
 
 std::wstring IconFile(int id) {
   return L"" TELLURVANE_SOURCE_DIR "/resources/icon" + std::to_wstring(id) + L".ico";
-}
-
-std::vector<Color> PixelsOf(HDC context, const RECT& area) {
-  std::vector<Color> pixels;
-  for (LONG y = area.top; y < area.bottom; ++y) {
-    for (LONG x = area.left; x < area.right; ++x) pixels.push_back(PixelOf(context, x, y));
-  }
-  return pixels;
 }
 
 // Draws an icon's file by the system's own routines.
@@ -72,28 +65,22 @@ class TaskRowPainterTest : public testing::Test {
   }
 
   // How many pixels of an area have another colour than its first one.
-  int InkIn(const RECT& area) const {
-    const Color ground = PixelOf(picture.Dc(), area.left, area.top);
-    int ink = 0;
-    for (LONG y = area.top; y < area.bottom; ++y) {
-      for (LONG x = area.left; x < area.right; ++x) {
-        if (PixelOf(picture.Dc(), x, y) != ground) ++ink;
-      }
-    }
-    return ink;
+  ptrdiff_t InkIn(const RECT& area) const {
+    const std::vector<Color> pixels = PixelsIn(picture.Dc(), area);
+    return std::ranges::count_if(pixels, [&](Color color) { return color != pixels[0]; });
   }
 
   // The place of the icon and its mark, as painted, and as the files of the icons have it.
   std::vector<Color> IconOf(int mediaType, RowMark mark = RowMark::kNone) {
     task.MediaType = mediaType;
     Paint(mark);
-    return PixelsOf(picture.Dc(), kBothPlaces);
+    return PixelsIn(picture.Dc(), kBothPlaces);
   }
   std::vector<Color> WithIconFiles(std::initializer_list<std::pair<int, RECT>> files) {
     task.MediaType = -1;
     Paint();
     for (const auto& [id, where] : files) DrawIconFile(picture.Dc(), id, where);
-    return PixelsOf(picture.Dc(), kBothPlaces);
+    return PixelsIn(picture.Dc(), kBothPlaces);
   }
 
   TaskRecord task;

@@ -195,13 +195,7 @@ TEST_F(frmNotesTest, TheCloseImageIsAtTheTopRightAndLightsUp) {
   EXPECT_LE(outer.right - image.right, 8);
   EXPECT_LE(image.top - outer.top, 8);
   const auto picture = [this] {
-    std::vector<Color> pixels;
-    for (int y = 0; y < 16; ++y) {
-      for (int x = 0; x < 16; ++x) {
-        pixels.push_back(PixelOf(ObjectOf(CloseImageWindow()).Dc(), x, y));
-      }
-    }
-    return pixels;
+    return PixelsIn(ObjectOf(CloseImageWindow()).Dc(), {0, 0, 16, 16});
   };
   const std::vector<Color> atRest = picture();
   EXPECT_GT(std::ranges::count_if(atRest, [&](Color color) { return color != atRest[0]; }), 20);

@@ -26,11 +26,7 @@ class StationRowPainterTest : public testing::Test {
 
   Color At(int x, int y) const { return PixelOf(picture.Dc(), x, y); }
   std::vector<Color> Pixels(int left, int right) const {
-    std::vector<Color> pixels;
-    for (int y = 0; y < kStationRowHeight; ++y) {
-      for (int x = left; x < right; ++x) pixels.push_back(At(x, y));
-    }
-    return pixels;
+    return PixelsIn(picture.Dc(), {left, 0, right, kStationRowHeight});
   }
   int Blue(int left, int right) const {
     return static_cast<int>(std::ranges::count_if(Pixels(left, right), [](Color color) {

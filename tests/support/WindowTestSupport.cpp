@@ -100,6 +100,14 @@ TestForm::TestForm(int width, int height) {
 
 Color PixelOf(HDC context, int x, int y) { return GetPixel(context, x, y); }
 
+std::vector<Color> PixelsIn(HDC context, const RECT& area) {
+  std::vector<Color> pixels;
+  for (LONG y = area.top; y < area.bottom; ++y) {
+    for (LONG x = area.left; x < area.right; ++x) pixels.push_back(PixelOf(context, x, y));
+  }
+  return pixels;
+}
+
 void SendMouse(HWND window, UINT message, int x, int y, WPARAM keys) {
   SendMessageW(window, message, keys, MAKELPARAM(x, y));
 }

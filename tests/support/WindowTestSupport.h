@@ -6,6 +6,7 @@
 #include <chrono>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "ui/Form.h"
 
@@ -26,6 +27,9 @@ class TestForm : public Form {
 
 // The colour that the window shows, or that was drawn on the context, at a pixel.
 Color PixelOf(HDC context, int x, int y);
+
+// Those of an area, row by row.
+std::vector<Color> PixelsIn(HDC context, const RECT& area);
 
 // Sends a press, a release or a move of the mouse at a pixel of the window's client area.
 void SendMouse(HWND window, UINT message, int x, int y, WPARAM keys = 0);

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <climits>
 #include <optional>
+#include <vector>
 
 #include "tests/support/WindowTestSupport.h"
 #include "ui/MemoryContext.h"
@@ -36,6 +37,7 @@ class Canvas {
 
   HDC Dc() const { return picture_->Dc(); }
   Color At(int x, int y) const { return PixelOf(Dc(), x, y); }
+  std::vector<Color> Pixels() const { return PixelsIn(Dc(), {0, 0, width_, height_}); }
 
   Ink FindInk() const {
     Ink ink;

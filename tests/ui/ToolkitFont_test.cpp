@@ -20,11 +20,7 @@ std::vector<Color> Drawn(wchar_t character) {
   const SelectedObject font(picture->Dc(), ToolkitFont());
   PatBlt(picture->Dc(), 0, 0, kSize, kSize, WHITENESS);
   TextOutW(picture->Dc(), 0, 0, &character, 1);
-  std::vector<Color> pixels;
-  for (int y = 0; y < kSize; ++y) {
-    for (int x = 0; x < kSize; ++x) pixels.push_back(PixelOf(picture->Dc(), x, y));
-  }
-  return pixels;
+  return PixelsIn(picture->Dc(), {0, 0, kSize, kSize});
 }
 
 // In any locale. Placeholder boxes would all look alike.

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "ControlTestSupport.h"
@@ -177,12 +178,7 @@ bool Shows(HWND window, Color color) {
   Pump();
   const WindowDc context(window);
   const RECT client = ClientOf(window);
-  for (int y = 0; y < client.bottom; ++y) {
-    for (int x = 0; x < client.right; ++x) {
-      if (PixelOf(context.Get(), x, y) == color) return true;
-    }
-  }
-  return false;
+  return std::ranges::count(PixelsIn(context.Get(), client), color) > 0;
 }
 
 TEST(clsControlTest, LabelHasItsHostsColor) {

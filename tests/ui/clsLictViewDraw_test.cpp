@@ -1,4 +1,6 @@
 // How the list is painted, and how few cells it needs for that.
+#include <algorithm>
+
 #include "ListTestSupport.h"
 #include "ui/Handle.h"
 #include "ui/clsLictView.h"
@@ -155,11 +157,9 @@ class ListEmptyTextTest : public ListTest {
     GetClientRect(list.hwnd(), &client);
     const WindowDc screen(list.hwnd());
     const auto ground = static_cast<Color>(GetSysColor(COLOR_WINDOW));
-    int ink = 0;
-    for (int y = list.Bottom(); y < client.bottom; ++y) {
-      for (int x = 0; x < client.right; ++x) ink += PixelOf(screen.Get(), x, y) != ground ? 1 : 0;
-    }
-    return ink;
+    const std::vector<Color> pixels =
+        PixelsIn(screen.Get(), {0, list.Bottom(), client.right, client.bottom});
+    return static_cast<int>(pixels.size()) - static_cast<int>(std::ranges::count(pixels, ground));
   }
 };
 

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "SliderTestSupport.h"
 #include "ui/Handle.h"
 
@@ -27,12 +29,9 @@ class SliderPaintTest : public SliderTest {
 
   // Whether there is text between two columns of the bar.
   bool HasText(int left, int right) const {
-    for (int y = 1; y < 12; ++y) {
-      for (int x = left; x < right; ++x) {
-        if (At(x, y) != kGoldInside && At(x, y) != kGoldBar) return true;
-      }
-    }
-    return false;
+    return std::ranges::any_of(PixelsIn(host.Dc(), {left, 1, right, 12}), [](Color color) {
+      return color != kGoldInside && color != kGoldBar;
+    });
   }
 };
 
@@ -133,14 +132,8 @@ TEST_F(SliderPaintTest, PrintTextWritesInTheAskedColour) {
   slider.PostRender = [&](bool) { slider.PrintText(L"中文 %", kInk); };
   slider.Refresh();
   // Edges are smoothed: more blue than red, which neither the bar nor the track has.
-  int blue = 0;
-  for (int y = 0; y < 13; ++y) {
-    for (int x = 0; x < 65; ++x) {
-      const Color color = At(x, y);
-      if (GetBValue(color) > GetRValue(color) + 30) ++blue;
-    }
-  }
-  EXPECT_GT(blue, 20);
+  const auto isBlue = [](Color color) { return GetBValue(color) > GetRValue(color) + 30; };
+  EXPECT_GT(std::ranges::count_if(PixelsIn(host.Dc(), {0, 0, 65, 13}), isBlue), 20);
   slider.PostRender = [&](bool) { slider.PrintText(L"████", 0x80000000U | COLOR_HIGHLIGHT); };
   slider.Refresh();
   EXPECT_EQ(At(32, 6), GetSysColor(COLOR_HIGHLIGHT));
@@ -149,11 +142,7 @@ TEST_F(SliderPaintTest, PrintTextWritesInTheAskedColour) {
 TEST_F(SliderPaintTest, PaleTextOnTheFilledPartHasAGlowThatStaysOnTheBar) {
   slider.PostRender = [&](bool) { slider.PrintText(L"88 %", Rgb(151, 151, 151)); };
   slider.Value(100);
-  int white = 0;
-  for (int y = 1; y < 12; ++y) {
-    for (int x = 1; x < 64; ++x) white += At(x, y) == kWhite ? 1 : 0;
-  }
-  EXPECT_GT(white, 10);
+  EXPECT_GT(std::ranges::count(PixelsIn(host.Dc(), {1, 1, 64, 12}), kWhite), 10);
   slider.BackColor(kBlack);
   slider.FontSize(40);
   for (int y = 13; y < 18; ++y) {
