@@ -25,8 +25,7 @@ void Write(HDC context, std::wstring text, int x, int right, int height, ModThem
   const int saved = SaveDC(context);
   IntersectClipRect(context, x, 0, right, height);
   ModTheme::TextAt(context, ModTheme::FittingText(context, text, right - x, kFont), x,
-                   Scaled(kTextY),
-                   {.text = color, .glow = 0x00FFFFFF, .shadow = ModTheme::kWhiteShadow}, kFont);
+                   Scaled(kTextY), {.text = color}, kFont);
   RestoreDC(context, saved);
 }
 

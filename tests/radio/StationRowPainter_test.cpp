@@ -64,6 +64,7 @@ TEST_F(StationRowPainterTest, WritesTheNameInBlueAndTypeAndBitRateInBlack) {
   EXPECT_EQ(Black(0, kNameWidth), 0);
   EXPECT_GT(Blue(0, kNameWidth), 50);
   EXPECT_EQ(Blue(kNameWidth, kWidth), 0);
+  EXPECT_GT(std::ranges::count(Pixels(0, kNameWidth), Rgb(0xF5, 0xDE, 0xB3)), 20) << "the glow";
 }
 
 TEST_F(StationRowPainterTest, PaintsABandOnGrey) {
