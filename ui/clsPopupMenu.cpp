@@ -41,8 +41,7 @@ UINT clsPopupMenu::TrackMenu(HWND owner) {
 }
 
 UINT clsPopupMenu::TrackMenu(HWND owner, POINT place) {
-  // Deliberate: the owner is not brought to the foreground first, so the menu of a hidden window
-  // may stay when the user clicks into another program.
+  // Does not bring the owner to the foreground. The caller does that where it is needed.
   return static_cast<UINT>(
       TrackPopupMenu(menu_.Get(), TPM_RETURNCMD, place.x, place.y, 0, owner, nullptr));
 }

@@ -104,5 +104,23 @@ TEST(PopupMenuTest, IsShownAtTheMouseAndReturnsTheChosenItem) {
   EXPECT_EQ(place.top, 50);
 }
 
+TEST(PopupMenuTest, LeavesTheForegroundToAnotherWindowAndReturnsZeroWhenItIsDismissed) {
+  const TestForm form;
+  const TestForm other;
+  SetForegroundWindow(other.hwnd());
+  ASSERT_TRUE(PumpUntil([&] { return GetForegroundWindow() == other.hwnd(); }));
+  clsPopupMenu menu;
+  menu.AddMenuItem(L"第一項", 0, 101);
+  HWND inFront = nullptr;
+  UINT chosen = 1;
+  InOpenMenu([&] { chosen = menu.TrackMenu(form.hwnd()); },
+             [&] {
+               inFront = GetForegroundWindow();
+               EndMenu();
+             });
+  EXPECT_EQ(inFront, other.hwnd());
+  EXPECT_EQ(chosen, 0U);
+}
+
 }  // namespace
 }  // namespace tellurvane
