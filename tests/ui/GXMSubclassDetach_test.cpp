@@ -109,6 +109,27 @@ TEST_F(GXMSubclassDetachTest, FromANestedMessageWaitsForTheOuterOne) {
   ExpectDone();
 }
 
+TEST_F(GXMSubclassDetachTest, OneOfTwoEnginesDetachesAndTheOtherStays) {
+  for (const bool upperFirst : {true, false}) {
+    const TargetWindow window;
+    RecordingOwner lower, upper;
+    GXMSubclass lowerEngine, upperEngine;
+    lowerEngine.Subclass(window.hwnd(), lower, 0);
+    lowerEngine.AddMessage(window.hwnd(), kPing, kBeforePrevious);
+    upperEngine.Subclass(window.hwnd(), upper, 0);
+    upperEngine.AddMessage(window.hwnd(), kPing, kBeforePrevious);
+    (upperFirst ? upperEngine : lowerEngine).UnSubclass(window.hwnd());
+    for (int i = 0; i < 2; ++i) EXPECT_EQ(window.Send(kPing, 5), kPreviousAnswer + 5);
+    EXPECT_EQ((upperFirst ? lower : upper).calls, 2);
+    EXPECT_EQ((upperFirst ? upper : lower).calls, 0);
+    EXPECT_EQ(OwnBlocks(), 2U) << "one of them the fixture's";
+    (upperFirst ? lowerEngine : upperEngine).UnSubclass(window.hwnd());
+    window.Send(kPing);
+    EXPECT_EQ(ProcedureOf(window.hwnd()), TargetWindow::Procedure);
+    EXPECT_EQ(OwnBlocks(), 1U);
+  }
+}
+
 TEST_F(GXMSubclassDetachTest, KeepsAForeignProcedureThatCameLater) {
   static WNDPROC below = nullptr;
   const WNDPROC foreign = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam) -> LRESULT {

@@ -152,6 +152,16 @@ TEST_F(ThemedTextTest, HasTheSizeTheStyleAndTheColourGiven) {
   EXPECT_EQ(canvas.At(bold.left + 1, bold.top + 5), Rgb(0x4B, 0x00, 0x82));
 }
 
+TEST_F(ThemedTextTest, IsIndigoWithAWheatGlowAndAWhiteShadowWhereNothingElseIsGiven) {
+  const ModTheme::TextFont font = {.size = 48, .style = ModTheme::kBold};
+  const Canvas given(400, 120, Rgb(255, 0, 255));
+  const Canvas other(400, 120, Rgb(255, 0, 255));
+  ModTheme::Text(given.Dc(), L"HIH", 20, 20, {}, font);
+  ModTheme::Text(other.Dc(), L"HIH", 20, 20, {0xFF4B0082, 0xFFF5DEB3, 0xFFFFFFFF}, font);
+  EXPECT_GT(given.FindInk().pixels, 500);
+  EXPECT_EQ(given.Pixels(), other.Pixels());
+}
+
 TEST_F(ThemedTextTest, LeavesNothingBehind) {
   const Paper canvas;
   EXPECT_EQ(LeakedBy([&] { ModTheme::Text(canvas.Dc(), kChinese, 10, 10, {}, {.size = 16}); }),

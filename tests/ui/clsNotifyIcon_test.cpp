@@ -108,6 +108,11 @@ TEST_F(NotifyIconTest, IsInTheTrayBetweenAddAndDelete) {
   }
 
   FailingImport taskbar({"Shell_NotifyIconW"});
+  taskbar.LetAllThrough();
+  icon->IconAdd();
+  EXPECT_EQ(taskbar.Calls(), 2) << "added, then its version set";
+  icon->IconDelete();
+  EXPECT_EQ(taskbar.Calls(), 3);
   taskbar.Fail(1, INT_MAX);
   EXPECT_FALSE(icon->IconAdd());
   EXPECT_FALSE(icon->IsInTray());

@@ -47,6 +47,8 @@ TEST_F(SliderPaintTest, TheTrackIsAFramedBoxBelowTheInset) {
 TEST_F(SliderPaintTest, FillIsInProportionToTheValue) {
   slider.Value(25);
   ExpectColors({{1, 1, kGoldBar}, {16, 11, kGoldBar}, {17, 6, kGoldInside}});
+  slider.Max(50);
+  ExpectColors({{32, 6, kGoldBar}, {33, 6, kGoldInside}});
   slider.Max(200);
   host.Move(kLeft, kTop, 240, 18);
   slider.Value(100);
