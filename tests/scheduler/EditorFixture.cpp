@@ -1,6 +1,7 @@
 #include "tests/scheduler/EditorFixture.h"
 
 #include <commctrl.h>
+#include <oleauto.h>
 #include <richedit.h>
 
 #include <utility>
@@ -128,17 +129,12 @@ std::string EditorFixture::Writable() const {
   return names;
 }
 
-void EditorFixture::Pick(DateSerial moment) const {
-  const CivilDateTime civil = CivilFromSerial(moment);
-  SYSTEMTIME time = {};
-  time.wYear = static_cast<WORD>(civil.year);
-  time.wMonth = static_cast<WORD>(civil.month);
-  time.wDay = static_cast<WORD>(civil.day);
-  time.wHour = static_cast<WORD>(civil.hour);
-  time.wMinute = static_cast<WORD>(civil.minute);
-  time.wSecond = static_cast<WORD>(civil.second);
-  for (const HWND picker : {dtpDate, dtpTime}) {
-    SendMessageW(picker, DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&time));
+void EditorFixture::Pick(DateSerial date, std::optional<DateSerial> time) const {
+  for (const auto& [picker, moment] :
+       {std::pair{dtpDate, date}, std::pair{dtpTime, time.value_or(date)}}) {
+    SYSTEMTIME picked = {};
+    VariantTimeToSystemTime(moment, &picked);
+    SendMessageW(picker, DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&picked));
   }
 }
 

@@ -47,7 +47,8 @@ class EditorFixture : public testing::Test {
   void Type(HWND box, const std::wstring& text) const { SetWindowTextW(box, text.c_str()); }
   // Chooses an entry of a drop-down list by its keys.
   static void Choose(HWND comboBox, int entry) { ChooseEntry(comboBox, entry); }
-  void Pick(DateSerial moment) const;
+  // The time picker gets the same moment if there is no other.
+  void Pick(DateSerial date, std::optional<DateSerial> time = {}) const;
   DateSerial Picked() const;
   void SelectRow(int row) const { SelectListRow(list, row); }
   // The row that the list shows as selected.

@@ -112,6 +112,17 @@ TEST_F(FrmSetTest, KeepsTheSourceWhenTheMediaTypeChanges) {
   EXPECT_EQ(tasks[0].Source, L"a\\r\\nb");
 }
 
+TEST_F(FrmSetTest, SavesTheDateOfOnePickerAndTheTimeOfTheOther) {
+  Play({}, [&] {
+    Choose(cboMediaType, kReminderNote);
+    Type(txtSrc, L"text");
+    Pick(At(2012, 3, 4, 23, 59, 58), At(2013, 1, 1, 7, 8, 9));
+    Click(cmdSaveJob);
+  });
+  ASSERT_EQ(tasks.size(), 1U);
+  EXPECT_EQ(tasks[0].NextRun, At(2012, 3, 4, 7, 8, 9));
+}
+
 TEST_F(FrmSetTest, TheDotsButtonOpensTheDialogOfEachMediaType) {
   // The open-file dialog belongs to the main window: it does not disable the editor by itself.
   whileBrowsing = [&] { EXPECT_FALSE(IsWindowEnabled(window)); };
