@@ -58,15 +58,42 @@ TEST(DirectorySearchTest, OnlyShoutcastAndIcecastCanSearch) {
   EXPECT_FALSE(CanSearch(kHinet));
 }
 
-TEST(GenresTest, HaveTheirKeysInOrder) {
-  std::wstring keys;
-  for (const Genre& genre : kGenres) keys += std::wstring(genre.key) + L"|";
-  EXPECT_EQ(keys,
-            L"top|alternative|classical|contemporary|comedy|country|spiritual|new age|oldies|jpop|"
-            L"dance|ska|funk|jazz|metal|mixed|rap|pop|R&B|rock|talk|techno|latin|70s|80s|90s|world|"
-            L"game|");
-  EXPECT_STREQ(kGenres.front().label, L"Top 精選 (Top Streams)");
-  EXPECT_STREQ(kGenres.back().label, L"遊戲音樂 (Game)");
+TEST(GenresTest, HaveTheirLabelsAndKeysInOrder) {
+  const Genre expected[] = {
+      {L"Top 精選 (Top Streams)", L"top"},
+      {L"另類音樂 (Alternative)", L"alternative"},
+      {L"古典音樂 (Classical)", L"classical"},
+      {L"當代音樂 (Contemporary)", L"contemporary"},
+      {L"喜劇音樂 (Comedy)", L"comedy"},
+      {L"鄉村音樂 (Country)", L"country"},
+      {L"心靈音樂 (Spiritual)", L"spiritual"},
+      {L"新世紀音樂 (New Age)", L"new age"},
+      {L"懷舊音樂 (Oldies)", L"oldies"},
+      {L"日本音樂 (Japan)", L"jpop"},
+      {L"舞曲音樂 (Dance/House)", L"dance"},
+      {L"斯卡音樂 (Ska)", L"ska"},
+      {L"瘋克音樂 (Funk)", L"funk"},
+      {L"爵士音樂 (Jazz)", L"jazz"},
+      {L"重金屬音樂 (Metal)", L"metal"},
+      {L"混合音樂 (Mixed)", L"mixed"},
+      {L"饒舌音樂 (Rap)", L"rap"},
+      {L"流行音樂 (Pop)", L"pop"},
+      {L"節奏藍調 (R&B)", L"R&B"},
+      {L"搖滾音樂 (Rock)", L"rock"},
+      {L"說唱音樂 (Talk)", L"talk"},
+      {L"數位音樂 (Techno)", L"techno"},
+      {L"拉丁音樂 (Latin)", L"latin"},
+      {L"70 年代音樂 (The '70s)", L"70s"},
+      {L"80 年代音樂 (The '80s)", L"80s"},
+      {L"90 年代音樂 (The '90s)", L"90s"},
+      {L"國家音樂 (World)", L"world"},
+      {L"遊戲音樂 (Game)", L"game"},
+  };
+  ASSERT_EQ(kGenres.size(), std::size(expected));
+  for (size_t i = 0; i < kGenres.size(); ++i) {
+    EXPECT_STREQ(kGenres[i].label, expected[i].label);
+    EXPECT_STREQ(kGenres[i].key, expected[i].key);
+  }
 }
 
 }  // namespace

@@ -41,11 +41,14 @@ class RadioSearchTest : public RadioFixture {
   }
 };
 
-TEST_F(RadioSearchTest, AsksForAnEmptyTermWithoutAGenre) {
+TEST_F(RadioSearchTest, AsksForAnEmptyTermWithoutAGenreAndForTheKeywordWithItsBlanks) {
   settings = {{L"Genre", L"-1"}};
   Play([this] { Search(); });
-  EXPECT_THAT(fetched, ElementsAre(L"http://www.shoutcast.com/embed_module"
-                                   L"?reqType=GENRE_SEARCH&cnt=999&s="));
+  settings = {{L"SearchType", L"1"}, {L"SearchName", L" a "}};
+  Play([this] { Search(); });
+  const std::wstring address = L"http://www.shoutcast.com/embed_module?reqType=";
+  EXPECT_THAT(fetched, ElementsAre(address + L"GENRE_SEARCH&cnt=999&s=",
+                                   address + L"KEYWORD_SEARCH&cnt=999&s= a "));
 }
 
 TEST_F(RadioSearchTest, LocksTheDialogWhileThePageLoads) {

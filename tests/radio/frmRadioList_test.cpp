@@ -94,6 +94,8 @@ TEST_F(frmRadioListTest, StartsWithTheSettingsAndAcceptsAnyValue) {
       EXPECT_EQ(ChosenEntry(cboGenre), row.entry) << row.genre;
       EXPECT_EQ(WindowText(txtKeyword), row.name);
       EXPECT_EQ(Usable(), row.usable) << row.type;
+      EXPECT_EQ(IsMarked(optGenre), row.usable == kByGenre);
+      EXPECT_EQ(IsMarked(optKeyword), row.usable == kByKeyword);
     });
   }
 }
@@ -128,6 +130,26 @@ TEST_F(frmRadioListTest, ReturnsNothingWithoutAStationOrItsAddress) {
               }),
               std::nullopt);
   }
+}
+
+TEST_F(frmRadioListTest, OnlyALeftDoubleClickOnARowConfirms) {
+  const struct {
+    UINT code;
+    int row;
+    bool confirms;
+  } clicks[] = {{NM_RDBLCLK, 0, false}, {NM_DBLCLK, -1, false}, {NM_DBLCLK, 0, true}};
+  Play([&] {
+    SearchHinet();
+    SelectRow(0);
+    for (const auto& [code, row, confirms] : clicks) {
+      NMITEMACTIVATE click = {};
+      click.hdr.hwndFrom = list;
+      click.hdr.code = code;
+      click.iItem = row;
+      SendMessageW(GetParent(list), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&click));
+      EXPECT_NE(IsOpen(), confirms) << code << " on " << row;
+    }
+  });
 }
 
 TEST_F(frmRadioListTest, LeaksNothing) {
