@@ -11,7 +11,9 @@
 #include "tests/support/FormProbe.h"
 #include "tests/support/GdiPlusSession.h"
 #include "tests/support/WindowTestSupport.h"
+#include "tests/ui/Canvas.h"
 #include "ui/Density.h"
+#include "ui/ModTheme.h"
 
 namespace tellurvane {
 namespace {
@@ -32,10 +34,11 @@ class frmNotesTest : public testing::Test {
  protected:
   void TearDown() override { note.reset(); }
 
-  frmNotes& Prepare(const std::wstring& text, const std::vector<OpenNote>& standing = {}) {
+  frmNotes& Prepare(const std::wstring& text, const std::vector<OpenNote>& standing = {},
+                    const std::wstring& time = L"2026/11/21 上午 09:05:07") {
     static unsigned made = 0;
     note = std::make_unique<frmNotes>(++made, log.Pause());
-    note->Prepare(text, L"2026/11/21 上午 09:05:07", standing);
+    note->Prepare(text, time, standing);
     log.window = note->hwnd();
     return *note;
   }
@@ -121,14 +124,20 @@ TEST_F(frmNotesTest, OnlyAStoredBreakBeginsALine) {
       << "an empty line between";
 }
 
-TEST_F(frmNotesTest, ShowsTheTimeAboveTheText) {
-  Show(L" ");
-  int ink = 0;
-  for (int y = 1; y < 20; ++y) {
-    for (int x = 1; x < 330; ++x) ink += PixelOf(note->Dc(), x, y) == Rgb(0x4B, 0x00, 0x82);
-  }
-  EXPECT_GT(ink, 50);
-  EXPECT_THAT(TextLines(), IsEmpty());
+TEST_F(frmNotesTest, WritesTheTimeAndTheTextInTheirPlacesSizesAndColours) {
+  Prepare(L" ", {}, L" ").ShowNote();
+  // The last column is painted over the text.
+  const int width = note->ScaleWidth() - 1;
+  const Canvas expected(width, note->ScaleHeight(), kWhite);
+  BitBlt(expected.Dc(), 0, 0, width, note->ScaleHeight(), note->Dc(), 0, 0, SRCCOPY);
+  const std::vector<Color> paper = expected.Pixels();
+  ModTheme::Text(expected.Dc(), L"12:00", 2, 2, {0xFF4B0082, 0xFFF5DEB3, 0xFFFFFFFF},
+                 {L"Arial Unicode MS", 12, ModTheme::kBold});
+  ModTheme::Text(expected.Dc(), L"喝水", 5, 20, {0xFF000000, 0xFFF5DEB3, 0xFFFFFFFF},
+                 {L"Arial Unicode MS", 16, ModTheme::kBold});
+  Prepare(L"喝水", {}, L"12:00").ShowNote();
+  EXPECT_NE(expected.Pixels(), paper);
+  EXPECT_EQ(PixelsIn(note->Dc(), {0, 0, width, note->ScaleHeight()}), expected.Pixels());
 }
 
 TEST_F(frmNotesTest, IsCreatedInvisibleAtItsPlace) {
@@ -136,6 +145,7 @@ TEST_F(frmNotesTest, IsCreatedInvisibleAtItsPlace) {
   const LONG_PTR style = GetWindowLongPtrW(note->hwnd(), GWL_EXSTYLE);
   EXPECT_TRUE(style & WS_EX_LAYERED);
   EXPECT_TRUE(style & WS_EX_TOOLWINDOW);
+  EXPECT_TRUE(style & WS_EX_TOPMOST);
   EXPECT_FALSE(style & WS_EX_APPWINDOW);
   EXPECT_EQ(OpacityOf(note->hwnd()), 0);
   EXPECT_FALSE(note->Visible());
@@ -201,6 +211,10 @@ TEST_F(frmNotesTest, TheCloseImageIsAtTheTopRightAndLightsUp) {
   EXPECT_GT(std::ranges::count_if(atRest, [&](Color color) { return color != atRest[0]; }), 20);
   SendMouse(CloseImageWindow(), WM_MOUSEMOVE, 8, 8);
   EXPECT_NE(picture(), atRest);
+  SetCursor(LoadCursorW(nullptr, IDC_ARROW));
+  SendMessageW(CloseImageWindow(), WM_SETCURSOR, reinterpret_cast<WPARAM>(CloseImageWindow()),
+               MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+  EXPECT_EQ(GetCursor(), LoadCursorW(nullptr, IDC_HAND));
   SendMessageW(CloseImageWindow(), WM_MOUSELEAVE, 0, 0);
   EXPECT_EQ(picture(), atRest);
   SendMouse(CloseImageWindow(), WM_LBUTTONDOWN, 8, 8, MK_LBUTTON);
@@ -222,6 +236,16 @@ TEST_F(frmNotesTest, HasAShadowAndTheOddClassStyleAtItsEnd) {
   ASSERT_TRUE(GetClassInfoExW(GetModuleHandleW(nullptr), windowClass.c_str(), &closed));
   EXPECT_EQ(closed.style, CS_DBLCLKS | 0xFFFD'FFFF);
   EXPECT_EQ(GetClassLongPtrW(other.hwnd(), GCL_STYLE), open) << "of another note";
+}
+
+TEST_F(frmNotesTest, TheLeftButtonAloneDragsIt) {
+  Show();
+  CaughtMessage caught(note->hwnd(), WM_NCLBUTTONDOWN);
+  SendMouse(note->hwnd(), WM_RBUTTONDOWN, 50, 50, MK_RBUTTON);
+  SendMouse(note->hwnd(), WM_MBUTTONDOWN, 50, 50, MK_MBUTTON);
+  EXPECT_THAT(caught.Taken(), IsEmpty());
+  SendMouse(note->hwnd(), WM_LBUTTONDOWN, 50, 50, MK_LBUTTON);
+  EXPECT_THAT(caught.Taken(), ElementsAre(WPARAM{HTCAPTION}));
 }
 
 TEST_F(frmNotesTest, IsPulledBackWhenTheMouseMovesOverIt) {
