@@ -8,6 +8,7 @@
 
 #include "app/ModGeneral.h"
 #include "app/SettingsFile.h"
+#include "base/FatalError.h"
 #include "tests/support/EachCallFails.h"
 #include "tests/support/FailingImport.h"
 #include "tests/support/TemporaryFolder.h"
@@ -56,6 +57,16 @@ TEST(FailingCallsTest, WithoutTheMutexTheProgramDoesNotStart) {
   EXPECT_FALSE(ClaimInstance());
   EXPECT_TRUE(ClaimInstance());
   ReleaseInstance();
+}
+
+TEST(FailingCallsTest, AMissingIconIsFatal) {
+  const TemporaryFolder folder;
+  WriteBytes(folder.File(L"Setting.ini"), With(L"37"));
+  ModGeneral general(folder.Path());
+  FailingImport resources({"FindResourceW"});
+  resources.Fail(7);
+  EXPECT_THROW(general.LoadIcons(), FatalError);
+  EXPECT_EQ(resources.Calls(), 7);
 }
 
 TEST(FailingCallsTest, ReportsThatGdiPlusIsNotAvailable) {
