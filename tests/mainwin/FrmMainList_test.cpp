@@ -132,6 +132,19 @@ TEST_F(FrmMainListTest, TheEditorFirstLoadsAListThatWasLocked) {
   EXPECT_EQ(Backups(), 0U);
 }
 
+TEST_F(FrmMainListTest, IsSavedBeforeTheEditorOpens) {
+  Tasks({{kReminderNote, L"a"}});
+  Open();
+  DeleteFileW(ListPath().c_str());
+  ActingForm user;
+  user.ActLater([&] {
+    EXPECT_GT(ReadBytes(ListPath()).size(), 2U);
+    EndDialogWindow(GetLastActivePopup(window->hwnd()));
+  });
+  Press(kNew);
+  EXPECT_EQ(Rows(), 1);
+}
+
 TEST_F(FrmMainListTest, IsNotLoadedWhileTheEditorIsOpen) {
   Tasks({{kReminderNote, L"a"}});
   Lock();

@@ -59,5 +59,16 @@ TEST_F(FrmMainPositionTest, IsNotDrawnWhileTheWindowIsHidden) {
   EXPECT_EQ(Shown(slider), stopped) << "stopped while hidden";
 }
 
+TEST_F(FrmMainPositionTest, FollowsTheMusicTenTimesASecond) {
+  window->RunSelectedTask();
+  PictureAt(1);
+  const int reads = player.positionReads;
+  const ULONGLONG start = GetTickCount64();
+  EXPECT_TRUE(PumpUntil([&] { return player.positionReads >= reads + 10; }));
+  const ULONGLONG waited = GetTickCount64() - start;
+  EXPECT_GE(waited, 700U);
+  EXPECT_LE(waited, 4'000U) << "also on a busy machine";
+}
+
 }  // namespace
 }  // namespace tellurvane

@@ -70,10 +70,7 @@ class FrmMainTrayTest : public FrmMainTest {
   }
   // Entries count from 1.
   void ChooseInTrayMenu(int entry) {
-    InTrayMenu([&] {
-      for (int i = 0; i < entry; ++i) PostMessageW(window->hwnd(), WM_KEYDOWN, VK_DOWN, 0);
-      PostMessageW(window->hwnd(), WM_KEYDOWN, VK_RETURN, 0);
-    });
+    ChooseInMenu([this] { SendToIcon(WM_RBUTTONDOWN); }, window->hwnd(), entry);
     Pump();
   }
 

@@ -3,11 +3,17 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <climits>
 #include <string>
 #include <vector>
 
 #include "tests/mainwin/FrmMainFixture.h"
+#include "tests/support/FailingImport.h"
+#include "tests/support/GdiPlusSession.h"
+#include "tests/support/MenuTestSupport.h"
+#include "tests/ui/Canvas.h"
 #include "ui/Density.h"
+#include "ui/ModTheme.h"
 #include "ui/clsProgress.h"
 
 namespace tellurvane {
@@ -22,6 +28,11 @@ RECT InParent(HWND window) {
   GetWindowRect(window, &rect);
   MapWindowPoints(nullptr, GetParent(window), reinterpret_cast<POINT*>(&rect), 2);
   return rect;
+}
+
+// The lowest box of the list's area.
+HWND StripIn(HWND area) {
+  return ChildWindowFromPoint(area, {5, ObjectOf(area).ScaleHeight() - 3});
 }
 
 TEST_F(FrmMainTest, HasItsSizeAndItsPartsInTheirPlaces) {
@@ -40,6 +51,19 @@ TEST_F(FrmMainTest, HasItsSizeAndItsPartsInTheirPlaces) {
   EXPECT_EQ(InParent(GetParent(toolbar)).left, 5);
   EXPECT_LE(InParent(GetParent(toolbar)).bottom, 28);
   EXPECT_EQ(SendMessageW(toolbar, TB_BUTTONCOUNT, 0, 0), 5);
+  int image = 0;
+  for (const wchar_t* const caption : {L"新 增", L"播 放", L"停 止", L"設 定", L"離 開"}) {
+    TBBUTTON button = {};
+    SendMessageW(toolbar, TB_GETBUTTON, static_cast<WPARAM>(image),
+                 reinterpret_cast<LPARAM>(&button));
+    EXPECT_EQ(button.iBitmap, image++);
+    wchar_t text[16] = {};
+    SendMessageW(toolbar, TB_GETBUTTONTEXTW, static_cast<WPARAM>(button.idCommand),
+                 reinterpret_cast<LPARAM>(text));
+    EXPECT_STREQ(text, caption);
+  }
+  const LONG_PTR edges = WS_EX_STATICEDGE | WS_EX_CLIENTEDGE | WS_EX_WINDOWEDGE;
+  EXPECT_EQ(GetWindowLongPtrW(StripIn(Area()), GWL_EXSTYLE) & edges, WS_EX_STATICEDGE);
 
   const RECT volume = InParent(VolumeSlider());
   const RECT position = InParent(PositionSlider());
@@ -102,6 +126,42 @@ TEST_F(FrmMainTest, ThePositionHasTwoDecimalsAndTheVolumeNone) {
   const HWND position = PositionSlider();
   EXPECT_EQ(Shown(position), WithText(position, 0, false, L"0.00 %"));
   EXPECT_NE(Shown(position), WithText(position, 0, false, L"0 %"));
+}
+
+TEST_F(FrmMainTest, TheStripIsBoldAndBlueWithAWheatGlow) {
+  const GdiPlusSession gdiPlus;
+  player.state = kBufferingState;
+  player.status = L"abc";
+  Open();
+  const HWND strip = StripIn(Area());
+  const Canvas expected(ObjectOf(strip).ScaleWidth(), ObjectOf(strip).ScaleHeight(),
+                        Rgb(0xFB, 0xFA, 0xFE));
+  ModTheme::Text(expected.Dc(), L"abc", 2, 1, {0xFF0000FF, 0xFFF5DEB3, 0xFFFFFFFF},
+                 {L"Arial Unicode MS", 12, ModTheme::kBold});
+  EXPECT_GT(expected.FindInk().pixels, 50);
+  EXPECT_EQ(Shown(strip), expected.Pixels());
+}
+
+TEST_F(FrmMainTest, AnOptionIsSwitchedAlsoWhereNothingCanBeWritten) {
+  Open();
+  const auto choose = [&](int entry) {
+    ChooseInMenu([&] { Press(kOptions); }, window->hwnd(), entry);
+  };
+  {
+    FailingImport machine({"RegOpenKeyExW", ERROR_ACCESS_DENIED});
+    FailingImport user({"RegSetKeyValueW", ERROR_ACCESS_DENIED});
+    machine.Fail(1, INT_MAX);
+    user.Fail(1, INT_MAX);
+    choose(2);
+    EXPECT_EQ(user.Calls(), 1);
+  }
+  EXPECT_EQ(general->settings.StartPlay, 1);
+  EXPECT_TRUE(HasSetting(L"StartPlay=1"));
+  FailingImport file({"WritePrivateProfileStringW"});
+  file.Fail(1, INT_MAX);
+  choose(1);
+  EXPECT_EQ(general->settings.SongLoop, 1);
+  EXPECT_TRUE(HasSetting(L"SongLoop=0"));
 }
 
 TEST_F(FrmMainTest, RunsAndStopsTheFirstRow) {
@@ -168,13 +228,24 @@ TEST_F(FrmMainTest, ContinuousPlayRunsTheSelectedTaskAndOthersFallDueMeanwhile) 
 }
 
 TEST_F(FrmMainTest, LeavesInOrder) {
+  WriteBytes(folder.File(L"Setting.ini"), WholeSettings{.timeForm = L"1"}.Bytes());
+  Tasks({{kReminderNote, L"a"}});
   Open();
+  for (auto& icon : general->icons) icon = std::make_unique<ClsIcon>();
+  general->settings.FilesPath = L"D:\\New\\";
+  DeleteFileW(folder.File(L"JobList.dbs").c_str());
+  const HWND clock = FindWindowW(nullptr, L"FrmTime");
   Taken();
   std::vector<std::wstring> order;
   window->SetReleaseProcess([&] {
     order.emplace_back(L"release");
     EXPECT_TRUE(IsWindow(window->hwnd()));
     EXPECT_FALSE(IsWindow(list));
+    EXPECT_THAT(Taken(), ElementsAre(L"close", L"stop"));
+    EXPECT_GT(ReadBytes(folder.File(L"JobList.dbs")).size(), 2U);
+    EXPECT_TRUE(HasSetting(L"FilesPath=D:\\New\\"));
+    EXPECT_THAT(general->icons, testing::Each(testing::IsNull()));
+    EXPECT_TRUE(IsWindowVisible(clock)) << "it is unloaded last";
   });
   const HWND bar = toolbar;
   Press(kLeave);
@@ -182,7 +253,7 @@ TEST_F(FrmMainTest, LeavesInOrder) {
   EXPECT_THAT(order, IsEmpty());
   ASSERT_TRUE(PumpUntil([&] { return !window->IsLoaded(); }));
   EXPECT_THAT(order, ElementsAre(L"release"));
-  EXPECT_THAT(Taken(), ElementsAre(L"close", L"stop"));
+  EXPECT_FALSE(IsWindow(clock));
   MSG message = {};
   EXPECT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
   EXPECT_EQ(message.wParam, 0U);

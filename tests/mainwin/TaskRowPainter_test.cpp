@@ -13,6 +13,7 @@
 #include "base/LocaleDates.h"
 #include "tests/support/Moments.h"
 #include "tests/support/WindowTestSupport.h"
+#include "tests/ui/Canvas.h"
 #include "ui/Handle.h"
 #include "ui/MemoryContext.h"
 #include "ui/ModTheme.h"
@@ -96,6 +97,22 @@ TEST_F(TaskRowPainterTest, WritesFourLinesBesideTheIcon) {
     EXPECT_GT(InkIn({76, y, 140, y + 14}), 50) << "the label at " << y;
     EXPECT_GT(InkIn({150, y, kWidth, y + 14}), 50) << "the value at " << y;
   }
+}
+
+TEST_F(TaskRowPainterTest, WritesWithAWheatGlowAndAWhiteShadow) {
+  constexpr int kWide = 500;  // nothing is cut
+  const Canvas drawn(kWide, kTaskRowHeight, kBlack), expected(kWide, kTaskRowHeight, kWhite);
+  for (const RowLine& line : TaskRowLines(task, AppendLocaleDateText)) {
+    ModTheme::TextFont font = {L"Arial Unicode MS", 12};
+    if (line.font == RowFont::kName) font = {font.face, 14, ModTheme::kBold};
+    if (line.font == RowFont::kValue) font.size = 13;
+    ModTheme::Text(expected.Dc(), line.text, line.x, line.y, {line.color, 0xFFF5DEB3, 0xFFFFFFFF},
+                   font);
+  }
+  TaskRowPainter(icons, AppendLocaleDateText)
+      .Paint({.context = drawn.Dc(), .width = kWide, .height = kTaskRowHeight}, task,
+             RowMark::kNone);
+  EXPECT_EQ(drawn.Pixels(), expected.Pixels());
 }
 
 TEST_F(TaskRowPainterTest, ShowsTheIconOfTheKindOfTaskAndTheStateOnItsCorner) {

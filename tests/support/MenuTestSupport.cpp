@@ -28,4 +28,11 @@ void InOpenMenu(const std::function<void()>& open, const std::function<void()>& 
   EXPECT_FALSE(user.Enabled()) << "no menu was opened";
 }
 
+void ChooseInMenu(const std::function<void()>& open, HWND owner, int entry) {
+  InOpenMenu(open, [&] {
+    for (int i = 0; i < entry; ++i) PostMessageW(owner, WM_KEYDOWN, VK_DOWN, 0);
+    PostMessageW(owner, WM_KEYDOWN, VK_RETURN, 0);
+  });
+}
+
 }  // namespace tellurvane
