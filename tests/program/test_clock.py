@@ -1,5 +1,7 @@
 """The desktop clock: its place, and the menus that show and hide it."""
 
+from datetime import datetime
+
 import pytest
 
 from clock import CAPTION, clock_menu, clock_shows
@@ -32,7 +34,12 @@ def shows(menu, number, program, folder):
 
 def test_it_opens_at_the_right_upper_corner_and_can_be_dragged(open_program):
     program = open_program(TimeForm="1")
-    left, top, right, bottom = rect = clock_shows(program)["rect"]
+    halves = {"上午" if datetime.now().hour < 12 else "下午"}
+    clock = clock_shows(program)
+    halves.add("上午" if datetime.now().hour < 12 else "下午")
+    texts = {child["text"] for child in clock["children"]}
+    assert texts >= set("年月日時分秒") and texts & halves
+    left, top, right, bottom = rect = clock["rect"]
     assert SCREEN_WIDTH - 20 <= right <= SCREEN_WIDTH and 0 <= top <= 20
     assert (right - left, bottom - top) == (4170 // 15, 1095 // 15)
     x_window, = x_windows(CAPTION)

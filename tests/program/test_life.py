@@ -3,6 +3,7 @@
 import pytest
 
 from desktop import BINARIES, BOX_CLASS, button_of, run, until, windows_path
+from due import Reports, start_with
 from harness import SETTINGS
 from task_list import MARK, Task
 
@@ -34,29 +35,36 @@ def files(folder):
             for path in folder.path.iterdir()}
 
 
+def ends_unseen(program):
+    seen = []
+    until(lambda: seen.extend(program.on_screen()) or program.code() is not None, "its end")
+    assert program.wait() == 0
+    assert seen == []
+
+
+def test_without_gdi_plus_it_ends_without_a_message_before_it_reads_its_settings(folder, start):
+    folder.settings.unlink()
+    before = folder.names()
+    ends_unseen(start(environment={"WINEDLLOVERRIDES": "mscoree,mshtml,gdiplus="}))
+    assert folder.names() == before
+
+
 def test_a_second_copy_ends_without_a_window_and_leaves_the_first_alone(folder, start):
     folder.write_list(Task("一"), Task("二"))
     first = start().started()
     before, window = files(folder), first.on_screen()
-    second = start()
-    seen = []
-    until(lambda: seen.extend(second.on_screen()) or second.code() is not None, "its end")
-    assert second.wait() == 0
-    assert seen == []
+    # It ends before it reads its settings.
+    away = folder.settings.rename(folder.path / "away")
+    ends_unseen(start())
+    away.rename(folder.settings)
     assert first.on_screen() == window
     assert files(folder) == before
+    first.hide()
+    assert start().wait() == 0
     assert first.exit() == 0
     # After it another copy may start, also one that follows a killed one.
     start().started().kill()
     assert start().started().exit() == 0
-
-
-def test_a_hidden_window_keeps_its_instance(start):
-    program = start().started()
-    program.hide()
-    assert program.code() is None
-    assert start().wait() == 0
-    assert program.exit() == 0
 
 
 def test_its_files_lie_beside_it_and_the_exit_button_leaves_nothing_running(folder, start, tmp_path):
@@ -70,6 +78,13 @@ def test_its_files_lie_beside_it_and_the_exit_button_leaves_nothing_running(fold
     assert folder.names() == ["JobList.dbs", "Setting.ini", "Tellurvane.exe"]
     assert folder.settings.read_bytes() == settings
     assert run("wine", BINARIES / "ListWindows.exe", windows_path(folder.path)) == ""
+
+
+def test_its_current_folder_is_its_own(folder, start, tmp_path):
+    reports = Reports(folder)
+    start_with(folder, lambda: start(cwd=tmp_path),
+               lambda moment: [reports.task("where", moment)])
+    assert ("folder", windows_path(folder.path)) in reports.read("where")
 
 
 def test_leaving_writes_the_folder_and_no_other_setting(folder, start):

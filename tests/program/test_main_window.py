@@ -116,6 +116,8 @@ def test_nothing_runs_without_a_selection_and_by_selecting_alone(window):
     click_at(BELOW_THE_ROWS, times=2)
     press_key("Return", "Delete")
     before = picture(window.rows[0])
+    icon = before.crop((22, 27, 54, 59))
+    assert len(icon.getcolors(32 * 32)) > 2
     program.click(window.rows[0])
     until(lambda: picture(window.rows[0]) != before, "the row selected")
     press_key("Delete")
