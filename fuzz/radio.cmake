@@ -8,3 +8,8 @@ target_link_libraries(literal_rules PUBLIC radio)
 set_source_files_properties(${PROJECT_SOURCE_DIR}/tests/radio/LiteralRules.cpp PROPERTIES
   COMPILE_OPTIONS "-fno-sanitize=all;-fno-sanitize-coverage=trace-pc-guard,inline-8bit-counters,pc-table,trace-cmp,indirect-calls")
 tellurvane_fuzz_target(StationParsers LIBRARIES literal_rules radio)
+# The rules of Radio Browser:
+#   build/host-fuzz/bin/RadioBrowser_fuzz NEW_CORPUS fuzz/corpus/radio_browser
+add_library(browser_rules STATIC ${PROJECT_SOURCE_DIR}/tests/radio/BrowserRules.cpp)
+target_link_libraries(browser_rules PUBLIC radio)
+tellurvane_fuzz_target(RadioBrowser LIBRARIES browser_rules)

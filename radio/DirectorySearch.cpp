@@ -36,7 +36,6 @@ const std::array<Genre, 28> kGenres = {{{L"Top 精選 (Top Streams)", L"top"},
                                         {L"遊戲音樂 (Game)", L"game"}}};
 
 std::wstring AddressOf(const DirectoryQuery& query) {
-  // not covered: there are four directories
   switch (query.source) {
     case DirectorySource::kShoutcast:
       return std::wstring(kShoutcastDirectory) + L"/embed_module?reqType=" +
@@ -48,12 +47,17 @@ std::wstring AddressOf(const DirectoryQuery& query) {
       return std::wstring(kLiveDoorDirectory) + L"/list/a";
     case DirectorySource::kHinet:
       return std::wstring(kHinetDirectory) + L"/xml/radioList.jsp";
+    case DirectorySource::kRadioBrowser:
+    case DirectorySource::kRadioBrowserTaiwan:
+      break;
   }
-  return {};  // not covered: there are four directories
+  return {};
 }
 
 StationSearch SearchDirectory(const DirectoryQuery& query, const DirectoryServices& services) {
+  if (IsRadioBrowser(query.source)) return services.searchRadioBrowser(query);
   std::wstring page = services.fetch(AddressOf(query));
+  // not covered: the last two directories have returned
   switch (query.source) {
     case DirectorySource::kShoutcast:
       return GetShoutcast(PreparedShoutcast(page));
@@ -63,8 +67,11 @@ StationSearch SearchDirectory(const DirectoryQuery& query, const DirectoryServic
       return {GetLiveDoor(PreparedLiveDoor(page), services.toCapitals), true};
     case DirectorySource::kHinet:
       return GetHinet(std::move(page), services.hinetUrl);
+    case DirectorySource::kRadioBrowser:
+    case DirectorySource::kRadioBrowserTaiwan:
+      break;
   }
-  return {};  // not covered: there are four directories
+  return {};  // not covered: the last two directories have returned
 }
 
 }  // namespace tellurvane

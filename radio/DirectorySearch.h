@@ -10,7 +10,14 @@
 namespace tellurvane {
 
 // In the order of the dialog's list.
-enum class DirectorySource { kShoutcast, kIcecast, kLiveDoor, kHinet };
+enum class DirectorySource {
+  kShoutcast,
+  kIcecast,
+  kLiveDoor,
+  kHinet,
+  kRadioBrowser,
+  kRadioBrowserTaiwan
+};
 enum class SearchMode { kGenre, kKeyword };
 
 struct Genre {
@@ -21,17 +28,24 @@ extern const std::array<Genre, 28> kGenres;
 inline constexpr std::array<const wchar_t*, 4> kDirectoryNames = {L"SHOUTcast", L"Icecast",
                                                                   L"日本 LiveDoor", L"國內電台"};
 
-// The other two have one list and no search.
+// Asked by RadioBrowser, which has several servers and an answer of its own form.
+constexpr bool IsRadioBrowser(DirectorySource source) {
+  return source == DirectorySource::kRadioBrowser || source == DirectorySource::kRadioBrowserTaiwan;
+}
+
+// The others have one list and no search.
 constexpr bool CanSearch(DirectorySource source) {
-  return source == DirectorySource::kShoutcast || source == DirectorySource::kIcecast;
+  return source == DirectorySource::kShoutcast || source == DirectorySource::kIcecast ||
+         source == DirectorySource::kRadioBrowser;
 }
 
 struct DirectoryQuery {
   DirectorySource source = DirectorySource::kShoutcast;
   SearchMode mode = SearchMode::kGenre;
-  std::wstring term;  // a genre's key or a keyword; goes into the address as it is
+  std::wstring term;  // a genre's key or a keyword
 };
 
+// Of a directory with one host, else empty. The term goes into the address as it is.
 std::wstring AddressOf(const DirectoryQuery& query);
 
 // All must be set.
@@ -39,9 +53,11 @@ struct DirectoryServices {
   std::function<std::wstring(const std::wstring& url)> fetch;  // a page's text
   ToCapitals toCapitals;
   std::wstring hinetUrl;  // the prefix of a HiNet station's address
+  std::function<StationSearch(const DirectoryQuery& query)> searchRadioBrowser = {};
 };
 
-// Throws what `fetch` throws. Only SHOUTcast's and HiNet's pages show whether they were cut off.
+// Throws what `fetch` and `searchRadioBrowser` throw. Only SHOUTcast's and HiNet's pages show
+// whether they were cut off.
 StationSearch SearchDirectory(const DirectoryQuery& query, const DirectoryServices& services);
 
 }  // namespace tellurvane

@@ -25,7 +25,7 @@ StationSearch GetHinet(std::wstring page, std::wstring_view urlPrefix) {
   const auto rowOf = [prefix = std::wstring(urlPrefix)](const StationTexts& texts) {
     return StationRow{
         std::wstring(texts.name), L"WMA", L"48 kbps", prefix + std::wstring(texts.url),
-        L"收聽人數：未知",        L""};
+        kUnknownListeners,        L""};
   };
   StationSearch stations = {StationRows(std::move(page), rowOf), true};
   const std::wstring_view text = stations.rows.Page();

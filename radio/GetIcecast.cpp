@@ -26,7 +26,7 @@ bool WasFound(std::wstring_view text) { return text.data() != nullptr; }
 
 std::wstring BitRateOf(std::wstring_view text) {
   const bool isUnknown = WasFound(text) && (text.empty() || text == L"0 kbps");
-  return isUnknown ? L"未知" : std::wstring(text);
+  return isUnknown ? kUnknownBitRate : std::wstring(text);
 }
 
 std::wstring UrlOf(std::wstring_view path) {

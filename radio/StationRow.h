@@ -5,6 +5,9 @@
 
 namespace tellurvane {
 
+inline constexpr const wchar_t* kUnknownBitRate = L"未知";
+inline constexpr const wchar_t* kUnknownListeners = L"收聽人數：未知";
+
 // All fields are texts as the result list holds them, in the order of its columns.
 struct StationRow {
   std::wstring name = {};

@@ -22,6 +22,8 @@ TEST(DirectorySearchTest, SendsTheTermAsItIs) {
       {{kIcecast, kGenre, L"R&B"}, L"http://dir.xiph.org/search?search=R&B"},
       {{kLiveDoor, kKeyword, L"x"}, L"http://live.ladio.livedoor.com/list/a"},
       {{kHinet, kGenre, L"x"}, L"http://hichannel.hinet.net/xml/radioList.jsp"},
+      {{kRadioBrowser, kGenre, L"x"}, L""},
+      {{kRadioBrowserTaiwan, kGenre, L"x"}, L""},
   };
   for (const auto& row : rows) EXPECT_EQ(AddressOf(row.query), row.address);
 }
@@ -47,6 +49,21 @@ TEST(DirectorySearchTest, ReadsEachDirectorysPage) {
     EXPECT_EQ(found.isWhole, row.isWhole) << row.page;
     ASSERT_EQ(found.rows.size(), 1U) << row.page;
     EXPECT_EQ(found.rows[0].url, row.url);
+  }
+}
+
+TEST(DirectorySearchTest, LeavesRadioBrowserToItsOwnSearch) {
+  for (const DirectorySource source : {kRadioBrowser, kRadioBrowserTaiwan}) {
+    DirectoryQuery asked;
+    const auto search = [&](const DirectoryQuery& query) {
+      asked = query;
+      return StationSearch{{}, false};
+    };
+    const StationSearch found = SearchDirectory({source, kKeyword, L"台北"}, {{}, {}, {}, search});
+    EXPECT_FALSE(found.isWhole);
+    EXPECT_EQ(asked.source, source);
+    EXPECT_EQ(asked.mode, kKeyword);
+    EXPECT_EQ(asked.term, L"台北");
   }
 }
 

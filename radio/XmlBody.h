@@ -1,0 +1,12 @@
+// The part of an XML text that a parser of decoded text takes.
+#pragma once
+
+#include <string_view>
+
+namespace tellurvane {
+
+// The text without a byte order mark and without its XML declaration. The declaration names the
+// encoding of the bytes; a parser of decoded text may reject it.
+std::wstring_view XmlBody(std::wstring_view text);
+
+}  // namespace tellurvane
