@@ -7,7 +7,9 @@
 #include <string>
 
 #include "base/PlatformText.h"
+#include "radio/DirectoryError.h"
 #include "radio/HttpGetText.h"
+#include "radio/StationXml.h"
 #include "radio/frmRadioList.h"
 #include "tests/support/ActingForm.h"
 #include "tests/support/DialogTestSupport.h"
@@ -53,12 +55,25 @@ void FetchPage() {
   }
 }
 
+void ReadStations() {
+  const ComApartment apartment;
+  try {
+    EXPECT_EQ(ReadStationXml("<result><station/></result>").size(), 1U);
+  } catch (const DirectoryError& error) {
+    EXPECT_FALSE(error.Text().empty());
+  }
+}
+
 TEST(FailingCallsTest, TheDirectoryIsSearchedOrEndsInAFatalError) {
   FailEachCall({"radio directory", UseDirectory, {"CreateWindowExW"}});
 }
 
 TEST(FailingCallsTest, APageThatCannotBeAskedForIsNotFetched) {
   FailEachCall({"fetch", FetchPage, {"CLSIDFromProgID", "CoCreateInstance"}});
+}
+
+TEST(FailingCallsTest, AnAnswerThatCannotBeReadHasAReason) {
+  FailEachCall({"read", ReadStations, {"CLSIDFromProgID", "CoCreateInstance"}});
 }
 
 }  // namespace

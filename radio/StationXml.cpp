@@ -1,0 +1,93 @@
+#include "radio/StationXml.h"
+
+#include <windows.h>
+
+#include <msxml2.h>
+
+#include "radio/DirectoryError.h"
+#include "radio/XmlBody.h"
+#include "ui/Com.h"
+
+namespace tellurvane {
+namespace {
+
+// IXMLDOMDocument2, whose number is in none of the cross compiler's libraries.
+constexpr IID kDocumentId = {
+    0x2933BF95, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
+
+constexpr const wchar_t* kNoList = L"電台目錄回應的不是電台清單，或資料不完整。";
+constexpr const wchar_t* kNotUtf8 = L"電台目錄的資料不是 UTF-8 編碼，無法讀取。";
+constexpr const wchar_t* kNoParser = L"無法使用系統的 XML 元件讀取電台目錄。";
+
+void Require(HRESULT result, const wchar_t* reason) {
+  if (FAILED(result)) throw DirectoryError(reason);
+}
+
+std::wstring DecodedUtf8(const std::string& bytes) {
+  const int size = static_cast<int>(bytes.size());
+  if (size == 0) return {};
+  const int units =
+      MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, bytes.data(), size, nullptr, 0);
+  if (units == 0) throw DirectoryError(kNotUtf8);
+  std::wstring text(static_cast<size_t>(units), L'\0');
+  MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, bytes.data(), size, text.data(), units);
+  return text;
+}
+
+// A document that never loads anything but the text that it is given.
+ComPtr<IXMLDOMDocument2> MakeDocument() {
+  CLSID id = {};
+  Require(CLSIDFromProgID(L"Msxml2.DOMDocument.6.0", &id), kNoParser);
+  ComPtr<IXMLDOMDocument2> document;
+  Require(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, kDocumentId, document.ReceiveVoid()),
+          kNoParser);
+  Require(document->put_async(VARIANT_FALSE), kNoParser);
+  Require(document->put_validateOnParse(VARIANT_FALSE), kNoParser);
+  Require(document->put_resolveExternals(VARIANT_FALSE), kNoParser);
+  Variant isProhibited(true);
+  Require(document->setProperty(Bstr(L"ProhibitDTD").Get(), isProhibited.Get()), kNoParser);
+  return document;
+}
+
+// Empty when there is no such attribute.
+std::wstring Attribute(IXMLDOMElement& element, const wchar_t* name) {
+  Variant value;
+  Require(element.getAttribute(Bstr(name).Get(), &value.Get()), kNoList);
+  const VARIANT& read = value.Get();
+  return read.vt == VT_BSTR && read.bstrVal != nullptr
+             ? std::wstring(read.bstrVal, SysStringLen(read.bstrVal))
+             : std::wstring();
+}
+
+BrowserStation StationOf(IXMLDOMNode& node) {
+  ComPtr<IXMLDOMElement> element;
+  Require(node.QueryInterface(IID_IXMLDOMElement, element.ReceiveVoid()), kNoList);
+  return {.name = Attribute(*element.Get(), L"name"),
+          .codec = Attribute(*element.Get(), L"codec"),
+          .bitRate = Attribute(*element.Get(), L"bitrate"),
+          .url = Attribute(*element.Get(), L"url"),
+          .resolvedUrl = Attribute(*element.Get(), L"url_resolved"),
+          .hls = Attribute(*element.Get(), L"hls")};
+}
+
+}  // namespace
+
+std::vector<BrowserStation> ReadStationXml(const std::string& answer) {
+  const std::wstring text = DecodedUtf8(answer);
+  if (text.find(L"<!DOCTYPE") != std::wstring::npos) throw DirectoryError(kNoList);
+  const ComPtr<IXMLDOMDocument2> document = MakeDocument();
+  VARIANT_BOOL isRead = VARIANT_FALSE;
+  Require(document->loadXML(Bstr(XmlBody(text)).Get(), &isRead), kNoList);
+  if (isRead == VARIANT_FALSE) throw DirectoryError(kNoList);
+  ComPtr<IXMLDOMNode> list;
+  Require(document->selectSingleNode(Bstr(L"/result").Get(), list.Receive()), kNoList);
+  if (!list) throw DirectoryError(kNoList);
+  ComPtr<IXMLDOMNodeList> nodes;
+  Require(list->selectNodes(Bstr(L"station").Get(), nodes.Receive()), kNoList);
+  std::vector<BrowserStation> stations;
+  ComPtr<IXMLDOMNode> node;
+  while (nodes->nextNode(node.Receive()) == S_OK) stations.push_back(StationOf(*node.Get()));
+  return stations;
+}
+
+}  // namespace tellurvane
