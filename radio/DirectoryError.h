@@ -1,6 +1,7 @@
 // Why a directory gave no stations.
 #pragma once
 
+#include <cstdint>
 #include <exception>
 #include <string>
 #include <utility>
@@ -18,5 +19,12 @@ class DirectoryError : public std::exception {
  private:
   std::wstring text_;
 };
+
+inline constexpr const wchar_t* kTooLargeAnswer = L"電台目錄的資料過大，無法讀取。";
+
+// `code` is the system's own for the cause.
+std::wstring UnreachableText(std::uint32_t code);
+// The same for a server whose certificate is not valid.
+std::wstring BadCertificateText(std::uint32_t code);
 
 }  // namespace tellurvane

@@ -45,8 +45,8 @@ StationSearch RadioBrowser::Search(const DirectoryQuery& query) {
   for (auto server = servers_.begin(); server != servers_.end() && left > milliseconds::zero();
        ++server) {
     try {
-      const std::string answer = services_.fetch(L"https://" + *server + kDomain + path,
-                                                 std::min<milliseconds>(kServerLimit, left));
+      const std::string answer =
+          services_.fetch(*server + kDomain, path, std::min<milliseconds>(kServerLimit, left));
       StationSearch found = {RowsOf(services_.read(answer), services_.isUsable), true};
       std::rotate(servers_.begin(), server, server + 1);
       return found;

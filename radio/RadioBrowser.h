@@ -13,8 +13,10 @@ namespace tellurvane {
 
 // All must be set. `fetch` and `read` throw DirectoryError.
 struct RadioBrowserServices {
-  // The bytes at an address, within the time.
-  std::function<std::string(const std::wstring& url, std::chrono::milliseconds limit)> fetch;
+  // The bytes of a server's answer, within the time.
+  std::function<std::string(const std::wstring& host, const std::wstring& path,
+                            std::chrono::milliseconds limit)>
+      fetch;
   // The stations of an answer.
   std::function<std::vector<BrowserStation>(const std::string& answer)> read;
   // The time since any fixed moment.

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <cwchar>
 #include <new>
 #include <utility>
 
 #include "base/Number.h"
+#include "radio/DirectoryError.h"
 #include "radio/HttpGetText.h"
 #include "radio/StationRowPainter.h"
 #include "ui/DialogGrid.h"
@@ -27,13 +27,6 @@ constexpr int kGenreWidth = 3'600;
 constexpr int kTypeColumn = 1'500;
 constexpr int kBitRateColumn = 1'950;
 constexpr size_t kMostShown = 1'000;  // characters; more than any column can show
-
-std::wstring CauseOf(const FetchError& error) {
-  std::array<wchar_t, 40> text = {};
-  (void)std::swprintf(text.data(), text.size(), L"（錯誤 0x%08X）",
-                      static_cast<unsigned>(error.Code()));
-  return text.data();
-}
 
 // The wait cursor for as long as the object lives.
 class WaitCursor {
@@ -245,9 +238,9 @@ void frmRadioList::Search(const DirectoryQuery& query) {
     // The fetch may have handled a message that closed the dialog.
     if (IsLoaded()) Show(std::move(search));
   } catch (const FetchError& error) {
-    if (IsLoaded()) Say(L"無法連線到電台目錄，請稍後再試一次。" + CauseOf(error));
+    if (IsLoaded()) Say(UnreachableText(static_cast<std::uint32_t>(error.Code())));
   } catch (const std::bad_alloc&) {
-    if (IsLoaded()) Say(L"電台目錄的資料過大，無法讀取。");
+    if (IsLoaded()) Say(kTooLargeAnswer);
   }
 }
 

@@ -9,6 +9,7 @@
 #include "base/PlatformText.h"
 #include "radio/DirectoryError.h"
 #include "radio/HttpGetText.h"
+#include "radio/HttpsGet.h"
 #include "radio/StationXml.h"
 #include "radio/frmRadioList.h"
 #include "tests/support/ActingForm.h"
@@ -55,6 +56,11 @@ void FetchPage() {
   }
 }
 
+void FetchBytes() {
+  using namespace std::chrono_literals;
+  EXPECT_THROW(HttpsGet(L"127.0.0.1", L"/", 5s), DirectoryError) << "nobody listens there";
+}
+
 void ReadStations() {
   const ComApartment apartment;
   try {
@@ -70,6 +76,12 @@ TEST(FailingCallsTest, TheDirectoryIsSearchedOrEndsInAFatalError) {
 
 TEST(FailingCallsTest, APageThatCannotBeAskedForIsNotFetched) {
   FailEachCall({"fetch", FetchPage, {"CLSIDFromProgID", "CoCreateInstance"}});
+}
+
+TEST(FailingCallsTest, ARequestThatCannotBeMadeHasAReason) {
+  FailEachCall({"get",
+                FetchBytes,
+                {"InternetOpenW", "InternetConnectW", "HttpOpenRequestW", "CreateThread"}});
 }
 
 TEST(FailingCallsTest, AnAnswerThatCannotBeReadHasAReason) {

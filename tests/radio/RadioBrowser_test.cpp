@@ -65,8 +65,8 @@ class RadioBrowserTest : public testing::Test {
 
   RadioBrowser Browser() {
     return RadioBrowser(
-        {.fetch = [this](const std::wstring& url,
-                         std::chrono::milliseconds limit) { return Fetch(url, limit); },
+        {.fetch = [this](const std::wstring& host, const std::wstring& path,
+                         std::chrono::milliseconds limit) { return Fetch(host, path, limit); },
          .read = [this](const std::string& answer) { return Read(answer); },
          .elapsed = [this] { return now_; },
          .isUsable = [](const std::wstring& address) { return address == L"usable"; }});
@@ -79,12 +79,11 @@ class RadioBrowserTest : public testing::Test {
   std::wstring reason_;
 
  private:
-  std::string Fetch(const std::wstring& url, std::chrono::milliseconds limit) {
-    EXPECT_TRUE(url.starts_with(L"https://"));
-    const size_t dot = url.find(L'.');
-    const std::string server(url.begin() + 8, url.begin() + static_cast<std::ptrdiff_t>(dot));
-    EXPECT_EQ(url.substr(dot),
-              std::wstring(L".api.radio-browser.info") + kAnyStation + L"&countrycode=TW");
+  std::string Fetch(const std::wstring& host, const std::wstring& path,
+                    std::chrono::milliseconds limit) {
+    EXPECT_EQ(host.substr(3), L".api.radio-browser.info");
+    EXPECT_EQ(path, std::wstring(kAnyStation) + L"&countrycode=TW");
+    const std::string server(host.begin(), host.begin() + 3);
     asked_.push_back(server + " " + std::to_string(limit.count()));
     switch (answers_.at(server)) {
       case kFails:
