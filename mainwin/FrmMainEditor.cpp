@@ -1,5 +1,7 @@
 // Opening the schedule editor.
 
+#include <chrono>
+
 #include "app/OpenFileDialog.h"
 #include "base/LocaleDates.h"
 #include "base/PlatformText.h"
@@ -7,10 +9,20 @@
 #include "notes/NoteText.h"
 #include "notes/frmNotesEdit.h"
 #include "radio/HttpGetText.h"
+#include "radio/HttpsGet.h"
+#include "radio/RadioBrowser.h"
+#include "radio/StationXml.h"
 #include "radio/frmRadioList.h"
 #include "scheduler/Schedule.h"
+#include "scheduler/TaskValidation.h"
 
 namespace tellurvane {
+namespace {
+
+// Of the system.
+std::chrono::milliseconds TimeSinceStart() { return std::chrono::milliseconds(GetTickCount64()); }
+
+}  // namespace
 
 EditorServices FrmMain::MakeEditorServices() {
   return {
@@ -20,6 +32,10 @@ EditorServices FrmMain::MakeEditorServices() {
           },
       .chooseStation =
           [this](HWND owner) {
+            RadioBrowser radioBrowser({.fetch = HttpsGet,
+                                       .read = ReadStationXml,
+                                       .elapsed = TimeSinceStart,
+                                       .isUsable = IsStreamAddress});
             frmRadioList directory(
                 {.readSetting =
                      [this](const std::wstring& key) { return general_.settingsFile.Read(key); },
@@ -29,7 +45,11 @@ EditorServices FrmMain::MakeEditorServices() {
                      },
                  .directories = {.fetch = HttpGetText,
                                  .toCapitals = Capitals,
-                                 .hinetUrl = general_.settings.HinetUrl}});
+                                 .hinetUrl = general_.settings.HinetUrl,
+                                 .searchRadioBrowser =
+                                     [&radioBrowser](const DirectoryQuery& query) {
+                                       return radioBrowser.Search(query);
+                                     }}});
             return directory.Open(owner);
           },
       .editNote =

@@ -1,6 +1,7 @@
 #include "radio/BrowserStation.h"
 
 #include <algorithm>
+#include <array>
 #include <set>
 #include <string_view>
 #include <utility>
@@ -29,9 +30,11 @@ std::wstring BitRateOf(const BrowserStation& station) {
   return number > 0 ? std::to_wstring(number) + L" kbps" : kUnknownBitRate;
 }
 
-std::wstring UrlOf(const BrowserStation& station, const IsUsableAddress& isUsable) {
-  for (const std::wstring& url : {station.resolvedUrl, station.url}) {
-    if (std::wstring address = OneLine(url); isUsable(address)) return address;
+// Empty when there is none.
+std::wstring UsableUrlOf(const BrowserStation& station, const IsUsableAddress& isUsable) {
+  for (const std::wstring* const url : {&station.resolvedUrl, &station.url}) {
+    std::wstring address = OneLine(*url);
+    if (!address.empty() && isUsable(address)) return address;
   }
   return {};
 }
@@ -41,23 +44,31 @@ StationRow RowOf(const StationTexts& texts) {
           std::wstring(texts.url),  kUnknownListeners,        L""};
 }
 
-// The list keeps one text and the places of the rows' texts in it.
-StationRows Joined(const std::vector<StationRow>& listed) {
-  std::wstring page;
-  for (const StationRow& row : listed) page += row.name + row.type + row.bitRate + row.url;
-  StationRows rows(std::move(page), RowOf);
+// The texts of the rows one after another, and their sizes: name, type, bit rate, address.
+struct JoinedRows {
+  std::wstring page = {};
+  std::vector<std::array<size_t, 4>> sizes = {};
+
+  size_t Append(const std::wstring& text) {
+    page += text;
+    return text.size();
+  }
+};
+
+StationRows Parted(JoinedRows joined) {
+  StationRows rows(std::move(joined.page), RowOf);
   std::wstring_view rest = rows.Page();
-  const auto take = [&rest](const std::wstring& text) {
-    const std::wstring_view taken = rest.substr(0, text.size());
-    rest.remove_prefix(text.size());
+  const auto take = [&rest](size_t size) {
+    const std::wstring_view taken = rest.substr(0, size);
+    rest.remove_prefix(size);
     return taken;
   };
-  for (const StationRow& row : listed) {
+  for (const auto& [name, type, bitRate, url] : joined.sizes) {
     StationTexts texts;
-    texts.name = take(row.name);
-    texts.type = take(row.type);
-    texts.bitRate = take(row.bitRate);
-    texts.url = take(row.url);
+    texts.name = take(name);
+    texts.type = take(type);
+    texts.bitRate = take(bitRate);
+    texts.url = take(url);
     rows.Append(texts);
   }
   return rows;
@@ -66,19 +77,18 @@ StationRows Joined(const std::vector<StationRow>& listed) {
 }  // namespace
 
 StationRows RowsOf(const std::vector<BrowserStation>& stations, const IsUsableAddress& isUsable) {
-  std::vector<StationRow> listed;
+  JoinedRows rows;
   std::set<std::wstring> known;
   for (const BrowserStation& station : stations) {
     if (station.hls == L"1") continue;
-    const std::wstring url = UrlOf(station, isUsable);
+    const std::wstring url = UsableUrlOf(station, isUsable);
     if (url.empty() || !known.insert(url).second) continue;
     const std::wstring name = OneLine(station.name);
-    listed.push_back({.name = name.empty() ? kNoName : name,
-                      .type = OneLine(station.codec),
-                      .bitRate = BitRateOf(station),
-                      .url = url});
+    rows.sizes.push_back({rows.Append(name.empty() ? kNoName : name),
+                          rows.Append(OneLine(station.codec)), rows.Append(BitRateOf(station)),
+                          rows.Append(url)});
   }
-  return Joined(listed);
+  return Parted(std::move(rows));
 }
 
 }  // namespace tellurvane

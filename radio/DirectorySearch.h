@@ -25,8 +25,11 @@ struct Genre {
   const wchar_t* key;
 };
 extern const std::array<Genre, 28> kGenres;
-inline constexpr std::array<const wchar_t*, 4> kDirectoryNames = {L"SHOUTcast", L"Icecast",
-                                                                  L"日本 LiveDoor", L"國內電台"};
+inline constexpr std::array<const wchar_t*, 6> kDirectoryNames = {
+    L"SHOUTcast", L"Icecast",       L"日本 LiveDoor",
+    L"國內電台",  L"Radio Browser", L"Radio Browser 台灣電台"};
+// Chosen when the dialog opens: the services of the four before it have moved on.
+inline constexpr DirectorySource kFirstSource = DirectorySource::kRadioBrowser;
 
 // Asked by RadioBrowser, which has several servers and an answer of its own form.
 constexpr bool IsRadioBrowser(DirectorySource source) {

@@ -69,7 +69,7 @@ void frmRadioList::Form_Load() {
 void frmRadioList::CreateSearch() {
   picRadioType_.Create(hwnd(), ControlKind::kDropDownList, L"");
   for (const wchar_t* const name : kDirectoryNames) picRadioType_.control.AddItem(name);
-  picRadioType_.control.ListIndex(0);
+  picRadioType_.control.ListIndex(static_cast<int>(kFirstSource));
   picSearch1_.Create(hwnd(), ControlKind::kOptionButton, L"依類型搜尋");
   picGenre_.Create(hwnd(), ControlKind::kDropDownList, L"");
   for (const Genre& genre : kGenres) picGenre_.control.AddItem(genre.label);
@@ -164,7 +164,8 @@ void frmRadioList::Form_Enter() {
 }
 
 DirectorySource frmRadioList::Source() const {
-  return static_cast<DirectorySource>(std::clamp(picRadioType_.control.ListIndex(), 0, 3));
+  constexpr int kLast = static_cast<int>(kDirectoryNames.size()) - 1;
+  return static_cast<DirectorySource>(std::clamp(picRadioType_.control.ListIndex(), 0, kLast));
 }
 
 DirectoryQuery frmRadioList::Query() const {
@@ -239,6 +240,8 @@ void frmRadioList::Search(const DirectoryQuery& query) {
     if (IsLoaded()) Show(std::move(search));
   } catch (const FetchError& error) {
     if (IsLoaded()) Say(UnreachableText(static_cast<std::uint32_t>(error.Code())));
+  } catch (const DirectoryError& error) {
+    if (IsLoaded()) Say(error.Text());
   } catch (const std::bad_alloc&) {
     if (IsLoaded()) Say(kTooLargeAnswer);
   }

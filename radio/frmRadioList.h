@@ -1,4 +1,4 @@
-// The radio directory: searches four directories for a station that a task will play.
+// The radio directory: searches one of the directories for a station that a task will play.
 #pragma once
 
 #include <windows.h>
@@ -20,7 +20,8 @@ struct RadioServices {
   // A setting by its key; empty when there is none.
   std::function<std::wstring(const std::wstring& key)> readSetting;
   std::function<void(const std::wstring& key, const std::wstring& value)> writeSetting;
-  DirectoryServices directories;  // `fetch` throws FetchError
+  // `fetch` throws FetchError, `searchRadioBrowser` throws DirectoryError.
+  DirectoryServices directories;
 };
 
 class frmRadioList final : public Form {

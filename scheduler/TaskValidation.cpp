@@ -47,16 +47,11 @@ bool IsNameTaken(const std::wstring& name, std::optional<size_t> edited, const T
   return false;
 }
 
-bool IsStream(const std::wstring& source) {
-  return EqualsIgnoringAsciiCase(source.substr(0, 4), L"HTTP") ||
-         EqualsIgnoringAsciiCase(source.substr(0, 3), L"MMS");
-}
-
 std::optional<ValidationError> SourceError(std::int32_t mediaType, const std::wstring& source,
                                            const TaskSurroundings& surroundings) {
   switch (static_cast<MediaType>(mediaType)) {
     case kInternetRadio:
-      if (!IsStream(source)) return ValidationError{kNoStream};
+      if (!IsStreamAddress(source)) return ValidationError{kNoStream};
       break;
     case kLocalMusic:
       if (!surroundings.pathExists(source)) return ValidationError{kNoFile};
@@ -71,6 +66,11 @@ std::optional<ValidationError> SourceError(std::int32_t mediaType, const std::ws
 }
 
 }  // namespace
+
+bool IsStreamAddress(const std::wstring& address) {
+  return EqualsIgnoringAsciiCase(address.substr(0, 4), L"HTTP") ||
+         EqualsIgnoringAsciiCase(address.substr(0, 3), L"MMS");
+}
 
 std::variant<TaskRecord, ValidationError> ValidateTask(const TaskFields& fields,
                                                        std::optional<size_t> edited,

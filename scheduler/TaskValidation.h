@@ -41,6 +41,9 @@ struct TaskSurroundings {
   std::function<bool(std::wstring_view, std::wstring_view)> isSameName;
 };
 
+// Whether a radio task can have the address: it begins with http or mms.
+bool IsStreamAddress(const std::wstring& address);
+
 // The task that the fields describe, or the first reason why they are not valid. `edited` is the
 // element of the list that the task replaces; its other members are kept. The names of removed
 // tasks are still taken.

@@ -21,8 +21,13 @@ RadioServices RadioFixture::Services() {
     fetched.push_back(url);
     return fetch(url);
   };
-  return {
-      .readSetting = read, .writeSetting = write, .directories = {fetchPage, Capitals, hinetUrl}};
+  const auto search = [this](const DirectoryQuery& query) {
+    asked.push_back(query);
+    return searchRadioBrowser(query);
+  };
+  return {.readSetting = read,
+          .writeSetting = write,
+          .directories = {fetchPage, Capitals, hinetUrl, search}};
 }
 
 std::optional<std::wstring> RadioFixture::Play(const std::function<void()>& user) {

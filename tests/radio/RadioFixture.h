@@ -52,6 +52,9 @@ class RadioFixture : public testing::Test {
     return HinetPage({L"甲", L"乙", L"丙"});
   };
   Texts fetched;
+  std::function<StationSearch(const DirectoryQuery& query)> searchRadioBrowser =
+      [](const DirectoryQuery&) { return StationSearch(); };
+  std::vector<DirectoryQuery> asked;  // of Radio Browser
   std::wstring hinetUrl = L"mms://host/";
 
   GdiPlusSession gdiPlus;

@@ -5,6 +5,8 @@
 
 #include <new>
 
+#include "radio/BrowserStation.h"
+#include "radio/DirectoryError.h"
 #include "radio/HttpGetText.h"
 #include "tests/radio/RadioFixture.h"
 #include "tests/ui/ControlTestSupport.h"
@@ -34,6 +36,12 @@ class RadioSearchTest : public RadioFixture {
     InvalidateRect(list, nullptr, TRUE);
     UpdateWindow(list);
   }
+  std::optional<std::wstring> PlayWithShoutcast(const std::function<void()>& user) {
+    return Play([&] {
+      Choose(cboSource, 0);
+      user();
+    });
+  }
   bool HasMark() const {
     UpdateWindow(list);
     const WindowDc context(list);
@@ -43,9 +51,9 @@ class RadioSearchTest : public RadioFixture {
 
 TEST_F(RadioSearchTest, AsksForAnEmptyTermWithoutAGenreAndForTheKeywordWithItsBlanks) {
   settings = {{L"Genre", L"-1"}};
-  Play([this] { Search(); });
+  PlayWithShoutcast([this] { Search(); });
   settings = {{L"SearchType", L"1"}, {L"SearchName", L" a "}};
-  Play([this] { Search(); });
+  PlayWithShoutcast([this] { Search(); });
   const std::wstring address = L"http://www.shoutcast.com/embed_module?reqType=";
   EXPECT_THAT(fetched, ElementsAre(address + L"GENRE_SEARCH&cnt=999&s=",
                                    address + L"KEYWORD_SEARCH&cnt=999&s= a "));
@@ -71,7 +79,7 @@ TEST_F(RadioSearchTest, LocksTheDialogWhileThePageLoads) {
     EXPECT_TRUE(HasMark()) << "redrawing is suspended";
     return kShoutcast;
   };
-  Play([&] {
+  PlayWithShoutcast([&] {
     SetCursor(LoadCursorW(nullptr, IDC_ARROW));
     const std::string before = Usable();
     for (int round = 0; round < 2; ++round) {
@@ -89,7 +97,7 @@ TEST_F(RadioSearchTest, LocksTheDialogWhileThePageLoads) {
 }
 
 TEST_F(RadioSearchTest, EnterSearchesAndTheKeyboardReturnsToWhereItWas) {
-  Play([this] {
+  PlayWithShoutcast([this] {
     Click(optKeyword);
     SetFocus(txtKeyword);
     Press(VK_RETURN);
@@ -151,6 +159,66 @@ TEST_F(RadioSearchTest, ReportsWhatWasFoundOrWhyNothingWas) {
   });
 }
 
+TEST_F(RadioSearchTest, AsksRadioBrowserForAGenreAKeywordOrTaiwan) {
+  settings = {{L"Genre", L"18"}, {L"SearchName", L" 台北 "}};
+  const struct {
+    std::function<void()> act;
+    DirectoryQuery query;
+    const char* usable;
+  } rows[] = {
+      {[] {},
+       {DirectorySource::kRadioBrowser, SearchMode::kGenre, L"R&B"},
+       "source byGenre genre byWord search list add close"},
+      {[this] { Click(optKeyword); },
+       {DirectorySource::kRadioBrowser, SearchMode::kKeyword, L" 台北 "},
+       "source byGenre byWord keyword search list add close"},
+      {[this] { Choose(cboSource, 5); },
+       {DirectorySource::kRadioBrowserTaiwan, SearchMode::kKeyword, L" 台北 "},
+       "source search list add close"},
+  };
+  Play([&] {
+    for (const auto& row : rows) {
+      row.act();
+      Search();
+      EXPECT_EQ(asked.back().source, row.query.source);
+      EXPECT_EQ(asked.back().mode, row.query.mode);
+      EXPECT_EQ(asked.back().term, row.query.term);
+      EXPECT_EQ(Usable(), row.usable);
+    }
+  });
+  EXPECT_THAT(asked, SizeIs(3));
+  EXPECT_THAT(fetched, IsEmpty());
+}
+
+TEST_F(RadioSearchTest, ListsTheStationsOfRadioBrowserOrSaysWhyThereAreNone) {
+  const auto stations = [](const DirectoryQuery&) {
+    return StationSearch{RowsOf({{.name = L"甲", .url = L"http://1"},
+                                 {.name = L"乙", .url = L"http://2", .resolvedUrl = L"mms://3"}},
+                                [](const std::wstring&) { return true; }),
+                         true};
+  };
+  EXPECT_EQ(Play([&] {
+              searchRadioBrowser = stations;
+              Search();
+              EXPECT_EQ(Status(), L"找到 2 個電台");
+              searchRadioBrowser = [](const DirectoryQuery&) -> StationSearch {
+                throw DirectoryError(L"甲、乙");
+              };
+              const std::string before = Usable();
+              Search();
+              EXPECT_EQ(Status(), L"甲、乙");
+              EXPECT_EQ(RowCount(), 0);
+              EXPECT_EQ(Usable(), before);
+              EXPECT_EQ(Focused(), "search");
+              searchRadioBrowser = stations;
+              Search();
+              EXPECT_EQ(RowCount(), 2);
+              SelectRow(1);
+              Click(cmdOk);
+            }),
+            L"mms://3");
+}
+
 TEST_F(RadioSearchTest, ReturnsNoStationWhenItIsClosedWhileThePageLoads) {
   const std::function<std::wstring()> answers[] = {
       [] { return std::wstring(kShoutcast); }, []() -> std::wstring { throw FetchError(E_FAIL); },
@@ -161,12 +229,17 @@ TEST_F(RadioSearchTest, ReturnsNoStationWhenItIsClosedWhileThePageLoads) {
       EXPECT_FALSE(IsOpen());
       return answer();
     };
-    EXPECT_EQ(Play([this] { Search(); }), std::nullopt);
+    EXPECT_EQ(PlayWithShoutcast([this] { Search(); }), std::nullopt);
   }
+  searchRadioBrowser = [&](const DirectoryQuery&) -> StationSearch {
+    Press(VK_ESCAPE);
+    throw DirectoryError(L"甲");
+  };
+  EXPECT_EQ(Play([this] { Search(); }), std::nullopt);
 }
 
 TEST_F(RadioSearchTest, FetchesNothingWhenAMessageInTheQueueClosesIt) {
-  Play([this] {
+  PlayWithShoutcast([this] {
     PostMessageW(window, WM_CLOSE, 0, 0);
     SendMessageW(cmdSearch, BM_CLICK, 0, 0);
     EXPECT_FALSE(IsOpen());
@@ -180,7 +253,7 @@ TEST_F(RadioSearchTest, LeavesTheEndOfTheProgramToTheOuterLoop) {
     PostQuitMessage(kExitCode);
     return kShoutcast;
   };
-  EXPECT_EQ(Play([this] { Search(); }), std::nullopt);
+  EXPECT_EQ(PlayWithShoutcast([this] { Search(); }), std::nullopt);
   MSG message = {};
   ASSERT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
   EXPECT_EQ(message.wParam, kExitCode);
@@ -196,7 +269,7 @@ TEST_F(RadioSearchTest, StartsNoSecondSearchMeanwhile) {
     PostMessageW(window, WM_KEYDOWN, VK_RETURN, 1);
     return kShoutcast;
   };
-  Play([this] {
+  PlayWithShoutcast([this] {
     Search();
     EXPECT_EQ(RowCount(), 1);
     EXPECT_TRUE(IsOpen());

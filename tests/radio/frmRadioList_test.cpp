@@ -26,8 +26,9 @@ TEST_F(frmRadioListTest, ShowsSourcesGenresAndColumns) {
     EXPECT_EQ(WindowText(window), L"Radio List");
     EXPECT_FALSE(owner.Enabled()) << "it is modal";
     EXPECT_THAT(EntriesOf(cboSource),
-                ElementsAre(L"SHOUTcast", L"Icecast", L"日本 LiveDoor", L"國內電台"));
-    EXPECT_EQ(ChosenEntry(cboSource), 0);
+                ElementsAre(L"SHOUTcast", L"Icecast", L"日本 LiveDoor", L"國內電台",
+                            L"Radio Browser", L"Radio Browser 台灣電台"));
+    EXPECT_EQ(ChosenEntry(cboSource), 4);
     const Texts genres = EntriesOf(cboGenre);
     ASSERT_EQ(genres.size(), kGenres.size());
     for (size_t i = 0; i < genres.size(); ++i) EXPECT_EQ(genres[i], kGenres[i].label);
@@ -62,12 +63,14 @@ TEST_F(frmRadioListTest, SourceAndModeDecideWhatCanBeUsed) {
     Click(optKeyword);
     EXPECT_EQ(Usable(), kByKeyword);
     EXPECT_TRUE(!IsMarked(optGenre) && IsMarked(optKeyword));
-    for (const int source : {2, 3}) {
+    for (const int source : {2, 3, 5}) {
       Choose(cboSource, source);
       EXPECT_EQ(Usable(), kNoSearch) << source;
     }
-    Choose(cboSource, 1);
-    EXPECT_EQ(Usable(), kByKeyword);
+    for (const int source : {0, 1, 4}) {
+      Choose(cboSource, source);
+      EXPECT_EQ(Usable(), kByKeyword) << source;
+    }
     Click(optGenre);
     EXPECT_EQ(Usable(), kByGenre);
     EXPECT_TRUE(IsMarked(optGenre) && !IsMarked(optKeyword));
