@@ -108,6 +108,9 @@ void Transfer::Download(HINTERNET request) {
   if (HttpQueryInfoW(request, HTTP_QUERY_STATUS_CODE | HTTP_QUERY_FLAG_NUMBER, &status_, &size,
                      nullptr) == FALSE) {
     error_ = GetLastError();
+  } else if (status_ == 0) {
+    // As under Wine when the server hangs up without an answer.
+    error_ = ERROR_HTTP_INVALID_SERVER_RESPONSE;
   }
   std::array<char, 16'384> buffer = {};
   while (error_ == ERROR_SUCCESS && status_ == HTTP_STATUS_OK && !isCancelled_) {
