@@ -6,9 +6,11 @@ import pytest
 
 import harness
 import menus
+from certificates import Root
 from desktop import until, until_the_tray_is_empty
 from directories import Directories, Proxy
 from player import FakeMediaControl, registered_fake
+from radio_servers import DOMAIN, NAMES, RadioServers
 
 
 @pytest.fixture(scope="session")
@@ -89,3 +91,31 @@ def directories(directory_server):
     """The same without the pages and the requests of the test before."""
     directory_server.forget()
     return directory_server
+
+
+@pytest.fixture(scope="module")
+def root(tmp_path_factory):
+    """Signs certificates that the prefix trusts."""
+    with Root(tmp_path_factory.mktemp("root")) as made:
+        yield made
+
+
+@pytest.fixture(scope="module")
+def foreign_root(tmp_path_factory):
+    """Signs certificates that nobody trusts."""
+    return Root(tmp_path_factory.mktemp("foreign_root"))
+
+
+@pytest.fixture(scope="module")
+def radio_server_machine(root):
+    made = RadioServers(root.sign(*[name + DOMAIN for name in NAMES]))
+    with Proxy(f"127.0.0.1:{made.port}"):
+        yield made
+    made.close()
+
+
+@pytest.fixture
+def radio_servers(radio_server_machine):
+    """The servers of Radio Browser, without the requests of the test before."""
+    radio_server_machine.forget()
+    return radio_server_machine

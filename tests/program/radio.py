@@ -7,7 +7,7 @@ from dialog import By, Dialog
 from editor import open_editor
 from task_list import RADIO
 
-SHOUTCAST, ICECAST, LIVEDOOR, HINET = range(4)
+SHOUTCAST, ICECAST, LIVEDOOR, HINET, RADIO_BROWSER, TAIWAN = range(6)
 COLUMNS = 6  # the texts of a row, of which the first three have columns
 ROW_HEIGHT = 28  # pixels
 SEARCHING = "搜尋中…"
@@ -73,10 +73,11 @@ class RadioDialog(Dialog):
 
 
 class RadioDesk:
-    """The running program, a new radio task in its editor, and the open directory dialog."""
+    """The running program, a new radio task in its editor, and the open directory dialog with this
+    source. The servers keep their requests."""
 
-    def __init__(self, program, directories):
-        self.program, self.directories = program, directories
+    def __init__(self, program, servers, source=RADIO_BROWSER):
+        self.program, self.servers, self.first_source = program, servers, source
         self.editor = open_editor(program)
         self.editor.fill("name", "station")
         self.editor.choose("media", RADIO)
@@ -85,14 +86,16 @@ class RadioDesk:
     def open(self):
         self.editor.click("...")
         self.dialog = RadioDialog(self.program)
+        if self.first_source != RADIO_BROWSER:  # which is selected when the dialog opens
+            self.dialog.choose("source", self.first_source)
 
     def search(self, press=None):
         """Searches, by the button or in another way. Returns the requests that were made."""
-        before = len(self.directories.requests)
+        before = len(self.servers.requests)
         (press or (lambda: self.dialog.click("search")))()
-        until(lambda: len(self.directories.requests) > before, "the request")
+        until(lambda: len(self.servers.requests) > before, "the request")
         until(self.dialog.is_idle, "the end of the search")
-        return self.directories.requests[before:]
+        return self.servers.requests[before:]
 
     def shows(self, status, rows):
         assert (self.dialog.status(), self.dialog.rows()) == (status, rows)

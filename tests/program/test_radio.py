@@ -4,7 +4,7 @@ import pytest
 
 from desktop import click_at, press_key, until
 from harness import SETTINGS
-from radio import (ALWAYS_USABLE, HINET, ICECAST, LIVEDOOR, NOTHING, USABLE_WITH_GENRE,
+from radio import (ALWAYS_USABLE, HINET, ICECAST, LIVEDOOR, NOTHING, SHOUTCAST, USABLE_WITH_GENRE,
                    USABLE_WITH_KEYWORD, RadioDesk, found)
 from radio_pages import (TUNE_IN, hinet_page, hinet_rows, icecast_page, icecast_rows,
                          livedoor_page, livedoor_rows, shoutcast_page, shoutcast_rows)
@@ -29,6 +29,7 @@ def desk(start, directories):
 def test_shoutcast_by_genre_and_a_double_click(desk, directories):
     directories.serves("http://www.shoutcast.com/embed_module", shoutcast_page(250))
     dialog = desk.dialog
+    dialog.choose("source", SHOUTCAST)
     assert dialog.usable() == USABLE_WITH_GENRE
     for genre, sent in ((NEW_AGE, "new%20age"), (R_AND_B, "R&B")):
         dialog.choose("genre", genre)
@@ -47,6 +48,7 @@ def test_shoutcast_and_icecast_by_keyword_and_by_keys_alone(desk, directories):
     directories.serves("http://www.shoutcast.com/", "no station")
     directories.serves("http://dir.xiph.org/search", icecast_page())
     dialog = desk.dialog
+    dialog.choose("source", SHOUTCAST)
     dialog.click("by keyword")
     until(lambda: dialog.usable() == USABLE_WITH_KEYWORD, "the keyword's box")
     dialog.type_keyword("R&B  live?")

@@ -7,7 +7,8 @@ import pytest
 
 from desktop import click_at, press_key, until
 from directories import NO_HOST, Answer, Proxy
-from radio import HINET, ICECAST, NOTHING, UNREACHABLE, USABLE_WITH_GENRE, RadioDesk, found
+from radio import (HINET, ICECAST, NOTHING, SHOUTCAST, UNREACHABLE, USABLE_WITH_GENRE, RadioDesk,
+                   found)
 from radio_pages import (hinet_page, hinet_rows, icecast_page, icecast_rows, shoutcast_name,
                          shoutcast_page, shoutcast_rows)
 
@@ -35,7 +36,7 @@ ANSWERS = {
 
 @pytest.fixture
 def desk(start, directories):
-    return RadioDesk(start().started(), directories)
+    return RadioDesk(start().started(), directories, source=SHOUTCAST)
 
 
 def choose_hinet(desk):
@@ -118,7 +119,7 @@ def test_a_connection_that_fails_is_reported_and_forgotten(desk, directories):
 
 def test_a_host_that_is_not_found_is_reported(start, directories):
     with Proxy(f"{NO_HOST}:80"):
-        desk = RadioDesk(start().started(), directories)
+        desk = RadioDesk(start().started(), directories, source=SHOUTCAST)
         desk.dialog.click("search")
         is_unreachable(desk.dialog)
     assert directories.requests == []
