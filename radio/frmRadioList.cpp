@@ -21,7 +21,7 @@ using namespace DialogGrid;
 // Twips.
 constexpr int kWidth = 9'900;
 constexpr int kHeight = 7'200;
-constexpr int kSourceWidth = 2'100;
+constexpr int kSourceWidth = 2'550;
 constexpr int kOptionWidth = 1'650;
 constexpr int kGenreWidth = 3'600;
 constexpr int kTypeColumn = 1'500;
