@@ -1,8 +1,7 @@
 #include "radio/BrowserStation.h"
 
 #include <algorithm>
-#include <array>
-#include <set>
+#include <memory>
 #include <string_view>
 #include <utility>
 
@@ -30,11 +29,21 @@ std::wstring BitRateOf(const BrowserStation& station) {
   return number > 0 ? std::to_wstring(number) + L" kbps" : kUnknownBitRate;
 }
 
+// Without blanks and line ends around it.
+std::wstring_view Trimmed(std::wstring_view text) {
+  const auto isBlank = [](wchar_t unit) { return unit == L' ' || MayBreakLine(unit); };
+  while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
+  while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
+  return text;
+}
+
 // Empty when there is none.
 std::wstring UsableUrlOf(const BrowserStation& station, const IsUsableAddress& isUsable) {
   for (const std::wstring* const url : {&station.resolvedUrl, &station.url}) {
-    std::wstring address = OneLine(*url);
-    if (!address.empty() && isUsable(address)) return address;
+    std::wstring address(Trimmed(*url));
+    if (!address.empty() && std::ranges::none_of(address, MayBreakLine) && isUsable(address)) {
+      return address;
+    }
   }
   return {};
 }
@@ -44,51 +53,31 @@ StationRow RowOf(const StationTexts& texts) {
           std::wstring(texts.url),  kUnknownListeners,        L""};
 }
 
-// The texts of the rows one after another, and their sizes: name, type, bit rate, address.
-struct JoinedRows {
-  std::wstring page = {};
-  std::vector<std::array<size_t, 4>> sizes = {};
-
-  size_t Append(const std::wstring& text) {
-    page += text;
-    return text.size();
-  }
-};
-
-StationRows Parted(JoinedRows joined) {
-  StationRows rows(std::move(joined.page), RowOf);
-  std::wstring_view rest = rows.Page();
-  const auto take = [&rest](size_t size) {
-    const std::wstring_view taken = rest.substr(0, size);
-    rest.remove_prefix(size);
-    return taken;
-  };
-  for (const auto& [name, type, bitRate, url] : joined.sizes) {
-    StationTexts texts;
-    texts.name = take(name);
-    texts.type = take(type);
-    texts.bitRate = take(bitRate);
-    texts.url = take(url);
-    rows.Append(texts);
-  }
-  return rows;
-}
-
 }  // namespace
 
 StationRows RowsOf(const std::vector<BrowserStation>& stations, const IsUsableAddress& isUsable) {
-  JoinedRows rows;
-  std::set<std::wstring> known;
+  const auto listed = std::make_shared<std::vector<StationRow>>();
   for (const BrowserStation& station : stations) {
     if (station.hls == L"1") continue;
-    const std::wstring url = UsableUrlOf(station, isUsable);
-    if (url.empty() || !known.insert(url).second) continue;
+    std::wstring url = UsableUrlOf(station, isUsable);
+    if (url.empty()) continue;
     const std::wstring name = OneLine(station.name);
-    rows.sizes.push_back({rows.Append(name.empty() ? kNoName : name),
-                          rows.Append(OneLine(station.codec)), rows.Append(BitRateOf(station)),
-                          rows.Append(url)});
+    listed->push_back({.name = name.empty() ? kNoName : name,
+                       .type = OneLine(station.codec),
+                       .bitRate = BitRateOf(station),
+                       .url = std::move(url)});
   }
-  return Parted(std::move(rows));
+  // The function keeps the texts that the rows refer to.
+  StationRows rows({}, [listed](const StationTexts& texts) { return RowOf(texts); });
+  for (const StationRow& row : *listed) {
+    StationTexts texts;
+    texts.name = row.name;
+    texts.type = row.type;
+    texts.bitRate = row.bitRate;
+    texts.url = row.url;
+    rows.Append(texts);
+  }
+  return rows;
 }
 
 }  // namespace tellurvane

@@ -24,8 +24,8 @@ struct BrowserStation {
 // Whether the program can use an address as a radio task's source.
 using IsUsableAddress = std::function<bool(const std::wstring& address)>;
 
-// In the order of the answer. Leaves out streams in pieces, which the player cannot play, stations
-// without a usable address, and stations with the address of an earlier one.
+// In the order of the answer. Leaves out streams in pieces, which the player cannot play, and
+// stations without a usable address. An address with a line break inside is not usable.
 StationRows RowsOf(const std::vector<BrowserStation>& stations, const IsUsableAddress& isUsable);
 
 }  // namespace tellurvane

@@ -12,7 +12,9 @@ STATIONS = [
      "", "0", ('中國 "R&B" <Live>', "WMA", "未知", "mms://d.example/台 北")),
     ("no address", "", "", "MP3", "64", "0", None),
     ("an address of another kind", "rtsp://e", "ftp://e", "MP3", "64", "0", None),
-    ("the first one again", "http://f", "https://a.example/live", "MP3", "320", "0", None),
+    ("the first one again", "http://f", "https://a.example/live", "MP3", "320", "0",
+     ("the first one again", "MP3", "320 kbps", "https://a.example/live")),
+    ("line breaks inside", "http://h/&#10;h", "http://h/&#9;h", "MP3", "64", "0", None),
     ("Zürich", "HTTP://g.example/;stream/1", "", "", "320", "",
      ("Zürich", "", "320 kbps", "HTTP://g.example/;stream/1")),
 ]

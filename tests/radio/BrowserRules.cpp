@@ -1,7 +1,6 @@
 #include "tests/radio/BrowserRules.h"
 
 #include <cwchar>
-#include <set>
 #include <string_view>
 #include <vector>
 
@@ -82,14 +81,13 @@ std::string RowsFault(const std::wstring& text) {
   const auto isUsable = [](const std::wstring& address) { return address.starts_with(L"http"); };
   const StationRows rows = RowsOf(stations, isUsable);
   if (rows.size() > stations.size()) return "a row without a station";
-  std::set<std::wstring> addresses;
   for (size_t i = 0; i < rows.size(); ++i) {
     const StationRow row = rows[i];
     if (row.name.empty()) return "a row without a name";
     if (!IsOneTrimmedLine(row.name) || !IsOneTrimmedLine(row.type)) return "not one trimmed line";
     if (row.bitRate != L"未知" && !row.bitRate.ends_with(L" kbps")) return "an odd bit rate";
     if (!isUsable(row.url) || !IsOneTrimmedLine(row.url)) return "an address of no use";
-    if (!addresses.insert(row.url).second) return "an address twice";
+    if (text.find(row.url) == std::wstring::npos) return "an altered address";
   }
   return "";
 }

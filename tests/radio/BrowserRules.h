@@ -13,7 +13,7 @@ namespace tellurvane {
 std::string EncodingFault(const std::wstring& text);
 
 // The text parts the attributes of stations at line feeds. Each row is one trimmed line with a name
-// and an accepted address, and no address is listed twice.
+// and an accepted address, which is a part of the text.
 std::string RowsFault(const std::wstring& text);
 
 // The body is the end of the text, and nothing but a declaration is missing.
