@@ -4,6 +4,7 @@
 
 #include <msxml2.h>
 
+#include "base/CodePage.h"
 #include "radio/DirectoryError.h"
 #include "radio/XmlBody.h"
 #include "ui/Com.h"
@@ -20,18 +21,8 @@ constexpr const wchar_t* kNotUtf8 = L"電台目錄的資料不是 UTF-8 編碼�
 constexpr const wchar_t* kNoParser = L"無法使用系統的 XML 元件讀取電台目錄。";
 
 void Require(HRESULT result, const wchar_t* reason) {
+  if (result == E_OUTOFMEMORY) throw DirectoryError(kTooLargeAnswer);
   if (FAILED(result)) throw DirectoryError(reason);
-}
-
-std::wstring DecodedUtf8(const std::string& bytes) {
-  const int size = static_cast<int>(bytes.size());
-  if (size == 0) return {};
-  const int units =
-      MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, bytes.data(), size, nullptr, 0);
-  if (units == 0) throw DirectoryError(kNotUtf8);
-  std::wstring text(static_cast<size_t>(units), L'\0');
-  MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, bytes.data(), size, text.data(), units);
-  return text;
 }
 
 // A document that never loads anything but the text that it is given.
@@ -73,11 +64,12 @@ BrowserStation StationOf(IXMLDOMNode& node) {
 }  // namespace
 
 std::vector<BrowserStation> ReadStationXml(const std::string& answer) {
-  const std::wstring text = DecodedUtf8(answer);
-  if (text.find(L"<!DOCTYPE") != std::wstring::npos) throw DirectoryError(kNoList);
+  const std::optional<std::wstring> text = FromCodePage(CP_UTF8, answer);
+  if (!text) throw DirectoryError(kNotUtf8);
+  if (text->find(L"<!DOCTYPE") != std::wstring::npos) throw DirectoryError(kNoList);
   const ComPtr<IXMLDOMDocument2> document = MakeDocument();
   VARIANT_BOOL isRead = VARIANT_FALSE;
-  Require(document->loadXML(Bstr(XmlBody(text)).Get(), &isRead), kNoList);
+  Require(document->loadXML(Bstr(XmlBody(*text)).Get(), &isRead), kNoList);
   if (isRead == VARIANT_FALSE) throw DirectoryError(kNoList);
   ComPtr<IXMLDOMNode> list;
   Require(document->selectSingleNode(Bstr(L"/result").Get(), list.Receive()), kNoList);
@@ -86,8 +78,12 @@ std::vector<BrowserStation> ReadStationXml(const std::string& answer) {
   Require(list->selectNodes(Bstr(L"station").Get(), nodes.Receive()), kNoList);
   std::vector<BrowserStation> stations;
   ComPtr<IXMLDOMNode> node;
-  while (nodes->nextNode(node.Receive()) == S_OK) stations.push_back(StationOf(*node.Get()));
-  return stations;
+  for (;;) {
+    const HRESULT result = nodes->nextNode(node.Receive());
+    Require(result, kNoList);
+    if (result != S_OK) return stations;
+    stations.push_back(StationOf(*node.Get()));
+  }
 }
 
 }  // namespace tellurvane

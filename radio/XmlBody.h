@@ -6,7 +6,8 @@
 namespace tellurvane {
 
 // The text without a byte order mark and without its XML declaration. The declaration names the
-// encoding of the bytes; a parser of decoded text may reject it.
+// encoding of the bytes. For decoded text Windows' parser is documented to accept UTF-16 only;
+// Wine's parser ignores the declaration.
 std::wstring_view XmlBody(std::wstring_view text);
 
 }  // namespace tellurvane

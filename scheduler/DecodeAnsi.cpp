@@ -3,24 +3,12 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <optional>
 #include <string>
 #include <utility>
 
+#include "base/CodePage.h"
+
 namespace tellurvane {
-namespace {
-
-// Nothing when the bytes are not valid in the code page.
-std::optional<std::wstring> Decode(UINT codePage, DWORD flags, std::string_view bytes) {
-  const int size = static_cast<int>(bytes.size());
-  const int length = MultiByteToWideChar(codePage, flags, bytes.data(), size, nullptr, 0);
-  if (length <= 0) return std::nullopt;
-  std::wstring text(static_cast<size_t>(length), L'\0');
-  MultiByteToWideChar(codePage, flags, bytes.data(), size, text.data(), length);
-  return text;
-}
-
-}  // namespace
 
 DecodedText DecodeAnsi(std::string_view bytes) { return DecodeFromCodePage(bytes, GetACP()); }
 
@@ -33,13 +21,13 @@ DecodedText DecodeFromCodePage(std::string_view bytes, unsigned codePage) {
   const bool isPlain = std::all_of(bytes.begin(), bytes.end(), isAscii);
   if (isPlain) return {std::wstring(bytes.begin(), bytes.end())};
 
-  auto utf8 = Decode(CP_UTF8, MB_ERR_INVALID_CHARS, bytes);
+  auto utf8 = FromCodePage(CP_UTF8, bytes);
   if (utf8 && (isMarked || codePage == CP_UTF8)) return {*std::move(utf8)};
-  if (auto ansi = Decode(codePage, MB_ERR_INVALID_CHARS, bytes)) {
+  if (auto ansi = FromCodePage(codePage, bytes)) {
     return {*std::move(ansi), isMarked || utf8.has_value()};
   }
   if (utf8) return {*std::move(utf8)};
-  return {Decode(codePage, 0, bytes).value_or(L""), true};
+  return {FromCodePage(codePage, bytes, Strictness::kAnyBytes).value_or(L""), true};
 }
 
 }  // namespace tellurvane

@@ -9,7 +9,6 @@
 #include "base/PlatformText.h"
 #include "radio/DirectoryError.h"
 #include "radio/HttpGetText.h"
-#include "radio/HttpsGet.h"
 #include "radio/StationXml.h"
 #include "radio/frmRadioList.h"
 #include "tests/support/ActingForm.h"
@@ -56,17 +55,14 @@ void FetchPage() {
   }
 }
 
-void FetchBytes() {
-  using namespace std::chrono_literals;
-  EXPECT_THROW(HttpsGet(L"127.0.0.1", L"/", 5s), DirectoryError) << "nobody listens there";
-}
-
 void ReadStations() {
   const ComApartment apartment;
   try {
     EXPECT_EQ(ReadStationXml("<result><station/></result>").size(), 1U);
   } catch (const DirectoryError& error) {
-    EXPECT_FALSE(error.Text().empty());
+    // The failing calls answer that the class is missing or that the memory is full.
+    EXPECT_TRUE(error.Text() == L"無法使用系統的 XML 元件讀取電台目錄。" ||
+                error.Text() == kTooLargeAnswer);
   }
 }
 
@@ -76,12 +72,6 @@ TEST(FailingCallsTest, TheDirectoryIsSearchedOrEndsInAFatalError) {
 
 TEST(FailingCallsTest, APageThatCannotBeAskedForIsNotFetched) {
   FailEachCall({"fetch", FetchPage, {"CLSIDFromProgID", "CoCreateInstance"}});
-}
-
-TEST(FailingCallsTest, ARequestThatCannotBeMadeHasAReason) {
-  FailEachCall({"get",
-                FetchBytes,
-                {"InternetOpenW", "InternetConnectW", "HttpOpenRequestW", "CreateThread"}});
 }
 
 TEST(FailingCallsTest, AnAnswerThatCannotBeReadHasAReason) {

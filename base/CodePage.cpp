@@ -1,0 +1,19 @@
+#include "base/CodePage.h"
+
+#include <windows.h>
+
+namespace tellurvane {
+
+std::optional<std::wstring> FromCodePage(unsigned codePage, std::string_view bytes,
+                                         Strictness strictness) {
+  if (bytes.empty()) return L"";
+  const DWORD flags = strictness == Strictness::kValidOnly ? MB_ERR_INVALID_CHARS : 0;
+  const int size = static_cast<int>(bytes.size());
+  const int length = MultiByteToWideChar(codePage, flags, bytes.data(), size, nullptr, 0);
+  if (length <= 0) return std::nullopt;
+  std::wstring text(static_cast<size_t>(length), L'\0');
+  MultiByteToWideChar(codePage, flags, bytes.data(), size, text.data(), length);
+  return text;
+}
+
+}  // namespace tellurvane
