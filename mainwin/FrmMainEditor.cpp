@@ -17,12 +17,6 @@
 #include "scheduler/TaskValidation.h"
 
 namespace tellurvane {
-namespace {
-
-// Of the system.
-std::chrono::milliseconds TimeSinceStart() { return std::chrono::milliseconds(GetTickCount64()); }
-
-}  // namespace
 
 EditorServices FrmMain::MakeEditorServices() {
   return {
@@ -32,10 +26,11 @@ EditorServices FrmMain::MakeEditorServices() {
           },
       .chooseStation =
           [this](HWND owner) {
-            RadioBrowser radioBrowser({.fetch = HttpsGet,
-                                       .read = ReadStationXml,
-                                       .elapsed = TimeSinceStart,
-                                       .isUsable = IsStreamAddress});
+            RadioBrowser radioBrowser(
+                {.fetch = HttpsGet,
+                 .read = ReadStationXml,
+                 .elapsed = [this] { return std::chrono::milliseconds(milliseconds_()); },
+                 .isUsable = IsStreamAddress});
             frmRadioList directory(
                 {.readSetting =
                      [this](const std::wstring& key) { return general_.settingsFile.Read(key); },

@@ -1,7 +1,5 @@
 #include "radio/DirectorySearch.h"
 
-#include <utility>
-
 #include "radio/DirectoryHosts.h"
 
 namespace tellurvane {
@@ -35,43 +33,31 @@ const std::array<Genre, 28> kGenres = {{{L"Top 精選 (Top Streams)", L"top"},
                                         {L"國家音樂 (World)", L"world"},
                                         {L"遊戲音樂 (Game)", L"game"}}};
 
-std::wstring AddressOf(const DirectoryQuery& query) {
-  switch (query.source) {
-    case DirectorySource::kShoutcast:
-      return std::wstring(kShoutcastDirectory) + L"/embed_module?reqType=" +
-             (query.mode == SearchMode::kGenre ? L"GENRE_SEARCH" : L"KEYWORD_SEARCH") +
-             L"&cnt=999&s=" + query.term;
-    case DirectorySource::kIcecast:
-      return std::wstring(kIcecastDirectory) + L"/search?search=" + query.term;
-    case DirectorySource::kLiveDoor:
-      return std::wstring(kLiveDoorDirectory) + L"/list/a";
-    case DirectorySource::kHinet:
-      return std::wstring(kHinetDirectory) + L"/xml/radioList.jsp";
-    case DirectorySource::kRadioBrowser:
-    case DirectorySource::kRadioBrowserTaiwan:
-      break;
-  }
-  return {};
-}
-
 StationSearch SearchDirectory(const DirectoryQuery& query, const DirectoryServices& services) {
-  if (IsRadioBrowser(query.source)) return services.searchRadioBrowser(query);
-  std::wstring page = services.fetch(AddressOf(query));
-  // not covered: the last two directories have returned
+  const auto fetch = [&services](const wchar_t* directory, const std::wstring& path) {
+    return services.fetch(directory + path);
+  };
   switch (query.source) {
-    case DirectorySource::kShoutcast:
-      return GetShoutcast(PreparedShoutcast(page));
+    case DirectorySource::kShoutcast: {
+      const wchar_t* const type =
+          query.mode == SearchMode::kGenre ? L"GENRE_SEARCH" : L"KEYWORD_SEARCH";
+      return GetShoutcast(
+          PreparedShoutcast(fetch(kShoutcastDirectory, std::wstring(L"/embed_module?reqType=") +
+                                                           type + L"&cnt=999&s=" + query.term)));
+    }
     case DirectorySource::kIcecast:
-      return {GetIcecast(page), true};
+      return {GetIcecast(fetch(kIcecastDirectory, L"/search?search=" + query.term)), true};
     case DirectorySource::kLiveDoor:
-      return {GetLiveDoor(PreparedLiveDoor(page), services.toCapitals), true};
+      return {
+          GetLiveDoor(PreparedLiveDoor(fetch(kLiveDoorDirectory, L"/list/a")), services.toCapitals),
+          true};
     case DirectorySource::kHinet:
-      return GetHinet(std::move(page), services.hinetUrl);
+      return GetHinet(fetch(kHinetDirectory, L"/xml/radioList.jsp"), services.hinetUrl);
     case DirectorySource::kRadioBrowser:
     case DirectorySource::kRadioBrowserTaiwan:
       break;
   }
-  return {};  // not covered: the last two directories have returned
+  return services.searchRadioBrowser(query);
 }
 
 }  // namespace tellurvane

@@ -28,13 +28,8 @@ extern const std::array<Genre, 28> kGenres;
 inline constexpr std::array<const wchar_t*, 6> kDirectoryNames = {
     L"SHOUTcast", L"Icecast",       L"日本 LiveDoor",
     L"國內電台",  L"Radio Browser", L"Radio Browser 台灣電台"};
-// Chosen when the dialog opens: the services of the four before it have moved on.
+// Chosen when the dialog opens: none of the four before it is known to serve its old pages.
 inline constexpr DirectorySource kFirstSource = DirectorySource::kRadioBrowser;
-
-// Asked by RadioBrowser, which has several servers and an answer of its own form.
-constexpr bool IsRadioBrowser(DirectorySource source) {
-  return source == DirectorySource::kRadioBrowser || source == DirectorySource::kRadioBrowserTaiwan;
-}
 
 // The others have one list and no search.
 constexpr bool CanSearch(DirectorySource source) {
@@ -48,19 +43,17 @@ struct DirectoryQuery {
   std::wstring term;  // a genre's key or a keyword
 };
 
-// Of a directory with one host, else empty. The term goes into the address as it is.
-std::wstring AddressOf(const DirectoryQuery& query);
-
 // All must be set.
 struct DirectoryServices {
   std::function<std::wstring(const std::wstring& url)> fetch;  // a page's text
   ToCapitals toCapitals;
   std::wstring hinetUrl;  // the prefix of a HiNet station's address
+  // Radio Browser has several servers and an answer of its own form.
   std::function<StationSearch(const DirectoryQuery& query)> searchRadioBrowser = {};
 };
 
-// Throws what `fetch` and `searchRadioBrowser` throw. Only SHOUTcast's and HiNet's pages show
-// whether they were cut off.
+// The first four directories get the term as it is. Throws what `fetch` and `searchRadioBrowser`
+// throw. Only SHOUTcast's and HiNet's pages show whether they were cut off.
 StationSearch SearchDirectory(const DirectoryQuery& query, const DirectoryServices& services);
 
 }  // namespace tellurvane
