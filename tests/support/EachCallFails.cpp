@@ -55,10 +55,6 @@ constexpr FailingCall kCalls[] = {
     {{"CLSIDFromProgID", static_cast<DWORD>(REGDB_E_CLASSNOTREG)}},
     {{"CoCreateInstance", kOutOfMemory}},
     {{"CreateMutexW", kZero, ERROR_ACCESS_DENIED}},
-    {{"CreateThread"}},
-    {{"InternetOpenW"}},
-    {{"InternetConnectW"}},
-    {{"HttpOpenRequestW"}},
 };
 
 // The system keeps some objects after their first use; a leak grows in each of these rounds.

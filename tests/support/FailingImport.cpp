@@ -56,9 +56,10 @@ struct FailingImport::Hook {
   std::int32_t first = 0;  // that fails; none for 0
   std::int32_t last = 0;
   std::int32_t unused = 0;
-  void* original = nullptr;
+  void* next = nullptr;  // for the calls that do not fail
   std::uint64_t (*fail)(Hook* hook) = nullptr;
 
+  void* original = nullptr;
   PlatformCall call;
   std::vector<void**> slots;
   void* stub = nullptr;
@@ -87,8 +88,8 @@ void FailingImport::Hook::MakeStub() {
                                         0x7F, 0x07,                 // jg pass
                                         0x4C, 0x89, 0xD1,           // mov rcx, r10
                                         0x41, 0xFF, 0x62, 0x18,     // jmp [r10+24]            fail
-                                        0x41, 0xFF, 0x62, 0x10};    // pass: jmp [r10+16] original
-  static_assert(offsetof(Hook, original) == 0x10 && offsetof(Hook, fail) == 0x18);
+                                        0x41, 0xFF, 0x62, 0x10};    // pass: jmp [r10+16] next
+  static_assert(offsetof(Hook, next) == 0x10 && offsetof(Hook, fail) == 0x18);
   Hook* const self = this;
   std::memcpy(code.data() + 2, &self, sizeof(self));
   stub = VirtualAlloc(nullptr, code.size(), MEM_COMMIT | MEM_RESERVE, PAGE_EXECUTE_READWRITE);
@@ -99,7 +100,7 @@ void FailingImport::Hook::MakeStub() {
 void FailingImport::Hook::PutIn() {
   for (void** const slot : slots) {
     if (*slot == stub) continue;
-    original = *slot;
+    original = next = *slot;
     Write(slot, stub);
   }
 }
@@ -141,6 +142,8 @@ void FailingImport::Fail(int first, int last) {
 }
 
 void FailingImport::LetAllThrough() { Fail(0, -1); }
+
+void FailingImport::ReplaceWith(void* function) { hook_.next = function; }
 
 int FailingImport::Calls() const { return hook_.calls; }
 

@@ -32,12 +32,18 @@ class FailingImport {
   void Fail(int number) { Fail(number, number); }
   // Starts counting again. No call fails.
   void LetAllThrough();
+  // From now on the calls that do not fail reach this function, which has the platform's signature.
+  template <typename Function>
+  void Replace(Function* function) {
+    ReplaceWith(reinterpret_cast<void*>(function));
+  }
   int Calls() const;
 
  private:
   struct Hook;
 
   static Hook& HookOf(const PlatformCall& call);
+  void ReplaceWith(void* function);
 
   Hook& hook_;
 };
