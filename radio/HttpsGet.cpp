@@ -21,7 +21,8 @@ constexpr const wchar_t* kTooLate = L"電台目錄沒有在時限內回應，請
 constexpr DWORD kRequestFlags = INTERNET_FLAG_SECURE | INTERNET_FLAG_RELOAD |
                                 INTERNET_FLAG_NO_CACHE_WRITE | INTERNET_FLAG_NO_COOKIES |
                                 INTERNET_FLAG_NO_UI | INTERNET_FLAG_NO_AUTO_REDIRECT;
-// Each ends a silent call of a thread that is no longer waited for.
+// Each ends a silent call of a thread that is no longer waited for. They are set for the session:
+// Wine has them for a request only, and there one that passes in a TLS handshake ends the process.
 constexpr DWORD kTimeOuts[] = {INTERNET_OPTION_CONNECT_TIMEOUT, INTERNET_OPTION_SEND_TIMEOUT,
                                INTERNET_OPTION_RECEIVE_TIMEOUT};
 constexpr DWORD kTimeOutMilliseconds = 5'000;
@@ -160,8 +161,8 @@ bool HasEnded(HANDLE thread, ULONGLONG milliseconds) {
 
 }  // namespace
 
-// The system's time-outs restart with every byte and do not cover the search for the host. Under
-// Wine some have no effect. So the waiting thread keeps the limit.
+// The system's time-outs restart with every byte and do not cover the search for the host, so the
+// waiting thread keeps the limit.
 std::string HttpsGet(const std::wstring& host, const std::wstring& path,
                      std::chrono::milliseconds limit) {
   const auto transfer = std::make_shared<Transfer>(host, path);

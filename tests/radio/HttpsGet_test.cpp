@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 #include <wininet.h>
 
+#include <map>
 #include <new>
 
 #include "radio/DirectoryError.h"
@@ -32,7 +33,13 @@ HANDLE sendsAfter = nullptr;    // an event
 HWND sendsMessageTo = nullptr;  // and is answered with the length of its text
 DWORD_PTR messageAnswer = 0;
 int readable = 0;  // bytes
+std::map<DWORD, DWORD> timeOuts;
 bool isMemoryFull = false;
+
+BOOL WINAPI SetOption(HINTERNET, DWORD option, LPVOID value, DWORD) {
+  timeOuts[option] = *static_cast<const DWORD*>(value);
+  return TRUE;
+}
 
 BOOL WINAPI Send(HINTERNET, LPCWSTR, DWORD, LPVOID, DWORD) {
   if (sendsAfter != nullptr) WaitForSingleObject(sendsAfter, INFINITE);
@@ -63,7 +70,9 @@ class HttpsGetTest : public testing::Test {
     sendsMessageTo = nullptr;
     messageAnswer = 0;
     readable = 2;
+    timeOuts.clear();
     isMemoryFull = false;
+    option.Replace(SetOption);
     send.Replace(Send);
     query.Replace(QueryStatus);
     read.Replace(Read);
@@ -80,6 +89,7 @@ class HttpsGetTest : public testing::Test {
   }
 
   FailingImport open{{"InternetOpenW", 0, ERROR_INTERNET_CANNOT_CONNECT}};
+  FailingImport option{{"InternetSetOptionW"}};
   FailingImport connect{{"InternetConnectW", 0, ERROR_INTERNET_CANNOT_CONNECT}};
   FailingImport request{{"HttpOpenRequestW", 0, ERROR_INTERNET_CANNOT_CONNECT}};
   FailingImport thread{{"CreateThread", 0, ERROR_INTERNET_CANNOT_CONNECT}};
@@ -101,6 +111,14 @@ TEST_F(HttpsGetTest, GivesTheReasonOfEachCallAndClosesTheHandles) {
     EXPECT_EQ(close.Calls(), row.handles) << &row - rows;
   }
   EXPECT_EQ(Reason(), L"");
+}
+
+TEST_F(HttpsGetTest, HasTimeOutsForAThreadThatIsNotWaitedFor) {
+  EXPECT_EQ(Reason(), L"");
+  const std::map<DWORD, DWORD> expected = {{INTERNET_OPTION_CONNECT_TIMEOUT, 5'000},
+                                           {INTERNET_OPTION_SEND_TIMEOUT, 5'000},
+                                           {INTERNET_OPTION_RECEIVE_TIMEOUT, 5'000}};
+  EXPECT_EQ(timeOuts, expected);
 }
 
 TEST_F(HttpsGetTest, NamesTimeCertificateAndMemory) {

@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "radio/DirectoryError.h"
+#include "tests/support/FailingImport.h"
 #include "ui/Com.h"
 
 namespace tellurvane {
@@ -18,6 +19,7 @@ using testing::IsEmpty;
 using testing::SizeIs;
 
 constexpr const wchar_t* kNoList = L"電台目錄回應的不是電台清單，或資料不完整。";
+constexpr const wchar_t* kNoParser = L"無法使用系統的 XML 元件讀取電台目錄。";
 constexpr const wchar_t* kNotUtf8 = L"電台目錄的資料不是 UTF-8 編碼，無法讀取。";
 
 class StationXmlTest : public testing::Test {
@@ -121,7 +123,13 @@ TEST_F(StationXmlTest, ReportsAMissingParser) {
   std::wstring reason;
   // A thread without COM has no parser.
   std::thread([&] { reason = ReasonFor("<result/>"); }).join();
-  EXPECT_EQ(reason, L"無法使用系統的 XML 元件讀取電台目錄。");
+  EXPECT_EQ(reason, kNoParser);
+  FailingImport classes({"CLSIDFromProgID", static_cast<DWORD>(REGDB_E_CLASSNOTREG)});
+  classes.Fail(1);
+  EXPECT_EQ(ReasonFor("<result/>"), kNoParser);
+  FailingImport objects({"CoCreateInstance", static_cast<DWORD>(E_OUTOFMEMORY)});
+  objects.Fail(1);
+  EXPECT_EQ(ReasonFor("<result/>"), kTooLargeAnswer);
 }
 
 }  // namespace
