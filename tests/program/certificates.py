@@ -1,12 +1,14 @@
 """A root certificate that only the Wine prefix trusts, and certificates of servers that it signs."""
 
 import hashlib
+import shutil
 import struct
 import subprocess
 
 from desktop import run
 
 ROOTS = r"HKLM\Software\Microsoft\SystemCertificates\Root\Certificates"
+NO_ROOT = "no root certificate can be added: openssl or the right to write the prefix's roots is missing"
 CERTIFICATE = 32  # the property of a stored certificate that is the certificate itself
 
 
@@ -14,6 +16,17 @@ def openssl(*arguments):
     return subprocess.run(["openssl", *[str(argument) for argument in arguments]], check=True,
                           stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                           stderr=subprocess.DEVNULL).stdout
+
+
+def can_add_root():
+    """Whether a `Root` can be made and trusted. Leaves nothing behind."""
+    if not shutil.which("openssl"):
+        return False
+    probe = rf"{ROOTS}\{40 * '0'}"
+    run("wine", "reg", "add", probe, "/v", "Probe", "/d", "1", "/f")
+    is_there = "Probe" in run("wine", "reg", "query", probe)
+    run("wine", "reg", "delete", probe, "/f")
+    return is_there
 
 
 class Root:

@@ -24,7 +24,7 @@ class Link:
         self.servers, self.stream, self.certificate = servers, connection, certificate
 
     def accept(self):
-        """The tunnel stands."""
+        """The tunnel is open from here."""
         self.stream.sendall(b"HTTP/1.1 200 Connection established\r\n\r\n")
 
     def secure(self, certificate=None):
@@ -67,8 +67,15 @@ def answers(answer):
     return act
 
 
-def refuses(link):
+def opens_no_tunnel(link):
     link.stream.sendall(b"HTTP/1.1 502 Bad Gateway\r\nContent-Length: 0\r\n\r\n")
+
+
+def sends_without_length(body):
+    def act(link):
+        link.receive()
+        link.stream.sendall(b"HTTP/1.1 200 OK\r\nContent-Type: text/xml\r\n\r\n" + body)
+    return act
 
 
 def hangs_up(link):
@@ -134,7 +141,7 @@ class RadioServers:
     def forget(self):
         # The requests inside the tunnels, what the proxy was sent, and the hosts in their order.
         self.requests, self.tunnels, self.asked = [], [], []
-        self.acts, self.all_do = {}, refuses
+        self.acts, self.all_do = {}, opens_no_tunnel
 
     def do(self, act, *names):
         """What the named servers do, or all of them."""

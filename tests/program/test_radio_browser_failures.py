@@ -10,7 +10,7 @@ from directories import NO_HOST, Answer, Proxy
 from radio import NOTHING, UNREACHABLE, USABLE_WITH_GENRE, RadioDesk, found
 from radio_servers import (DOMAIN, NAMES, answers, drips_body, drips_head, hangs_up,
                            hangs_up_as_proxy, is_silent, is_silent_as_proxy, is_silent_before_tls,
-                           refuses, shows)
+                           opens_no_tunnel, sends_without_length, shows)
 
 XML = "text/xml"
 PAGE = answers(Answer(browser_page(), kind=XML))
@@ -51,6 +51,7 @@ ANSWERS = {
     "Big5": (Answer('<result><station name="台北" url="http://a"/></result>'.encode("big5"),
                     kind="text/xml; charset=big5"), NOT_UTF8),
     "too much": (Answer(sized(MOST + 1), kind=XML), TOO_LARGE),
+    "too much without a length": (sends_without_length(sized(MOST + 1)), TOO_LARGE),
 }
 
 
@@ -73,7 +74,7 @@ def ask(desk):
 
 def test_each_bad_answer_gives_a_reason_and_the_next_search_works(desk, radio_servers):
     for what, (answer, reason) in ANSWERS.items():
-        radio_servers.do(answers(answer))
+        radio_servers.do(answers(answer) if isinstance(answer, Answer) else answer)
         asked, _ = ask(desk)
         assert asked == list(NAMES), what
         assert desk.dialog.status().startswith(reason), what
@@ -119,7 +120,7 @@ def test_a_certificate_that_does_not_fit_is_a_failure(desk, radio_servers, root,
 
 
 def test_connections_that_fail_are_reported(desk, radio_servers):
-    for act, reason in ((refuses, says(502)), (hangs_up, NO_LIST),
+    for act, reason in ((opens_no_tunnel, says(502)), (hangs_up, NO_LIST),
                         (hangs_up_as_proxy, f"{UNREACHABLE}（錯誤 0x80072")):
         radio_servers.do(act)
         assert ask(desk)[0] == list(NAMES)
@@ -154,7 +155,7 @@ def test_all_servers_together_have_ten_seconds(desk, radio_servers):
     assert asked == ["all", "de1"]
     assert WHOLE_LIMIT <= seconds < WHOLE_LIMIT + SLACK
     desk.shows(TOO_LATE, [])
-    # Left during the silence, which the program survives, and ended before it is over.
+    # A dialog that is closed while a server is silent, and a program that ends before that server.
     radio_servers.do(drips_body)
     desk.dialog.click("search")
     until(lambda: radio_servers.asked, "the first server asked")
