@@ -9,16 +9,18 @@ namespace {
 
 constexpr std::uint32_t kReplacement = 0xFFFD;
 
+// wchar_t is signed and wider on the host.
+constexpr std::uint32_t ValueOf(wchar_t unit) { return static_cast<std::uint16_t>(unit); }
 constexpr bool IsHighSurrogate(std::uint32_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
 constexpr bool IsLowSurrogate(std::uint32_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
 
 // Takes one character off the front.
 std::uint32_t TakeCharacter(std::wstring_view& rest) {
-  const auto first = static_cast<std::uint32_t>(rest.front());
+  const std::uint32_t first = ValueOf(rest.front());
   rest.remove_prefix(1);
   if (IsLowSurrogate(first)) return kReplacement;
   if (!IsHighSurrogate(first)) return first;
-  const auto second = rest.empty() ? 0U : static_cast<std::uint32_t>(rest.front());
+  const std::uint32_t second = rest.empty() ? 0 : ValueOf(rest.front());
   if (!IsLowSurrogate(second)) return kReplacement;
   rest.remove_prefix(1);
   return 0x10000 + ((first - 0xD800) << 10U) + (second - 0xDC00);

@@ -40,10 +40,10 @@ StationSearch RadioBrowser::Search(const DirectoryQuery& query) {
   using std::chrono::milliseconds;
   const std::wstring path = RadioBrowserPath(query);
   const milliseconds end = services_.elapsed() + kWholeLimit;
-  DirectoryError last(L"");
-  milliseconds left = kWholeLimit;
-  for (auto server = servers_.begin(); server != servers_.end() && left > milliseconds::zero();
-       ++server) {
+  std::wstring reason;
+  for (auto server = servers_.begin(); server != servers_.end(); ++server) {
+    const milliseconds left = end - services_.elapsed();
+    if (left <= milliseconds::zero()) break;
     try {
       const std::string answer =
           services_.fetch(*server + kDomain, path, std::min<milliseconds>(kServerLimit, left));
@@ -51,11 +51,10 @@ StationSearch RadioBrowser::Search(const DirectoryQuery& query) {
       std::rotate(servers_.begin(), server, server + 1);
       return found;
     } catch (const DirectoryError& error) {
-      last = error;
+      reason = error.Text();
     }
-    left = end - services_.elapsed();
   }
-  throw last;
+  throw DirectoryError(reason);
 }
 
 }  // namespace tellurvane

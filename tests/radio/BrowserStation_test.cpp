@@ -29,7 +29,7 @@ TEST(BrowserStationTest, ShowsAStationAsARow) {
       {{L"臺灣之音", L"MP3", L"128", L"http://a", L"https://b/stream", L"0"},
        {L"臺灣之音", L"MP3", L"128 kbps", L"https://b/stream", L"收聽人數：未知", L""}},
       {{L" \t A\r\nB\x2028\x85"
-        L"C\x01 ",
+        L"C\x2029\x01 ",
         L" AAC+ ", L"0", L" http://a\n", L"", L""},
        {L"A  B  C", L"AAC+", L"未知", L"http://a", L"收聽人數：未知", L""}},
       {{L"", L"", L"", L"http://a", L"", L""},
