@@ -9,6 +9,7 @@ namespace tellurvane {
 enum PlayState : int {
   kUndefinedState = 0,
   kStoppedState = 1,
+  kPausedState = 2,
   kPlayingState = 3,
   kBufferingState = 6,
   kMediaEndedState = 8,

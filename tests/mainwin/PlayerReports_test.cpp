@@ -7,7 +7,6 @@
 namespace tellurvane {
 namespace {
 
-constexpr int kPausedState = 2;
 constexpr int kMediaOpen = 13;
 
 TEST(PlayerReportsTest, TheEndIsEndedOrStoppedAfterPlaying) {
