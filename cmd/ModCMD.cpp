@@ -21,7 +21,7 @@ bool PipeRefusesCollection(HANDLE readEnd) {
   return !accepted || IsWine();
 }
 
-bool RunCommand(const std::wstring& commandLine, PipeTest pipeTest) {
+bool RunCommand(const std::wstring& commandLine, PipeTest pipeTest, DWORD* creationError) {
   std::wstring command = commandLine;  // CreateProcessW writes into its argument
 
   SECURITY_ATTRIBUTES inheritable = {};
@@ -54,6 +54,8 @@ bool RunCommand(const std::wstring& commandLine, PipeTest pipeTest) {
   PROCESS_INFORMATION created = {};
   if (!CreateProcessW(nullptr, command.data(), &inheritable, &inheritable, TRUE, 0, nullptr,
                       nullptr, &startup, &created)) {
+    // Before the handles are closed, which may set another error.
+    if (creationError != nullptr) *creationError = GetLastError();
     return false;
   }
   const UniqueKernelHandle process(created.hProcess);

@@ -13,7 +13,9 @@ bool PipeRefusesCollection(HANDLE readEnd);
 
 // Starts the command line without a shell: the platform searches for the program, and documents are
 // not opened. The child's output goes to a pipe that nobody reads, its input is empty. False if
-// nothing was started. The launch goes on only if the pipe test is true; tests pass another test.
-bool RunCommand(const std::wstring& commandLine, PipeTest pipeTest = PipeRefusesCollection);
+// nothing was started; `creationError` is then the system's error, if the creation of the process
+// has failed. The launch goes on only if the pipe test is true; tests pass another test.
+bool RunCommand(const std::wstring& commandLine, PipeTest pipeTest = PipeRefusesCollection,
+                DWORD* creationError = nullptr);
 
 }  // namespace tellurvane

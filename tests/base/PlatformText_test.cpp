@@ -54,5 +54,16 @@ TEST(PlatformLetterCaseTest, OnlyAsciiLettersBecomeSmallAsciiLetters) {
   }
 }
 
+TEST(SystemErrorTextTest, HasTheSystemsWordsWithoutALineBreak) {
+  const std::wstring missing = SystemErrorText(ERROR_FILE_NOT_FOUND, L"");
+  EXPECT_GT(missing.size(), 3U);
+  EXPECT_EQ(missing.find_first_of(L"\r\n"), std::wstring::npos);
+  EXPECT_NE(missing, SystemErrorText(ERROR_ACCESS_DENIED, L""));
+  const std::wstring format = SystemErrorText(ERROR_BAD_EXE_FORMAT, L"C:\\文件.txt");
+  EXPECT_EQ(format.find(L"%1"), std::wstring::npos);
+  EXPECT_NE(format, missing);
+  EXPECT_EQ(SystemErrorText(0x2000'0000, L""), L"");
+}
+
 }  // namespace
 }  // namespace tellurvane

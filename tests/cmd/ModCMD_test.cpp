@@ -118,6 +118,24 @@ TEST_F(RunCommandTest, StartsNoMissingProgram) {
   EXPECT_FALSE(RunCommand(L"   "));
 }
 
+TEST_F(RunCommandTest, GivesTheErrorOfACreationThatFailed) {
+  const std::wstring document = folder_.File(L"document.exe");
+  WriteBytes(document, "text");
+  const struct {
+    std::wstring command;
+    DWORD error;
+  } cases[] = {{L"no-such-program-anywhere", ERROR_FILE_NOT_FOUND},
+               {document, ERROR_BAD_EXE_FORMAT},
+               {Reporter(), 0}};
+  for (const auto& [command, expected] : cases) {
+    DWORD error = 0;
+    SetLastError(ERROR_INVALID_DATA);
+    EXPECT_EQ(RunCommand(command, PipeRefusesCollection, &error), expected == 0);
+    EXPECT_EQ(error, expected) << Utf8(command);
+  }
+  Report();
+}
+
 TEST_F(RunCommandTest, StartsNothingIfThePipeAcceptsTheSettings) {
   const DWORD before = StartedProcesses();
   EXPECT_FALSE(RunCommand(Reporter(), [](HANDLE) { return false; }));
