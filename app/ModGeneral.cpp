@@ -19,6 +19,15 @@ namespace {
 UniqueKernelHandle instanceMutex;
 ULONG_PTR gdiplusToken = 0;
 constexpr int kFirstIconResource = 101;
+constexpr const wchar_t* kIconGroups[] = {L"TRYING", L"FAILED"};
+
+std::unique_ptr<ClsIcon> LoadedIcon(std::string_view bytes) {
+  auto icon = std::make_unique<ClsIcon>();
+  if (!icon->LoadFromData(bytes)) {
+    throw FatalError(L"程式內的圖示資料已損壞，程式無法繼續執行。");
+  }
+  return icon;
+}
 
 TaskListDialect UserDialect() {
   return {
@@ -34,13 +43,13 @@ ModGeneral::ModGeneral(const std::wstring& applicationFolder)
       taskListFile(files_, applicationFolder + L"\\" + L"\\JobList.dbs", UserDialect(), Now) {}
 
 void ModGeneral::LoadIcons() {
-  int id = kFirstIconResource;
-  for (std::unique_ptr<ClsIcon>& icon : icons) {
-    icon = std::make_unique<ClsIcon>();
-    if (!icon->LoadFromData(ResourceBytes(id, L"CUSTOM"))) {
-      throw FatalError(L"程式內的圖示資料已損壞，程式無法繼續執行。");
-    }
-    ++id;
+  const size_t custom = icons.size() - std::size(kIconGroups);
+  for (size_t i = 0; i < custom; ++i) {
+    const int id = kFirstIconResource + static_cast<int>(i);
+    icons[i] = LoadedIcon(ResourceBytes(id, L"CUSTOM"));
+  }
+  for (size_t i = custom; i < icons.size(); ++i) {
+    icons[i] = LoadedIcon(IconGroupBytes(kIconGroups[i - custom]));
   }
 }
 

@@ -16,7 +16,7 @@
 namespace tellurvane {
 
 inline constexpr const wchar_t* kApplicationTitle = L"Tellurvane";
-inline constexpr size_t kIconCount = kMediaTypeCount + 3;
+inline constexpr size_t kIconCount = kMediaTypeCount + 5;
 
 // Created once by the entry routine, after ClaimInstance.
 class ModGeneral {
@@ -37,7 +37,8 @@ class ModGeneral {
   TaskList tasks;
   TaskListFile taskListFile;
   bool radioFlag = false;  // a stream plays
-  // One for each media type, then the marks for playing, disabled and due. Empty before LoadIcons.
+  // One for each media type, then the marks for playing, disabled, due, trying and failed. Empty
+  // before LoadIcons.
   std::array<std::unique_ptr<ClsIcon>, kIconCount> icons;
 };
 

@@ -53,6 +53,7 @@ TEST(ArtworkTest, TheListsIconsAreDrawnInEverySize) {
       const int side = icon->Width(image);
       const auto picture = MemoryContext::Create(side, side);
       EXPECT_TRUE(icon->Draw(picture->Dc(), 0, 0, image));
+      EXPECT_EQ(icon->Data(image).size(), icon->Length(image));
       const Pixels drawn(picture->Dc(), 0, 0, side, side);
       EXPECT_GT(drawn.Area() - drawn.CountOf(drawn.At(0, 0)), drawn.Area() / 3) << side;
     }
@@ -87,14 +88,18 @@ bool HasInk(const wchar_t* name, int side) {
   return drawn.At(0, 0) == kWhite && white < drawn.Area() * 2 / 3;
 }
 
-TEST(ArtworkTest, WindowIconAndCloseImageHaveEverySize) {
+TEST(ArtworkTest, TheIconGroupsHaveEverySize) {
   const std::vector<int> small = {16, 20, 24, 28, 32, 36, 40, 48};
   std::vector<int> window = small;
   window.insert(window.end(), {56, 64, 72, 80, 96, 0});
   const struct {
     const wchar_t* name;
     std::vector<int> sides;
-  } icons[] = {{L"AAA", window}, {L"CLOSE", small}, {L"CLOSEHOT", small}};
+  } icons[] = {{L"AAA", window},
+               {L"CLOSE", small},
+               {L"CLOSEHOT", small},
+               {L"TRYING", small},
+               {L"FAILED", small}};
   for (const auto& [name, sides] : icons) {
     EXPECT_EQ(SidesOf(name), sides) << name;
     for (const int side : sides) EXPECT_TRUE(HasInk(name, side == 0 ? 256 : side)) << name << side;

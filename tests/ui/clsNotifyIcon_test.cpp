@@ -2,11 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <climits>
 #include <memory>
 
 #include "tests/support/FailingImport.h"
+#include "tests/support/TipTestSupport.h"
 #include "tests/support/WindowTestSupport.h"
 #include "ui/Density.h"
 
@@ -139,49 +139,16 @@ TEST_F(NotifyIconTest, ComesBackAfterTheTaskbarRestartsWhileItIsWanted) {
   EXPECT_FALSE(IsInTray());
 }
 
-// The place of the icon. A desktop without a taskbar has a window for the icons.
-bool FindIconOnScreen(RECT& place) {
-  const HWND tray = FindWindowW(nullptr, L"Wine System Tray");
-  const HWND window = tray == nullptr ? nullptr : GetWindow(tray, GW_CHILD);
-  return IsWindowVisible(window) && GetWindowRect(window, &place);
-}
-
-std::wstring TipOnScreen() {
-  for (HWND tip = nullptr;
-       (tip = FindWindowExW(nullptr, tip, L"tooltips_class32", nullptr)) != nullptr;) {
-    if (!IsWindowVisible(tip)) continue;
-    std::array<wchar_t, 200> text = {};
-    SendMessageTimeoutW(tip, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()),
-                        SMTO_NORMAL, 1'000, nullptr);
-    return text.data();
-  }
-  return {};
-}
-
-// Again and again: a movement before the icon is ready counts for nothing.
-bool ShowsTip(const std::wstring& text) {
-  bool isShown = false;
-  for (int attempt = 0; attempt < 5 && !isShown; ++attempt) {
-    SetCursorPos(700, 700);
-    RECT place = {};
-    if (!PumpUntil([&] { return FindIconOnScreen(place); })) break;
-    SetCursorPos((place.left + place.right) / 2, (place.top + place.bottom) / 2);
-    isShown = PumpUntil([&] { return TipOnScreen() == text; }, std::chrono::seconds(2));
-  }
-  SetCursorPos(700, 700);
-  return isShown;
-}
-
 TEST_F(NotifyIconTest, ShowsItsLatestTip) {
   icon->IconTip(L"Tellurvane 排程");
   icon->IconAdd();
   form.Show();
   icon->IconTip(L"");
-  EXPECT_TRUE(ShowsTip(L"Tellurvane 排程")) << "an empty tip changes nothing";
+  EXPECT_TRUE(ShowsTrayTip(L"Tellurvane 排程")) << "an empty tip changes nothing";
   icon->IconTip(std::wstring(127, L'長') + L"過");
-  EXPECT_TRUE(ShowsTip(std::wstring(127, L'長')));
+  EXPECT_TRUE(ShowsTrayTip(std::wstring(127, L'長')));
   icon->IconTip(L"短");
-  EXPECT_TRUE(ShowsTip(L"短"));
+  EXPECT_TRUE(ShowsTrayTip(L"短"));
 }
 
 }  // namespace

@@ -1,0 +1,49 @@
+// Tooltips on the screen, of this program and of the taskbar.
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+#include <chrono>
+#include <string>
+
+#include "tests/support/WindowTestSupport.h"
+
+namespace tellurvane {
+
+// The place of the icon. A desktop without a taskbar has a window for the icons.
+inline bool FindIconOnScreen(RECT& place) {
+  const HWND tray = FindWindowW(nullptr, L"Wine System Tray");
+  const HWND window = tray == nullptr ? nullptr : GetWindow(tray, GW_CHILD);
+  return IsWindowVisible(window) && GetWindowRect(window, &place);
+}
+
+// Empty while no tooltip is visible.
+inline std::wstring TipOnScreen() {
+  for (HWND tip = nullptr;
+       (tip = FindWindowExW(nullptr, tip, L"tooltips_class32", nullptr)) != nullptr;) {
+    if (!IsWindowVisible(tip)) continue;
+    std::array<wchar_t, 200> text = {};
+    SendMessageTimeoutW(tip, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()),
+                        SMTO_NORMAL, 1'000, nullptr);
+    return text.data();
+  }
+  return {};
+}
+
+// The tip of the icon under the pointer. Again and again: a movement before the icon is ready
+// counts for nothing.
+inline bool ShowsTrayTip(const std::wstring& text) {
+  bool isShown = false;
+  for (int attempt = 0; attempt < 5 && !isShown; ++attempt) {
+    SetCursorPos(700, 700);
+    RECT place = {};
+    if (!PumpUntil([&] { return FindIconOnScreen(place); })) break;
+    SetCursorPos((place.left + place.right) / 2, (place.top + place.bottom) / 2);
+    isShown = PumpUntil([&] { return TipOnScreen() == text; }, std::chrono::seconds(2));
+  }
+  SetCursorPos(700, 700);
+  return isShown;
+}
+
+}  // namespace tellurvane

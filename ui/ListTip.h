@@ -1,0 +1,41 @@
+// A tooltip over the row of a list that is under the pointer.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <string>
+
+#include "ui/clsLictView.h"
+
+namespace tellurvane {
+
+// The native list has tooltips of its own, but only for texts that it cuts off itself.
+class ListTip {
+ public:
+  // Of a row; empty for a row without a tip.
+  using TextOf = std::function<std::wstring(int row)>;
+
+  // Once. Uses the list's events MouseMove and MouseDown. The list outlives the tip. Without a
+  // window nothing is shown: a tip is no reason to end the program.
+  void Create(clsLictView& list, TextOf textOf);
+  // Call when texts may have changed.
+  void Refresh();
+  // Of the row under the pointer.
+  const std::wstring& Text() const { return text_; }
+
+ private:
+  void MoveTo(int x, int y);
+  void Show(const std::wstring& text);
+  void Relay(UINT message, int x, int y) const;
+  void Send(UINT message, const void* argument) const;
+  TOOLINFOW Tool() const;
+
+  clsLictView* list_ = nullptr;
+  TextOf textOf_;
+  HWND window_ = nullptr;  // its owner destroys it
+  int row_ = -1;
+  std::wstring text_;
+};
+
+}  // namespace tellurvane
