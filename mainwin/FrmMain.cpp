@@ -6,6 +6,7 @@
 
 #include "base/LocaleDates.h"
 #include "base/Pause.h"
+#include "base/PlatformText.h"
 #include "cmd/ModCMD.h"
 #include "ui/Density.h"
 #include "ui/MessageLoop.h"
@@ -43,6 +44,13 @@ constexpr Color kPercentGrey = 0x979797;
 
 enum ToolbarButton { kNewButton = 1, kPlayButton, kStopButton, kOptionsButton, kLeaveButton };
 
+RunOutcome StartCommand(const std::wstring& commandLine) {
+  DWORD error = ERROR_SUCCESS;
+  if (RunCommand(commandLine, PipeRefusesCollection, &error)) return {};
+  const bool hasWords = error != ERROR_SUCCESS;
+  return ProgramNotStarted(hasWords ? SystemErrorText(error, commandLine) : std::wstring());
+}
+
 void PrintPercent(clsProgress& slider, int decimals) {
   slider.PrintText(FormatPercent(slider.Value() / slider.Max(), decimals), kPercentGrey);
 }
@@ -63,7 +71,7 @@ FrmMain::FrmMain(ModGeneral& general, MediaPlayer& player, TickCount millisecond
 
 TaskActions FrmMain::MakeTaskActions() {
   return {.pathExists = PathExists,
-          .startCommand = [](const std::wstring& commandLine) { (void)RunCommand(commandLine); },
+          .startCommand = StartCommand,
           .showNote = [this](const std::wstring& text,
                              const std::wstring& time) { notes_.Show(text, time); },
           .saveList = [this] { (void)general_.taskListFile.Save(general_.tasks); },
@@ -71,13 +79,18 @@ TaskActions FrmMain::MakeTaskActions() {
 }
 
 PlaybackCallbacks FrmMain::MakePlaybackCallbacks() {
-  return {.songLoop = [this] { return IsOn(general_.settings.SongLoop); },
-          .runSelectedTask = [this] { runner_.RunForContinuousPlay(rows_.SelectedRow()); },
-          .writeSavedVolume =
-              [this](std::int32_t volume) {
-                (void)general_.settingsFile.Write(L"SavedVolume", volume);
-              },
-          .milliseconds = milliseconds_};
+  return {
+      .songLoop = [this] { return IsOn(general_.settings.SongLoop); },
+      .runSelectedTask = [this] { runner_.RunForContinuousPlay(rows_.SelectedRow()); },
+      .writeSavedVolume =
+          [this](std::int32_t volume) {
+            (void)general_.settingsFile.Write(L"SavedVolume", volume);
+          },
+      .milliseconds = milliseconds_,
+      .keepAwake =
+          [](bool isAwake) {
+            SetThreadExecutionState(isAwake ? ES_CONTINUOUS | ES_SYSTEM_REQUIRED : ES_CONTINUOUS);
+          }};
 }
 
 ClockCallbacks FrmMain::MakeClockCallbacks() {

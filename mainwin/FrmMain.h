@@ -38,7 +38,9 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   using TickCount = std::function<std::uint64_t()>;
 
   // `general` and `player` outlive the window.
-  FrmMain(ModGeneral& general, MediaPlayer& player, TickCount milliseconds = GetTickCount64);
+  FrmMain(
+      ModGeneral& general, MediaPlayer& player,
+      TickCount milliseconds = [] { return GetTickCount64(); });
 
   // Called at the end of shutdown, after the window released its resources.
   void SetReleaseProcess(std::function<void()> release) { releaseProcess_ = std::move(release); }
@@ -71,6 +73,8 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   // PlaybackView
   void ShowPlaying(size_t row) override;
   void ShowStopped() override;
+  void ShowSign(PlaybackSign sign) override { rows_.ShowSign(sign); }
+  void ShowOutcome(const RunOutcome& outcome) override { rows_.SetOutcomeOfPlaying(outcome); }
   void EnablePosition(bool enable) override { SliderH_.Enabled(enable); }
   void PositionRange(double seconds) override;
   void PositionValue(double seconds) override;
@@ -115,6 +119,8 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   // Neither hidden nor minimised.
   bool IsOnScreen() const { return Visible() && !IsIconic(hwnd()); }
   void HideToTray();
+  // Names the failed tasks while the window is hidden.
+  void UpdateTrayTip();
   // Called each second, for a taskbar that did not take the icon.
   void RetryTrayIcon();
   void CancelPendingHide();
@@ -143,6 +149,7 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   std::uint64_t pausedSince_ = 0;
   FrmSet* editor_ = nullptr;  // while it is open
   std::wstring statusText_;
+  std::wstring trayTip_;
   DayHalves dayHalves_;
 
   TaskbarOwner taskbarOwner_;

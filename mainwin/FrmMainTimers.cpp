@@ -63,8 +63,12 @@ void FrmMain::WakeUp_Tick() {
 void FrmMain::PostTick() { (void)PostMessageW(hwnd(), kPostedTick, 0, 0); }
 
 void FrmMain::TimerSet_Tick() {
+  playback_.TimerSet_Tick();
+  // The player may handle messages, and one of them may end the program.
+  if (!IsLoaded()) return;
   RetryUnreadList();
   RetryTrayIcon();
+  UpdateTrayTip();
   // A hidden window is not drawn.
   if (!IsOnScreen()) return;
   statusText_ = StatusLineText(player_, general_.radioFlag, Now(), dayHalves_);

@@ -42,7 +42,7 @@ void FrmMain::CreateTrayIcon() {
   clsIcon_.LButtonDown = [this] { clsIcon_LButtonDown(); };
   clsIcon_.RButtonDown = [this] { clsIcon_RButtonDown(); };
   clsIcon_.IconInit(*this);
-  clsIcon_.IconTip(kApplicationTitle);
+  UpdateTrayTip();
 }
 
 // An open dialog is not hidden with its window: it comes to the front.
@@ -72,6 +72,15 @@ void FrmMain::HideToTray() {
   if (isHidePending_) return;
   Hide();
   ShowInTaskbar(false);
+  UpdateTrayTip();
+}
+
+// The taskbar is asked only for a new text.
+void FrmMain::UpdateTrayTip() {
+  const std::wstring tip = TrayTip(kApplicationTitle, Visible() ? 0 : rows_.FailedCount());
+  if (tip == trayTip_) return;
+  trayTip_ = tip;
+  clsIcon_.IconTip(tip);
 }
 
 void FrmMain::RetryTrayIcon() {

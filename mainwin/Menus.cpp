@@ -36,6 +36,11 @@ std::vector<MenuEntry> TrayMenu(const Settings& settings) {
           {L"離開本軟體", 0, kLeave}};
 }
 
+std::wstring TrayTip(const std::wstring& title, int failedTasks) {
+  if (failedTasks == 0) return title;
+  return title + L"：" + std::to_wstring(failedTasks) + L" 個排程失敗";
+}
+
 std::vector<MenuEntry> TaskMenu(const std::wstring& name, bool isEnabled) {
   const std::wstring quoted = L"「" + Literal(name) + L"」";
   return {{L"執行" + quoted + L"排程任務", 0, kRunTask},

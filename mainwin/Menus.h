@@ -1,4 +1,4 @@
-// The entries of the program's menus.
+// The entries of the program's menus, and the tip of the tray icon.
 #pragma once
 
 #include <string>
@@ -22,6 +22,8 @@ std::vector<MenuEntry> OptionsMenu(const Settings& settings);
 
 enum TrayCommand : unsigned { kShowMainWindow = 1, kSwitchClockFromTray = 2, kLeave = 3 };
 std::vector<MenuEntry> TrayMenu(const Settings& settings);
+// The title, with the number of failed tasks if there are any.
+std::wstring TrayTip(const std::wstring& title, int failedTasks);
 
 enum TaskCommand : unsigned { kRunTask = 1, kEditTask = 2, kSwitchTask = 3 };
 enum EmptyListCommand : unsigned { kNewTask = 1 };

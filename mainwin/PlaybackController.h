@@ -1,4 +1,4 @@
-// Plays, stops, follows and seeks media, and acts on its end.
+// Plays, stops, follows and seeks media, acts on its end, and keeps a stream alive.
 #pragma once
 
 #include <cstdint>
@@ -6,17 +6,24 @@
 #include <string>
 
 #include "mainwin/MediaPlayer.h"
+#include "mainwin/StreamKeeper.h"
 #include "scheduler/TaskRunner.h"
 
 namespace tellurvane {
+
+// The mark of the task that was started.
+enum class PlaybackSign { kNone, kTrying, kPlaying };
 
 // What the main window shows of the playback.
 class PlaybackView {
  public:
   virtual ~PlaybackView() = default;
-  // Enable one of the toolbar's "播 放" and "停 止", and mark the row that plays.
+  // Enable one of the toolbar's "播 放" and "停 止", and give the sign to a row or to none.
   virtual void ShowPlaying(size_t row) = 0;
   virtual void ShowStopped() = 0;
+  virtual void ShowSign(PlaybackSign sign) = 0;
+  // How the run of the row with the sign goes. Without such a row nothing happens.
+  virtual void ShowOutcome(const RunOutcome& outcome) = 0;
   // The position slider. Its values are seconds.
   virtual void EnablePosition(bool enable) = 0;
   virtual void PositionRange(double seconds) = 0;
@@ -36,6 +43,8 @@ struct PlaybackCallbacks {
   std::function<void(std::int32_t volume)> writeSavedVolume;
   // Since some moment; never goes back.
   std::function<std::uint64_t()> milliseconds;
+  // Whether the computer may not fall asleep by itself. Called for each change.
+  std::function<void(bool isAwake)> keepAwake;
 };
 
 class PlaybackController final : public TaskPlayer {
@@ -47,26 +56,36 @@ class PlaybackController final : public TaskPlayer {
   // TaskPlayer. StopPlayback leaves the radio flag as it is.
   void StopPlayback() override;
   void SetRadioFlag(bool isRadio) override { radioFlag_ = isRadio; }
-  void SetUrl(const std::wstring& url) override { player_.Url(url); }
-  void Play() override { player_.Play(); }
-  void ShowPlaying(size_t row) override { view_.ShowPlaying(row); }
+  void SetUrl(const std::wstring& url) override;
+  void Play() override;
+  void ShowPlaying(size_t row) override;
   // At once, or as soon as the media is open: a sleeping disk takes seconds.
   void FollowPosition() override;
 
   void TimerVis_Tick();
   void TimerOpening_Tick();
+  // Looks at the player once a second. Tries a lost stream again.
+  void TimerSet_Tick();
   // The user set one of the sliders.
   void SliderH_PositionSetByMouse(double seconds) { player_.Position(seconds); }
   void SliderVolH_PositionSet(double value);
 
  private:
   void FollowNow();
+  void KeepStream(int playState);
+  void WatchMusic(int playState);
+  void KeepAwake(bool isAwake);
 
   MediaPlayer& player_;
   PlaybackView& view_;
   bool& radioFlag_;
   PlaybackCallbacks callbacks_;
   std::uint64_t openingSince_ = 0;  // milliseconds
+  std::uint64_t startedAt_ = 0;     // milliseconds
+  bool isStarted_ = false;          // until playback is stopped
+  bool isAwake_ = false;
+  std::wstring url_;
+  StreamKeeper keeper_;
 };
 
 }  // namespace tellurvane

@@ -21,12 +21,18 @@ std::wstring DateOrNever(DateSerial date, const DateWriter& writeDate) {
 
 }  // namespace
 
-RowMark MarkOf(const TaskRecord& task, DateSerial now, bool isPlaying) {
-  if (isPlaying) return RowMark::kPlaying;
+RowMark MarkOf(const TaskRecord& task, DateSerial now, const RowState& state) {
+  if (state.isTrying) return RowMark::kTrying;
+  if (state.isPlaying) return RowMark::kPlaying;
+  if (state.hasFailed) return RowMark::kFailed;
   if (!task.Enabled) return RowMark::kDisabled;
   if (!HasSchedule(task) || !IsDateSerial(task.NextRun)) return RowMark::kNone;
   const std::int64_t left = SecondsFromSerial(task.NextRun) - SecondsFromSerial(now);
   return left <= kDueSeconds ? RowMark::kDue : RowMark::kNone;
+}
+
+std::wstring TaskRowText(const TaskRecord& task, const RunOutcome& outcome) {
+  return outcome.HasFailed() ? task.Name + L"，" + outcome.reason : task.Name;
 }
 
 std::vector<RowLine> TaskRowLines(const TaskRecord& task, const DateWriter& writeDate) {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/DateText.h"
+#include "scheduler/RunOutcome.h"
 #include "scheduler/TaskRecord.h"
 
 namespace tellurvane {
@@ -15,10 +16,20 @@ inline constexpr int kTaskRowHeight = 86;
 inline constexpr int kTaskRowTextLeft = 76;
 
 // A row has one mark, the first that applies.
-enum class RowMark { kNone, kPlaying, kDisabled, kDue };
+enum class RowMark { kNone, kTrying, kPlaying, kFailed, kDisabled, kDue };
+
+// What a row knows beside its task.
+struct RowState {
+  bool isTrying = false;
+  bool isPlaying = false;
+  bool hasFailed = false;
+};
 
 // A task is due when it runs within a minute.
-RowMark MarkOf(const TaskRecord& task, DateSerial now, bool isPlaying);
+RowMark MarkOf(const TaskRecord& task, DateSerial now, const RowState& state);
+
+// The row's text, which nobody sees: screen readers read it. It begins with the name.
+std::wstring TaskRowText(const TaskRecord& task, const RunOutcome& outcome);
 
 // A rule is a row of underscores; it is cut without an ellipsis.
 enum class RowFont { kName, kRule, kLabel, kValue };

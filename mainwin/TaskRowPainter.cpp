@@ -1,5 +1,7 @@
 #include "mainwin/TaskRowPainter.h"
 
+#include <algorithm>
+
 #include "ui/Density.h"
 #include "ui/ModTheme.h"
 
@@ -30,7 +32,12 @@ ModTheme::TextFont FontOf(RowFont font) {
   return {};
 }
 
-size_t IconOf(RowMark mark) { return kMediaTypeCount + static_cast<size_t>(mark) - 1; }
+// The place among the icons. None has a place that no icon has.
+size_t IconOf(RowMark mark) {
+  constexpr RowMark kMarks[] = {RowMark::kPlaying, RowMark::kDisabled, RowMark::kDue,
+                                RowMark::kTrying, RowMark::kFailed};
+  return kMediaTypeCount + static_cast<size_t>(std::ranges::find(kMarks, mark) - kMarks);
+}
 
 void PaintBackground(const RowPicture& row) {
   ModTheme::SolidFill(row.context, 0, 0, row.width, row.height, row.isOdd ? kOddPaper : kPaper);

@@ -15,7 +15,7 @@ namespace tellurvane {
 
 class TaskRowPainter {
  public:
-  // The icons: one for each media type, then playing, disabled, due. They outlive the painter.
+  // The icons in the order of ModGeneral. They outlive the painter.
   TaskRowPainter(std::span<const std::unique_ptr<ClsIcon>> icons, DateWriter writeDate)
       : icons_(icons), writeDate_(std::move(writeDate)) {}
 

@@ -39,6 +39,7 @@ void TaskRowsView::Create(PictureBox& area, PictureBox& host) {
   list_.ColumnAdd(L"專案名稱", Scaled(kColumnWidth));
   list_.LockColumn(true);
   list_.AutoDraw(true);
+  tip_.Create(list_, [this](int row) { return outcomes_.Of(static_cast<size_t>(row)).reason; });
   FitColumn();
 }
 
@@ -62,6 +63,7 @@ void TaskRowsView::Refill() {
 void TaskRowsView::DropRemoved() {
   const std::optional<size_t> selected = SelectedRow();
   playing_ = RowWithoutRemoved(playing_);
+  outcomes_.DropRemoved(general_.tasks);
   if (const auto row = RowWithoutRemoved(selected); row != selected) {
     list_.SetSelectList(row ? static_cast<int>(*row) : -1);
   }
@@ -88,7 +90,22 @@ void TaskRowsView::ShowPlaying(std::optional<size_t> row) {
   RefreshMarks();
 }
 
+void TaskRowsView::ShowSign(PlaybackSign sign) {
+  sign_ = sign;
+  RefreshMarks();
+}
+
+void TaskRowsView::SetOutcome(size_t row, const RunOutcome& outcome) {
+  outcomes_.Set(row, outcome);
+  RefreshMarks();
+}
+
+void TaskRowsView::SetOutcomeOfPlaying(const RunOutcome& outcome) {
+  if (playing_) SetOutcome(*playing_, outcome);
+}
+
 void TaskRowsView::RefreshMarks() {
+  tip_.Refresh();
   const int last = std::min(list_.BottomItem(), static_cast<int>(shownMarks_.size()) - 1);
   for (int row = std::max(list_.TopItem(), 0); row <= last; ++row) {
     const auto index = static_cast<size_t>(row);
@@ -116,7 +133,9 @@ POINT TaskRowsView::MenuPlace() const {
 void TaskRowsView::ListView_OnData(int row, int column, LVITEMW& cell) {
   const auto index = static_cast<size_t>(row);
   if ((cell.mask & LVIF_TEXT) == 0 || column != 0 || index >= general_.tasks.size()) return;
-  list_.GiveText(cell, general_.tasks[index].Name);
+  // Screen readers read this text; the rows are painted without it. A second column would not do:
+  // some readers skip a column without width.
+  list_.GiveText(cell, TaskRowText(general_.tasks[index], outcomes_.Of(index)));
 }
 
 void TaskRowsView::ListView_CustomDraw(NMLVCUSTOMDRAW& draw, LRESULT& result) {
@@ -129,7 +148,11 @@ void TaskRowsView::ListView_CustomDraw(NMLVCUSTOMDRAW& draw, LRESULT& result) {
 }
 
 RowMark TaskRowsView::MarkOfRow(size_t row) const {
-  return MarkOf(general_.tasks[row], clock_(), playing_ == row);
+  const bool isStarted = playing_ == row;
+  return MarkOf(general_.tasks[row], clock_(),
+                {.isTrying = isStarted && sign_ == PlaybackSign::kTrying,
+                 .isPlaying = isStarted && sign_ == PlaybackSign::kPlaying,
+                 .hasFailed = outcomes_.Of(row).HasFailed()});
 }
 
 }  // namespace tellurvane

@@ -9,8 +9,11 @@
 #include <vector>
 
 #include "app/ModGeneral.h"
+#include "mainwin/PlaybackController.h"
 #include "mainwin/TaskRowPainter.h"
+#include "scheduler/RunOutcome.h"
 #include "scheduler/TaskRunner.h"
+#include "ui/ListTip.h"
 #include "ui/PictureBox.h"
 #include "ui/clsLictView.h"
 
@@ -30,17 +33,23 @@ class TaskRowsView final : public TaskRows {
   void RefreshRow(size_t row) override;
   void EnableArea(bool enable) override;
   void SetRedraw(bool redraw) override { list_.Block(!redraw); }
+  void SetOutcome(size_t row, const RunOutcome& outcome) override;
 
   // Shows the present list of tasks and keeps the selected row. If the file could not be read, the
   // empty list says so.
   void Refill();
-  // Erases the removed tasks from the list of tasks. Selection and playing mark follow their tasks
-  // to the new rows; if their task was removed there is none.
+  // Erases the removed tasks from the list of tasks. Selection, marks and outcomes follow their
+  // tasks to the new rows; those of a removed task are gone.
   void DropRemoved();
   std::optional<size_t> SelectedRow() const;
-  // The row of the task that plays.
+  // The row of the task whose media was started.
   void ShowPlaying(std::optional<size_t> row);
-  // Redraws the visible rows whose mark has changed.
+  // Of that row.
+  void ShowSign(PlaybackSign sign);
+  void SetOutcomeOfPlaying(const RunOutcome& outcome);
+  // The number of tasks whose last run has failed.
+  int FailedCount() const { return outcomes_.FailedCount(general_.tasks); }
+  // Redraws the visible rows whose mark has changed, and brings the tooltip up to date.
   void RefreshMarks();
   // Makes the column as wide as the list.
   void FitColumn();
@@ -63,9 +72,12 @@ class TaskRowsView final : public TaskRows {
   PictureBox* area_ = nullptr;
   bool hadFocus_ = false;  // before the area was disabled
   std::optional<size_t> playing_;
+  PlaybackSign sign_ = PlaybackSign::kNone;
+  RunOutcomes outcomes_;
   std::vector<RowMark> shownMarks_;  // of each row when it was last painted
   TaskRowPainter painter_;
   clsLictView list_;
+  ListTip tip_;
 };
 
 }  // namespace tellurvane

@@ -99,11 +99,12 @@ void TaskRunner::Execute(size_t row) {
   tasks_[row].RunStarted = clock_();
   // A copy: a step may handle messages, and the list may be reloaded meanwhile.
   const TaskRecord started = tasks_[row];
-  Start(row, started);
+  const std::optional<RunOutcome> outcome = Start(row, started);
   if (row < tasks_.size() && tasks_[row].Name == started.Name) {
     TaskRecord& task = tasks_[row];
     task.LastRun = clock_();
     task.NextRun = CaughtUpNextRun(task, clock_(), CatchUp::kInclusive);
+    if (outcome) rows_.SetOutcome(row, *outcome);
   }
   Attempt([&] { actions_.saveList(); });
 }
@@ -137,32 +138,39 @@ void TaskRunner::SwitchEnabled(std::optional<size_t> row) {
   Attempt([&] { actions_.saveList(); });
 }
 
-void TaskRunner::Start(size_t row, const TaskRecord& task) {
+std::optional<RunOutcome> TaskRunner::Start(size_t row, const TaskRecord& task) {
+  std::optional<RunOutcome> outcome;
   // A file may hold any number; an unknown one has nothing to start.
   switch (static_cast<MediaType>(task.MediaType)) {
     case kInternetRadio:
       Attempt([&] { player_.SetRadioFlag(true); });
       StartPlaying(row, task.Source);
       break;
-    case kLocalMusic: {
-      Attempt([&] { player_.SetRadioFlag(false); });
-      bool exists = false;
-      Attempt([&] { exists = actions_.pathExists(task.Source); });
-      if (exists) StartPlaying(row, task.Source);
-      Attempt([&] { player_.FollowPosition(); });
+    case kLocalMusic:
+      outcome = StartMusic(row, task.Source);
       break;
-    }
     case kApplication:
-      Attempt([&] { actions_.startCommand(task.Source); });
+      Attempt([&] { outcome = actions_.startCommand(task.Source); });
       break;
     case kReminderNote:
       Attempt([&] {
         std::wstring time;
         writeDate_(time, clock_());
         actions_.showNote(task.Source, time);
+        outcome = RunOutcome();
       });
       break;
   }
+  return outcome;
+}
+
+std::optional<RunOutcome> TaskRunner::StartMusic(size_t row, const std::wstring& source) {
+  Attempt([&] { player_.SetRadioFlag(false); });
+  bool exists = false;
+  Attempt([&] { exists = actions_.pathExists(source); });
+  if (exists) StartPlaying(row, source);
+  Attempt([&] { player_.FollowPosition(); });
+  return exists ? std::nullopt : std::optional(FileIsMissing());
 }
 
 void TaskRunner::StartPlaying(size_t row, const std::wstring& source) {

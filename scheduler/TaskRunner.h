@@ -7,6 +7,7 @@
 #include <string>
 
 #include "base/DateText.h"
+#include "scheduler/RunOutcome.h"
 #include "scheduler/TaskRecord.h"
 
 namespace tellurvane {
@@ -25,6 +26,8 @@ class TaskRows {
   virtual void EnableArea(bool enable) = 0;
   // Whether changes show at once.
   virtual void SetRedraw(bool redraw) = 0;
+  // How the row's latest run went.
+  virtual void SetOutcome(size_t row, const RunOutcome& outcome) = 0;
 };
 
 // The task timer.
@@ -57,7 +60,7 @@ class TaskPlayer {
 // All must be set.
 struct TaskActions {
   std::function<bool(const std::wstring& path)> pathExists;
-  std::function<void(const std::wstring& commandLine)> startCommand;
+  std::function<RunOutcome(const std::wstring& commandLine)> startCommand;
   std::function<void(const std::wstring& text, const std::wstring& time)> showNote;
   std::function<void()> saveList;
   std::function<void()> processPendingMessages;
@@ -106,7 +109,9 @@ class TaskRunner {
   bool HasTask(std::optional<size_t> row) const {
     return row && *row < RowCount() && !tasks_[*row].Deleted;
   }
-  void Start(size_t row, const TaskRecord& task);
+  // The outcome, if it is known at once. The player reports later.
+  std::optional<RunOutcome> Start(size_t row, const TaskRecord& task);
+  std::optional<RunOutcome> StartMusic(size_t row, const std::wstring& source);
   void StartPlaying(size_t row, const std::wstring& source);
   void EnableRows();
 

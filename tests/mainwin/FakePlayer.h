@@ -12,6 +12,7 @@ namespace tellurvane {
 class FakePlayer final : public MediaPlayer {
  public:
   std::vector<std::wstring> calls;
+  std::function<void()> whileOpening;  // called inside Url
   std::function<void()> whilePlaying;  // called inside Play
   bool isOpening = false;
   bool hasEnded = false;  // reset by Url and Stop
@@ -26,6 +27,7 @@ class FakePlayer final : public MediaPlayer {
   void Url(const std::wstring& url) override {
     calls.push_back(L"url " + url);
     hasEnded = false;
+    if (whileOpening) whileOpening();
   }
   void Play() override {
     calls.emplace_back(L"play");

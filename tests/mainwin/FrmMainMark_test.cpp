@@ -1,103 +1,232 @@
-// The mark of the row whose task plays.
+// The marks of the rows, and the reason of a failure in words.
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <array>
 #include <string>
 #include <vector>
 
 #include "mainwin/TaskRow.h"
 #include "tests/mainwin/FrmMainFixture.h"
 #include "ui/Handle.h"
+#include "ui/MemoryContext.h"
 
 namespace tellurvane {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
+constexpr std::pair<MediaType, const wchar_t*> kStation = {kInternetRadio, L"http://a.invalid/"};
+constexpr int kMarkSize = 16;
+
+struct MarkFile {
+  char letter;
+  size_t place;  // among the icons
+  const wchar_t* name;
+};
+constexpr MarkFile kMarkFiles[] = {
+    {'P', 4, L"icon105.ico"}, {'T', 7, L"trying.ico"}, {'F', 8, L"failed.ico"}};
 
 class FrmMainMarkTest : public FrmMainTest {
  protected:
-  // With no icon but the playing mark.
+  // The player plays. With no icons but these marks.
   void OpenWith(std::initializer_list<std::pair<MediaType, std::wstring>> tasks) {
+    milliseconds = [this] { return passed; };
+    player.state = kPlayingState;
     Tasks(tasks);
     Open();
-    constexpr size_t kPlayingIcon = 4;
-    auto mark = std::make_unique<ClsIcon>();
-    ASSERT_TRUE(mark->LoadFromFile(L"" TELLURVANE_SOURCE_DIR "/resources/icon105.ico"));
-    general->icons.at(kPlayingIcon) = std::move(mark);
+    for (const MarkFile& file : kMarkFiles) {
+      auto mark = std::make_unique<ClsIcon>();
+      ASSERT_TRUE(
+          mark->LoadFromFile(L"" TELLURVANE_SOURCE_DIR "/resources/" + std::wstring(file.name)));
+      general->icons.at(file.place) = std::move(mark);
+    }
   }
 
   void Start(int row) {
     Select(row);
     window->RunSelectedTask();
   }
+  // With a tick of the timer that watches the player for each second.
+  void LetPass(int seconds) {
+    for (int i = 0; i < seconds; ++i) {
+      passed += 1'000;
+      window->Open();
+    }
+  }
 
-  std::vector<int> MarkedRows() const {
+  // A letter for the mark of each of the first rows: playing, trying or failed.
+  std::string Marks() const {
     // A selected row has another ground.
     Select(-1);
     Pump();
     UpdateWindow(list);
-    std::vector<int> marked;
-    for (int row = 0; row < 2; ++row) {
-      if (IsMarked(row)) marked.push_back(row);
-    }
-    return marked;
+    const int rows = static_cast<int>(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
+    std::string marks;
+    for (int row = 0; row < std::min(rows, 2); ++row) marks += MarkOfRow(row);
+    return marks;
+  }
+  // As a screen reader asks for it.
+  std::wstring TextOf(int row) const {
+    std::array<wchar_t, 200> text = {};
+    LVITEMW item = {};
+    item.pszText = text.data();
+    item.cchTextMax = static_cast<int>(text.size());
+    SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+    return text.data();
   }
 
+  std::uint64_t passed = 1'000'000;
+
  private:
-  bool IsMarked(int row) const {
+  char MarkOfRow(int row) const {
     RECT bounds = {LVIR_BOUNDS, 0, 0, 0};
     SendMessageW(list, LVM_GETITEMRECT, static_cast<WPARAM>(row),
                  reinterpret_cast<LPARAM>(&bounds));
     const WindowDc screen(list);
-    const int top = static_cast<int>(bounds.top);
-    const Color ground = PixelOf(screen.Get(), 10, top + 51);
-    return std::ranges::any_of(PixelsIn(screen.Get(), {46, top + 51, 62, top + 67}),
-                               [&](Color color) { return color != ground; });
+    const int top = static_cast<int>(bounds.top) + 51;
+    const Color ground = PixelOf(screen.Get(), 10, top);
+    const std::vector<Color> shown =
+        PixelsIn(screen.Get(), {46, top, 46 + kMarkSize, top + kMarkSize});
+    const RECT all = {0, 0, kMarkSize, kMarkSize};
+    const UniqueBrush brush(CreateSolidBrush(ground));
+    const auto picture = MemoryContext::Create(kMarkSize, kMarkSize);
+    FillRect(picture->Dc(), &all, brush.Get());
+    if (shown == PixelsIn(picture->Dc(), all)) return '-';
+    for (const MarkFile& file : kMarkFiles) {
+      FillRect(picture->Dc(), &all, brush.Get());
+      general->icons.at(file.place)->Draw(picture->Dc(), 0, 0, 0);
+      if (shown == PixelsIn(picture->Dc(), all)) return file.letter;
+    }
+    return '?';
   }
 };
 
-constexpr std::pair<MediaType, const wchar_t*> kStation = {kInternetRadio, L"http://a.invalid/"};
-
 TEST_F(FrmMainMarkTest, IsOnTheTaskThatPlaysUntilItStops) {
   OpenWith({kStation, kStation});
-  EXPECT_THAT(MarkedRows(), IsEmpty());
+  EXPECT_EQ(Marks(), "--");
   Start(1);
-  EXPECT_THAT(MarkedRows(), ElementsAre(1));
+  EXPECT_EQ(Marks(), "-P");
   // Also if the machine's clock went back since the other one ran.
   TaskRecord& before = general->tasks[1];
   before.LastRun = before.RunStarted = SerialFromSeconds(SecondsFromSerial(Now()) + 3'600);
   Start(0);
-  EXPECT_THAT(MarkedRows(), ElementsAre(0));
+  EXPECT_EQ(Marks(), "P-");
   Press(kStop);
-  EXPECT_THAT(MarkedRows(), IsEmpty());
+  EXPECT_EQ(Marks(), "--");
   Start(0);
   general->tasks[1].MediaType = kLocalMusic;
   general->tasks[1].Source = folder.File(L"missing.mp3");
   Start(1);
-  EXPECT_THAT(MarkedRows(), IsEmpty());
+  EXPECT_EQ(Marks(), "-F");
+}
+
+TEST_F(FrmMainMarkTest, AStreamIsTriedPlaysIsLostAndIsTriedAgain) {
+  OpenWith({kStation, {kReminderNote, L"note"}});
+  player.state = kTransitioningState;
+  Start(0);
+  EXPECT_EQ(Marks(), "T-");
+  EXPECT_EQ(TextOf(0), L"task 0");
+  player.state = kPlayingState;
+  LetPass(1);
+  EXPECT_EQ(Marks(), "P-");
+  player.state = kStoppedState;
+  // Also while nobody sees it.
+  window->FormMin();
+  Taken();
+  passed += 5'000;
+  EXPECT_TRUE(PumpUntil([&] { return TextOf(0) == L"task 0，無法連線，將再次嘗試"; }));
+  passed += 6'000;
+  EXPECT_TRUE(PumpUntil([&] { return !player.calls.empty(); }));
+  EXPECT_EQ(Taken(), (std::vector<std::wstring>{L"url http://a.invalid/", L"play"}));
+  window->FormMin();
+  EXPECT_EQ(Marks(), "T-");
+  EXPECT_TRUE(IsOn(kStop));
+  Press(kStop);
+  EXPECT_EQ(Marks(), "F-");
+  EXPECT_EQ(TextOf(0), L"task 0，無法播放");
+  player.state = kPlayingState;
+  Start(0);
+  EXPECT_EQ(TextOf(0), L"task 0，無法播放") << "nothing is heard yet";
+  LetPass(1);
+  EXPECT_EQ(TextOf(0), L"task 0");
+  Press(kStop);
+  EXPECT_EQ(Marks(), "--");
+}
+
+TEST_F(FrmMainMarkTest, ALostStreamIsTriedWhileTheEditorIsOpen) {
+  OpenWith({kStation});
+  player.state = kReadyState;
+  Start(0);
+  Edit([this](TaskList&) {
+    passed += 4'000;
+    Taken();
+    EXPECT_TRUE(PumpUntil([&] { return TextOf(0) != L"task 0"; }));
+    passed += 6'000;
+    EXPECT_TRUE(PumpUntil([&] { return !player.calls.empty(); }));
+  });
+  EXPECT_EQ(Taken(), (std::vector<std::wstring>{L"url http://a.invalid/", L"play"}));
+}
+
+TEST_F(FrmMainMarkTest, AFailureStaysUntilARunGoesWell) {
+  OpenWith({{kApplication, L"no-such-program"}, {kLocalMusic, L"missing.mp3"}});
+  Start(0);
+  Start(1);
+  EXPECT_EQ(Marks(), "FF");
+  const std::wstring beginning = L"task 0，無法啟動程式：";
+  EXPECT_EQ(TextOf(0).substr(0, beginning.size()), beginning);
+  EXPECT_GT(TextOf(0).size(), beginning.size() + 3) << "the system's words";
+  EXPECT_EQ(TextOf(1), L"task 1，找不到檔案");
+  WriteBytes(folder.File(L"found.mp3"), "any");
+  general->tasks[1].Source = folder.File(L"found.mp3");
+  player.state = kTransitioningState;
+  player.isOpening = true;
+  Start(1);
+  EXPECT_EQ(Marks(), "FT");
+  player.isOpening = false;
+  player.state = kUndefinedState;
+  EXPECT_TRUE(PumpUntil([&] { return !IsOn(kStop); })) << "no length: it could not be opened";
+  EXPECT_EQ(Marks(), "FF");
+  EXPECT_EQ(TextOf(1), L"task 1，無法播放");
+  player.duration = 100;
+  player.state = kPlayingState;
+  Start(1);
+  LetPass(1);
+  EXPECT_EQ(Marks(), "FP");
+  general->tasks[0].MediaType = kReminderNote;
+  Start(0);
+  EXPECT_EQ(Marks(), "--");
 }
 
 TEST_F(FrmMainMarkTest, StaysWithItsTaskThroughTheEditor) {
   const struct {
     const char* what;
     std::function<void(TaskList& tasks)> edit;
-    std::vector<int> marked;
+    std::string marks;
   } cases[] = {
-      {"the previous one removed", [](TaskList& tasks) { tasks[0].Deleted = true; }, {0}},
-      {"the next one removed", [](TaskList& tasks) { tasks[2].Deleted = true; }, {1}},
-      {"removed", [](TaskList& tasks) { tasks[1].Deleted = true; }, {}},
-      {"the name given to another",
+      {"nothing", [](TaskList&) {}, "FP"},
+      {"the failed one removed", [](TaskList& tasks) { tasks[0].Deleted = true; }, "P-"},
+      {"the next one removed", [](TaskList& tasks) { tasks[2].Deleted = true; }, "FP"},
+      {"the playing one removed", [](TaskList& tasks) { tasks[1].Deleted = true; }, "F-"},
+      {"all removed, new ones by their names",
+       [](TaskList& tasks) {
+         const TaskList before = tasks;
+         for (TaskRecord& task : tasks) task.Deleted = true;
+         tasks.insert(tasks.end(), before.begin(), before.end());
+       },
+       "--"},
+      {"the names given to others",
        [](TaskList& tasks) {
          tasks[1].Name = L"other";
          tasks[0].Name = L"task 1";
+         tasks[2].Name = L"task 0";
        },
-       {1}},
+       "FP"},
   };
-  for (const auto& [what, edit, marked] : cases) {
-    OpenWith({kStation, kStation, kStation});
+  for (const auto& [what, edit, marks] : cases) {
+    OpenWith({{kLocalMusic, L"missing.mp3"}, kStation, kStation});
+    Start(0);
     Start(1);
     Edit(edit);
-    EXPECT_EQ(MarkedRows(), marked) << what;
+    EXPECT_EQ(Marks(), marks) << what;
   }
 }
 

@@ -4,6 +4,7 @@
 #include <chrono>
 
 #include "tests/mainwin/FrmMainFixture.h"
+#include "tests/support/FailingImport.h"
 
 namespace tellurvane {
 namespace {
@@ -40,12 +41,28 @@ TEST_F(FrmMainPowerTest, StopsPlaybackWhenTheComputerFallsAsleep) {
   EXPECT_FALSE(IsOn(kStop));
 }
 
+TEST_F(FrmMainPowerTest, TheComputerStaysAwakeWhileSomethingPlays) {
+  Tasks({{kInternetRadio, L"http://example.invalid/"}});
+  Open();
+  FailingImport calls({"SetThreadExecutionState"});
+  player.state = kPlayingState;
+  Select(0);
+  window->RunSelectedTask();
+  EXPECT_TRUE(PumpUntil([&] { return calls.Calls() == 1; }));
+  // The call returns the state before it.
+  EXPECT_EQ(SetThreadExecutionState(ES_CONTINUOUS | ES_SYSTEM_REQUIRED),
+            ES_CONTINUOUS | ES_SYSTEM_REQUIRED);
+  Send(PBT_APMSUSPEND);
+  EXPECT_EQ(SetThreadExecutionState(ES_CONTINUOUS), static_cast<EXECUTION_STATE>(ES_CONTINUOUS));
+}
+
 TEST_F(FrmMainPowerTest, DueTasksRunOnceTenSecondsAfterWakingUp) {
   Tasks({{kInternetRadio, L"http://example.invalid/"}, {kInternetRadio, L"http://b.invalid/"}});
   Open();
   Send(PBT_APMSUSPEND);
   Send(PBT_APMRESUMEAUTOMATIC);
   // A run by hand does not shorten the pause.
+  player.state = kPlayingState;
   Select(1);
   window->RunSelectedTask();
   MakeDue();

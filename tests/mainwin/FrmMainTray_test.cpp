@@ -8,6 +8,7 @@
 #include "tests/mainwin/FrmMainFixture.h"
 #include "tests/support/FailingImport.h"
 #include "tests/support/MenuTestSupport.h"
+#include "tests/support/TipTestSupport.h"
 #include "ui/Timer.h"
 
 namespace tellurvane {
@@ -138,6 +139,29 @@ TEST_F(FrmMainTrayTest, DoesNotHideLaterIfTheUserBringsItBack) {
     EXPECT_TRUE(window->Visible());
     EXPECT_TRUE(IsInTaskbar());
   }
+}
+
+TEST_F(FrmMainTrayTest, TheIconNamesFailedTasksWhileTheWindowIsHidden) {
+  Tasks({{kApplication, L"no-such-program"}, {kLocalMusic, L"missing.mp3"}});
+  Open();
+  Select(0);
+  window->RunSelectedTask();
+  window->FormMin();
+  EXPECT_TRUE(ShowsTrayTip(L"Tellurvane：1 個排程失敗"));
+  Select(1);
+  window->RunSelectedTask();
+  EXPECT_TRUE(ShowsTrayTip(L"Tellurvane：2 個排程失敗"));
+  // The window is visible, and its icon stays.
+  ChooseInTrayMenu(1);
+  ASSERT_TRUE(window->Visible());
+  EXPECT_TRUE(ShowsTrayTip(L"Tellurvane"));
+  window->FormMin();
+  for (TaskRecord& task : general->tasks) task.MediaType = kReminderNote;
+  for (const int row : {0, 1}) {
+    Select(row);
+    window->RunSelectedTask();
+  }
+  EXPECT_TRUE(ShowsTrayTip(L"Tellurvane"));
 }
 
 TEST_F(FrmMainTrayTest, EnterRunsNothingWhileTheWindowIsHidden) {

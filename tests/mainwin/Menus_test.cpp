@@ -38,6 +38,12 @@ TEST(TrayMenu, FollowsTheClock) {
                           MenuEntry{L"離開本軟體", 0, 3}));
 }
 
+TEST(TrayTip, NamesTheNumberOfFailedTasks) {
+  EXPECT_EQ(TrayTip(L"Tellurvane", 0), L"Tellurvane");
+  EXPECT_EQ(TrayTip(L"Tellurvane", 1), L"Tellurvane：1 個排程失敗");
+  EXPECT_EQ(TrayTip(L"Tellurvane", 12), L"Tellurvane：12 個排程失敗");
+}
+
 TEST(TaskMenu, NamesTheTaskAndTheActions) {
   EXPECT_THAT(TaskMenu(L"休息", true),
               ElementsAre(MenuEntry{L"執行「休息」排程任務", 0, 1},

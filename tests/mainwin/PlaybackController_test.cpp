@@ -2,44 +2,13 @@
 
 #include <gmock/gmock.h>
 
-#include "tests/mainwin/FakePlayer.h"
+#include "tests/mainwin/PlaybackFixture.h"
 
 namespace tellurvane {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-// All calls of the player and of the window are in one list.
-class PlaybackTest : public testing::Test, public PlaybackView {
- protected:
-  void ShowPlaying(size_t row) override { Write(L"playing: row " + std::to_wstring(row)); }
-  void ShowStopped() override { Write(L"stopped"); }
-  void EnablePosition(bool enable) override { Write(enable ? L"slider on" : L"slider off"); }
-  void PositionRange(double seconds) override { Write(L"range " + std::to_wstring(seconds)); }
-  void PositionValue(double seconds) override { Write(L"value " + std::to_wstring(seconds)); }
-  void EnableTimerVis(bool enable) override { Write(enable ? L"timer on" : L"timer off"); }
-  void EnableTimerOpening(bool enable) override {
-    Write(enable ? L"opening timer on" : L"opening timer off");
-  }
-
-  void Write(const std::wstring& call) { player.calls.push_back(call); }
-  std::vector<std::wstring> Taken() { return std::exchange(player.calls, {}); }
-
-  FakePlayer player;
-  bool radioFlag = false;
-  bool isSongLoop = false;
-  std::uint64_t milliseconds = 1'000'000;
-  PlaybackController playback{
-      player,
-      *this,
-      radioFlag,
-      {.songLoop = [this] { return isSongLoop; },
-       .runSelectedTask = [this] { Write(L"run selected"); },
-       .writeSavedVolume =
-           [this](std::int32_t volume) { Write(L"write " + std::to_wstring(volume)); },
-       .milliseconds = [this] { return milliseconds; }}};
-};
 
 TEST_F(PlaybackTest, StopsAndKeepsTheRadioFlag) {
   for (const bool isRadio : {true, false}) {

@@ -27,15 +27,19 @@ constexpr RECT kIconPlace = {22, 27, 54, 59};
 constexpr RECT kMarkPlace = {46, 51, 62, 67};
 constexpr RECT kBothPlaces = {22, 27, 62, 67};
 
-std::wstring IconFile(int id) {
-  return L"" TELLURVANE_SOURCE_DIR "/resources/icon" + std::to_wstring(id) + L".ico";
+// In the order of ModGeneral.
+constexpr const wchar_t* kIconFiles[] = {L"icon101", L"icon102", L"icon103", L"icon104", L"icon105",
+                                         L"icon106", L"icon107", L"trying",  L"failed"};
+
+std::wstring IconFile(const std::wstring& name) {
+  return L"" TELLURVANE_SOURCE_DIR "/resources/" + name + L".ico";
 }
 
 // Draws an icon's file by the system's own routines.
-void DrawIconFile(HDC context, int id, const RECT& place) {
+void DrawIconFile(HDC context, const std::wstring& name, const RECT& place) {
   const int side = static_cast<int>(place.right - place.left);
   const UniqueIcon icon(static_cast<HICON>(
-      LoadImageW(nullptr, IconFile(id).c_str(), IMAGE_ICON, side, side, LR_LOADFROMFILE)));
+      LoadImageW(nullptr, IconFile(name).c_str(), IMAGE_ICON, side, side, LR_LOADFROMFILE)));
   ASSERT_TRUE(icon) << "no file";
   DrawIconEx(context, place.left, place.top, icon.Get(), side, side, 0, nullptr, DI_NORMAL);
 }
@@ -54,10 +58,9 @@ class TaskRowPainterTest : public testing::Test {
   }
 
   void LoadIcons() {
-    int id = 101;
-    for (std::unique_ptr<ClsIcon>& icon : icons) {
-      icon = std::make_unique<ClsIcon>();
-      ASSERT_TRUE(icon->LoadFromFile(IconFile(id++)));
+    for (size_t i = 0; i < icons.size(); ++i) {
+      icons[i] = std::make_unique<ClsIcon>();
+      ASSERT_TRUE(icons[i]->LoadFromFile(IconFile(kIconFiles[i])));
     }
   }
 
@@ -77,15 +80,15 @@ class TaskRowPainterTest : public testing::Test {
     Paint(mark);
     return PixelsIn(picture.Dc(), kBothPlaces);
   }
-  std::vector<Color> WithIconFiles(std::initializer_list<std::pair<int, RECT>> files) {
+  std::vector<Color> WithIconFiles(std::initializer_list<std::pair<const wchar_t*, RECT>> files) {
     task.MediaType = -1;
     Paint();
-    for (const auto& [id, where] : files) DrawIconFile(picture.Dc(), id, where);
+    for (const auto& [name, where] : files) DrawIconFile(picture.Dc(), name, where);
     return PixelsIn(picture.Dc(), kBothPlaces);
   }
 
   TaskRecord task;
-  std::array<std::unique_ptr<ClsIcon>, 7> icons;
+  std::array<std::unique_ptr<ClsIcon>, 9> icons;
   MemoryContext picture = MemoryContext::Create(kWidth, kTaskRowHeight).value();
   RowPicture row = {.context = picture.Dc(), .width = kWidth, .height = kTaskRowHeight};
 };
@@ -117,8 +120,10 @@ TEST_F(TaskRowPainterTest, WritesWithAWheatGlowAndAWhiteShadow) {
 
 TEST_F(TaskRowPainterTest, ShowsTheIconOfTheKindOfTaskAndTheStateOnItsCorner) {
   LoadIcons();
-  const std::pair<MediaType, int> kinds[] = {
-      {kInternetRadio, 101}, {kLocalMusic, 102}, {kApplication, 103}, {kReminderNote, 104}};
+  const std::pair<MediaType, const wchar_t*> kinds[] = {{kInternetRadio, L"icon101"},
+                                                        {kLocalMusic, L"icon102"},
+                                                        {kApplication, L"icon103"},
+                                                        {kReminderNote, L"icon104"}};
   const std::vector<Color> none = IconOf(-1);
   std::set<std::vector<Color>> looks = {none};
   for (const auto& [type, file] : kinds) {
@@ -127,10 +132,14 @@ TEST_F(TaskRowPainterTest, ShowsTheIconOfTheKindOfTaskAndTheStateOnItsCorner) {
   }
   EXPECT_EQ(looks.size(), 5U) << "each is another one";
   EXPECT_EQ(IconOf(4), none) << "of no kind";
-  const std::pair<RowMark, int> marks[] = {
-      {RowMark::kPlaying, 105}, {RowMark::kDisabled, 106}, {RowMark::kDue, 107}};
+  const std::pair<RowMark, const wchar_t*> marks[] = {{RowMark::kPlaying, L"icon105"},
+                                                      {RowMark::kDisabled, L"icon106"},
+                                                      {RowMark::kDue, L"icon107"},
+                                                      {RowMark::kTrying, L"trying"},
+                                                      {RowMark::kFailed, L"failed"}};
   for (const auto& [mark, file] : marks) {
-    EXPECT_EQ(IconOf(kLocalMusic, mark), WithIconFiles({{102, kIconPlace}, {file, kMarkPlace}}))
+    EXPECT_EQ(IconOf(kLocalMusic, mark),
+              WithIconFiles({{L"icon102", kIconPlace}, {file, kMarkPlace}}))
         << file;
   }
 }

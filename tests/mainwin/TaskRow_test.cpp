@@ -47,33 +47,42 @@ TEST(TaskRowLines, HaveWordsForATaskThatNeverRan) {
 
 TEST(MarkOf, ShowsTheFirstThatApplies) {
   const struct {
-    bool isPlaying;
+    RowState state;
     bool isEnabled;
     DateSerial now;  // the task runs at 12:00:00
     RowMark mark;
   } cases[] = {
-      {false, true, At(2011, 2, 15, 11, 58, 59), RowMark::kNone},
-      {false, true, At(2011, 2, 15, 11, 59, 0), RowMark::kDue},
-      {false, true, At(2011, 2, 15, 12, 0, 0), RowMark::kDue},
-      {false, true, At(2011, 2, 15, 12, 0, 5), RowMark::kDue},  // overdue
-      {false, false, At(2011, 2, 15, 11, 59, 30), RowMark::kDisabled},
-      {true, true, At(2011, 2, 15, 11, 59, 30), RowMark::kPlaying},
-      {true, false, At(2011, 2, 15, 11, 0, 0), RowMark::kPlaying},
+      {{}, true, At(2011, 2, 15, 11, 58, 59), RowMark::kNone},
+      {{}, true, At(2011, 2, 15, 11, 59, 0), RowMark::kDue},
+      {{}, true, At(2011, 2, 15, 12, 0, 0), RowMark::kDue},
+      {{}, true, At(2011, 2, 15, 12, 0, 5), RowMark::kDue},  // overdue
+      {{}, false, At(2011, 2, 15, 11, 59, 30), RowMark::kDisabled},
+      {{.hasFailed = true}, true, At(2011, 2, 15, 11, 59, 30), RowMark::kFailed},
+      {{.hasFailed = true}, false, At(2011, 2, 15, 11, 0, 0), RowMark::kFailed},
+      {{.isPlaying = true}, true, At(2011, 2, 15, 11, 59, 30), RowMark::kPlaying},
+      {{.isPlaying = true, .hasFailed = true}, false, At(2011, 2, 15, 11), RowMark::kPlaying},
+      {{.isTrying = true, .hasFailed = true}, false, At(2011, 2, 15, 11), RowMark::kTrying},
+      {{.isTrying = true, .isPlaying = true}, true, At(2011, 2, 15, 11), RowMark::kTrying},
   };
-  for (const auto& [isPlaying, isEnabled, now, mark] : cases) {
+  for (const auto& [state, isEnabled, now, mark] : cases) {
     TaskRecord task = Task();
     task.Enabled = isEnabled;
-    EXPECT_EQ(MarkOf(task, now, isPlaying), mark) << now;
+    EXPECT_EQ(MarkOf(task, now, state), mark) << now;
   }
+}
+
+TEST(TaskRowText, IsTheNameWithTheReasonOfAFailure) {
+  EXPECT_EQ(TaskRowText(Task(), {}), L"休息");
+  EXPECT_EQ(TaskRowText(Task(), FileIsMissing()), L"休息，找不到檔案");
 }
 
 TEST(MarkOf, IsNeverDueWithoutASchedule) {
   TaskRecord task = Task();
   task.Interval = 0;
-  EXPECT_EQ(MarkOf(task, task.NextRun, false), RowMark::kNone);
+  EXPECT_EQ(MarkOf(task, task.NextRun, {}), RowMark::kNone);
   task.Interval = 5;
   task.NextRun = 1e12;  // no date at all
-  EXPECT_EQ(MarkOf(task, At(2011, 2, 15), false), RowMark::kNone);
+  EXPECT_EQ(MarkOf(task, At(2011, 2, 15), {}), RowMark::kNone);
 }
 
 }  // namespace

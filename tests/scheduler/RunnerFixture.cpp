@@ -35,7 +35,11 @@ TaskActions RunnerFixture::Actions() {
                 Call("exists?", path);
                 return pathExists;
               },
-          .startCommand = [this](const std::wstring& line) { Call("command", line); },
+          .startCommand =
+              [this](const std::wstring& line) {
+                Call("command", line);
+                return commandOutcome;
+              },
           .showNote = [this](const std::wstring& text,
                              const std::wstring& time) { Call("note", text + L" at " + time); },
           .saveList = [this] { Call("save"); },

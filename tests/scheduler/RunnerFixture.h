@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "scheduler/TaskRunner.h"
@@ -29,10 +30,12 @@ class RunnerFixture : public TaskRows, public TaskTimer, public TaskPlayer {
   DateSerial now = At(2011, 2, 14, 12, 0, 10);
   std::uint64_t elapsed = 1'000'000;  // milliseconds
   bool pathExists = true;
+  RunOutcome commandOutcome;
   std::vector<std::string> calls;
   unsigned interval = 0;
   bool isTimerOn = false;
-  size_t surplusRows = 0;  // rows on the screen that have no task
+  std::vector<std::pair<size_t, RunOutcome>> outcomes;  // as reported
+  size_t surplusRows = 0;                               // rows on the screen that have no task
 
   TaskRunner runner;
 
@@ -41,6 +44,9 @@ class RunnerFixture : public TaskRows, public TaskTimer, public TaskPlayer {
   void RefreshRow(size_t row) override { Call("refresh " + std::to_string(row)); }
   void EnableArea(bool enable) override { Call(enable ? "area on" : "area off"); }
   void SetRedraw(bool redraw) override { Call(redraw ? "redraw on" : "redraw off"); }
+  void SetOutcome(size_t row, const RunOutcome& outcome) override {
+    outcomes.emplace_back(row, outcome);
+  }
 
   void SetInterval(unsigned milliseconds) override;
   void SetEnabled(bool enable) override;

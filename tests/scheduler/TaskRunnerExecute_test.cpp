@@ -87,6 +87,36 @@ TEST(TaskRunnerExecuteTest, SkipsAFailingStepAlone) {
   ExpectEachFailingStepIsSkippedAlone(FatalError(L"failed"));
 }
 
+TEST(TaskRunnerExecuteTest, ReportsTheOutcomeThatIsKnownAtOnce) {
+  const RunOutcome denied = ProgramNotStarted(L"denied");
+  const struct {
+    const char* name;
+    MediaType type;
+    bool pathExists;
+    RunOutcome commandOutcome;
+    std::optional<RunOutcome> reported;
+  } cases[] = {
+      // The player reports these.
+      {"radio", kInternetRadio, true, {}, std::nullopt},
+      {"music", kLocalMusic, true, {}, std::nullopt},
+      {"missing music", kLocalMusic, false, {}, FileIsMissing()},
+      {"program", kApplication, true, {}, RunOutcome()},
+      {"program that fails", kApplication, true, denied, denied},
+      {"note", kReminderNote, true, {}, RunOutcome()},
+      {"unknown kind", static_cast<MediaType>(4), true, {}, std::nullopt},
+  };
+  for (const auto& [name, type, pathExists, commandOutcome, reported] : cases) {
+    RunnerFixture fixture;
+    fixture.pathExists = pathExists;
+    fixture.commandOutcome = commandOutcome;
+    fixture.Add(kReminderNote, L"another");
+    fixture.Run(fixture.Add(type, L"source"));
+    const std::vector<std::pair<size_t, RunOutcome>> none;
+    EXPECT_EQ(fixture.outcomes, reported ? std::vector{std::pair(size_t{1}, *reported)} : none)
+        << name;
+  }
+}
+
 TEST(TaskRunnerExecuteTest, RecordsTheBeginningAndTheEndOfARun) {
   RunnerFixture fixture;
   fixture.on["stop"] = [&] { fixture.now = At(2011, 2, 14, 12, 0, 20); };
@@ -200,6 +230,7 @@ TEST(TaskRunnerExecuteTest, RecordsTheRunOnlyOnTheSameTaskOfAListThatWasLoadedMe
     fixture.runner.Execute(0);
     EXPECT_EQ(fixture.tasks[0].LastRun, isSame ? fixture.now : 0);
     EXPECT_EQ(fixture.tasks[0].NextRun, At(2011, 2, 14, 12, isSame ? 30 : 0));
+    EXPECT_EQ(fixture.outcomes.size(), isSame ? 1U : 0U);
     fixture.on["command"] = [&] { fixture.tasks.clear(); };
     fixture.runner.RunNow(0);
     EXPECT_TRUE(fixture.tasks.empty());
