@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <string>
 
+#include "tests/fakeplayer/ProgramCalls.h"
 #include "tests/fakeplayer/Script.h"
 #include "tests/fakeplayer/Timeline.h"
 #include "tests/fakeplayer/UnusedMembers.h"
@@ -57,6 +58,7 @@ Timeline& TheTimeline() {
 // Events come from the program's message loop, as those of a real control do.
 void CALLBACK Beat(HWND, UINT, UINT_PTR, DWORD) {
   TheScript().Read();
+  SetClockAhead(TheScript().Number("clock"));
   TheTimeline().Beat();
 }
 
@@ -252,6 +254,7 @@ class Factory final : public Object<IClassFactory> {
     if (FAILED(result)) return result;
     if (outer != nullptr) return CLASS_E_NOAGGREGATION;
     auto* const player = new Player;
+    TakeProgramCalls([](bool isAwake) { TheScript().Write(isAwake ? "awake 1" : "awake 0"); });
     const HRESULT answer = player->QueryInterface(id, object);
     player->Release();
     return answer;

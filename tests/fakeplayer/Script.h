@@ -7,8 +7,11 @@
 //                  durationString. Timeline.h lists the keys of the timeline.
 //                  "fail.MEMBER" is the failure of a member, in hexadecimal digits, or "null":
 //                  success without an object or text.
+//                  "clock" is the number of seconds by which the program's monotonic clock is
+//                  ahead.
 //   player.calls   one line for each call: the member, a blank, its argument. "event 5101 3" is an
 //                  event that the fake raised. Calls from inside an event begin with "(in event) ".
+//                  "awake 1" and "awake 0": the program asked the system to stay awake, or not.
 #pragma once
 
 #include <windows.h>

@@ -2,7 +2,10 @@
 
 #include <wmp.h>
 
+#include <limits>
 #include <utility>
+
+#include "tests/fakeplayer/ProgramCalls.h"
 
 namespace fakeplayer {
 namespace {
@@ -11,8 +14,6 @@ constexpr DISPID kOpenStateChange = 5001;
 constexpr DISPID kPlayStateChange = 5101;
 constexpr double kSleepsBefore = 1;
 constexpr double kSleepsAfter = 0.1;
-
-double Seconds() { return static_cast<double>(GetTickCount64()) / 1'000; }
 
 }  // namespace
 
@@ -28,7 +29,8 @@ void Timeline::SetUrl() {
 }
 
 void Timeline::Play() {
-  opensAt_ = Seconds() + script_.Number("opening");
+  isRefused_ = ++starts_ <= script_.Number("refuses");
+  opensAt_ = ProgramSeconds() + script_.Number("opening");
   Become(wmppsTransitioning);
   RaiseOpenState(wmposOpeningUnknownURL);
 }
@@ -50,14 +52,15 @@ void Timeline::Seek(double seconds) {
 }
 
 double Timeline::Position() const {
-  return state_ == wmppsPlaying ? Seconds() - begunAt_ : restsAt_;
+  return state_ == wmppsPlaying ? ProgramSeconds() - begunAt_ : restsAt_;
 }
 
 void Timeline::Beat() {
-  if (state_ == wmppsTransitioning && Seconds() >= opensAt_) {
+  if (state_ == wmppsTransitioning && isRefused_) Become(wmppsReady);
+  if (state_ == wmppsTransitioning && ProgramSeconds() >= opensAt_) {
     isOpen_ = true;
     scripted_ = script_.Number("currentPosition");
-    Begin(scripted_);
+    Begin(IsStream() ? 0 : scripted_);
     RaiseOpenState(wmposMediaOpen);
     Become(wmppsPlaying);
   }
@@ -80,9 +83,13 @@ void Timeline::Become(int state) {
 
 void Timeline::RaiseOpenState(int state) { raise_(kOpenStateChange, state); }
 
-void Timeline::Begin(double position) { begunAt_ = Seconds() - position; }
+void Timeline::Begin(double position) { begunAt_ = ProgramSeconds() - position; }
 
 double Timeline::End() const {
+  if (IsStream()) {
+    const double plays = script_.Number("plays");
+    return plays > 0 ? plays : std::numeric_limits<double>::infinity();
+  }
   const double end = script_.Number("ends");
   return end > 0 ? end : script_.Number("duration");
 }

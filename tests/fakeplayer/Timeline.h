@@ -8,6 +8,9 @@
 //   currentPosition  the position at which the media begins; a new value moves it there
 //   duration         the stated length, which is known after the opening
 //   ends             the real end, if it is not the stated length
+//   stream=1         a stream: it has no length, begins at 0 and plays until it is lost
+//   plays            the time from its opening until it is lost; without it, it plays on
+//   refuses          the number of starts, from the first one of the program on, that do not open
 //   lateTick=1       the thread sleeps from a second before the end until after it
 #pragma once
 
@@ -39,7 +42,7 @@ class Timeline {
 
   int PlayState() const { return state_; }
   double Position() const;
-  double Duration() const { return isOpen_ ? script_.Number("duration") : 0; }
+  double Duration() const { return isOpen_ && !IsStream() ? script_.Number("duration") : 0; }
 
   // Called several times a second.
   void Beat();
@@ -49,6 +52,7 @@ class Timeline {
   void RaiseOpenState(int state);
   void Begin(double position);
   double End() const;
+  bool IsStream() const { return script_.Number("stream") != 0; }
   void ReachTheEnd();
 
   Script& script_;
@@ -56,7 +60,9 @@ class Timeline {
   int state_ = 0;
   bool rewinds_ = true;
   bool isOpen_ = false;
-  double opensAt_ = 0;   // on the system's clock
+  int starts_ = 0;
+  bool isRefused_ = false;
+  double opensAt_ = 0;   // on the program's clock
   double begunAt_ = 0;   // when the media was at 0
   double scripted_ = 0;  // the latest position from the script
   double restsAt_ = 0;   // the position while it does not play

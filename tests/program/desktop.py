@@ -60,6 +60,12 @@ def click_at(rect, x=0.5, y=0.5, button=1, times=1):
         "click", "--repeat", times, "--delay", 40, button)
 
 
+def point_at(rect):
+    """Moves the pointer into the middle of a rectangle of the screen."""
+    left, top, right, bottom = rect
+    run("xdotool", "mousemove", (left + right) // 2, (top + bottom) // 2)
+
+
 def press_key(*names):
     """Keys for the window that has the keyboard."""
     run("xdotool", "key", "--delay", 40, *names)

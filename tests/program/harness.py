@@ -1,5 +1,6 @@
 """Drives the unmodified program under Wine: real files, windows, clicks and keys."""
 
+import json
 import os
 import shutil
 import signal
@@ -183,6 +184,13 @@ class Program:
         """The rectangle of a row of the task list, counted from 0, while it is not scrolled."""
         left, _, right, bottom = self.parts()["header"]
         return [left, bottom + index * ROW_HEIGHT, right, bottom + (index + 1) * ROW_HEIGHT]
+
+    def row_texts(self):
+        """The texts of the task list's rows, as a screen reader gets them."""
+        handle = next(child["handle"] for child in self.main_window()["children"]
+                      if child["class"] == "SysListView32")
+        lines = run("wine", BINARIES / "ListRows.exe", handle, 1).splitlines()
+        return [json.loads(line)[0] for line in lines]
 
     def position_is_enabled(self):
         rect = self.parts()["position"]

@@ -9,6 +9,8 @@ from desktop import BINARIES, run, until, windows_path
 CLASS = r"HKCR\CLSID\{6BF52A52-394A-11D3-B153-00C04F79FAA6}\InprocServer32"
 E_NOTIMPL, E_FAIL, NOTHING = "80004001", "80004005", "null"
 
+# The control also has the program's monotonic clock, see FakeMediaControl.passes.
+#
 # SCRIPTED: the control answers what the test tells it, and stays at the end of its media.
 # WINDOWS: it goes on by itself and back to the start at the end, as documented for Windows.
 SCRIPTED, WINDOWS = "scripted", "windows"
@@ -57,6 +59,10 @@ class FakeMediaControl:
         self.facts |= facts
         self._write()
 
+    def passes(self, seconds):
+        """The program's monotonic clock goes on by so much."""
+        self.plays(clock=self.facts.get("clock", 0) + seconds)
+
     def comes_to_its_end(self):
         if self.mode == WINDOWS:
             self.plays(currentPosition=float(self.facts["duration"]) - 0.3)
@@ -80,9 +86,9 @@ class FakeMediaControl:
         return path.read_text("utf-8").splitlines() if path.exists() else []
 
     def calls(self, since=()):
-        """The calls after some others, without the questions and the events."""
+        """The calls after some others, without the questions, the events and the wish to stay awake."""
         calls = [call for call in self.all_calls()
-                 if call not in QUESTIONS and not call.startswith("event ")]
+                 if call not in QUESTIONS and not call.startswith(("event ", "awake "))]
         return calls[len(since):]
 
     def arguments(self, member):
@@ -90,9 +96,10 @@ class FakeMediaControl:
         return [call.partition(" ")[2] for call in self.calls() if call.split()[0] == member]
 
     def after_ticks(self, count):
-        """Waits until the status strip has asked some more times."""
+        """Waits for some more ticks of the timer of the status strip. In each, the strip asks for the
+        state, and so does the watch over what plays."""
         def ticks():
             return self.all_calls().count("playState")
 
-        wanted = ticks() + count
+        wanted = ticks() + 2 * count + 1
         until(lambda: ticks() >= wanted, "the status strip's question")
