@@ -206,8 +206,8 @@ class Player final : public UnusedPlayer, public IConnectionPointContainer {
     return Called("close", "", [](Timeline& timeline) { timeline.Close(); });
   }
   STDMETHODIMP put_URL(BSTR url) override {
-    return Called("put_URL", tellurvane::Utf8({url, SysStringLen(url)}),
-                  [](Timeline& timeline) { timeline.SetUrl(); });
+    const std::string text = tellurvane::Utf8({url, SysStringLen(url)});
+    return Called("put_URL", text, [&](Timeline& timeline) { timeline.SetUrl(text); });
   }
   STDMETHODIMP get_playState(WMPPlayState* state) override {
     const HRESULT result = Called("playState");

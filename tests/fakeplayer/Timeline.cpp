@@ -19,7 +19,8 @@ constexpr double kSleepsAfter = 0.1;
 
 Timeline::Timeline(Script& script, Raise raise) : script_(script), raise_(std::move(raise)) {}
 
-void Timeline::SetUrl() {
+void Timeline::SetUrl(const std::string& url) {
+  isStream_ = url.starts_with("http");
   isOpen_ = false;
   restsAt_ = 0;
   RaiseOpenState(wmposPlaylistChanging);
@@ -60,7 +61,7 @@ void Timeline::Beat() {
   if (state_ == wmppsTransitioning && ProgramSeconds() >= opensAt_) {
     isOpen_ = true;
     scripted_ = script_.Number("currentPosition");
-    Begin(IsStream() ? 0 : scripted_);
+    Begin(isStream_ ? 0 : scripted_);
     RaiseOpenState(wmposMediaOpen);
     Become(wmppsPlaying);
   }
@@ -86,7 +87,7 @@ void Timeline::RaiseOpenState(int state) { raise_(kOpenStateChange, state); }
 void Timeline::Begin(double position) { begunAt_ = ProgramSeconds() - position; }
 
 double Timeline::End() const {
-  if (IsStream()) {
+  if (isStream_) {
     const double plays = script_.Number("plays");
     return plays > 0 ? plays : std::numeric_limits<double>::infinity();
   }

@@ -1,6 +1,8 @@
 // The states and positions of a control on Windows, as documented: it opens, plays, raises an event
 // for each state, and goes back to the start at the end unless autoRewind is off.
 //
+// An http address is a stream: it has no length, begins at 0 and plays until it is lost.
+//
 // Its keys in the script (all in seconds):
 //
 //   mode=windows     the timeline is on; without it the control answers by the script alone
@@ -8,8 +10,7 @@
 //   currentPosition  the position at which the media begins; a new value moves it there
 //   duration         the stated length, which is known after the opening
 //   ends             the real end, if it is not the stated length
-//   stream=1         a stream: it has no length, begins at 0 and plays until it is lost
-//   plays            the time from its opening until it is lost; without it, it plays on
+//   plays            the time from a stream's opening until it is lost; without it, it plays on
 //   refuses          the number of starts, from the first one of the program on, that do not open
 //   lateTick=1       the thread sleeps from a second before the end until after it
 #pragma once
@@ -19,6 +20,7 @@
 #include <oaidl.h>
 
 #include <functional>
+#include <string>
 
 #include "tests/fakeplayer/Script.h"
 
@@ -33,7 +35,7 @@ class Timeline {
 
   bool IsOn() const { return script_.Text("mode") == L"windows"; }
 
-  void SetUrl();
+  void SetUrl(const std::string& url);
   void Play();
   void Stop();
   void Close();
@@ -42,7 +44,7 @@ class Timeline {
 
   int PlayState() const { return state_; }
   double Position() const;
-  double Duration() const { return isOpen_ && !IsStream() ? script_.Number("duration") : 0; }
+  double Duration() const { return isOpen_ && !isStream_ ? script_.Number("duration") : 0; }
 
   // Called several times a second.
   void Beat();
@@ -52,13 +54,13 @@ class Timeline {
   void RaiseOpenState(int state);
   void Begin(double position);
   double End() const;
-  bool IsStream() const { return script_.Number("stream") != 0; }
   void ReachTheEnd();
 
   Script& script_;
   Raise raise_;
   int state_ = 0;
   bool rewinds_ = true;
+  bool isStream_ = false;
   bool isOpen_ = false;
   int starts_ = 0;
   bool isRefused_ = false;

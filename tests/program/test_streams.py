@@ -18,7 +18,7 @@ class StreamDesk(FakeDesk):
 
     def __init__(self, folder, start, **facts):
         player = FakeMediaControl(folder.path, WINDOWS)
-        player.plays(stream=1, currentPosition=0, **facts)
+        player.plays(currentPosition=0, **facts)
         super().__init__(folder, start, player)
 
     def has_text(self, text, row=0):
@@ -183,7 +183,7 @@ def test_rows_say_why_their_last_run_failed_until_one_goes_well(open_desk):
     desk.run(1)
     desk.player.passes(31)
     desk.has_text("音樂，無法播放", 1)
-    desk.player.plays(refuses=0, stream=0, duration=205.52)
+    desk.player.plays(refuses=0)
     desk.run(1)
     desk.plays()
     desk.has_text("音樂", 1)
