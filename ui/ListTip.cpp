@@ -32,17 +32,16 @@ void ListTip::Create(clsLictView& list, TextOf textOf) {
 
 void ListTip::Refresh() {
   if (window_ == nullptr) return;
-  const std::wstring text = row_ < 0 || row_ >= list_->ListCount() ? L"" : textOf_(row_);
+  const int row = list_->HitTest(pointer_.x, pointer_.y);
+  // The tip of the former row goes, and the time until the next one begins again.
+  if (std::exchange(row_, row) != row) SendMessageW(window_, TTM_POP, 0, 0);
+  const std::wstring text = row < 0 ? std::wstring() : textOf_(row);
   if (text != text_) Show(text);
 }
 
 void ListTip::MoveTo(int x, int y) {
-  const int row = list_->HitTest(x, y);
-  if (std::exchange(row_, row) != row) {
-    // The tip of the former row goes, and the time until the next one begins again.
-    SendMessageW(window_, TTM_POP, 0, 0);
-    Refresh();
-  }
+  pointer_ = {x, y};
+  Refresh();
   Relay(WM_MOUSEMOVE, x, y);
 }
 

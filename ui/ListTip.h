@@ -19,10 +19,8 @@ class ListTip {
   // Once. Uses the list's events MouseMove and MouseDown. The list outlives the tip. Without a
   // window nothing is shown: a tip is no reason to end the program.
   void Create(clsLictView& list, TextOf textOf);
-  // Call when texts may have changed.
+  // Call when texts may have changed, or when the list may have been scrolled.
   void Refresh();
-  // Of the row under the pointer.
-  const std::wstring& Text() const { return text_; }
 
  private:
   void MoveTo(int x, int y);
@@ -33,7 +31,8 @@ class ListTip {
 
   clsLictView* list_ = nullptr;
   TextOf textOf_;
-  HWND window_ = nullptr;  // its owner destroys it
+  HWND window_ = nullptr;     // its owner destroys it
+  POINT pointer_ = {-1, -1};  // its latest place in the list
   int row_ = -1;
   std::wstring text_;
 };

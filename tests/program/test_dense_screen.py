@@ -5,16 +5,19 @@ window is kept there.
 """
 
 import os
+from datetime import timedelta
 from pathlib import Path
 
 import pytest
 
 from clock import clock_shows
-from desktop import picture, press_key, run, until
-from due import due_task, start_with
+from desktop import (happens, picture, point_at, press_key, run, tray_icon, until,
+                     windows_path)
+from due import due_task, has_run, start_with
 from editor import open_editor
-from harness import SETTINGS
-from task_list import HOURS, MUSIC, NOTE, RADIO
+from harness import ROW_HEIGHT, SETTINGS
+from player import WINDOWS
+from task_list import HOURS, MUSIC, NOTE, RADIO, now
 
 TWIPS_PER_INCH = 1440
 DENSITY = int(os.environ["TELLURVANE_DPI"])
@@ -24,6 +27,7 @@ MAIN_SIZE = (5320, 5000)
 CLOCK_WIDTH = 4170
 EDITOR_INSIDE = (9600, 5640)
 NOTE_WIDTH = 5400
+TIP_CLASS = "tooltips_class32"
 STRETCH = r"站起來伸展一下，喝一杯水。\r\n看看窗外的樹。"
 
 
@@ -90,6 +94,100 @@ def test_the_windows_and_dialogs(program):
         until(lambda: not dialog(), f"the end of {name}")
     editor.close("cancel")
     assert program.exit() == 0
+
+
+class Marks:
+    """The running program with these tasks and a fake control that refuses to start anything."""
+
+    def __init__(self, folder, start, player, *tasks):
+        self.folder = folder
+        player.plays(mode=WINDOWS, refuses=1000, currentPosition=0)
+        folder.write_list(*tasks)
+        self.program = start(environment=player.environment).started()
+        until(self.program.main_window, "the main window")
+        left, _, right, bottom = self.program.parts()["header"]
+        # Of the third row only the upper part is inside.
+        upper = [bottom + (number * ROW_HEIGHT + 20) * DENSITY // 96 for number in range(3)]
+        self.rows = [[left, middle - 5, right, middle + 5] for middle in upper]
+        self.program.click(self.rows[0])
+
+    def run(self, row):
+        press_key("Home", *["Down"] * row, "Return")
+        until(lambda: has_run(self.folder, self.folder.task_names()[row]), "the record of the run")
+
+    def reason(self, row):
+        return self.program.row_texts()[row].partition("，")[2]
+
+    def shows_tip(self, row):
+        """Points at a row until its reason is in a tooltip. An early movement counts for nothing."""
+        wanted = until(lambda: self.reason(row), "the reason")
+
+        def is_shown():
+            run("xdotool", "mousemove", 1000, 800)
+            point_at(self.rows[row])
+            return happens(lambda: wanted in [window["text"] for window in self.program.windows()
+                                              if window["class"] == TIP_CLASS], 3)
+
+        until(is_shown, f"the tip {wanted}")
+        self.keep_picture(f"marks-tip-{wanted[:4]}")
+
+    def keep_picture(self, name):
+        left, top, right, bottom = self.program.main_window()["rect"]
+        keep_part([left, top - DENSITY // 3, right + DENSITY, bottom + DENSITY // 3], name)
+
+
+def keep_part(rect, name):
+    if PICTURES:
+        left, top, right, bottom = rect
+        Path(PICTURES).mkdir(parents=True, exist_ok=True)
+        picture([max(left, 0), max(top, 0), right, bottom]).save(Path(PICTURES) / f"{name}.png")
+
+
+def test_the_marks_of_failed_tasks_and_their_reasons(folder, start, player):
+    marks = Marks(folder, start, player,
+                  due_task("早晨新聞", "http://host/radio", media_type=RADIO),
+                  due_task("起床鈴聲", "C:\\音樂\\鈴.mp3", media_type=MUSIC),
+                  due_task("備份", "no such program"))
+    program = marks.program
+    for row in (2, 1, 0):
+        marks.run(row)
+    player.passes(3)
+    until(lambda: marks.reason(0) == "無法連線，將再次嘗試", "the lost stream")
+    for row in range(3):
+        marks.shows_tip(row)
+    program.hide()
+    x, y = until(tray_icon, "the tray icon")
+    place = [x - 50, y - 50, x + 250, y + 80]
+    before = picture(place)
+    run("xdotool", "mousemove", x, y)
+    until(lambda: picture(place) != before, "the tip of the icon")
+    keep_part(place, "tray-tip")
+    program.show_again()
+    player.plays(refuses=0)
+    player.passes(60)
+    until(lambda: not marks.reason(0), "the stream")
+    player.after_ticks(1)
+    marks.keep_picture("marks-playing")
+    assert program.exit() == 0
+
+
+def test_the_marks_of_disabled_and_due_tasks(folder, start, player):
+    broken = folder.path / "broken.wav"
+    broken.write_bytes(b"any")
+    marks = Marks(folder, start, player,
+                  due_task("音樂", windows_path(broken), media_type=MUSIC),
+                  due_task("已關閉", "text", media_type=NOTE, enabled=False),
+                  due_task("即將執行", "text", now() + timedelta(seconds=55), media_type=NOTE))
+    marks.run(0)
+    player.passes(31)
+    until(lambda: marks.reason(0) == "無法播放", "the broken music")
+    marks.shows_tip(0)
+    rows = marks.program.parts()["list"]
+    before = picture(rows)
+    press_key("End")
+    until(lambda: picture(rows) != before, "the last row")
+    marks.keep_picture("marks-due")
+    assert marks.program.exit() == 0
 
 
 @pytest.mark.flaky(reruns=0)  # it makes no input

@@ -18,17 +18,20 @@ inline bool FindIconOnScreen(RECT& place) {
   return IsWindowVisible(window) && GetWindowRect(window, &place);
 }
 
+inline HWND VisibleTip() {
+  HWND tip = nullptr;
+  do {
+    tip = FindWindowExW(nullptr, tip, L"tooltips_class32", nullptr);
+  } while (tip != nullptr && !IsWindowVisible(tip));
+  return tip;
+}
+
 // Empty while no tooltip is visible.
 inline std::wstring TipOnScreen() {
-  for (HWND tip = nullptr;
-       (tip = FindWindowExW(nullptr, tip, L"tooltips_class32", nullptr)) != nullptr;) {
-    if (!IsWindowVisible(tip)) continue;
-    std::array<wchar_t, 200> text = {};
-    SendMessageTimeoutW(tip, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()),
-                        SMTO_NORMAL, 1'000, nullptr);
-    return text.data();
-  }
-  return {};
+  std::array<wchar_t, 200> text = {};
+  SendMessageTimeoutW(VisibleTip(), WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()),
+                      SMTO_NORMAL, 1'000, nullptr);
+  return text.data();
 }
 
 // The tip of the icon under the pointer. Again and again: a movement before the icon is ready

@@ -33,7 +33,7 @@ class ListTipTest : public ListTest {
     return isShown;
   }
   // For longer than a tip takes to appear.
-  bool StaysAway() {
+  static bool StaysAway() {
     return !PumpUntil([] { return !TipOnScreen().empty(); }, std::chrono::seconds(2));
   }
 
@@ -43,7 +43,14 @@ class ListTipTest : public ListTest {
 
 TEST_F(ListTipTest, ShowsTheTextOfTheRowUnderThePointer) {
   EXPECT_TRUE(Shows(0, L"找不到檔案"));
-  EXPECT_TRUE(Shows(2, L"R&B"));
+  // Straight from one row to another.
+  PointAt(2);
+  POINT pointer = {};
+  GetCursorPos(&pointer);
+  EXPECT_TRUE(PumpUntil([&] {
+    RECT place = {};
+    return TipOnScreen() == L"R&B" && GetWindowRect(VisibleTip(), &place) && place.top > pointer.y;
+  })) << "not below the pointer";
   PointAt(1);
   EXPECT_TRUE(PumpUntil([] { return TipOnScreen().empty(); }));
   EXPECT_TRUE(StaysAway()) << "a row without a text";
@@ -64,7 +71,17 @@ TEST_F(ListTipTest, FollowsATextThatChangesUnderThePointer) {
   // The row is gone.
   list.ListCount(0);
   tip.Refresh();
-  EXPECT_EQ(tip.Text(), L"");
+  EXPECT_TRUE(PumpUntil([] { return TipOnScreen().empty(); }));
+  SetCursorPos(700, 700);
+}
+
+TEST_F(ListTipTest, GoesWhenTheListIsScrolled) {
+  list.ListCount(20);
+  texts[1] = L"";
+  ASSERT_TRUE(Shows(0, L"找不到檔案"));
+  Send(LVM_SCROLL, 0, list.GetItemHeight());
+  tip.Refresh();
+  EXPECT_TRUE(PumpUntil([] { return TipOnScreen().empty(); }));
   SetCursorPos(700, 700);
 }
 
