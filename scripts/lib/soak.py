@@ -2,8 +2,9 @@
 """Uses the program under Wine for a long time: a task of each kind every minute, notes closed by
 clicks, menus opened, the window hidden and shown; run by scripts/soak.
 
-A fake control plays. It loses the stream after a second, at the start and at each try. Wine 8.0's own keeps 77 kernel handles for each played file and a thread for
-each address that fails, which would hide leaks of the program.
+A fake control plays. Wine 8.0's own keeps 77 kernel handles for each played file and a thread for
+each address that fails, which would hide leaks of the program. The fake loses the stream after a
+second, at its start and at each try.
 
 soak.py FOLDER MINUTES: works in the folder and writes samples.json there. Exit code 0 when nothing
 grew and every task ran exactly once at each of its moments.
