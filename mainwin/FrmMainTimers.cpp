@@ -38,7 +38,7 @@ void FrmMain::SetEnabled(bool enable) {
 // resumed. If the computer does not fall asleep after all, WakeUp ends the pause.
 void FrmMain::HandlePower(WPARAM event) {
   if (event != PBT_APMSUSPEND && event != PBT_APMRESUMEAUTOMATIC) return;
-  if (event == PBT_APMSUSPEND) playback_.StopPlayback();
+  if (event == PBT_APMSUSPEND) playback_.FallAsleep();
   PauseTaskTimer();
 }
 
@@ -63,7 +63,8 @@ void FrmMain::WakeUp_Tick() {
 void FrmMain::PostTick() { (void)PostMessageW(hwnd(), kPostedTick, 0, 0); }
 
 void FrmMain::TimerSet_Tick() {
-  playback_.TimerSet_Tick();
+  // After a wake-up the network needs some seconds.
+  playback_.TimerSet_Tick(!WakeUp_.Enabled());
   // The player may handle messages, and one of them may end the program.
   if (!IsLoaded()) return;
   RetryUnreadList();

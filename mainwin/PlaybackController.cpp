@@ -18,8 +18,9 @@ PlaybackController::PlaybackController(MediaPlayer& player, PlaybackView& view, 
 
 void PlaybackController::StopPlayback() {
   // It is not tried again.
-  if (keeper_.IsLost()) view_.ShowOutcome(CannotPlay());
+  if (keeper_.IsLost()) view_.ShowOutcome(hasPlayed_ ? RunOutcome() : CannotPlay());
   keeper_.Stop();
+  ++starts_;
   isStarted_ = false;
   player_.Close();
   player_.Stop();
@@ -32,22 +33,25 @@ void PlaybackController::StopPlayback() {
 }
 
 void PlaybackController::SetUrl(const std::wstring& url) {
-  url_ = url;
+  // First: a stream is kept even if the calls of the player fail.
+  if (radioFlag_) keeper_.Start(url, callbacks_.milliseconds());
   player_.Url(url);
-}
-
-void PlaybackController::Play() {
-  // First: a stream is kept even if this call fails.
-  if (radioFlag_) keeper_.Start(url_, callbacks_.milliseconds());
-  player_.Play();
 }
 
 void PlaybackController::ShowPlaying(size_t row) {
   isStarted_ = true;
+  hasPlayed_ = false;
   startedAt_ = callbacks_.milliseconds();
-  const bool isPlaying = SoundOf(player_.PlayState()) == Sound::kPlaying;
+  const bool isPlaying = SoundNow() == Sound::kPlaying;
   view_.ShowSign(isPlaying ? PlaybackSign::kPlaying : PlaybackSign::kTrying);
   view_.ShowPlaying(row);
+  // How this run goes is not known yet.
+  view_.ShowOutcome({});
+}
+
+// Music of the evening must not go on by itself in the morning. A lost stream is still wanted.
+void PlaybackController::FallAsleep() {
+  if (!keeper_.IsLost()) StopPlayback();
 }
 
 // Until the media is open, position and length are both 0: TimerVis_Tick would take that for the
@@ -74,43 +78,54 @@ void PlaybackController::FollowNow() {
   view_.EnableTimerVis(true);
 }
 
-void PlaybackController::TimerSet_Tick() {
+void PlaybackController::TimerSet_Tick(bool mayTry) {
   if (!isStarted_) return;
-  const int state = player_.PlayState();
+  const Sound sound = SoundNow();
+  if (sound == Sound::kPlaying) {
+    hasPlayed_ = true;
+    view_.ShowOutcome({});
+  }
   if (keeper_.IsKeeping()) {
-    KeepStream(state);
+    KeepStream(sound, mayTry);
   } else {
-    WatchMusic(state);
+    WatchMusic(sound);
   }
 }
 
-void PlaybackController::KeepStream(int playState) {
-  const bool isTryDue = keeper_.Look(playState, callbacks_.milliseconds());
-  view_.ShowSign(keeper_.IsPlaying() ? PlaybackSign::kPlaying : PlaybackSign::kTrying);
-  if (keeper_.IsPlaying()) view_.ShowOutcome({});
+// A control that still opens the media may report a state of rest.
+Sound PlaybackController::SoundNow() {
+  const Sound sound = SoundOf(player_.PlayState());
+  return sound == Sound::kSilent && player_.IsOpening() ? Sound::kWaiting : sound;
+}
+
+void PlaybackController::KeepStream(Sound sound, bool mayTry) {
+  const bool isTryDue = keeper_.Look(sound, callbacks_.milliseconds(), mayTry);
+  const bool isPaused = sound == Sound::kPaused;
+  view_.ShowSign(sound == Sound::kPlaying ? PlaybackSign::kPlaying
+                 : isPaused               ? PlaybackSign::kNone
+                                          : PlaybackSign::kTrying);
   if (keeper_.IsLost()) view_.ShowOutcome(StreamIsLost());
   KeepAwake(keeper_.KeepsAwake());
   if (!isTryDue) return;
-  // A copy: the player may handle messages meanwhile, and one of them may stop the stream.
+  // The player may handle messages meanwhile. One of them may stop the stream or start another one,
+  // so the source is copied, and the play belongs to this start only.
   const std::wstring source = keeper_.Source();
+  const unsigned start = ++starts_;
   player_.Url(source);
-  if (keeper_.IsKeeping()) player_.Play();
+  if (start == starts_) player_.Play();
 }
 
 // The end of the music is left to TimerVis_Tick. Music whose length is known but which never sounds
 // has no end.
-void PlaybackController::WatchMusic(int playState) {
-  const Sound sound = SoundOf(playState);
-  const bool isPlaying = sound == Sound::kPlaying;
-  const bool isOpening = sound == Sound::kWaiting || (!isPlaying && player_.IsOpening());
-  view_.ShowSign(isPlaying   ? PlaybackSign::kPlaying
-                 : isOpening ? PlaybackSign::kTrying
-                             : PlaybackSign::kNone);
-  KeepAwake(isPlaying);
-  if (isPlaying) view_.ShowOutcome({});
-  const bool isSilent = sound == Sound::kSilent && !isOpening && !player_.HasEnded();
+void PlaybackController::WatchMusic(Sound sound) {
   const bool isNew = callbacks_.milliseconds() - startedAt_ < kStartMilliseconds;
-  if (isSilent && !isNew) view_.ShowOutcome(CannotPlay());
+  const bool hasNotPlayed = sound == Sound::kSilent && !hasPlayed_ && !player_.HasEnded();
+  const bool isTrying = sound == Sound::kWaiting || (hasNotPlayed && isNew);
+  view_.ShowSign(sound == Sound::kPlaying ? PlaybackSign::kPlaying
+                 : isTrying               ? PlaybackSign::kTrying
+                                          : PlaybackSign::kNone);
+  KeepAwake(sound == Sound::kPlaying);
+  if (hasNotPlayed && !isNew) view_.ShowOutcome(CannotPlay());
 }
 
 void PlaybackController::KeepAwake(bool isAwake) {
@@ -132,9 +147,9 @@ void PlaybackController::TimerVis_Tick() {
   }
   // Media that never opened would end again at once. A sound of less than half a second also rounds
   // to a length of 0, but the player reports its end.
-  const bool hasPlayed = hasEnded || RoundHalfToEven(duration) > 0;
-  view_.ShowOutcome(hasPlayed ? RunOutcome() : CannotPlay());
-  if (callbacks_.songLoop() && hasPlayed) {
+  const bool hasOpened = hasEnded || RoundHalfToEven(duration) > 0;
+  view_.ShowOutcome(hasOpened || hasPlayed_ ? RunOutcome() : CannotPlay());
+  if (callbacks_.songLoop() && hasOpened) {
     callbacks_.runSelectedTask();
   } else {
     StopPlayback();

@@ -6,13 +6,11 @@
 #include <string>
 
 #include "mainwin/MediaPlayer.h"
+#include "mainwin/PlaybackSign.h"
 #include "mainwin/StreamKeeper.h"
 #include "scheduler/TaskRunner.h"
 
 namespace tellurvane {
-
-// The mark of the task that was started.
-enum class PlaybackSign { kNone, kTrying, kPlaying };
 
 // What the main window shows of the playback.
 class PlaybackView {
@@ -57,23 +55,26 @@ class PlaybackController final : public TaskPlayer {
   void StopPlayback() override;
   void SetRadioFlag(bool isRadio) override { radioFlag_ = isRadio; }
   void SetUrl(const std::wstring& url) override;
-  void Play() override;
+  void Play() override { player_.Play(); }
   void ShowPlaying(size_t row) override;
   // At once, or as soon as the media is open: a sleeping disk takes seconds.
   void FollowPosition() override;
 
   void TimerVis_Tick();
   void TimerOpening_Tick();
-  // Looks at the player once a second. Tries a lost stream again.
-  void TimerSet_Tick();
+  // Looks at the player once a second. Tries a lost stream again, unless that has to wait.
+  void TimerSet_Tick(bool mayTry);
+  // The computer falls asleep.
+  void FallAsleep();
   // The user set one of the sliders.
   void SliderH_PositionSetByMouse(double seconds) { player_.Position(seconds); }
   void SliderVolH_PositionSet(double value);
 
  private:
   void FollowNow();
-  void KeepStream(int playState);
-  void WatchMusic(int playState);
+  Sound SoundNow();
+  void KeepStream(Sound sound, bool mayTry);
+  void WatchMusic(Sound sound);
   void KeepAwake(bool isAwake);
 
   MediaPlayer& player_;
@@ -83,8 +84,9 @@ class PlaybackController final : public TaskPlayer {
   std::uint64_t openingSince_ = 0;  // milliseconds
   std::uint64_t startedAt_ = 0;     // milliseconds
   bool isStarted_ = false;          // until playback is stopped
+  bool hasPlayed_ = false;          // since it was started
   bool isAwake_ = false;
-  std::wstring url_;
+  unsigned starts_ = 0;  // tries and stops
   StreamKeeper keeper_;
 };
 

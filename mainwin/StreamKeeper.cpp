@@ -39,10 +39,9 @@ Sound SoundOf(int playState) {
 
 void StreamKeeper::Start(const std::wstring& source, std::uint64_t now) {
   Stop();
-  Advance(now);
   source_ = source;
-  startedAt_ = waitingSince_ = elapsed_;
-  tryingSince_ = elapsed_;
+  startedAt_ = waitingSince_ = now_ = now;
+  tryingSince_ = now;
 }
 
 void StreamKeeper::Stop() {
@@ -54,53 +53,57 @@ void StreamKeeper::Stop() {
   isLost_ = false;
 }
 
-bool StreamKeeper::Look(int playState, std::uint64_t now) {
-  Advance(now);
+bool StreamKeeper::Look(Sound sound, std::uint64_t now, bool mayTry) {
   if (!IsKeeping()) return false;
-  const Sound sound = SoundOf(playState);
+  now_ = now;
   if (sound == Sound::kPlaying) {
     Playing();
     return false;
   }
   playingSince_.reset();
-  if (!tryingSince_) tryingSince_ = elapsed_;
-  if (sound == Sound::kPaused) waitingSince_ = elapsed_;
+  if (sound == Sound::kPaused) {
+    Paused();
+    return false;
+  }
+  if (!tryingSince_) tryingSince_ = now;
   if (!IsSilentForGood(sound)) return false;
   isLost_ = true;
-  if (!nextTry_) nextTry_ = elapsed_ + DelayAfter(tries_);
-  if (elapsed_ < *nextTry_) return false;
+  if (!nextTry_) nextTry_ = now + DelayAfter(tries_);
+  if (!mayTry || now < *nextTry_) return false;
   ++tries_;
-  startedAt_ = waitingSince_ = elapsed_;
-  // From try to try: one that waits for long does not put off the next one.
-  nextTry_ = elapsed_ + DelayAfter(tries_);
+  nextTry_.reset();
+  startedAt_ = waitingSince_ = now;
   return true;
 }
 
 void StreamKeeper::Playing() {
   isLost_ = false;
   nextTry_.reset();
-  waitingSince_ = elapsed_;
-  if (!playingSince_) playingSince_ = elapsed_;
-  if (elapsed_ - *playingSince_ < kSteady) return;
+  waitingSince_ = now_;
+  if (!playingSince_) playingSince_ = now_;
+  if (now_ - *playingSince_ < kSteady) return;
   tries_ = 0;
   tryingSince_.reset();
 }
 
+// Somebody has paused it on purpose.
+void StreamKeeper::Paused() {
+  isLost_ = false;
+  nextTry_.reset();
+  tryingSince_.reset();
+  waitingSince_ = now_;
+}
+
 // A start comes to life only after some time, and passes through states of rest: the player sets
-// the address, is ready, and then opens the stream. Somebody has paused a paused stream on purpose.
+// the address, is ready, and then opens the stream.
 bool StreamKeeper::IsSilentForGood(Sound sound) const {
-  if (sound == Sound::kPaused) return false;
-  if (sound == Sound::kWaiting) return elapsed_ - waitingSince_ > kLongestWait;
-  return elapsed_ - startedAt_ >= kStartMilliseconds;
+  if (sound == Sound::kWaiting) return now_ - waitingSince_ > kLongestWait;
+  return now_ - startedAt_ >= kStartMilliseconds;
 }
 
 bool StreamKeeper::KeepsAwake() const {
-  return IsKeeping() && (IsPlaying() || elapsed_ - *tryingSince_ < kLongestAwake);
-}
-
-void StreamKeeper::Advance(std::uint64_t now) {
-  if (now > latest_) elapsed_ += now - latest_;
-  latest_ = now;
+  const bool isTrying = tryingSince_ && now_ - *tryingSince_ < kLongestAwake;
+  return playingSince_.has_value() || isTrying;
 }
 
 }  // namespace tellurvane

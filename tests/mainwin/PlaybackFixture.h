@@ -19,7 +19,10 @@ class PlaybackTest : public testing::Test, public PlaybackView {
   void ShowPlaying(size_t row) override { Write(L"playing: row " + std::to_wstring(row)); }
   void ShowStopped() override { Write(L"stopped"); }
   void ShowSign(PlaybackSign shown) override { sign = shown; }
-  void ShowOutcome(const RunOutcome& shown) override { outcome = shown; }
+  void ShowOutcome(const RunOutcome& shown) override {
+    if (outcome != shown) ++outcomeChanges;
+    outcome = shown;
+  }
   void EnablePosition(bool enable) override { Write(enable ? L"slider on" : L"slider off"); }
   void PositionRange(double seconds) override { Write(L"range " + std::to_wstring(seconds)); }
   void PositionValue(double seconds) override { Write(L"value " + std::to_wstring(seconds)); }
@@ -37,7 +40,8 @@ class PlaybackTest : public testing::Test, public PlaybackView {
   std::uint64_t milliseconds = 1'000'000;
   PlaybackSign sign = PlaybackSign::kNone;
   std::optional<RunOutcome> outcome;  // the latest one
-  std::vector<bool> awake;            // as asked for
+  int outcomeChanges = 0;
+  std::vector<bool> awake;  // as asked for
   PlaybackController playback{
       player,
       *this,

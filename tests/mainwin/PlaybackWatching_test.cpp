@@ -16,23 +16,25 @@ class PlaybackWatchingTest : public PlaybackTest {
  protected:
   void Start(const std::wstring& source) {
     playback.StopPlayback();
-    playback.SetRadioFlag(source == kStream);
+    playback.SetRadioFlag(source != kMusic);
     playback.SetUrl(source);
     playback.Play();
     playback.ShowPlaying(0);
-    if (source != kStream) playback.FollowPosition();
+    if (source == kMusic) playback.FollowPosition();
     Taken();
   }
   void LetPass(int seconds) {
     for (int i = 0; i < seconds; ++i) {
       milliseconds += 1'000;
-      playback.TimerSet_Tick();
+      playback.TimerSet_Tick(mayTry);
     }
   }
   void LetPassIn(int state, int seconds) {
     player.state = state;
     LetPass(seconds);
   }
+
+  bool mayTry = true;
 };
 
 TEST_F(PlaybackWatchingTest, ALostStreamIsTriedByItsAddressAndPlayAlone) {
@@ -64,25 +66,103 @@ TEST_F(PlaybackWatchingTest, AStopEndsTheTriesAndThePromiseOfThem) {
   Taken();
   LetPass(300);
   EXPECT_THAT(Taken(), IsEmpty());
+  Start(kStream);
+  EXPECT_EQ(outcome, RunOutcome()) << "the next run is not known yet";
   // Neither a stream that plays nor one that has only begun has failed.
   for (const int state : {int{kPlayingState}, int{kTransitioningState}}) {
     player.state = state;
-    outcome.reset();
     Start(kStream);
     LetPass(20);
     playback.StopPlayback();
-    EXPECT_NE(outcome, CannotPlay()) << state;
+    EXPECT_EQ(outcome, RunOutcome()) << state;
   }
 }
 
-TEST_F(PlaybackWatchingTest, AStopInsideATryIsNotUndone) {
-  player.state = kReadyState;
+TEST_F(PlaybackWatchingTest, AStoppedStreamHasFailedOnlyIfItsLatestStartNeverPlayed) {
+  player.state = kPlayingState;
   Start(kStream);
-  player.whileOpening = [this] { playback.StopPlayback(); };
-  LetPass(8);
-  const std::vector<std::wstring> calls = Taken();
-  EXPECT_EQ(calls.front(), std::wstring(L"url ") + kStream);
-  EXPECT_EQ(std::ranges::count(calls, L"play"), 0);
+  LetPass(10);
+  LetPassIn(kStoppedState, 40);
+  ASSERT_EQ(outcome, StreamIsLost());
+  playback.StopPlayback();
+  EXPECT_EQ(outcome, RunOutcome());
+  Start(kStream);
+  LetPass(10);
+  ASSERT_EQ(outcome, StreamIsLost());
+  playback.StopPlayback();
+  EXPECT_EQ(outcome, CannotPlay()) << "only the start before it has played";
+}
+
+TEST_F(PlaybackWatchingTest, AStreamThatTheControlStillOpensHasHalfAMinute) {
+  player.state = kReadyState;
+  player.isOpening = true;
+  Start(kStream);
+  LetPass(30);
+  EXPECT_EQ(outcome, RunOutcome());
+  EXPECT_EQ(sign, PlaybackSign::kTrying);
+  LetPass(1);
+  EXPECT_EQ(outcome, StreamIsLost());
+  EXPECT_THAT(Taken(), IsEmpty());
+  LetPass(5);
+  EXPECT_THAT(Taken(), ElementsAre(std::wstring(L"url ") + kStream, L"play"));
+}
+
+TEST_F(PlaybackWatchingTest, APausedStreamHasNoMarkAndIsNotTried) {
+  player.state = kPlayingState;
+  Start(kStream);
+  LetPass(10);
+  EXPECT_THAT(awake, ElementsAre(true));
+  LetPassIn(kPausedState, 1'000);
+  EXPECT_EQ(sign, PlaybackSign::kNone);
+  EXPECT_THAT(awake, ElementsAre(true, false));
+  EXPECT_EQ(outcome, RunOutcome());
+  EXPECT_THAT(Taken(), IsEmpty());
+}
+
+TEST_F(PlaybackWatchingTest, ATryIsNotPlayedAfterAStopOrAnotherStartInsideIt) {
+  const struct {
+    const char* name;
+    std::function<void()> inside;
+    int plays;
+  } cases[] = {{"stop", [this] { playback.StopPlayback(); }, 0},
+               {"another stream", [this] { Start(L"http://other.invalid/"); }, 0},
+               {"another try", [this] { LetPass(20); }, 1}};
+  for (const auto& [name, inside, plays] : cases) {
+    player.state = kReadyState;
+    Start(kStream);
+    player.whileOpening = [this, &inside] {
+      player.whileOpening = nullptr;
+      inside();
+    };
+    LetPass(8);
+    EXPECT_EQ(std::ranges::count(Taken(), L"play"), plays) << name;
+    EXPECT_EQ(player.whileOpening, nullptr) << name;
+  }
+}
+
+TEST_F(PlaybackWatchingTest, OnlyALostStreamOutlivesTheSleepOfTheComputer) {
+  const struct {
+    const char* name;
+    const wchar_t* source;
+    int state;
+    bool isKept;
+  } cases[] = {
+      {"plays", kStream, kPlayingState, false}, {"opens", kStream, kTransitioningState, false},
+      {"lost", kStream, kReadyState, true},     {"paused", kStream, kPausedState, false},
+      {"music", kMusic, kPlayingState, false},  {"silent music", kMusic, kReadyState, false}};
+  for (const auto& [name, source, state, isKept] : cases) {
+    player.state = state;
+    Start(source);
+    LetPass(5);
+    playback.FallAsleep();
+    EXPECT_EQ(Taken().empty(), isKept) << name;
+    mayTry = false;
+    LetPassIn(kReadyState, 100);
+    EXPECT_THAT(Taken(), IsEmpty()) << name;
+    mayTry = true;
+    LetPass(1);
+    EXPECT_EQ(Taken().size(), isKept ? 2U : 0U) << name;
+  }
 }
 
 TEST_F(PlaybackWatchingTest, MusicAfterAStreamIsNotTriedAgain) {
@@ -109,7 +189,8 @@ TEST_F(PlaybackWatchingTest, ShowsHowMusicGoes) {
       {"ready, but it opens", kReadyState, true, false, 20, PlaybackSign::kTrying, std::nullopt},
       {"buffers", kBufferingState, false, false, 20, PlaybackSign::kTrying, std::nullopt},
       {"paused", kPausedState, false, false, 20, PlaybackSign::kNone, std::nullopt},
-      {"just started", kReadyState, false, false, 2, PlaybackSign::kNone, std::nullopt},
+      {"just started", kReadyState, false, false, 2, PlaybackSign::kTrying, std::nullopt},
+      {"short, has ended", kReadyState, false, true, 2, PlaybackSign::kNone, std::nullopt},
       {"open, but never plays", kReadyState, false, false, 3, PlaybackSign::kNone, CannotPlay()},
       {"given up", kUndefinedState, false, false, 3, PlaybackSign::kNone, CannotPlay()},
       {"ended, nothing is selected", kMediaEndedState, false, true, 20, PlaybackSign::kNone,
@@ -125,6 +206,26 @@ TEST_F(PlaybackWatchingTest, ShowsHowMusicGoes) {
     EXPECT_EQ(sign, expectedSign) << name;
     EXPECT_EQ(outcome, expected) << name;
   }
+}
+
+// Without events the control does not report the end of its media.
+TEST_F(PlaybackWatchingTest, TheOutcomeOfMusicDoesNotAlternate) {
+  player.state = kReadyState;
+  Start(kMusic);
+  LetPass(5);
+  ASSERT_EQ(outcome, CannotPlay());
+  Start(kMusic);
+  LetPassIn(kPlayingState, 5);
+  ASSERT_EQ(outcome, RunOutcome());
+  outcomeChanges = 0;
+  for (int i = 0; i < 5; ++i) {
+    LetPassIn(kStoppedState, 5);
+    LetPassIn(kPlayingState, 5);
+  }
+  // Shorter than half a second.
+  player.state = kStoppedState;
+  playback.TimerVis_Tick();
+  EXPECT_EQ(outcomeChanges, 0);
 }
 
 TEST_F(PlaybackWatchingTest, TheEndOfMusicTellsWhetherItHasPlayed) {

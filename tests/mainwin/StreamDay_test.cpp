@@ -14,7 +14,8 @@ namespace {
 constexpr std::int64_t kHour = 3'600;
 constexpr int kRunsEach = 24;  // one an hour
 const DateSerial kStart = At(2011, 2, 14, 6, 59, 30);
-constexpr std::int64_t kLongestSilence = 61;  // seconds without a try; it looks once a second
+// Seconds: a try that never opens is lost after 31, and the next one comes 60 later.
+constexpr std::int64_t kLongestSilence = 31 + 60 + 1;
 
 class NoView : public PlaybackView {
   void ShowPlaying(size_t) override {}
@@ -47,7 +48,7 @@ class StreamDay : public RunnerFixture {
       runner.Tick();
       player_.state = StateNow();
       const size_t before = player_.calls.size();
-      playback_.TimerSet_Tick();
+      playback_.TimerSet_Tick(true);
       NoteTry(before);
       if (StateNow() == kPlayingState) playedAt_ = second_;
       const std::int64_t silence = second_ - std::max(startedAt_, playedAt_);
@@ -150,6 +151,10 @@ TEST(StreamDayTest, EachTaskRunsOnceAnHourWhileALostStreamIsTriedAgain) {
   for (const TaskRecord& task : day.tasks) {
     EXPECT_EQ(SecondsFromSerial(task.NextRun) / kHour,
               SecondsFromSerial(At(2011, 2, 15, 7)) / kHour)
+        << testing::PrintToString(task.Name);
+    // The last run is the one of the last hour, in the second in which it fell due.
+    const std::int64_t due = SecondsFromSerial(task.NextRun) - kHour;
+    EXPECT_EQ(task.Enabled ? SecondsFromSerial(task.LastRun) : 0, task.Enabled ? due : 0)
         << testing::PrintToString(task.Name);
   }
   // Both would be wrong if it gave up, or if it tried each second.

@@ -31,7 +31,8 @@ struct Watch {
     for (int i = 0; i < seconds; ++i) {
       now += 1'000;
       ++second;
-      if (!keeper.Look(player(tries.size(), second - startedAt), now)) continue;
+      const Sound sound = SoundOf(player(tries.size(), second - startedAt));
+      if (!keeper.Look(sound, now, mayTry)) continue;
       tries.push_back(second);
       startedAt = second;
     }
@@ -42,6 +43,7 @@ struct Watch {
   std::uint64_t now = 1'000'000;
   int second = 0;
   int startedAt = 0;
+  bool mayTry = true;
   Tries tries;
 };
 
@@ -73,13 +75,13 @@ TEST(StreamKeeperTest, TriesALostStreamAgainAndAgain) {
   } cases[] = {
       {"plays", Always(kPlayingState), 7'200, {}},
       {"paused", Always(kPausedState), 7'200, {}},
-      // Lost after the three seconds of a start.
-      {"ready", Always(kReadyState), 240, {8, 23, 53, 113, 173, 233}},
-      {"stopped", Always(kStoppedState), 30, {8, 23}},
-      {"ended", Always(kMediaEndedState), 30, {8, 23}},
-      {"undefined", Always(kUndefinedState), 30, {8, 23}},
+      // The start, and each try, is lost after three seconds. Then the delay begins: 5, 15, 30, 60.
+      {"ready", Always(kReadyState), 260, {8, 26, 59, 122, 185, 248}},
+      {"stopped", Always(kStoppedState), 30, {8, 26}},
+      {"ended", Always(kMediaEndedState), 30, {8, 26}},
+      {"undefined", Always(kUndefinedState), 30, {8, 26}},
       // Lost after more than 30 seconds.
-      {"never opens", Always(kTransitioningState), 240, {36, 67, 98, 158, 218}},
+      {"never opens", Always(kTransitioningState), 330, {36, 82, 143, 234, 325}},
       {"buffers", Always(kBufferingState), 40, {36}},
       {"waits", Always(kWaitingState), 40, {36}},
       {"reconnects", Always(kReconnectingState), 40, {36}},
@@ -90,11 +92,11 @@ TEST(StreamKeeperTest, TriesALostStreamAgainAndAgain) {
       {"opens late",
        [](size_t, int since) { return since < 40 ? kTransitioningState : kPlayingState; },
        600,
-       {36, 67, 98}},
+       {36}},
       {"comes back at the third try",
        [](size_t tries, int) { return tries < 3 ? kReadyState : kPlayingState; },
        600,
-       {8, 23, 53}},
+       {8, 26, 59}},
       {"plays for an hour", PlaysFor(3'600), 7'300, {3'606, 7'212}},
       {"plays for a minute", PlaysFor(61), 300, {67, 134, 201, 268}},
       {"plays for less than a minute", PlaysFor(60), 520, {66, 142, 233, 354, 475}},
@@ -103,7 +105,7 @@ TEST(StreamKeeperTest, TriesALostStreamAgainAndAgain) {
          return tries == 0 && since <= 100 ? kPlayingState : kReadyState;
        },
        230,
-       {106, 121, 151, 211}},
+       {106, 124, 157, 220}},
       {"buffers now and then",
        [](size_t, int since) { return since % 40 < 30 ? kBufferingState : kPlayingState; },
        600,
@@ -111,11 +113,15 @@ TEST(StreamKeeperTest, TriesALostStreamAgainAndAgain) {
       {"waits and rests in turns",
        [](size_t, int since) { return since % 2 == 0 ? kTransitioningState : kReadyState; },
        30,
-       {9, 24}},
+       {9, 28}},
       {"paused, then buffers",
        [](size_t, int since) { return since <= 100 ? kPausedState : kBufferingState; },
        140,
        {136}},
+      {"lost, then paused, then lost",
+       [](size_t, int since) { return since >= 5 && since <= 100 ? kPausedState : kReadyState; },
+       115,
+       {106}},
   };
   for (const auto& [name, player, seconds, tries] : cases) {
     Watch watch(player);
@@ -127,20 +133,24 @@ TEST(StreamKeeperTest, TriesALostStreamAgainAndAgain) {
 TEST(StreamKeeperTest, KnowsItsStreamAndHowItGoes) {
   Watch watch([](size_t tries, int) { return tries == 0 ? kReadyState : kPlayingState; });
   StreamKeeper& keeper = watch.keeper;
-  const auto state = [&] { return std::vector{keeper.IsPlaying(), keeper.IsLost()}; };
   EXPECT_TRUE(keeper.IsKeeping());
   EXPECT_EQ(keeper.Source(), kStream);
   watch.Look(2);
-  EXPECT_THAT(state(), ElementsAre(false, false)) << "just started";
+  EXPECT_FALSE(keeper.IsLost()) << "just started";
   watch.Look(1);
-  EXPECT_THAT(state(), ElementsAre(false, true));
+  EXPECT_TRUE(keeper.IsLost());
   watch.Look(5);
-  EXPECT_THAT(state(), ElementsAre(false, true)) << "the try has not played yet";
+  EXPECT_TRUE(keeper.IsLost()) << "the try has not played yet";
   watch.Look(1);
-  EXPECT_THAT(state(), ElementsAre(true, false));
+  EXPECT_FALSE(keeper.IsLost());
   watch.player = Always(kBufferingState);
   watch.Look(1);
-  EXPECT_THAT(state(), ElementsAre(false, false)) << "not lost yet";
+  EXPECT_FALSE(keeper.IsLost()) << "not lost yet";
+  watch.Look(31);
+  EXPECT_TRUE(keeper.IsLost());
+  watch.player = Always(kPausedState);
+  watch.Look(1);
+  EXPECT_FALSE(keeper.IsLost()) << "somebody has paused it";
 }
 
 TEST(StreamKeeperTest, StopEndsTheTriesAndTheNextStartBeginsTheirCount) {
@@ -158,7 +168,7 @@ TEST(StreamKeeperTest, StopEndsTheTriesAndTheNextStartBeginsTheirCount) {
   next.keeper.Start(L"other", next.now);
   next.tries.clear();
   next.Look(30);
-  EXPECT_THAT(next.tries, ElementsAre(38, 53));
+  EXPECT_THAT(next.tries, ElementsAre(38, 56));
   EXPECT_EQ(next.keeper.Source(), L"other");
 }
 
@@ -183,31 +193,52 @@ TEST(StreamKeeperTest, KeepsTheMachineAwakeWhileItPlaysAndForTenMinutesOfTrying)
   EXPECT_FALSE(silent.keeper.KeepsAwake());
 }
 
-TEST(StreamKeeperTest, AJumpOfTheClockDoesNoHarm) {
-  constexpr std::uint64_t kDay = 86'400'000;
-  for (const bool isBack : {true, false}) {
-    const auto jump = [&](Watch& watch) { watch.now += isBack ? 0 - watch.now : kDay; };
-    Watch playing(Always(kPlayingState));
-    playing.Look(10);
-    jump(playing);
-    playing.Look(100);
-    EXPECT_THAT(playing.tries, ElementsAre()) << isBack;
-    EXPECT_TRUE(playing.keeper.KeepsAwake());
-
-    Watch opening(Always(kTransitioningState));
-    opening.Look(10);
-    jump(opening);
-    opening.Look(40);
-    // All of that day counts as waiting.
-    EXPECT_EQ(opening.tries, isBack ? Tries({37}) : Tries({16, 47}));
-
-    Watch lost(Always(kReadyState));
-    lost.Look(60);
-    jump(lost);
-    lost.Look(60);
-    // The next try comes once, not once for each that the day would have had.
-    EXPECT_EQ(lost.tries, isBack ? Tries({8, 23, 53, 114}) : Tries({8, 23, 53, 61}));
+TEST(StreamKeeperTest, APausedStreamAsksForNoAwakeTime) {
+  for (const int before : {int{kPlayingState}, int{kReadyState}}) {
+    Watch watch(Always(before));
+    watch.Look(10);
+    EXPECT_TRUE(watch.keeper.KeepsAwake());
+    watch.player = Always(kPausedState);
+    watch.Look(1);
+    EXPECT_FALSE(watch.keeper.KeepsAwake());
+    watch.player = Always(kReadyState);
+    watch.Look(1);
+    EXPECT_TRUE(watch.keeper.KeepsAwake()) << "it is tried again";
   }
+}
+
+TEST(StreamKeeperTest, ATryThatIsDueWaitsUntilItMayBeMade) {
+  Watch watch(Always(kReadyState));
+  watch.mayTry = false;
+  watch.Look(100);
+  EXPECT_THAT(watch.tries, ElementsAre());
+  EXPECT_TRUE(watch.keeper.IsLost());
+  watch.mayTry = true;
+  watch.Look(19);
+  EXPECT_THAT(watch.tries, ElementsAre(101, 119));
+}
+
+TEST(StreamKeeperTest, ASleepOfTheComputerDoesNoHarm) {
+  constexpr std::uint64_t kDay = 86'400'000;
+  Watch playing(Always(kPlayingState));
+  playing.Look(10);
+  playing.now += kDay;
+  playing.Look(100);
+  EXPECT_THAT(playing.tries, ElementsAre());
+  EXPECT_TRUE(playing.keeper.KeepsAwake());
+
+  Watch opening(Always(kTransitioningState));
+  opening.Look(10);
+  opening.now += kDay;
+  opening.Look(40);
+  EXPECT_THAT(opening.tries, ElementsAre(16)) << "all of that day counts as waiting";
+
+  Watch lost(Always(kReadyState));
+  lost.Look(70);
+  lost.now += kDay;
+  lost.Look(60);
+  // The next try comes once, not once for each that the day would have had.
+  EXPECT_THAT(lost.tries, ElementsAre(8, 26, 59, 71));
 }
 
 }  // namespace
