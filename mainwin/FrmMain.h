@@ -37,7 +37,8 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   // Milliseconds since some moment; never goes back.
   using TickCount = std::function<std::uint64_t()>;
 
-  // `general` and `player` outlive the window.
+  // `general` and `player` outlive the window. The lambda calls through the import table each time;
+  // the function's address, read once, would miss a stand-in that replaces the entry later.
   FrmMain(
       ModGeneral& general, MediaPlayer& player,
       TickCount milliseconds = [] { return GetTickCount64(); });

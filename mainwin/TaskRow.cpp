@@ -22,8 +22,8 @@ std::wstring DateOrNever(DateSerial date, const DateWriter& writeDate) {
 }  // namespace
 
 RowMark MarkOf(const TaskRecord& task, DateSerial now, const RowState& state) {
-  if (state.isTrying) return RowMark::kTrying;
-  if (state.isPlaying) return RowMark::kPlaying;
+  if (state.sign == PlaybackSign::kTrying) return RowMark::kTrying;
+  if (state.sign == PlaybackSign::kPlaying) return RowMark::kPlaying;
   if (state.hasFailed) return RowMark::kFailed;
   if (!task.Enabled) return RowMark::kDisabled;
   if (!HasSchedule(task) || !IsDateSerial(task.NextRun)) return RowMark::kNone;

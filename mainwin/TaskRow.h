@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/DateText.h"
+#include "mainwin/PlaybackSign.h"
 #include "scheduler/RunOutcome.h"
 #include "scheduler/TaskRecord.h"
 
@@ -20,8 +21,7 @@ enum class RowMark { kNone, kTrying, kPlaying, kFailed, kDisabled, kDue };
 
 // What a row knows beside its task.
 struct RowState {
-  bool isTrying = false;
-  bool isPlaying = false;
+  PlaybackSign sign = PlaybackSign::kNone;
   bool hasFailed = false;
 };
 

@@ -91,12 +91,13 @@ void TaskRowsView::ShowPlaying(std::optional<size_t> row) {
 }
 
 void TaskRowsView::ShowSign(PlaybackSign sign) {
-  sign_ = sign;
-  RefreshMarks();
+  if (std::exchange(sign_, sign) != sign) RefreshMarks();
 }
 
 void TaskRowsView::SetOutcome(size_t row, const RunOutcome& outcome) {
+  if (outcomes_.Of(row) == outcome) return;
   outcomes_.Set(row, outcome);
+  NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, list_.hwnd(), OBJID_CLIENT, static_cast<LONG>(row) + 1);
   RefreshMarks();
 }
 
@@ -148,10 +149,8 @@ void TaskRowsView::ListView_CustomDraw(NMLVCUSTOMDRAW& draw, LRESULT& result) {
 }
 
 RowMark TaskRowsView::MarkOfRow(size_t row) const {
-  const bool isStarted = playing_ == row;
   return MarkOf(general_.tasks[row], clock_(),
-                {.isTrying = isStarted && sign_ == PlaybackSign::kTrying,
-                 .isPlaying = isStarted && sign_ == PlaybackSign::kPlaying,
+                {.sign = playing_ == row ? sign_ : PlaybackSign::kNone,
                  .hasFailed = outcomes_.Of(row).HasFailed()});
 }
 

@@ -59,10 +59,15 @@ TEST(MarkOf, ShowsTheFirstThatApplies) {
       {{}, false, At(2011, 2, 15, 11, 59, 30), RowMark::kDisabled},
       {{.hasFailed = true}, true, At(2011, 2, 15, 11, 59, 30), RowMark::kFailed},
       {{.hasFailed = true}, false, At(2011, 2, 15, 11, 0, 0), RowMark::kFailed},
-      {{.isPlaying = true}, true, At(2011, 2, 15, 11, 59, 30), RowMark::kPlaying},
-      {{.isPlaying = true, .hasFailed = true}, false, At(2011, 2, 15, 11), RowMark::kPlaying},
-      {{.isTrying = true, .hasFailed = true}, false, At(2011, 2, 15, 11), RowMark::kTrying},
-      {{.isTrying = true, .isPlaying = true}, true, At(2011, 2, 15, 11), RowMark::kTrying},
+      {{.sign = PlaybackSign::kPlaying}, true, At(2011, 2, 15, 11, 59, 30), RowMark::kPlaying},
+      {{.sign = PlaybackSign::kPlaying, .hasFailed = true},
+       false,
+       At(2011, 2, 15, 11),
+       RowMark::kPlaying},
+      {{.sign = PlaybackSign::kTrying, .hasFailed = true},
+       false,
+       At(2011, 2, 15, 11),
+       RowMark::kTrying},
   };
   for (const auto& [state, isEnabled, now, mark] : cases) {
     TaskRecord task = Task();
