@@ -13,6 +13,14 @@ constexpr UINT_PTR kToolId = 1;
 
 }  // namespace
 
+ListTip::~ListTip() {
+  subclass_.Terminate();
+  if (list_ == nullptr) return;
+  list_->MouseMove = nullptr;
+  list_->MouseDown = nullptr;
+  if (window_ != nullptr) DestroyWindow(window_);
+}
+
 void ListTip::Create(clsLictView& list, TextOf textOf) {
   list_ = &list;
   textOf_ = std::move(textOf);
@@ -22,6 +30,11 @@ void ListTip::Create(clsLictView& list, TextOf textOf) {
                             CW_USEDEFAULT, CW_USEDEFAULT, GetAncestor(list.hwnd(), GA_ROOT),
                             nullptr, GetModuleHandleW(nullptr), nullptr);
   if (window_ == nullptr) return;
+  subclass_.Subclass(window_, *this, 0);
+  subclass_.AddMessage(window_, WM_CLOSE, kBeforePrevious);
+  subclass_.AddMessage(window_, WM_NCDESTROY, kBeforePrevious);
+  // The native list's own tips would lie over this one.
+  SendMessageW(list.hwnd(), LVM_SETTOOLTIPS, 0, 0);
   const TOOLINFOW tool = Tool();
   Send(TTM_ADDTOOLW, &tool);
   SendMessageW(window_, TTM_SETMAXTIPWIDTH, 0, Scaled(kWidest));
@@ -37,6 +50,18 @@ void ListTip::Refresh() {
   if (std::exchange(row_, row) != row) SendMessageW(window_, TTM_POP, 0, 0);
   const std::wstring text = row < 0 ? std::wstring() : textOf_(row);
   if (text != text_) Show(text);
+}
+
+void ListTip::WndProc(bool /*before*/, bool& handled, LRESULT& /*result*/, HWND /*window*/,
+                      UINT message, WPARAM /*wParam*/, LPARAM /*lParam*/, LONG_PTR& /*userParam*/) {
+  if (message == WM_CLOSE) {
+    // Some programs post a close message to every window of the screen, and there would be no tips
+    // from then on.
+    handled = true;
+  } else {
+    // Its owner destroys it. Another window may get the handle later.
+    window_ = nullptr;
+  }
 }
 
 void ListTip::MoveTo(int x, int y) {

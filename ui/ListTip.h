@@ -6,15 +6,22 @@
 #include <functional>
 #include <string>
 
+#include "ui/GXISubclass.h"
+#include "ui/GXMSubclass.h"
 #include "ui/clsLictView.h"
 
 namespace tellurvane {
 
 // The native list has tooltips of its own, but only for texts that it cuts off itself.
-class ListTip {
+class ListTip final : private GXISubclass {
  public:
   // Of a row; empty for a row without a tip.
   using TextOf = std::function<std::wstring(int row)>;
+
+  ListTip() = default;
+  ListTip(const ListTip&) = delete;
+  ListTip& operator=(const ListTip&) = delete;
+  ~ListTip();
 
   // Once. Uses the list's events MouseMove and MouseDown. The list outlives the tip. Without a
   // window nothing is shown: a tip is no reason to end the program.
@@ -23,6 +30,8 @@ class ListTip {
   void Refresh();
 
  private:
+  void WndProc(bool before, bool& handled, LRESULT& result, HWND window, UINT message,
+               WPARAM wParam, LPARAM lParam, LONG_PTR& userParam) override;
   void MoveTo(int x, int y);
   void Show(const std::wstring& text);
   void Relay(UINT message, int x, int y) const;
@@ -31,10 +40,11 @@ class ListTip {
 
   clsLictView* list_ = nullptr;
   TextOf textOf_;
-  HWND window_ = nullptr;     // its owner destroys it
+  HWND window_ = nullptr;
   POINT pointer_ = {-1, -1};  // its latest place in the list
   int row_ = -1;
   std::wstring text_;
+  GXMSubclass subclass_;
 };
 
 }  // namespace tellurvane

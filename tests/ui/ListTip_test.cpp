@@ -2,8 +2,11 @@
 
 #include <chrono>
 #include <map>
+#include <memory>
 
 #include "ListTestSupport.h"
+#include "tests/support/FailingImport.h"
+#include "tests/support/FormProbe.h"
 #include "tests/support/TipTestSupport.h"
 
 namespace tellurvane {
@@ -13,7 +16,7 @@ class ListTipTest : public ListTest {
  protected:
   ListTipTest() {
     list.ListCount(3);
-    tip.Create(list, [this](int row) { return texts[row]; });
+    tip->Create(list, [this](int row) { return texts[row]; });
   }
 
   void PointAt(int row) {
@@ -38,7 +41,7 @@ class ListTipTest : public ListTest {
   }
 
   std::map<int, std::wstring> texts = {{0, L"找不到檔案"}, {2, L"R&B"}};
-  ListTip tip;
+  std::unique_ptr<ListTip> tip = std::make_unique<ListTip>();
 };
 
 TEST_F(ListTipTest, ShowsTheTextOfTheRowUnderThePointer) {
@@ -60,19 +63,53 @@ TEST_F(ListTipTest, ShowsTheTextOfTheRowUnderThePointer) {
 TEST_F(ListTipTest, FollowsATextThatChangesUnderThePointer) {
   ASSERT_TRUE(Shows(0, L"找不到檔案"));
   texts[0] = L"無法播放";
-  tip.Refresh();
+  tip->Refresh();
   EXPECT_TRUE(PumpUntil([] { return TipOnScreen() == L"無法播放"; }));
   texts[0] = L"";
-  tip.Refresh();
+  tip->Refresh();
   EXPECT_TRUE(PumpUntil([] { return TipOnScreen().empty(); }));
   texts[0] = L"無法啟動程式";
-  tip.Refresh();
+  tip->Refresh();
   EXPECT_TRUE(Shows(0, L"無法啟動程式"));
   // The row is gone.
   list.ListCount(0);
-  tip.Refresh();
+  tip->Refresh();
   EXPECT_TRUE(PumpUntil([] { return TipOnScreen().empty(); }));
   SetCursorPos(700, 700);
+}
+
+TEST_F(ListTipTest, ClosesOnlyWithItsOwnerOrItsObject) {
+  ASSERT_TRUE(Shows(0, L"找不到檔案"));
+  const HWND window = VisibleTip();
+  // Some programs send this to every window of the screen.
+  SendMessageW(window, WM_CLOSE, 0, 0);
+  EXPECT_TRUE(IsWindow(window));
+  EXPECT_TRUE(Shows(0, L"找不到檔案"));
+  SetCursorPos(700, 700);
+  tip.reset();
+  EXPECT_FALSE(IsWindow(window));
+  SendMouse(list.hwnd(), WM_MOUSEMOVE, 60, 20, 0);
+}
+
+// Wine's list has none of its own.
+TEST_F(ListTipTest, TakesAwayTheListsOwnTooltip) {
+  CaughtMessage change(list.hwnd(), LVM_SETTOOLTIPS);
+  ListTip other;
+  other.Create(list, [](int) { return std::wstring(); });
+  EXPECT_EQ(change.Taken(), std::vector<WPARAM>{0});
+}
+
+TEST_F(ListTipTest, ForgetsAWindowThatIsGone) {
+  ASSERT_TRUE(Shows(0, L"找不到檔案"));
+  DestroyWindow(VisibleTip());
+  SetCursorPos(700, 700);
+  // Windows may give the handle to another window.
+  FailingImport calls({"DestroyWindow"});
+  calls.LetAllThrough();
+  texts[0] = L"無法播放";
+  tip->Refresh();
+  tip.reset();
+  EXPECT_EQ(calls.Calls(), 0);
 }
 
 TEST_F(ListTipTest, GoesWhenTheListIsScrolled) {
@@ -80,7 +117,7 @@ TEST_F(ListTipTest, GoesWhenTheListIsScrolled) {
   texts[1] = L"";
   ASSERT_TRUE(Shows(0, L"找不到檔案"));
   Send(LVM_SCROLL, 0, list.GetItemHeight());
-  tip.Refresh();
+  tip->Refresh();
   EXPECT_TRUE(PumpUntil([] { return TipOnScreen().empty(); }));
   SetCursorPos(700, 700);
 }
