@@ -122,6 +122,9 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   void HideToTray();
   // Names the failed tasks while the window is hidden.
   void UpdateTrayTip();
+  void ShowTrayTip(const std::wstring& tip);
+  // Not soon after the taskbar was slow.
+  void AskTaskbar(const std::function<void()>& ask);
   // Called each second, for a taskbar that did not take the icon.
   void RetryTrayIcon();
   void CancelPendingHide();

@@ -42,7 +42,7 @@ void FrmMain::CreateTrayIcon() {
   clsIcon_.LButtonDown = [this] { clsIcon_LButtonDown(); };
   clsIcon_.RButtonDown = [this] { clsIcon_RButtonDown(); };
   clsIcon_.IconInit(*this);
-  UpdateTrayTip();
+  ShowTrayTip(kApplicationTitle);
 }
 
 // An open dialog is not hidden with its window: it comes to the front.
@@ -68,32 +68,41 @@ void FrmMain::FormMin() {
 // Without the icon nothing would bring the window back. If the taskbar is too busy to take it,
 // RetryTrayIcon tries again.
 void FrmMain::HideToTray() {
+  // First: the taskbar may be too slow for a second request.
+  ShowTrayTip(TrayTip(kApplicationTitle, rows_.FailedCount()));
   isHidePending_ = !clsIcon_.IconAdd();
   if (isHidePending_) return;
   Hide();
   ShowInTaskbar(false);
-  UpdateTrayTip();
 }
 
 // The taskbar is asked only for a new text.
 void FrmMain::UpdateTrayTip() {
   const std::wstring tip = TrayTip(kApplicationTitle, Visible() ? 0 : rows_.FailedCount());
-  if (tip == trayTip_) return;
-  trayTip_ = tip;
-  clsIcon_.IconTip(tip);
+  if (tip != trayTip_) AskTaskbar([&] { ShowTrayTip(tip); });
+}
+
+void FrmMain::ShowTrayTip(const std::wstring& tip) {
+  if (clsIcon_.IconTip(tip)) trayTip_ = tip;
 }
 
 void FrmMain::RetryTrayIcon() {
   // Do not hide the window of a dialog that was opened since.
   isHidePending_ = isHidePending_ && Enabled();
+  AskTaskbar([this] {
+    if (!isHidePending_ && clsIcon_.IsMissing()) (void)clsIcon_.IconAdd();
+    // Another program minimised the window while it has no taskbar button: Windows shows a stub of
+    // it above the taskbar.
+    const bool isStub = Visible() && IsIconic(hwnd()) && Enabled() && clsIcon_.IsInTray();
+    if (isHidePending_ || isStub) HideToTray();
+  });
+}
+
+// A taskbar that hangs answers after seconds. Asked each second, it would block this program too.
+void FrmMain::AskTaskbar(const std::function<void()>& ask) {
   const std::uint64_t start = milliseconds_();
   if (start < nextIconTry_) return;
-  if (!isHidePending_ && clsIcon_.IsMissing()) (void)clsIcon_.IconAdd();
-  // Another program minimised the window while it has no taskbar button: Windows shows a stub of it
-  // above the taskbar.
-  const bool isStub = Visible() && IsIconic(hwnd()) && Enabled() && clsIcon_.IsInTray();
-  if (isHidePending_ || isStub) HideToTray();
-  // A taskbar that hangs answers after seconds. Asked each second, it would block this program too.
+  ask();
   const std::uint64_t end = milliseconds_();
   if (end - start > kSlowMilliseconds) nextIconTry_ = end + kPauseMilliseconds;
 }

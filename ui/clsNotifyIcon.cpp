@@ -62,12 +62,12 @@ void clsNotifyIcon::IconInit(Form& form) {
   subclass_.AddMessage(form.hwnd(), WM_DESTROY, kBeforePrevious);
 }
 
-void clsNotifyIcon::IconTip(const std::wstring& text) {
-  if (text.empty()) return;
+bool clsNotifyIcon::IconTip(const std::wstring& text) {
+  if (text.empty()) return true;
   const size_t length = std::min(text.size(), std::size(record_.szTip) - 1);
   std::copy_n(text.begin(), length, record_.szTip);
   record_.szTip[length] = L'\0';
-  Shell_NotifyIconW(NIM_MODIFY, &record_);
+  return !isInTray_ || Shell_NotifyIconW(NIM_MODIFY, &record_);
 }
 
 bool clsNotifyIcon::IconAdd() {

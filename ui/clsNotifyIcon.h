@@ -37,7 +37,8 @@ class clsNotifyIcon : private GXISubclass {
   void IconInit(Form& form);
 
   // Of a longer text the first 127 UTF-16 units are shown. An empty one leaves the tip as it was.
-  void IconTip(const std::wstring& text);
+  // False when the taskbar did not take it. Without an icon in the tray the next IconAdd shows it.
+  bool IconTip(const std::wstring& text);
 
   // False when the taskbar did not add it, which happens while the shell is busy. The icon is then
   // missing until another IconAdd succeeds.

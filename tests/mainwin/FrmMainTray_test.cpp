@@ -164,6 +164,42 @@ TEST_F(FrmMainTrayTest, TheIconNamesFailedTasksWhileTheWindowIsHidden) {
   EXPECT_TRUE(ShowsTrayTip(L"Tellurvane"));
 }
 
+TEST_F(FrmMainTrayTest, TheIconHasItsTipFromTheBeginning) {
+  Tasks({{kApplication, L"no-such-program"}});
+  Open();
+  Select(0);
+  window->RunSelectedTask();
+  FailingImport taskbar({"Shell_NotifyIconW"});
+  // The icon is added and its version set.
+  taskbar.Fail(3, INT_MAX);
+  window->FormMin();
+  EXPECT_TRUE(ShowsTrayTip(L"Tellurvane：1 個排程失敗"));
+}
+
+TEST_F(FrmMainTrayTest, ATipThatTheTaskbarDidNotTakeIsShownLater) {
+  Tasks({{kApplication, L"no-such-program"}});
+  Open();
+  Select(0);
+  window->FormMin();
+  FailingImport taskbar({"Shell_NotifyIconW"});
+  taskbar.Fail(1, INT_MAX);
+  std::uint64_t now = GetTickCount64();
+  // A slow taskbar.
+  milliseconds = [&] { return now + 1'001 * static_cast<std::uint64_t>(taskbar.Calls()); };
+  window->RunSelectedTask();
+  EXPECT_TRUE(PumpUntil([&] { return taskbar.Calls() == 1; }));
+  LetSecondsPass(2);
+  EXPECT_EQ(taskbar.Calls(), 1) << "asked again too soon";
+  now += 30'000;
+  EXPECT_TRUE(PumpUntil([&] { return taskbar.Calls() == 2; }));
+  now += 100'000;
+  taskbar.LetAllThrough();
+  EXPECT_TRUE(ShowsTrayTip(L"Tellurvane：1 個排程失敗"));
+  taskbar.LetAllThrough();
+  LetSecondsPass(2);
+  EXPECT_EQ(taskbar.Calls(), 0) << "it is asked only for a new text";
+}
+
 TEST_F(FrmMainTrayTest, EnterRunsNothingWhileTheWindowIsHidden) {
   Tasks({{kInternetRadio, L"http://example.invalid/"}});
   Open();
