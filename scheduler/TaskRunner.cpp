@@ -104,7 +104,7 @@ void TaskRunner::Execute(size_t row) {
     TaskRecord& task = tasks_[row];
     task.LastRun = clock_();
     task.NextRun = CaughtUpNextRun(task, clock_(), CatchUp::kInclusive);
-    if (outcome) rows_.SetOutcome(row, *outcome);
+    if (outcome) Attempt([&] { rows_.SetOutcome(row, *outcome); });
   }
   Attempt([&] { actions_.saveList(); });
 }
@@ -150,6 +150,8 @@ std::optional<RunOutcome> TaskRunner::Start(size_t row, const TaskRecord& task) 
       outcome = StartMusic(row, task.Source);
       break;
     case kApplication:
+      // Unless the step says otherwise.
+      outcome = ProgramNotStarted({});
       Attempt([&] { outcome = actions_.startCommand(task.Source); });
       break;
     case kReminderNote:

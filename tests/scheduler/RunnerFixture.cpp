@@ -52,6 +52,10 @@ void RunnerFixture::Call(const std::string& name, const std::wstring& text) {
   // Letter by letter: the tests write their texts in ASCII, and dates as anything else.
   for (const wchar_t unit : text) call += unit < 128 ? static_cast<char>(unit) : '?';
   calls.push_back(call);
+  React(name);
+}
+
+void RunnerFixture::React(const std::string& name) {
   if (const auto reaction = on.find(name); reaction != on.end()) reaction->second();
 }
 

@@ -23,7 +23,7 @@ class RunnerFixture : public TaskRows, public TaskTimer, public TaskPlayer {
   // Executes a task of the list.
   void Run(const TaskRecord& task) { runner.Execute(static_cast<size_t>(&task - tasks.data())); }
 
-  // Called after a call of this name was recorded.
+  // Called after a call of this name was recorded, and "outcome" after an outcome was.
   std::map<std::string, std::function<void()>> on;
 
   TaskList tasks;
@@ -46,6 +46,7 @@ class RunnerFixture : public TaskRows, public TaskTimer, public TaskPlayer {
   void SetRedraw(bool redraw) override { Call(redraw ? "redraw on" : "redraw off"); }
   void SetOutcome(size_t row, const RunOutcome& outcome) override {
     outcomes.emplace_back(row, outcome);
+    React("outcome");
   }
 
   void SetInterval(unsigned milliseconds) override;
@@ -64,6 +65,7 @@ class RunnerFixture : public TaskRows, public TaskTimer, public TaskPlayer {
   TaskActions Actions();
   // Records the call with its text, then calls `on` for its name.
   void Call(const std::string& name, const std::wstring& text = {});
+  void React(const std::string& name);
 };
 
 using Calls = std::vector<std::string>;

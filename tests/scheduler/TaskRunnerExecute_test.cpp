@@ -117,6 +117,21 @@ TEST(TaskRunnerExecuteTest, ReportsTheOutcomeThatIsKnownAtOnce) {
   }
 }
 
+TEST(TaskRunnerExecuteTest, AProgramWhoseStartThrowsHasFailed) {
+  RunnerFixture fixture;
+  fixture.on["command"] = [] { throw std::runtime_error("failed"); };
+  fixture.Run(fixture.Add(kApplication, L"tool"));
+  EXPECT_EQ(fixture.outcomes, (std::vector{std::pair(size_t{0}, ProgramNotStarted(L""))}));
+}
+
+TEST(TaskRunnerExecuteTest, SavesTheRunThoughItsOutcomeCannotBeShown) {
+  RunnerFixture fixture;
+  fixture.on["outcome"] = [] { throw std::runtime_error("failed"); };
+  EXPECT_NO_THROW(fixture.Run(fixture.Add(kApplication, L"tool")));
+  EXPECT_EQ(fixture.outcomes.size(), 1U);
+  EXPECT_EQ(fixture.calls.back(), "save");
+}
+
 TEST(TaskRunnerExecuteTest, RecordsTheBeginningAndTheEndOfARun) {
   RunnerFixture fixture;
   fixture.on["stop"] = [&] { fixture.now = At(2011, 2, 14, 12, 0, 20); };
