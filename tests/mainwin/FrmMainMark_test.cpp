@@ -8,6 +8,7 @@
 
 #include "mainwin/TaskRow.h"
 #include "tests/mainwin/FrmMainFixture.h"
+#include "tests/support/FailingImport.h"
 #include "ui/Handle.h"
 #include "ui/MemoryContext.h"
 
@@ -58,10 +59,9 @@ class FrmMainMarkTest : public FrmMainTest {
     // A selected row has another ground.
     Select(-1);
     Pump();
-    UpdateWindow(list);
     const int rows = static_cast<int>(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
     std::string marks;
-    for (int row = 0; row < std::min(rows, 2); ++row) marks += MarkOfRow(row);
+    for (int row = 0; row < std::min(rows, 3); ++row) marks += MarkOfRow(row);
     return marks;
   }
   // As a screen reader asks for it.
@@ -78,6 +78,8 @@ class FrmMainMarkTest : public FrmMainTest {
 
  private:
   char MarkOfRow(int row) const {
+    SendMessageW(list, LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
+    UpdateWindow(list);
     RECT bounds = {LVIR_BOUNDS, 0, 0, 0};
     SendMessageW(list, LVM_GETITEMRECT, static_cast<WPARAM>(row),
                  reinterpret_cast<LPARAM>(&bounds));
@@ -141,13 +143,20 @@ TEST_F(FrmMainMarkTest, AStreamIsTriedPlaysIsLostAndIsTriedAgain) {
   EXPECT_EQ(Marks(), "T-");
   EXPECT_TRUE(IsOn(kStop));
   Press(kStop);
+  EXPECT_EQ(TextOf(0), L"task 0") << "it has played";
+  player.state = kReadyState;
+  Start(0);
+  LetPass(3);
+  Press(kStop);
   EXPECT_EQ(Marks(), "F-");
   EXPECT_EQ(TextOf(0), L"task 0，無法播放");
   player.state = kPlayingState;
   Start(0);
-  EXPECT_EQ(TextOf(0), L"task 0，無法播放") << "nothing is heard yet";
+  EXPECT_EQ(TextOf(0), L"task 0") << "the run decides again";
   LetPass(1);
-  EXPECT_EQ(TextOf(0), L"task 0");
+  player.state = kPausedState;
+  LetPass(1);
+  EXPECT_EQ(Marks(), "--");
   Press(kStop);
   EXPECT_EQ(Marks(), "--");
 }
@@ -164,6 +173,38 @@ TEST_F(FrmMainMarkTest, ALostStreamIsTriedWhileTheEditorIsOpen) {
     EXPECT_TRUE(PumpUntil([&] { return !player.calls.empty(); }));
   });
   EXPECT_EQ(Taken(), (std::vector<std::wstring>{L"url http://a.invalid/", L"play"}));
+}
+
+TEST_F(FrmMainMarkTest, ALostStreamIsTriedThoughItsTaskIsRemoved) {
+  for (const size_t others : {0U, 1U}) {
+    others == 0 ? OpenWith({kStation}) : OpenWith({kStation, {kReminderNote, L"note"}});
+    player.state = kReadyState;
+    Start(0);
+    LetPass(3);
+    Edit([](TaskList& tasks) { tasks[0].Deleted = true; });
+    ASSERT_EQ(general->tasks.size(), others);
+    EXPECT_EQ(Marks(), std::string(others, '-'));
+    Taken();
+    LetPass(5);
+    EXPECT_EQ(Taken(), (std::vector<std::wstring>{L"url http://a.invalid/", L"play"}));
+    EXPECT_TRUE(IsOn(kStop));
+    player.state = kPlayingState;
+    LetPass(2);
+    EXPECT_EQ(Marks(), std::string(others, '-'));
+    Press(kStop);
+    LetPass(100);
+    EXPECT_EQ(Taken(), (std::vector<std::wstring>{L"close", L"stop"}));
+  }
+}
+
+TEST_F(FrmMainMarkTest, AScreenReaderLearnsThatAReasonHasChanged) {
+  OpenWith({{kApplication, L"no-such-program"}});
+  FailingImport reports({"NotifyWinEvent"});
+  for (const int changes : {1, 0}) {
+    reports.LetAllThrough();
+    Start(0);
+    EXPECT_EQ(reports.Calls(), changes);
+  }
 }
 
 TEST_F(FrmMainMarkTest, AFailureStaysUntilARunGoesWell) {
@@ -202,7 +243,7 @@ TEST_F(FrmMainMarkTest, StaysWithItsTaskThroughTheEditor) {
     std::function<void(TaskList& tasks)> edit;
     std::string marks;
   } cases[] = {
-      {"nothing", [](TaskList&) {}, "FP"},
+      {"nothing", [](TaskList&) {}, "FP-"},
       {"the failed one removed", [](TaskList& tasks) { tasks[0].Deleted = true; }, "P-"},
       {"the next one removed", [](TaskList& tasks) { tasks[2].Deleted = true; }, "FP"},
       {"the playing one removed", [](TaskList& tasks) { tasks[1].Deleted = true; }, "F-"},
@@ -212,14 +253,14 @@ TEST_F(FrmMainMarkTest, StaysWithItsTaskThroughTheEditor) {
          for (TaskRecord& task : tasks) task.Deleted = true;
          tasks.insert(tasks.end(), before.begin(), before.end());
        },
-       "--"},
+       "---"},
       {"the names given to others",
        [](TaskList& tasks) {
          tasks[1].Name = L"other";
          tasks[0].Name = L"task 1";
          tasks[2].Name = L"task 0";
        },
-       "FP"},
+       "FP-"},
   };
   for (const auto& [what, edit, marks] : cases) {
     OpenWith({{kLocalMusic, L"missing.mp3"}, kStation, kStation});

@@ -41,6 +41,28 @@ TEST_F(FrmMainPowerTest, StopsPlaybackWhenTheComputerFallsAsleep) {
   EXPECT_FALSE(IsOn(kStop));
 }
 
+TEST_F(FrmMainPowerTest, ALostStreamIsTriedAgainAfterTheWakeUp) {
+  std::uint64_t passed = 1'000'000;
+  milliseconds = [&] { return passed; };
+  Tasks({{kInternetRadio, L"http://example.invalid/"}});
+  Open();
+  player.state = kReadyState;
+  Select(0);
+  window->RunSelectedTask();
+  passed += 3'000;
+  window->Open();
+  Taken();
+  Send(PBT_APMSUSPEND);
+  EXPECT_TRUE(IsOn(kStop));
+  // Like a whole night.
+  passed += 30'000'000;
+  Send(PBT_APMRESUMEAUTOMATIC);
+  const ULONGLONG begun = GetTickCount64();
+  EXPECT_TRUE(PumpUntil([&] { return !player.calls.empty(); }, std::chrono::seconds(40)));
+  EXPECT_GT(GetTickCount64() - begun, 8'500U);
+  EXPECT_THAT(Taken(), ElementsAre(L"url http://example.invalid/", L"play"));
+}
+
 TEST_F(FrmMainPowerTest, TheComputerStaysAwakeWhileSomethingPlays) {
   Tasks({{kInternetRadio, L"http://example.invalid/"}});
   Open();
