@@ -12,6 +12,7 @@
 #include "tests/support/WindowTestSupport.h"
 #include "ui/Handle.h"
 #include "ui/MemoryContext.h"
+#include "ui/Resource.h"
 
 namespace tellurvane {
 namespace {
@@ -62,14 +63,10 @@ TEST(ArtworkTest, TheListsIconsAreDrawnInEverySize) {
 
 // The sizes of an icon's images in the order of its directory; 0 is 256.
 std::vector<int> SidesOf(const wchar_t* name) {
-  const HMODULE module = GetModuleHandleW(nullptr);
-  const HRSRC place = FindResourceW(module, name, RT_GROUP_ICON);
-  if (place == nullptr) return {};
-  const auto* const bytes = static_cast<const BYTE*>(LockResource(LoadResource(module, place)));
+  ClsIcon icon;
+  EXPECT_TRUE(icon.LoadFromData(IconGroupBytes(name)));
   std::vector<int> sides;
-  constexpr int kHeader = 6;
-  constexpr int kEntry = 14;
-  for (int i = 0; i < bytes[4]; ++i) sides.push_back(bytes[kHeader + kEntry * i]);
+  for (int image = 0; image < icon.Count(); ++image) sides.push_back(icon.Width(image));
   return sides;
 }
 
