@@ -6,6 +6,7 @@ from desktop import click_at, picture, point_at, press_key, until, windows_path
 from task_list import APPLICATION, MUSIC, RADIO, Task, now
 
 STREAM = "http://radio.example/台 北?x=1&y=2"
+APPLICATION_TASK = Task("程式", "no such program", media_type=APPLICATION)
 
 
 class Desk:
@@ -45,9 +46,10 @@ class Desk:
 
 
 class FakeDesk(Desk):
-    """The same with the fake control: a stream, a piece of music, an application."""
+    """The same with the fake control: a stream, a piece of music, and an application or another
+    task."""
 
-    def __init__(self, folder, start, player):
+    def __init__(self, folder, start, player, third=APPLICATION_TASK):
         self.player = player
         self.music = folder.path / "曲 子.wav"
         self.music.write_bytes(b"any")
@@ -55,7 +57,7 @@ class FakeDesk(Desk):
         super().__init__(
             folder, start, Task("電台", STREAM, media_type=RADIO),
             Task("音樂", self.url, media_type=MUSIC),
-            Task("程式", "no such program", media_type=APPLICATION),
+            third,
             environment=player.environment)
 
     def calls_become(self, calls, since, deadline=60):

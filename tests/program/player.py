@@ -86,7 +86,7 @@ class FakeMediaControl:
         return path.read_text("utf-8").splitlines() if path.exists() else []
 
     def calls(self, since=()):
-        """The calls after some others, without the questions, the events and the wish to stay awake."""
+        """The calls after some others, without questions, events and the wish to stay awake."""
         calls = [call for call in self.all_calls()
                  if call not in QUESTIONS and not call.startswith(("event ", "awake "))]
         return calls[len(since):]
@@ -96,8 +96,8 @@ class FakeMediaControl:
         return [call.partition(" ")[2] for call in self.calls() if call.split()[0] == member]
 
     def after_ticks(self, count):
-        """Waits for some more ticks of the timer of the status strip. In each, the strip asks for the
-        state, and so does the watch over what plays."""
+        """Waits for some more ticks of the timer of the status strip. In each, the strip asks for
+        the state, and so does the watch over what plays."""
         def ticks():
             return self.all_calls().count("playState")
 

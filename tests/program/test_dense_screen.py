@@ -119,7 +119,7 @@ class Marks:
         return self.program.row_texts()[row].partition("，")[2]
 
     def shows_tip(self, row):
-        """Points at a row until its reason is in a tooltip. An early movement counts for nothing."""
+        """Points at a row until a tooltip gives its reason. An early movement counts for nothing."""
         wanted = until(lambda: self.reason(row), "the reason")
 
         def is_shown():
@@ -151,7 +151,7 @@ def test_the_marks_of_failed_tasks_and_their_reasons(folder, start, player):
     program = marks.program
     for row in (2, 1, 0):
         marks.run(row)
-    player.passes(3)
+    player.passes(31)
     until(lambda: marks.reason(0) == "無法連線，將再次嘗試", "the lost stream")
     for row in range(3):
         marks.shows_tip(row)
@@ -164,7 +164,10 @@ def test_the_marks_of_failed_tasks_and_their_reasons(folder, start, player):
     keep_part(place, "tray-tip")
     program.show_again()
     player.plays(refuses=0)
-    player.passes(60)
+    # A try that is under way has to be lost first.
+    for _ in range(2):
+        player.passes(60)
+        player.after_ticks(2)
     until(lambda: not marks.reason(0), "the stream")
     player.after_ticks(1)
     marks.keep_picture("marks-playing")

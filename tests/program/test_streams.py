@@ -1,14 +1,17 @@
-"""A stream that is lost is tried again, and rows say how their last run went. The fake control has the
-program's clock, so that a minute takes no time."""
+"""A stream that is lost is tried again, and rows say how their last run went. The fake control has
+the program's clock, so that a minute takes no time."""
 
 import pytest
 
-from desk import STREAM, FakeDesk
+from desk import APPLICATION_TASK, STREAM, FakeDesk
 from desktop import happens, picture, press_key, until
 from editor import open_editor
 from player import WINDOWS, FakeMediaControl
+from task_list import NOTE, Task
 
 NEVER = 1_000_000
+NEVER_OPENS = 31  # seconds until a start that does not open is lost
+NOTE_TASK = Task("記事", "起來走走", media_type=NOTE)
 A_TRY = [f"put_URL {STREAM}", "play"]
 LOST = "電台，無法連線，將再次嘗試"
 
@@ -16,10 +19,10 @@ LOST = "電台，無法連線，將再次嘗試"
 class StreamDesk(FakeDesk):
     """The desk with a control that behaves as on Windows."""
 
-    def __init__(self, folder, start, **facts):
+    def __init__(self, folder, start, third=APPLICATION_TASK, **facts):
         player = FakeMediaControl(folder.path, WINDOWS)
         player.plays(currentPosition=0, **facts)
-        super().__init__(folder, start, player)
+        super().__init__(folder, start, player, third)
 
     def has_text(self, text, row=0):
         until(lambda: self.program.row_texts()[row] == text, f"the text {text}")
@@ -34,8 +37,13 @@ class StreamDesk(FakeDesk):
         self.player.passes(seconds)
         # The watch over the stream asks once a second, also while the window is hidden.
         asked = self.player.all_calls().count("playState")
-        until(lambda: self.player.all_calls().count("playState") >= asked + 3, "some ticks")
+        until(lambda: self.player.all_calls().count("playState") >= asked + 6, "some ticks")
         assert self.player.calls(made) == []
+
+    def is_lost_after(self, seconds):
+        """The loss is noticed so much later, and no try is made before."""
+        self.is_not_tried_within(seconds)
+        self.has_text(LOST)
 
     def is_awake(self):
         wishes = [call for call in self.player.all_calls() if call.startswith("awake ")]
@@ -53,13 +61,13 @@ def test_a_refused_stream_is_tried_later_and_later_and_nothing_else_changes(open
     desk = open_desk(refuses=NEVER)
     desk.run(0)
     made = desk.player.calls()
-    desk.player.passes(3)
-    desk.has_text(LOST)
+    desk.is_lost_after(NEVER_OPENS)
     toolbar, stamp = picture(desk.parts["toolbar"]), desk.folder.list.stat().st_mtime_ns
     for delay in (5, 15, 30, 60, 60):
         if delay > 5:
             desk.is_not_tried_within(delay - 9)
         desk.is_tried_after(9)
+        desk.is_lost_after(NEVER_OPENS)
     assert desk.player.calls(made) == 5 * A_TRY, "no stop"
     assert picture(desk.parts["toolbar"]) == toolbar
     assert desk.folder.list.stat().st_mtime_ns == stamp
@@ -74,9 +82,8 @@ def test_a_stream_that_comes_back_at_the_third_try_plays_on(open_desk):
     desk = open_desk(refuses=3)
     desk.run(0)
     before = picture(desk.rows[0])
-    desk.player.passes(3)
-    desk.has_text(LOST)
     for delay in (5, 15, 30):
+        desk.is_lost_after(NEVER_OPENS)
         desk.is_tried_after(delay)
     desk.has_text("電台")
     until(lambda: picture(desk.rows[0]) != before, "the mark of playing")
@@ -94,29 +101,31 @@ def test_a_stream_that_plays_for_a_minute_is_tried_after_five_seconds_each_time(
         desk.is_tried_after(5)
 
 
-@pytest.mark.parametrize("opening, tries", [(25, []), (40, [5, 31, 31]), (NEVER, [5, 31, 31, 60, 60])],
+@pytest.mark.parametrize("opening, delays", [(25, []), (40, [5]), (NEVER, [5, 15, 30, 60, 60])],
                          ids=["in time", "late", "never"])
-def test_a_stream_that_opens_is_tried_after_half_a_minute(open_desk, opening, tries):
+def test_a_stream_that_opens_is_lost_after_half_a_minute(open_desk, opening, delays):
     desk = open_desk(opening=opening)
     desk.run(0)
     desk.is_not_tried_within(20)
-    desk.player.passes(11)
-    if tries:
+    desk.is_not_tried_within(11)
+    for delay in delays:
         desk.has_text(LOST)
-    for delay in tries:
         desk.is_tried_after(delay)
+        desk.is_lost_after(NEVER_OPENS)
     if opening != NEVER:
-        desk.player.passes(opening)
+        # It opens although it counts as lost, before the next try.
+        desk.player.passes(10)
         desk.has_text("電台")
         desk.is_not_tried_within(600)
 
 
-@pytest.mark.parametrize("row", [None, 1, 2], ids=["the stop button", "music", "a program"])
-def test_a_stop_or_another_task_ends_the_tries(open_desk, row):
-    desk = open_desk(refuses=NEVER)
+@pytest.mark.parametrize("row, third", [(None, APPLICATION_TASK), (1, APPLICATION_TASK),
+                                        (2, APPLICATION_TASK), (2, NOTE_TASK)],
+                         ids=["the stop button", "music", "a program", "a note"])
+def test_a_stop_or_another_task_ends_the_tries(open_desk, row, third):
+    desk = open_desk(refuses=NEVER, third=third)
     desk.run(0)
-    desk.player.passes(3)
-    desk.has_text(LOST)
+    desk.is_lost_after(NEVER_OPENS)
     made = desk.player.calls()
     if row is None:
         desk.press("stop")
@@ -133,13 +142,14 @@ def test_tries_go_on_while_the_editor_is_open_and_while_the_window_is_hidden(ope
     desk = open_desk(refuses=NEVER)
     desk.run(0)
     editor = open_editor(desk.program)
-    desk.player.passes(3)
-    desk.is_not_tried_within(0)
+    desk.is_lost_after(NEVER_OPENS)
     desk.is_tried_after(5)
     editor.close("cancel")
     desk.has_text(LOST)
     desk.program.hide()
+    desk.is_lost_after(NEVER_OPENS)
     desk.is_tried_after(15)
+    desk.is_lost_after(NEVER_OPENS)
     desk.is_not_tried_within(20)
     desk.is_tried_after(10)
     desk.program.show_again()
@@ -161,6 +171,8 @@ def test_the_computer_stays_awake_while_a_stream_plays_and_for_ten_minutes_of_tr
     desk.player.passes(10)
     until(lambda: not desk.is_awake(), "the end of the wish")
     desk.player.plays(plays=0, refuses=0)
+    desk.player.passes(NEVER_OPENS)
+    desk.player.after_ticks(2)
     desk.player.passes(60)
     until(desk.is_awake, "the wish again")
     desk.press("stop")
