@@ -9,7 +9,8 @@
 
 namespace fakeplayer {
 
-// Replaces the entries of the program's import table. Once.
+// Replaces the entries of the program's import table. A stored address of a function is not
+// replaced.
 void TakeProgramCalls(std::function<void(bool isAwake)> keepsAwake);
 
 // How far the program's clock is ahead of the system's.

@@ -38,7 +38,7 @@ TEST(RunOutcomesTest, KeepsTheLatestOutcomeOfEachTask) {
 TEST(RunOutcomesTest, FollowTheirTasksThroughAnEdit) {
   RunOutcomes outcomes;
   TaskList tasks(3);
-  for (const std::size_t row : {0, 2}) outcomes.Set(row, StreamIsLost());
+  for (const std::size_t row : {std::size_t{0}, std::size_t{2}}) outcomes.Set(row, StreamIsLost());
   outcomes.Set(1, FileIsMissing());
   EXPECT_EQ(outcomes.FailedCount(tasks), 3);
   tasks[0].Deleted = true;
