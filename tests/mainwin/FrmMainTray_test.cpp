@@ -9,6 +9,7 @@
 #include "tests/support/FailingImport.h"
 #include "tests/support/MenuTestSupport.h"
 #include "tests/support/TipTestSupport.h"
+#include "ui/Density.h"
 #include "ui/Timer.h"
 
 namespace tellurvane {
@@ -144,6 +145,8 @@ TEST_F(FrmMainTrayTest, DoesNotHideLaterIfTheUserBringsItBack) {
 TEST_F(FrmMainTrayTest, TheIconNamesFailedTasksWhileTheWindowIsHidden) {
   Tasks({{kApplication, L"no-such-program"}, {kLocalMusic, L"missing.mp3"}});
   Open();
+  // Away from the tray's window.
+  window->Move(TwipsFromPixels(800), TwipsFromPixels(400));
   Select(0);
   window->RunSelectedTask();
   window->FormMin();
