@@ -66,7 +66,9 @@ def keep_picture(window, name):
 def test_the_screen_has_this_density():
     """Otherwise the sizes below would prove nothing."""
     key = "HKCU\\Control Panel\\Desktop"
-    assert f"{DENSITY:#x}" in run("wine", "reg", "query", key, "/v", "LogPixels")
+    answer = run("wine", "reg", "query", key, "/v", "LogPixels")
+    # A prefix of the usual density has no such value.
+    assert f"{DENSITY:#x}" in answer or (DENSITY == 96 and "LogPixels" not in answer)
 
 
 def test_the_windows_and_dialogs(program):

@@ -118,6 +118,6 @@ def test_the_icon_and_the_version_are_in_it():
     assert (str(GROUP_ICON), "AAA") in kinds
     assert str(VERSION) in [kind for kind, _ in kinds]
     icons = [name for kind, name in kinds if kind == str(ICON)]
-    assert len(icons) == 14 + 8 + 8, "the window's and the two of a note's close image"
+    assert len(icons) == 14 + 4 * 8, "the window's, a note's two, and two marks of rows"
     version = output("wrestool", "-x", "--raw", "-t", VERSION, EXECUTABLE)
     assert "Tellurvane".encode("utf-16-le") in version
