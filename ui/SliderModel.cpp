@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/Number.h"
+
 namespace tellurvane {
 namespace {
 
@@ -43,6 +45,13 @@ double SliderValueAt(const SliderHost& host, int x, double max) {
   if (host.width <= 0 || x <= 0) return 0;
   if (x >= host.width - 1) return max;
   return x * max / host.width;
+}
+
+std::optional<double> SliderFractionOf(std::wstring_view percentage) {
+  constexpr double kWhole = 100;
+  const std::optional<double> number = ParseNumber(percentage.substr(0, percentage.find(L'%')));
+  if (!number || *number < 0 || *number > kWhole) return std::nullopt;
+  return *number / kWhole;
 }
 
 }  // namespace tellurvane

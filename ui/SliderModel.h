@@ -1,6 +1,9 @@
 // A slider's value, and where its parts are in its picture.
 #pragma once
 
+#include <optional>
+#include <string_view>
+
 namespace tellurvane {
 
 // The value stays within 0 to the maximum, the maximum at 1 or above.
@@ -54,5 +57,9 @@ SliderBox SliderFill(const SliderHost& host, double fraction);
 // The value at a pixel column, in proportion to the host's whole width. The last column counts as
 // the maximum, because the pointer cannot press further right. 0 where the host has no width.
 double SliderValueAt(const SliderHost& host, int x, double max);
+
+// How much of the way "37.5" or "37.5 %" is: 0 to 1. Nothing for other texts and below 0 or above
+// 100.
+std::optional<double> SliderFractionOf(std::wstring_view percentage);
 
 }  // namespace tellurvane

@@ -1,10 +1,14 @@
 #include "ui/clsProgress.h"
 
+#include <oleacc.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <utility>
 
+#include "base/PictureFormat.h"
+#include "ui/AccessibleObject.h"
 #include "ui/Density.h"
 #include "ui/Event.h"
 #include "ui/ModTheme.h"
@@ -56,7 +60,17 @@ void clsProgress::Create() {
   isFocused_ = GetFocus() == hwnd();
   isCreated_ = true;
   TakeHostEvents();
+  DescribeHost();
   Refresh();
+}
+
+void clsProgress::DescribeHost() {
+  MakeAccessible(
+      hwnd(),
+      {.role = ROLE_SYSTEM_SLIDER,
+       .name = [this] { return accessibleName_; },
+       .value = [this] { return ValueText ? ValueText() : FormatPercent(model_.Fraction(), 0); },
+       .setValue = [this](const std::wstring& text) { return SetByText(text); }});
 }
 
 void clsProgress::TakeHostEvents() {
@@ -74,6 +88,7 @@ void clsProgress::TakeHostEvents() {
 void clsProgress::LeaveHost() {
   if (std::exchange(isCreated_, false)) {
     if (MouseDriving()) ReleaseCapture();
+    StopAccessible(hwnd());
     // Also deletes the five messages. Does nothing when the window is gone.
     engine_.Terminate();
     host_->Paint = nullptr;
@@ -278,7 +293,17 @@ bool clsProgress::MouseDriving() const {
 
 void clsProgress::SetByUser(double value) {
   Value(value);
+  // Only for the user's changes: music moves its slider ten times a second.
+  NotifyWinEvent(EVENT_OBJECT_VALUECHANGE, hwnd(), OBJID_CLIENT, CHILDID_SELF);
   Raise(PositionSetByMouse, Value());
+}
+
+// A percentage.
+bool clsProgress::SetByText(const std::wstring& text) {
+  const std::optional<double> fraction = SliderFractionOf(text);
+  if (!fraction || !Enabled()) return false;
+  SetByUser(*fraction * Max());
+  return true;
 }
 
 void clsProgress::HostMouseDown(const MouseEvent& event) {

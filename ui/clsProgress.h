@@ -71,6 +71,10 @@ class clsProgress final : public GXISubclass {
   // Paints again, enabled or disabled.
   void Refresh();
 
+  // For screen readers. Without a value text of its own the slider reports a whole percentage.
+  void AccessibleName(const std::wstring& name) { accessibleName_ = name; }
+  std::function<std::wstring()> ValueText;
+
   // The host's back colour. A system colour reference is translated.
   Color BackColor() const;
   void BackColor(Color color);
@@ -111,6 +115,8 @@ class clsProgress final : public GXISubclass {
  private:
   void TakeHostEvents();
   void LeaveHost();
+  void DescribeHost();
+  bool SetByText(const std::wstring& text);
 
   void PaintWith(Color accent);
   void Draw(Color accent);
@@ -133,6 +139,7 @@ class clsProgress final : public GXISubclass {
   SliderModel model_;
   PictureBox* host_ = nullptr;
   std::wstring text_;
+  std::wstring accessibleName_;
   float fontSize_ = 9;
   mutable UniqueFont font_;  // made at first need
   int heightDelta_ = 5;

@@ -110,5 +110,16 @@ TEST(SliderPartsTest, AColumnHasAValue) {
   EXPECT_EQ(SliderValueAt({-4, 18, 5, 5}, 3, 100), 0);
 }
 
+TEST(SliderFractionOf, ReadsAPercentage) {
+  const struct {
+    std::wstring_view text;
+    std::optional<double> fraction;
+  } cases[] = {
+      {L"0", 0.0},           {L"37.5", 0.375},        {L"37.5 %", 0.375},   {L"50%", 0.5},
+      {L" 100 % ", 1.0},     {L"", std::nullopt},     {L"%", std::nullopt}, {L"loud", std::nullopt},
+      {L"-1", std::nullopt}, {L"100.5", std::nullopt}};
+  for (const auto& [text, fraction] : cases) EXPECT_EQ(SliderFractionOf(text), fraction);
+}
+
 }  // namespace
 }  // namespace tellurvane
