@@ -51,8 +51,8 @@ RunOutcome StartCommand(const std::wstring& commandLine) {
   return ProgramNotStarted(hasWords ? SystemErrorText(error, commandLine) : std::wstring());
 }
 
-void PrintPercent(clsProgress& slider, int decimals) {
-  slider.PrintText(FormatPercent(slider.Value() / slider.Max(), decimals), kPercentGrey);
+std::wstring PercentOf(const clsProgress& slider, int decimals) {
+  return FormatPercent(slider.Value() / slider.Max(), decimals);
 }
 
 }  // namespace
@@ -168,6 +168,8 @@ void FrmMain::CreateToolbar() {
 void FrmMain::CreateSliders() {
   SliderH_.TargetPictureBox(AddBox(picSliderH_, hwnd(), true));
   SliderH_.PostRender = [this](bool) { SliderH_PostRender(); };
+  SliderH_.AccessibleName(L"播放位置");
+  SliderH_.ValueText = [this] { return PercentOf(SliderH_, 2); };
   SliderH_.Create();
   SliderH_.Max(100);
   SliderH_.Value(0);
@@ -178,6 +180,8 @@ void FrmMain::CreateSliders() {
 
   SliderVolH_.TargetPictureBox(AddBox(picSliderVolH_, hwnd(), true));
   SliderVolH_.PostRender = [this](bool) { SliderVolH_PostRender(); };
+  SliderVolH_.AccessibleName(L"音量");
+  SliderVolH_.ValueText = [this] { return PercentOf(SliderVolH_, 0); };
   SliderVolH_.Create();
   SliderVolH_.Max(100);
   SliderVolH_.Value(general_.settings.SavedVolume);
@@ -365,9 +369,11 @@ void FrmMain::ToolBar_ButtonClick(int id) {
   }
 }
 
-void FrmMain::SliderH_PostRender() { PrintPercent(SliderH_, 2); }
+void FrmMain::SliderH_PostRender() { SliderH_.PrintText(PercentOf(SliderH_, 2), kPercentGrey); }
 
-void FrmMain::SliderVolH_PostRender() { PrintPercent(SliderVolH_, 0); }
+void FrmMain::SliderVolH_PostRender() {
+  SliderVolH_.PrintText(PercentOf(SliderVolH_, 0), kPercentGrey);
+}
 
 void FrmMain::picStatusBar_Paint(HDC context) {
   ModTheme::Text(context, statusText_, kStatusTextX, kStatusTextY, {.text = ModTheme::kBlueText},
