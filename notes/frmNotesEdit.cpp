@@ -1,6 +1,7 @@
 #include "notes/frmNotesEdit.h"
 
 #include "notes/NoteText.h"
+#include "ui/AccessibleObject.h"
 #include "ui/DialogGrid.h"
 #include "ui/ModTheme.h"
 
@@ -37,6 +38,7 @@ void frmNotesEdit::Form_Load() {
   picCount_.Create(hwnd(), ControlKind::kLabel, L"");
   picOK_.Create(hwnd(), ControlKind::kPushButton, L"確 定");
   picCancel_.Create(hwnd(), ControlKind::kPushButton, L"關 閉");
+  NameByLabel(picText_.control.hwnd(), picNote_.control.hwnd());
   picNote_.control.ForeColor(ModTheme::kLabelInk);
 
   picText_.control.text(NoteTextWithBreaks(source_));

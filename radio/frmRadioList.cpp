@@ -9,6 +9,7 @@
 #include "radio/DirectoryError.h"
 #include "radio/HttpGetText.h"
 #include "radio/StationRowPainter.h"
+#include "ui/AccessibleObject.h"
 #include "ui/DialogGrid.h"
 #include "ui/MessageLoop.h"
 #include "ui/ModTheme.h"
@@ -61,9 +62,18 @@ void frmRadioList::Form_Load() {
   picCancel_.Create(hwnd(), ControlKind::kPushButton, L"關 閉");
   picOK_.control.Click = [this] { cmdOk_Click(); };
   picCancel_.control.Click = [this] { cmdCancel_Click(); };
+  NameFields();
   ReadSettings();
   ShowMode();
   EnableSearchControls();
+}
+
+// No label is beside them; the options before two of them say what to do.
+void frmRadioList::NameFields() {
+  NameByText(picRadioType_.control.hwnd(), L"電台目錄");
+  NameByText(picGenre_.control.hwnd(), L"類型");
+  NameByText(picEdit_.control.hwnd(), L"關鍵字");
+  NameByText(list_.hwnd(), L"電台");
 }
 
 void frmRadioList::CreateSearch() {

@@ -41,6 +41,7 @@ class frmRadioList final : public Form {
 
   void CreateSearch();
   void CreateList();
+  void NameFields();
   void ReadSettings();
 
   void cmbRadioType_Click();

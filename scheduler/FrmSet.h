@@ -54,6 +54,7 @@ class FrmSet final : public Form {
 
   void CreateList();
   void CreateFields();
+  void NameFields();
   void CreateButtons();
   void WireFields();
   void PlaceList(int lowerY);

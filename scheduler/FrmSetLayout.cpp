@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "scheduler/FrmSet.h"
+#include "ui/AccessibleObject.h"
 #include "ui/DialogGrid.h"
 #include "ui/ModTheme.h"
 
@@ -95,6 +96,22 @@ void FrmSet::CreateFields() {
   lblInterval_.control.ForeColor(ModTheme::kLabelInk);
   chkEnabled_.Create(hwnd(), ControlKind::kCheckBox, L"儲存後立即啟動音樂排程");
   for (BoxedControl* const box : {&txtName_, &txtSrc_, &txtInterval_}) box->control.BorderStyle(1);
+  NameFields();
+}
+
+void FrmSet::NameFields() {
+  const auto byLabel = [this](HWND field, Row row) {
+    NameByLabel(field, labels_[row].control.hwnd());
+  };
+  byLabel(txtName_.control.hwnd(), kNameRow);
+  byLabel(cboMediaType_.control.hwnd(), kMediaRow);
+  byLabel(txtSrc_.control.hwnd(), kSourceRow);
+  byLabel(dtpDate_.hwnd(), kDateRow);
+  byLabel(cboTimeType_.control.hwnd(), kTimeRow);
+  NameByLabel(txtInterval_.control.hwnd(), lblInterval_.control.hwnd());
+  NameByText(cmdFiles_.control.hwnd(), L"選擇來源");
+  NameByText(dtpTime_.hwnd(), L"執行時間");
+  NameByText(lstJobs_.hwnd(), L"排程專案");
 }
 
 void FrmSet::CreateButtons() {
