@@ -1,10 +1,13 @@
 #include "notes/frmNotes.h"
 
+#include <oleacc.h>
+
 #include <algorithm>
 #include <cmath>
 #include <utility>
 
 #include "notes/NoteText.h"
+#include "ui/AccessibleObject.h"
 #include "ui/Density.h"
 #include "ui/Event.h"
 #include "ui/Handle.h"
@@ -109,6 +112,20 @@ void frmNotes::Prepare(const std::wstring& text, const std::wstring& time,
   const int imageMargin = Scaled(kImageMargin);
   picCerrar_.CreateAt(hwnd(), ScaleWidth() - imageSize - imageMargin, imageMargin, imageSize);
   picCerrar_.Click = [this] { Form_DblClick(); };
+  Describe(NoteTextWithBreaks(text) + L"，" + time);
+}
+
+void frmNotes::Describe(const std::wstring& name) {
+  // Later: a screen reader does not wait for the fading.
+  const auto closeLater = [this] { PostMessageW(hwnd(), WM_CLOSE, 0, 0); };
+  MakeAccessible(hwnd(), {.role = ROLE_SYSTEM_ALERT,
+                          .name = [name] { return name; },
+                          .actionName = L"關閉",
+                          .act = closeLater});
+  MakeAccessible(picCerrar_.hwnd(), {.role = ROLE_SYSTEM_PUSHBUTTON,
+                                     .name = [] { return L"關閉"; },
+                                     .actionName = L"按下",
+                                     .act = closeLater});
 }
 
 void frmNotes::Form_Load() {
@@ -161,6 +178,7 @@ void frmNotes::ShowNote() {
   }
   Opacity(kOpacity);
   Refresh();
+  NotifyWinEvent(EVENT_SYSTEM_ALERT, hwnd(), OBJID_CLIENT, CHILDID_SELF);
 }
 
 void frmNotes::Close() {

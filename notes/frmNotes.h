@@ -55,6 +55,7 @@ class frmNotes final : public Form {
   void Form_MouseDown(const MouseEvent& event);
   void Form_MouseMove() { PullInside(); }
   void Form_DblClick() { Close(); }
+  void Describe(const std::wstring& name);
   int HeightNeeded();
   void Draw(HDC context);
 
