@@ -1,9 +1,13 @@
 #include "clock/FrmTime.h"
 
+#include <oleacc.h>
+
 #include <algorithm>
 #include <cmath>
 #include <utility>
 
+#include "base/PictureFormat.h"
+#include "ui/AccessibleObject.h"
 #include "ui/Density.h"
 #include "ui/Handle.h"
 #include "ui/ModTheme.h"
@@ -17,6 +21,8 @@ constexpr BYTE kOpacity = 210;
 // Deliberate: the fade begins at 200, not at 210.
 constexpr BYTE kFadeOut[] = {200, 160, 120, 80, 40, 0};
 constexpr unsigned kFadeMilliseconds = 30;
+
+constexpr const wchar_t* kSpokenTime = L"hh 時 mm 分 ss 秒";
 
 constexpr int kDigitStrip = 102;
 constexpr int kStripCells = 13;
@@ -167,6 +173,11 @@ void FrmTime::Form_Load() {
   SetWindowPos(hwnd(), HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
   Opacity(kOpacity);
   ForwardMouse(*this);
+  MakeAccessible(hwnd(),
+                 {.role = ROLE_SYSTEM_CLOCK,
+                  .name = [] { return L"時鐘"; },
+                  .value = [this] { return FormatMoment(kSpokenTime, callbacks_.clock(), {}); },
+                  .hasNoChildren = true});
   PrepareFace();
   CreateLabels();
   CreateDigits();
