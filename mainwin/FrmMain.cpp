@@ -1,6 +1,7 @@
 #include "mainwin/FrmMain.h"
 
 #include <commctrl.h>
+#include <oleacc.h>
 
 #include <utility>
 
@@ -8,6 +9,7 @@
 #include "base/Pause.h"
 #include "base/PlatformText.h"
 #include "cmd/ModCMD.h"
+#include "ui/AccessibleObject.h"
 #include "ui/Density.h"
 #include "ui/MessageLoop.h"
 #include "ui/ModTheme.h"
@@ -155,6 +157,7 @@ void FrmMain::CreateToolbar() {
   ToolBar_.ButtonClick = [this](int id) { ToolBar_ButtonClick(id); };
   const Strip images = LoadStrip(kToolbarImages, kToolbarImageSize, Scaled(kToolbarImageSize));
   ToolBar_.Create(images.size);
+  NameByText(ToolBar_.hwnd(), L"工具列");
   ToolBar_.AddBitmap(images.bitmap.Get(), kWhite);
   int image = 0;
   for (const wchar_t* const text : {L"新 增", L"播 放", L"停 止", L"設 定", L"離 開"}) {
@@ -195,6 +198,7 @@ void FrmMain::CreateStatusBar() {
   picStatusBar_.BackColor(kStatusGround);
   picStatusBar_.Paint = [this](HDC context) { picStatusBar_Paint(context); };
   const HWND strip = picStatusBar_.hwnd();
+  MakeAccessible(strip, {.role = ROLE_SYSTEM_STATUSBAR, .name = [this] { return statusText_; }});
   const LONG_PTR style = GetWindowLongPtrW(strip, GWL_EXSTYLE);
   SetWindowLongPtrW(strip, GWL_EXSTYLE,
                     (style & ~(WS_EX_CLIENTEDGE | WS_EX_WINDOWEDGE)) | WS_EX_STATICEDGE);

@@ -103,6 +103,8 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   void SliderH_PostRender();
   void SliderVolH_PostRender();
   void TimerSet_Tick();
+  // Tells screen readers if the player's state has changed.
+  void ReportStatusWords();
   void picStatusBar_Paint(HDC context);
 
   void OptionsMenuClick();
@@ -154,6 +156,7 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   FrmSet* editor_ = nullptr;  // while it is open
   std::wstring statusText_;
   std::wstring trayTip_;
+  std::wstring statusWords_;
   DayHalves dayHalves_;
 
   TaskbarOwner taskbarOwner_;

@@ -1,4 +1,6 @@
 // The main window's timers, and the task timer's pause while the computer sleeps.
+#include <utility>
+
 #include "base/LocaleDates.h"
 #include "mainwin/FrmMain.h"
 #include "mainwin/StatusLine.h"
@@ -62,6 +64,12 @@ void FrmMain::WakeUp_Tick() {
 // If this fails, the next run of continuous play posts one.
 void FrmMain::PostTick() { (void)PostMessageW(hwnd(), kPostedTick, 0, 0); }
 
+void FrmMain::ReportStatusWords() {
+  std::wstring words = StatusLineWords(player_);
+  if (std::exchange(statusWords_, std::move(words)) == statusWords_) return;
+  NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, picStatusBar_.hwnd(), OBJID_CLIENT, CHILDID_SELF);
+}
+
 void FrmMain::TimerSet_Tick() {
   // After a wake-up the network needs some seconds.
   playback_.TimerSet_Tick(!WakeUp_.Enabled());
@@ -74,6 +82,7 @@ void FrmMain::TimerSet_Tick() {
   if (!IsOnScreen()) return;
   statusText_ = StatusLineText(player_, general_.radioFlag, Now(), dayHalves_);
   picStatusBar_.Redraw();
+  ReportStatusWords();
   rows_.RefreshMarks();
 }
 

@@ -27,6 +27,18 @@ std::wstring StatusLineText(MediaPlayer& player, bool isRadio, DateSerial now,
   }
 }
 
+std::wstring StatusLineWords(MediaPlayer& player) {
+  switch (player.PlayState()) {
+    case kPlayingState:
+    case kStoppedState:
+    case kBufferingState:
+    case kTransitioningState:
+      return player.Status();
+    default:
+      return {};
+  }
+}
+
 std::wstring MediaTimeText(double seconds) {
   // Not-a-number fails the comparison and counts as 0.
   const long long whole = seconds > 0 && seconds < kLongest ? static_cast<long long>(seconds) : 0;

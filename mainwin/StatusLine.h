@@ -12,6 +12,10 @@ namespace tellurvane {
 std::wstring StatusLineText(MediaPlayer& player, bool isRadio, DateSerial now,
                             const DayHalves& halves);
 
+// The player's words in that text; empty while it is the date and time. They do not change each
+// second, so screen readers are told of their changes only.
+std::wstring StatusLineWords(MediaPlayer& player);
+
 // "mm:ss", or "h:mm:ss" from an hour on. A negative, endless or undefined time is "00:00".
 std::wstring MediaTimeText(double seconds);
 

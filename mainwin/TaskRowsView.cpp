@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/LocaleDates.h"
+#include "ui/AccessibleObject.h"
 #include "ui/Density.h"
 #include "ui/Event.h"
 
@@ -35,6 +36,7 @@ void TaskRowsView::Create(PictureBox& area, PictureBox& host) {
     if (isLeft) Raise(DblClick);
   };
   list_.Create(host);
+  NameByText(list_.hwnd(), L"排程任務");
   list_.RowHeight(Scaled(kTaskRowHeight));
   list_.ColumnAdd(L"專案名稱", Scaled(kColumnWidth));
   list_.LockColumn(true);

@@ -31,6 +31,16 @@ TEST(StatusLineText, ShowsThePlayerOrTheTime) {
   }
 }
 
+TEST(StatusLineWords, AreThePlayersAndEmptyWhileTheTimeIsShown) {
+  for (int state = -1; state <= 12; ++state) {
+    const bool hasWords = state == 1 || state == 3 || state == 6 || state == 9;
+    FakePlayer player;
+    player.state = state;
+    player.status = L"播放中";
+    EXPECT_EQ(StatusLineWords(player), hasWords ? L"播放中" : L"") << state;
+  }
+}
+
 TEST(MediaTimeText, HasHoursFromAnHourOn) {
   const struct {
     double seconds;
