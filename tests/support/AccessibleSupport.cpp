@@ -1,6 +1,7 @@
 #include "tests/support/AccessibleSupport.h"
 
 #include <algorithm>
+#include <array>
 #include <map>
 
 #include "tests/support/Utf8.h"
@@ -23,16 +24,17 @@ long NumberFrom(IAccessible& object, Question question, const VARIANT& child) {
 
 std::string RoleName(long role) {
   static const std::map<long, std::string> names = {
-      {ROLE_SYSTEM_ALERT, "alert"},          {ROLE_SYSTEM_CHECKBUTTON, "check box"},
-      {ROLE_SYSTEM_CLIENT, "client"},        {ROLE_SYSTEM_CLOCK, "clock"},
-      {ROLE_SYSTEM_COMBOBOX, "combo box"},   {ROLE_SYSTEM_LIST, "list"},
-      {ROLE_SYSTEM_PUSHBUTTON, "button"},    {ROLE_SYSTEM_RADIOBUTTON, "option"},
-      {ROLE_SYSTEM_SLIDER, "slider"},        {ROLE_SYSTEM_STATICTEXT, "label"},
-      {ROLE_SYSTEM_STATUSBAR, "status bar"}, {ROLE_SYSTEM_TEXT, "text"},
-      {ROLE_SYSTEM_TOOLBAR, "toolbar"},      {ROLE_SYSTEM_WINDOW, "window"},
-  };
+      {ROLE_SYSTEM_ALERT, "alert"},          {ROLE_SYSTEM_CLOCK, "clock"},
+      {ROLE_SYSTEM_PUSHBUTTON, "button"},    {ROLE_SYSTEM_SLIDER, "slider"},
+      {ROLE_SYSTEM_STATUSBAR, "status bar"}, {ROLE_SYSTEM_TEXT, "text"}};
   const auto found = names.find(role);
   return found == names.end() ? "role " + std::to_string(role) : found->second;
+}
+
+std::string ClassName(HWND window) {
+  std::array<wchar_t, 64> name = {};
+  GetClassNameW(window, name.data(), static_cast<int>(name.size()));
+  return Utf8(name.data());
 }
 
 void AddTree(HWND window, const std::string& indent, std::string& tree) {
@@ -43,7 +45,7 @@ void AddTree(HWND window, const std::string& indent, std::string& tree) {
     const std::wstring value = ValueOf(*object.Get());
     const long role = RoleOf(*object.Get());
     if (role != ROLE_SYSTEM_CLIENT || !name.empty()) {
-      tree += indent + RoleName(role);
+      tree += indent + (role == ROLE_SYSTEM_CLIENT ? ClassName(window) : RoleName(role));
       if (!name.empty()) tree += " " + Utf8(name);
       if (!value.empty()) tree += " = " + Utf8(value);
       tree += "\n";

@@ -24,8 +24,9 @@ std::wstring ValueOf(IAccessible& object, const VARIANT& child = Self());
 long RoleOf(IAccessible& object, const VARIANT& child = Self());
 long StateOf(IAccessible& object, const VARIANT& child = Self());
 
-// One line each: "slider 音量 = 50 %", and its visible child windows after it, two blanks further
-// in. Windows that only hold others, without a name, are left out.
+// A line for the window, "slider 音量 = 50 %", and lines for its visible child windows. Windows
+// without a name that only hold others are left out. Wine knows the role of few native controls and
+// calls the others "client"; they have their window class here.
 std::string AccessibleTree(HWND window);
 
 // The events of this process while the object lives, from the system's hook: "value 0001", with the

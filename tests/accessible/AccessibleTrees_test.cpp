@@ -1,0 +1,189 @@
+// Every window as a screen reader sees it.
+#include <windows.h>
+
+#include <commctrl.h>
+#include <gmock/gmock.h>
+
+#include <optional>
+#include <string>
+
+#include "notes/frmNotes.h"
+#include "notes/frmNotesEdit.h"
+#include "tests/clock/ClockFixture.h"
+#include "tests/mainwin/FrmMainFixture.h"
+#include "tests/radio/RadioFixture.h"
+#include "tests/scheduler/EditorFixture.h"
+#include "tests/support/AccessibleSupport.h"
+#include "tests/support/ActingForm.h"
+#include "tests/support/GdiPlusSession.h"
+
+namespace tellurvane {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+// Screen readers get objects through COM, which the entry routine starts.
+class Apartment : public testing::Environment {
+ public:
+  void SetUp() override { apartment_.emplace(); }
+  void TearDown() override { apartment_.reset(); }
+
+ private:
+  std::optional<ComApartment> apartment_;
+};
+const auto* const apartment = testing::AddGlobalTestEnvironment(new Apartment);
+
+class MainWindowTreeTest : public FrmMainTest {
+ protected:
+  HWND StatusStrip() const { return GetWindow(GetParent(GetParent(list)), GW_HWNDPREV); }
+
+  GdiPlusSession gdiPlus;
+};
+
+TEST_F(MainWindowTreeTest, TheMainWindow) {
+  player.state = kStoppedState;
+  player.status = L"已停止";
+  Open();
+  EXPECT_EQ(AccessibleTree(window->hwnd()), R"(TellurvaneForm Tellurvane
+  status bar 已停止
+  SysListView32 排程任務
+  ToolbarWindow32 工具列
+  slider 播放位置 = 0.00 %
+  slider 音量 = 37 %
+)");
+}
+
+TEST_F(MainWindowTreeTest, TheStatusStripReportsThePlayersWordsAndNotTheTime) {
+  player.state = kPlayingState;
+  player.status = L"正在播放";
+  player.positionText = L"00:01";
+  Open();
+  const HWND strip = StatusStrip();
+  HeardEvents heard;
+  player.positionText = L"00:02";
+  window->Open();
+  EXPECT_THAT(heard.Of(strip), IsEmpty());
+  EXPECT_THAT(NameOf(*AccessibleOf(strip).Get()), StartsWith(L"00:02 / "));
+  player.status = L"正在緩衝";
+  window->Open();
+  EXPECT_THAT(heard.Of(strip), ElementsAre("name"));
+  player.state = kUndefinedState;
+  window->Open();
+  EXPECT_THAT(heard.Of(strip), ElementsAre("name"));
+  window->Open();
+  EXPECT_THAT(heard.Of(strip), IsEmpty());
+}
+
+TEST_F(MainWindowTreeTest, AScreenReaderSetsTheVolume) {
+  Open();
+  const auto volume = AccessibleOf(VolumeSlider());
+  EXPECT_EQ(volume->put_accValue(Self(), Bstr(L"50 %").Get()), S_OK);
+  EXPECT_THAT(Taken(), Contains(L"volume 50"));
+  EXPECT_EQ(ValueOf(*volume.Get()), L"50 %");
+}
+
+TEST_F(EditorFixture, TheEditor) {
+  tasks = {Task(L"a"), Task(L"b")};
+  Play(0, [&] {
+    EXPECT_EQ(AccessibleTree(window), R"(TellurvaneForm 新增 / 編輯排程專案
+  SysListView32 排程專案
+  Button 新增
+  Button 編輯
+  Button 移除
+  Static 專案名稱
+  text 專案名稱 = a
+  Static 媒體類型
+  ComboBox 媒體類型
+  Static 提醒文字
+  RichEdit20W 提醒文字
+  Button 選擇來源
+  Static 執行日期
+  SysDateTimePick32 執行日期
+  SysDateTimePick32 執行時間
+  Static 排程類型
+  ComboBox 排程類型
+  text 分鐘執行一次 = 5
+  Static 分鐘執行一次
+  Button 儲存後立即啟動音樂排程
+  Button 儲存專案
+  Button 放棄編輯
+  Button 關閉
+  Button 取消
+)");
+    Choose(cboMediaType, kLocalMusic);
+    Choose(cboTimeType, 1);
+    EXPECT_EQ(NameOf(*AccessibleOf(txtSrc).Get()), L"來源音樂");
+    EXPECT_EQ(NameOf(*AccessibleOf(txtInterval).Get()), L"小時執行一次");
+  });
+}
+
+TEST_F(RadioFixture, TheRadioDirectory) {
+  Play([&] {
+    EXPECT_EQ(AccessibleTree(window), R"(TellurvaneForm Radio List
+  ComboBox 電台目錄
+  Button 依類型搜尋
+  ComboBox 類型
+  Button 依關鍵字搜尋
+  text 關鍵字
+  Button 搜 尋
+  SysListView32 電台
+  Button 新 增
+  Button 關 閉
+)");
+  });
+}
+
+TEST(NoteEditorTreeTest, TheNoteEditor) {
+  ActingForm owner;
+  frmNotesEdit editor(L"喝水", [](const std::wstring&) {});
+  owner.ActLater([&] {
+    EXPECT_EQ(AccessibleTree(editor.hwnd()), R"(TellurvaneForm Tellurvane
+  Static 撰寫時請勿超過 8 行，每行限制字數為 21 字
+  RichEdit20W 撰寫時請勿超過 8 行，每行限制字數為 21 字
+  Static 1 行，最長 2 字
+  Button 確 定
+  Button 關 閉
+)");
+    PostMessageW(editor.hwnd(), WM_CLOSE, 0, 0);
+  });
+  editor.Open(owner.hwnd());
+}
+
+class NoteTreeTest : public testing::Test {
+ protected:
+  NoteTreeTest() { note.Prepare(L"喝水\\r\\n休息", L"2026/11/21 上午 09:05:07", {}); }
+
+  GdiPlusSession gdiPlus;
+  frmNotes note{1, [](unsigned) {}};
+};
+
+TEST_F(NoteTreeTest, ANoteIsAnAlert) {
+  HeardEvents heard;
+  note.ShowNote();
+  EXPECT_THAT(heard.Of(note.hwnd()), ElementsAre("alert"));
+  EXPECT_EQ(NameOf(*AccessibleOf(note.hwnd()).Get()), L"喝水\r\n休息，2026/11/21 上午 09:05:07");
+  EXPECT_EQ(RoleOf(*AccessibleOf(note.hwnd()).Get()), ROLE_SYSTEM_ALERT);
+  const HWND image = InsideOf(note.hwnd(), L"TellurvanePictureBox").at(0);
+  EXPECT_EQ(AccessibleTree(image), "button 關閉\n");
+}
+
+TEST_F(NoteTreeTest, AScreenReaderClosesANote) {
+  note.ShowNote();
+  const auto object = AccessibleOf(note.hwnd());
+  EXPECT_EQ(object->accDoDefaultAction(Self()), S_OK);
+  EXPECT_TRUE(note.IsLoaded()) << "not while the screen reader waits";
+  EXPECT_TRUE(PumpUntil([&] { return !note.IsLoaded(); }));
+  Bstr name;
+  EXPECT_EQ(object->get_accName(Self(), name.Receive()), CO_E_OBJNOTCONNECTED);
+}
+
+TEST_F(FrmTimeTest, TheClock) {
+  ShowAt(kMorning);
+  EXPECT_EQ(AccessibleTree(clock->hwnd()), "clock 時鐘 = 09 時 05 分 07 秒\n");
+}
+
+}  // namespace
+}  // namespace tellurvane
