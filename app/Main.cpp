@@ -8,6 +8,7 @@
 #include "ui/Boundary.h"
 #include "ui/Com.h"
 #include "ui/MessageLoop.h"
+#include "ui/UserPreferences.h"
 
 namespace tellurvane {
 namespace {
@@ -24,6 +25,7 @@ int Main() {
   SetCurrentDirectoryW(folder.c_str());
   if (!ClaimInstance()) return 0;
   if (!StartGdiplus()) return 0;
+  SetUserPreferences(SystemPreferences());
 
   ModGeneral general(folder);
   general.LoadIcons();

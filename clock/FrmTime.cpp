@@ -3,21 +3,23 @@
 #include <oleacc.h>
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 #include "base/PictureFormat.h"
+#include "clock/ClockDrawing.h"
 #include "ui/AccessibleObject.h"
 #include "ui/Density.h"
 #include "ui/Handle.h"
 #include "ui/ModTheme.h"
 #include "ui/Strip.h"
 #include "ui/ToolkitFont.h"
+#include "ui/UserPreferences.h"
 
 namespace tellurvane {
 namespace {
 
 constexpr BYTE kOpacity = 210;
+constexpr BYTE kOpaque = 255;
 // Deliberate: the fade begins at 200, not at 210.
 constexpr BYTE kFadeOut[] = {200, 160, 120, 80, 40, 0};
 constexpr unsigned kFadeMilliseconds = 30;
@@ -50,63 +52,11 @@ constexpr int kWidth = 4'170;
 
 // Pixels of 96 dpi.
 constexpr int kScreenMargin = 8;
-constexpr int kDiscMargin = 2;
 constexpr int kGapBesideFace = 2;
 constexpr int kLowerMargin = 5;
-constexpr int kDotSize = 1;
-constexpr int kMarkReach = 1;  // from the mark's centre to its edge
 
-constexpr Color kNight = Rgb(0x1E, 0x0A, 0x3C);
-constexpr Color kWheat = Rgb(0xF5, 0xDE, 0xB3);
-constexpr Color kDisc = Rgb(0xFB, 0xF1, 0xDC);
-constexpr Color kRim = Rgb(0x6A, 0x3F, 0xA0);
-constexpr Color kHourHand = kBlack;
-constexpr Color kMinuteHand = Rgb(0, 0, 0xFF);
-constexpr Color kSecondHand = Rgb(0xFF, 0, 0);
-
-void DrawLine(HDC context, int fromX, int fromY, FacePoint to, Color color) {
-  const UniquePen pen(CreatePen(PS_SOLID, 1, color));
-  const SelectedObject selected(context, pen.Get());
-  MoveToEx(context, fromX, fromY, nullptr);
-  LineTo(context, to.x, to.y);
-  // LineTo leaves out the last pixel.
-  SetPixel(context, to.x, to.y, color);
-}
-
-Scale OwnScale() { return FaceScale(DotsPerInch()); }
-
-int DiscRadius(const ClockFace& face) { return face.radius + OwnScale().Scaled(kDiscMargin); }
-
-// Anti-aliased.
-void DrawDisc(HDC context, const ClockFace& face) {
-  const int centre = face.centre;
-  const int radius = DiscRadius(face);
-  for (int y = centre - radius - 1; y <= centre + radius + 1; ++y) {
-    for (int x = centre - radius - 1; x <= centre + radius + 1; ++x) {
-      const double distance = std::hypot(x - centre, y - centre);
-      const double cover = std::clamp(radius + 0.5 - distance, 0.0, 1.0);
-      if (cover > 0) {
-        SetPixel(context, x, y, Blend(kDisc, kNight, static_cast<int>(std::lround(cover * 255))));
-      }
-    }
-  }
-}
-
-void DrawMarks(HDC context, const ClockFace& face) {
-  const UniqueBrush brush(CreateSolidBrush(kBlack));
-  const int dotSize = OwnScale().Scaled(kDotSize);
-  for (const FacePoint& dot : MinuteDots(face)) {
-    const int left = dot.x - dotSize / 2;
-    const int top = dot.y - dotSize / 2;
-    const RECT box = {left, top, left + dotSize, top + dotSize};
-    FillRect(context, &box, brush.Get());
-  }
-  const int reach = OwnScale().Scaled(kMarkReach);
-  for (const FacePoint& mark : HourMarks(face)) {
-    const RECT box = {mark.x - reach, mark.y - reach, mark.x + reach + 1, mark.y + reach + 1};
-    FrameRect(context, &box, brush.Get());
-  }
-}
+// What is behind the clock would weaken the contrast.
+BYTE FullOpacity() { return IsHighContrast() ? kOpaque : kOpacity; }
 
 // In pixels.
 int HeightNeeded() {
@@ -171,7 +121,7 @@ void FrmTime::Form_Load() {
   SetWindowPos(hwnd(), nullptr, left, static_cast<int>(work.top) + margin, 0, 0,
                SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
   SetWindowPos(hwnd(), HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-  Opacity(kOpacity);
+  Opacity(FullOpacity());
   ForwardMouse(*this);
   MakeAccessible(hwnd(),
                  {.role = ROLE_SYSTEM_CLOCK,
@@ -191,7 +141,7 @@ void FrmTime::Form_Load() {
 
 bool FrmTime::Form_Unload() {
   Timer1_.Enabled(false);
-  if (Visible()) {
+  if (Visible() && HasAnimations()) {
     for (const BYTE opacity : kFadeOut) {
       Opacity(opacity);
       callbacks_.pause(kFadeMilliseconds);
@@ -319,24 +269,35 @@ void FrmTime::DrawFace(const FaceHands& hands) {
   const int centre = clockFace_.centre;
   const int side = 2 * centre;
   BitBlt(Dc(), 0, 0, side, side, face_->Dc(), 0, 0, SRCCOPY);
-  DrawLine(Dc(), centre, centre, hands.hour, kHourHand);
-  DrawLine(Dc(), centre, centre, hands.minute, kMinuteHand);
-  DrawLine(Dc(), centre, centre, hands.second, kSecondHand);
+  DrawHands(Dc(), clockFace_, hands);
   Refresh({0, 0, side, side});
 }
 
 // Deliberately only when the clock is shown: past midnight or noon an open clock keeps its date and
 // designator.
 void FrmTime::DrawDate() {
-  const CivilDateTime now = Time();
-  int position = 0;
-  for (const wchar_t digit : std::to_wstring(now.year)) {
-    DrawDigit(Digits(), G_y_, digit - L'0', 1, ++position);
-  }
-  DrawTwoDigits(G_m_, now.month);
-  DrawTwoDigits(G_d_, now.day);
+  drawnDate_ = Time();
+  DrawDateDigits();
   labels_[kHalfOfDay]->text(callbacks_.dayHalf(callbacks_.clock()));
   FitHalfOfDay();
+}
+
+void FrmTime::DrawDateDigits() {
+  int position = 0;
+  for (const wchar_t digit : std::to_wstring(drawnDate_.year)) {
+    DrawDigit(Digits(), G_y_, digit - L'0', 1, ++position);
+  }
+  DrawTwoDigits(G_m_, drawnDate_.month);
+  DrawTwoDigits(G_d_, drawnDate_.day);
+}
+
+// Everything but the date, which stays as it was drawn.
+void FrmTime::ColorsChanged() {
+  PrepareFace();
+  drawn_ = kNothingDrawn;
+  DrawTime();
+  DrawDateDigits();
+  Opacity(FullOpacity());
 }
 
 // In the toolkit's font the designator is wider than its box.
@@ -359,8 +320,12 @@ void FrmTime::DrawTwoDigits(PictureBox& target, int value) {
 // Rows and positions count from 1.
 void FrmTime::DrawDigit(HDC source, PictureBox& target, int digit, int row, int position) {
   const int x = (position - 1) * cell_.cx;
-  BitBlt(target.Dc(), x, 0, cell_.cx, cell_.cy, source, digit * cell_.cx, (row - 1) * cell_.cy,
-         SRCCOPY);
+  if (IsHighContrast()) {
+    WriteDigit(target.Dc(), {x, 0, x + cell_.cx, cell_.cy}, digit);
+  } else {
+    BitBlt(target.Dc(), x, 0, cell_.cx, cell_.cy, source, digit * cell_.cx, (row - 1) * cell_.cy,
+           SRCCOPY);
+  }
   target.Refresh({x, 0, x + cell_.cx, cell_.cy});
 }
 

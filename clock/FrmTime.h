@@ -52,6 +52,7 @@ class FrmTime final : public Form {
   void Form_Load() override;
   bool Form_Unload() override;
   LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+  void ColorsChanged() override;
 
   void CreateLabels();
   void CreateDigits();
@@ -65,6 +66,7 @@ class FrmTime final : public Form {
   void DrawTime();
   void DrawFace(const FaceHands& hands);
   void DrawDate();
+  void DrawDateDigits();
   void DrawTwoDigits(PictureBox& target, int value);
   void DrawDigit(HDC source, PictureBox& target, int digit, int row, int position);
   HDC Digits() const { return wPw1_ ? wPw1_->Dc() : nullptr; }
@@ -77,6 +79,7 @@ class FrmTime final : public Form {
   ClockFace clockFace_;
   UniqueFont halfFont_;  // small enough for both characters
   DrawnTime drawn_ = kNothingDrawn;
+  CivilDateTime drawnDate_;
   PictureBox G_y_;
   PictureBox G_m_;
   PictureBox G_d_;

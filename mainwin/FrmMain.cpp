@@ -34,14 +34,12 @@ constexpr int kStatusTextX = 2;  // ModTheme::Text doubles it
 constexpr int kStatusTextY = 1;
 constexpr int kStatusTextSize = 12;
 
-constexpr int kToolbarImages = 101;
-constexpr int kToolbarImageSize = 16;  // pixels of 96 dpi
 constexpr unsigned kDesignedTaskMilliseconds = 2'000;
 
 // The system uses the lowest four bits itself.
 constexpr WPARAM kSystemCommand = 0xFFF0;
 
-constexpr Color kStatusGround = Rgb(0xFB, 0xFA, 0xFE);
+constexpr Color kStatusGround = Adaptive(Rgb(0xFB, 0xFA, 0xFE), COLOR_WINDOW);
 constexpr Color kPercentGrey = 0x979797;
 
 enum ToolbarButton { kNewButton = 1, kPlayButton, kStopButton, kOptionsButton, kLeaveButton };
@@ -155,10 +153,10 @@ void FrmMain::CreateList() {
 void FrmMain::CreateToolbar() {
   ToolBar_.TargetPictureBox(AddBox(picToolbar_, hwnd()));
   ToolBar_.ButtonClick = [this](int id) { ToolBar_ButtonClick(id); };
-  const Strip images = LoadStrip(kToolbarImages, kToolbarImageSize, Scaled(kToolbarImageSize));
+  const Strip images = ToolbarImages();
   ToolBar_.Create(images.size);
+  ShowToolbarImages(images);
   NameByText(ToolBar_.hwnd(), L"工具列");
-  ToolBar_.AddBitmap(images.bitmap.Get(), kWhite);
   int image = 0;
   for (const wchar_t* const text : {L"新 增", L"播 放", L"停 止", L"設 定", L"離 開"}) {
     ToolBar_.AddButton(image++, text, text);

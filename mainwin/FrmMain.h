@@ -18,6 +18,7 @@
 #include "scheduler/TaskRunner.h"
 #include "ui/Form.h"
 #include "ui/PictureBox.h"
+#include "ui/Strip.h"
 #include "ui/Timer.h"
 #include "ui/clsNotifyIcon.h"
 #include "ui/clsProgress.h"
@@ -70,6 +71,7 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   bool Form_Unload() override;
   void Form_Enter() override;
   LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+  void ColorsChanged() override;
 
   // PlaybackView
   void ShowPlaying(size_t row) override;
@@ -90,6 +92,8 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   void CreateTrayIcon();
   void CreateList();
   void CreateToolbar();
+  static Strip ToolbarImages();
+  void ShowToolbarImages(const Strip& images);
   void CreateSliders();
   void CreateStatusBar();
   void StartTimers();
@@ -150,7 +154,8 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   TickCount milliseconds_;
   std::function<void()> releaseProcess_;
   bool quitFlag_ = false;
-  bool isHidePending_ = false;  // until the taskbar takes the icon
+  bool hasOutlinedImages_ = false;  // on the toolbar
+  bool isHidePending_ = false;      // until the taskbar takes the icon
   std::uint64_t nextIconTry_ = 0;
   std::uint64_t pausedSince_ = 0;
   FrmSet* editor_ = nullptr;  // while it is open

@@ -31,10 +31,6 @@ RowMark MarkOf(const TaskRecord& task, DateSerial now, const RowState& state) {
   return left <= kDueSeconds ? RowMark::kDue : RowMark::kNone;
 }
 
-std::wstring TaskRowText(const TaskRecord& task, const RunOutcome& outcome) {
-  return outcome.HasFailed() ? task.Name + L"，" + outcome.reason : task.Name;
-}
-
 std::vector<RowLine> TaskRowLines(const TaskRecord& task, const DateWriter& writeDate) {
   std::wstring nextRun;
   writeDate(nextRun, task.NextRun);

@@ -7,7 +7,6 @@
 
 #include "base/DateText.h"
 #include "mainwin/PlaybackSign.h"
-#include "scheduler/RunOutcome.h"
 #include "scheduler/TaskRecord.h"
 
 namespace tellurvane {
@@ -27,9 +26,6 @@ struct RowState {
 
 // A task is due when it runs within a minute.
 RowMark MarkOf(const TaskRecord& task, DateSerial now, const RowState& state);
-
-// The row's text, which nobody sees: screen readers read it. It begins with the name.
-std::wstring TaskRowText(const TaskRecord& task, const RunOutcome& outcome);
 
 // A rule is a row of underscores; it is cut without an ellipsis.
 enum class RowFont { kName, kRule, kLabel, kValue };

@@ -8,10 +8,10 @@
 namespace tellurvane {
 namespace {
 
-constexpr Color kPaper = Rgb(0xFF, 0xFF, 0xFF);
-constexpr Color kOddPaper = Rgb(0xF6, 0xF4, 0xFB);
+constexpr Color kPaper = Adaptive(Rgb(0xFF, 0xFF, 0xFF), COLOR_WINDOW);
+constexpr Color kOddPaper = Adaptive(Rgb(0xF6, 0xF4, 0xFB), COLOR_WINDOW);
 constexpr Color kSelectionLight = Rgb(0xFF, 0xF3, 0xD2);
-constexpr Color kSelectionBase = Rgb(0xF1, 0xD0, 0x84);
+constexpr Color kSelectionBase = Adaptive(Rgb(0xF1, 0xD0, 0x84), COLOR_HIGHLIGHT);
 
 // Pixels of 96 dpi.
 constexpr int kIconSize = 32;
@@ -54,25 +54,24 @@ std::wstring FittingText(HDC context, const std::wstring& text, int width, RowFo
 }
 
 void TaskRowPainter::Paint(const RowPicture& row, const TaskRecord& task, RowMark mark) const {
-  const HDC context = row.context;
   PaintBackground(row);
   const int iconSize = Scaled(kIconSize);
   const int iconLeft = Scaled(kIconLeft);
   const int iconTop = (row.height - iconSize) / 2;
   if (IsMediaType(task.MediaType)) {
-    PaintIcon(context, static_cast<size_t>(task.MediaType), iconLeft, iconTop, iconSize);
+    PaintIcon(row, static_cast<size_t>(task.MediaType), iconLeft, iconTop, iconSize);
   }
   if (mark != RowMark::kNone) {
     // Its middle is on the icon's lower right corner.
     const int markSize = Scaled(kMarkSize);
-    PaintIcon(context, IconOf(mark), iconLeft + iconSize - markSize / 2,
+    PaintIcon(row, IconOf(mark), iconLeft + iconSize - markSize / 2,
               iconTop + iconSize - markSize / 2, markSize);
   }
-  PaintTexts(context, row.width, task);
+  PaintTexts(row, task);
 }
 
 // In the middle of a square of this size, by the largest image that fits into it.
-void TaskRowPainter::PaintIcon(HDC context, size_t icon, int x, int y, int size) const {
+void TaskRowPainter::PaintIcon(const RowPicture& row, size_t icon, int x, int y, int size) const {
   if (icon >= icons_.size() || icons_[icon] == nullptr) return;
   const ClsIcon& images = *icons_[icon];
   int largest = -1;
@@ -82,14 +81,15 @@ void TaskRowPainter::PaintIcon(HDC context, size_t icon, int x, int y, int size)
   }
   if (largest < 0) return;
   const int inset = (size - images.Width(largest)) / 2;
-  images.Draw(context, x + inset, y + inset, largest);
+  ModTheme::PicturePlate(row.context, x, y, size, size, row.isSelected ? kSelectionBase : kPaper);
+  images.Draw(row.context, x + inset, y + inset, largest);
 }
 
-void TaskRowPainter::PaintTexts(HDC context, int width, const TaskRecord& task) const {
+void TaskRowPainter::PaintTexts(const RowPicture& row, const TaskRecord& task) const {
   for (const RowLine& line : TaskRowLines(task, writeDate_)) {
-    const int available = width - Scaled(2 * line.x) - Scaled(kRightMargin);
-    ModTheme::Text(context, FittingText(context, line.text, available, line.font), line.x, line.y,
-                   {.text = line.color}, FontOf(line.font));
+    const int available = row.width - Scaled(2 * line.x) - Scaled(kRightMargin);
+    ModTheme::Text(row.context, FittingText(row.context, line.text, available, line.font), line.x,
+                   line.y, {.text = line.color, .plain = PlainInk(row)}, FontOf(line.font));
   }
 }
 

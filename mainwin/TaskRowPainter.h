@@ -22,8 +22,8 @@ class TaskRowPainter {
   void Paint(const RowPicture& row, const TaskRecord& task, RowMark mark) const;
 
  private:
-  void PaintIcon(HDC context, size_t icon, int x, int y, int size) const;
-  void PaintTexts(HDC context, int width, const TaskRecord& task) const;
+  void PaintIcon(const RowPicture& row, size_t icon, int x, int y, int size) const;
+  void PaintTexts(const RowPicture& row, const TaskRecord& task) const;
 
   std::span<const std::unique_ptr<ClsIcon>> icons_;
   DateWriter writeDate_;

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/LocaleDates.h"
+#include "mainwin/RowDescription.h"
 #include "ui/AccessibleObject.h"
 #include "ui/Density.h"
 #include "ui/Event.h"
@@ -93,14 +94,21 @@ void TaskRowsView::ShowPlaying(std::optional<size_t> row) {
 }
 
 void TaskRowsView::ShowSign(PlaybackSign sign) {
-  if (std::exchange(sign_, sign) != sign) RefreshMarks();
+  if (std::exchange(sign_, sign) == sign) return;
+  if (playing_) ReportRow(*playing_);
+  RefreshMarks();
 }
 
 void TaskRowsView::SetOutcome(size_t row, const RunOutcome& outcome) {
   if (outcomes_.Of(row) == outcome) return;
   outcomes_.Set(row, outcome);
-  NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, list_.hwnd(), OBJID_CLIENT, static_cast<LONG>(row) + 1);
+  ReportRow(row);
   RefreshMarks();
+}
+
+// Tells screen readers that the row's text has changed.
+void TaskRowsView::ReportRow(size_t row) const {
+  NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, list_.hwnd(), OBJID_CLIENT, static_cast<LONG>(row) + 1);
 }
 
 void TaskRowsView::SetOutcomeOfPlaying(const RunOutcome& outcome) {
@@ -138,7 +146,8 @@ void TaskRowsView::ListView_OnData(int row, int column, LVITEMW& cell) {
   if ((cell.mask & LVIF_TEXT) == 0 || column != 0 || index >= general_.tasks.size()) return;
   // Screen readers read this text; the rows are painted without it. A second column would not do:
   // some readers skip a column without width.
-  list_.GiveText(cell, TaskRowText(general_.tasks[index], outcomes_.Of(index)));
+  list_.GiveText(cell, RowDescription(general_.tasks[index], SignOf(index), outcomes_.Of(index),
+                                      AppendLocaleDateText));
 }
 
 void TaskRowsView::ListView_CustomDraw(NMLVCUSTOMDRAW& draw, LRESULT& result) {
@@ -152,8 +161,11 @@ void TaskRowsView::ListView_CustomDraw(NMLVCUSTOMDRAW& draw, LRESULT& result) {
 
 RowMark TaskRowsView::MarkOfRow(size_t row) const {
   return MarkOf(general_.tasks[row], clock_(),
-                {.sign = playing_ == row ? sign_ : PlaybackSign::kNone,
-                 .hasFailed = outcomes_.Of(row).HasFailed()});
+                {.sign = SignOf(row), .hasFailed = outcomes_.Of(row).HasFailed()});
+}
+
+PlaybackSign TaskRowsView::SignOf(size_t row) const {
+  return playing_ == row ? sign_ : PlaybackSign::kNone;
 }
 
 }  // namespace tellurvane

@@ -65,6 +65,8 @@ class TaskRowsView final : public TaskRows {
   void ListView_OnData(int row, int column, LVITEMW& cell);
   void ListView_CustomDraw(NMLVCUSTOMDRAW& draw, LRESULT& result);
   RowMark MarkOfRow(size_t row) const;
+  PlaybackSign SignOf(size_t row) const;
+  void ReportRow(size_t row) const;
   std::optional<size_t> RowWithoutRemoved(std::optional<size_t> row) const;
 
   ModGeneral& general_;

@@ -12,6 +12,7 @@
 #include "ui/Event.h"
 #include "ui/Handle.h"
 #include "ui/ModTheme.h"
+#include "ui/UserPreferences.h"
 
 namespace tellurvane {
 namespace {
@@ -20,6 +21,7 @@ constexpr unsigned kFadeMilliseconds = 30;
 constexpr BYTE kFadeIn[] = {0, 40, 80, 120, 160, 200, 240};
 constexpr BYTE kFadeOut[] = {200, 160, 120, 80, 40, 0};
 constexpr BYTE kOpacity = 230;
+constexpr BYTE kOpaque = 255;
 
 // Pixels of 96 dpi. ModTheme::Text doubles a text's x.
 constexpr int kTimeX = 2;
@@ -33,15 +35,21 @@ constexpr int kImageSize = 16;
 
 constexpr ModTheme::TextFont kTimeFont = {.size = 12, .style = ModTheme::kBold};
 constexpr ModTheme::TextFont kTextFont = {.size = 16, .style = ModTheme::kBold};
-constexpr Color kPaperTop = Rgb(0xFF, 0xF8, 0xE8);
-constexpr Color kPaperBottom = Rgb(0xF5, 0xDE, 0xB3);
-constexpr Color kEdge = Rgb(0x4B, 0x00, 0x82);
-constexpr Color kHairline = Rgb(0xC9, 0xA8, 0x6A);
+constexpr Color kPaperTop = Adaptive(Rgb(0xFF, 0xF8, 0xE8), COLOR_WINDOW);
+constexpr Color kPaperBottom = Adaptive(Rgb(0xF5, 0xDE, 0xB3), COLOR_WINDOW);
+constexpr Color kEdge = Adaptive(Rgb(0x4B, 0x00, 0x82), COLOR_WINDOWTEXT);
+constexpr Color kHairline = Adaptive(Rgb(0xC9, 0xA8, 0x6A), COLOR_WINDOWTEXT);
+
+// What is behind the note would weaken the contrast.
+BYTE FullOpacity() { return IsHighContrast() ? kOpaque : kOpacity; }
 
 int ScreenWidth() { return GetSystemMetrics(SM_CXSCREEN); }
 int ScreenHeight() { return GetSystemMetrics(SM_CYSCREEN); }
 
-Color PaperAt(int y, int height) { return Blend(kPaperBottom, kPaperTop, 255 * y / (height - 1)); }
+Color PaperAt(int y, int height) {
+  return Blend(ModTheme::TranslateColor(kPaperBottom), ModTheme::TranslateColor(kPaperTop),
+               255 * y / (height - 1));
+}
 
 }  // namespace
 
@@ -62,6 +70,7 @@ void CloseImage::DrawImage(HDC context) const {
   const UniqueIcon icon(
       static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), isHot_ ? L"CLOSEHOT" : L"CLOSE",
                                     IMAGE_ICON, size_, size_, LR_DEFAULTCOLOR)));
+  ModTheme::PicturePlate(context, 0, 0, size_, size_, kPaperTop);
   if (icon) DrawIconEx(context, 0, 0, icon.Get(), size_, size_, 0, nullptr, DI_NORMAL);
 }
 
@@ -172,22 +181,28 @@ void frmNotes::Draw(HDC context) {
 void frmNotes::ShowNote() {
   Redraw();
   ShowWithoutFocus();
-  for (const BYTE opacity : kFadeIn) {
-    Opacity(opacity);
-    pause_(kFadeMilliseconds);
-  }
-  Opacity(kOpacity);
+  if (HasAnimations()) Fade(kFadeIn);
+  Opacity(FullOpacity());
   Refresh();
   NotifyWinEvent(EVENT_SYSTEM_ALERT, hwnd(), OBJID_CLIENT, CHILDID_SELF);
 }
 
 void frmNotes::Close() {
   if (!IsLoaded() || std::exchange(isClosing_, true)) return;
-  for (const BYTE opacity : kFadeOut) {
+  if (HasAnimations()) Fade(kFadeOut);
+  Unload();
+}
+
+void frmNotes::Fade(std::span<const BYTE> opacities) {
+  for (const BYTE opacity : opacities) {
     Opacity(opacity);
     pause_(kFadeMilliseconds);
   }
-  Unload();
+}
+
+void frmNotes::ColorsChanged() {
+  Form::ColorsChanged();
+  if (Visible()) Opacity(FullOpacity());
 }
 
 void frmNotes::Form_MouseDown(const MouseEvent& event) {

@@ -51,7 +51,9 @@ class frmNotes final : public Form {
   bool Form_Unload() override;
   void Form_Escape() override { Close(); }
   LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+  void ColorsChanged() override;
 
+  void Fade(std::span<const BYTE> opacities);
   void Form_MouseDown(const MouseEvent& event);
   void Form_MouseMove() { PullInside(); }
   void Form_DblClick() { Close(); }

@@ -14,7 +14,7 @@ constexpr int kHeight = 4'500;
 constexpr int kLabelHeight = 300;
 constexpr int kButtonHeight = 420;
 
-constexpr Color kTooMuch = Rgb(0xC0, 0x10, 0x10);
+constexpr Color kTooMuch = Adaptive(Rgb(0xC0, 0x10, 0x10), COLOR_BTNTEXT);
 
 }  // namespace
 

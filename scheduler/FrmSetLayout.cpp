@@ -27,11 +27,9 @@ constexpr int kLongestText = 1 << 20;  // UTF-16 units; a whole list file holds 
 
 enum Row : size_t { kNameRow, kMediaRow, kSourceRow, kDateRow, kTimeRow, kRowCount };
 
-constexpr auto kMediaTypes =
-    std::to_array<const wchar_t*>({L"網路電台", L"本地音樂", L"應用程式", L"記事提醒"});
 constexpr auto kSourceWords =
     std::to_array<const wchar_t*>({L"來源音樂", L"來源音樂", L"執行程式", L"提醒文字"});
-static_assert(kMediaTypes.size() == kMediaTypeCount && kSourceWords.size() == kMediaTypeCount);
+static_assert(kSourceWords.size() == kMediaTypeCount);
 constexpr std::array<const wchar_t*, 3> kTimeTypes = {L"每幾分鐘執行一次", L"每幾小時執行一次",
                                                       L"每幾天執行一次"};
 constexpr std::array<const wchar_t*, 3> kIntervalWords = {L"分鐘執行一次", L"小時執行一次",
@@ -75,7 +73,7 @@ void FrmSet::CreateFields() {
   txtName_.Create(hwnd(), ControlKind::kEditBox, L"");
   SendMessageW(txtName_.control.hwnd(), EM_SETLIMITTEXT, kLongestText, 0);
   addLabel(kMediaRow, L"媒體類型");
-  addList(cboMediaType_, kMediaTypes);
+  addList(cboMediaType_, kMediaTypeNames);
   addLabel(kSourceRow, kSourceWords[0]);
   txtSrc_.control.Multilin(1);
   txtSrc_.Create(hwnd(), ControlKind::kRichEditBox, L"");

@@ -1,6 +1,7 @@
 // One scheduled task, and the list of them all.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -30,6 +31,9 @@ constexpr bool IsMediaType(std::int32_t value) {
   return false;
 }
 inline constexpr std::int32_t kMediaTypeCount = 4;
+// For the user.
+inline constexpr std::array<const wchar_t*, kMediaTypeCount> kMediaTypeNames = {
+    L"網路電台", L"本地音樂", L"應用程式", L"記事提醒"};
 static_assert(IsMediaType(kMediaTypeCount - 1) && !IsMediaType(kMediaTypeCount));
 
 // Whether a task's source is the text of a note, in which a line end is written as \r\n.

@@ -20,6 +20,20 @@ constexpr Color Rgb(int red, int green, int blue) {
 inline constexpr Color kSystemColorBit = 0x80000000;
 constexpr Color SystemColor(int index) { return kSystemColorBit | static_cast<Color>(index); }
 
+// A colour of ours that gives way to a system colour under high contrast. ModTheme::TranslateColor
+// resolves it.
+constexpr int kAdaptiveShift = 24;
+constexpr Color kAdaptiveBits = 0x3F;
+constexpr Color Adaptive(Color color, int systemIndex) {
+  return color | static_cast<Color>(systemIndex + 1) << kAdaptiveShift;
+}
+
+// 0 to 255: how bright a colour looks.
+constexpr int Brightness(Color color) {
+  const auto channel = [&](int shift) { return static_cast<int>(color >> shift & 0xFF); };
+  return (299 * channel(0) + 587 * channel(8) + 114 * channel(16)) / 1'000;
+}
+
 // `over` laid on `under` with an opacity of 0 to 255, each channel rounded to the nearest and kept
 // within 0 to 255. An opacity beyond 255 goes on along the same line, as far as the channels go.
 constexpr Color Blend(Color over, Color under, int opacity) {

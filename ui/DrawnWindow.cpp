@@ -5,6 +5,7 @@
 #include <windowsx.h>
 
 #include "ui/Event.h"
+#include "ui/UserPreferences.h"
 
 namespace tellurvane {
 namespace {
@@ -87,6 +88,14 @@ LRESULT DrawnWindow::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     case WM_MOUSEMOVE:
       Raise(MouseMove, EventOf(ButtonsDown(wParam), wParam, lParam));
+      return 0;
+    case WM_SYSCOLORCHANGE:
+    case WM_SETTINGCHANGE:
+    case WM_THEMECHANGED:
+      RefreshHighContrast();
+      // The children first: a parent may draw on them.
+      Window::HandleMessage(message, wParam, lParam);
+      ColorsChanged();
       return 0;
     default:
       return Window::HandleMessage(message, wParam, lParam);

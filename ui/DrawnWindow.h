@@ -52,6 +52,8 @@ class DrawnWindow : public Window {
 
  protected:
   LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+  // The system's colours or settings have changed. Draws the picture again.
+  virtual void ColorsChanged() { Redraw(); }
 
  private:
   void CopyToScreen();

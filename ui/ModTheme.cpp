@@ -1,10 +1,15 @@
 #include "ui/ModTheme.h"
 
 #include "base/Number.h"
+#include "ui/Density.h"
 #include "ui/MemoryContext.h"
+#include "ui/UserPreferences.h"
 
 namespace tellurvane::ModTheme {
 namespace {
+
+constexpr int kInsideOpacity = 100;
+constexpr int kPlateEdge = 2;  // pixels of 96 dpi
 
 int RoundedOpacity(double opacity) { return static_cast<int>(RoundHalfToEven(opacity)); }
 
@@ -47,14 +52,29 @@ void DrawOnCopy(HDC target, int x, int y, int width, int height, Drawing drawing
 }  // namespace
 
 Color TranslateColor(Color color) {
-  if ((color & kSystemColorBit) == 0) return color & kWhite;
-  return GetSysColor(static_cast<int>(color & 0xFF));
+  if ((color & kSystemColorBit) != 0) return GetSysColor(static_cast<int>(color & 0xFF));
+  const auto adaptive = static_cast<int>(color >> kAdaptiveShift & kAdaptiveBits);
+  if (adaptive != 0 && IsHighContrast()) return GetSysColor(adaptive - 1);
+  return color & kWhite;
+}
+
+bool IsDarkGround(Color ground) {
+  constexpr int kMiddle = 128;
+  return IsHighContrast() && Brightness(TranslateColor(ground)) < kMiddle;
+}
+
+void PicturePlate(HDC target, int x, int y, int width, int height, Color ground) {
+  if (!IsDarkGround(ground)) return;
+  const int edge = Scaled(kPlateEdge);
+  SolidFill(target, x - edge, y - edge, width + 2 * edge, height + 2 * edge, kWhite);
 }
 
 void FramedBox(HDC target, int x, int y, int width, int height, Color color) {
   color = TranslateColor(color);
   const UniquePen pen(CreatePen(PS_SOLID, 1, color));
-  const UniqueBrush brush(CreateSolidBrush(Blend(color, kWhite, 100)));
+  const Color inside =
+      IsHighContrast() ? GetSysColor(COLOR_WINDOW) : Blend(color, kWhite, kInsideOpacity);
+  const UniqueBrush brush(CreateSolidBrush(inside));
   const SelectedObject selectedPen(target, pen.Get());
   const SelectedObject selectedBrush(target, brush.Get());
   Rectangle(target, x, y, x + width, y + height);
@@ -73,6 +93,10 @@ void SolidFill(HDC target, int x, int y, int width, int height, Color color) {
 }
 
 void SimpleHighlight(HDC target, int x, int y, int width, int height, Color light, Color base) {
+  if (IsHighContrast()) {
+    SolidFill(target, x, y, width, height, base);
+    return;
+  }
   light = TranslateColor(light);
   base = TranslateColor(base);
   const FramePens pens = MakeFramePens(light, base);
@@ -87,6 +111,10 @@ void SimpleHighlight(HDC target, int x, int y, int width, int height, Color ligh
 }
 
 void RichHighlight(HDC target, int x, int y, int width, int height, Color light, Color base) {
+  if (IsHighContrast()) {
+    SolidFill(target, x, y, width, height, base);
+    return;
+  }
   light = TranslateColor(light);
   base = TranslateColor(base);
   const FramePens pens = MakeFramePens(light, base);

@@ -20,8 +20,8 @@ inline constexpr Argb kWheatGlow = 0xFFF5DEB3;
 inline constexpr Argb kWhiteShadow = 0xFFFFFFFF;
 
 // The background of all windows, and the colour of their labels.
-inline constexpr Color kWindowGround = Rgb(0xF4, 0xF1, 0xFA);
-inline constexpr Color kLabelInk = Rgb(0x4B, 0x00, 0x82);
+inline constexpr Color kWindowGround = Adaptive(Rgb(0xF4, 0xF1, 0xFA), COLOR_BTNFACE);
+inline constexpr Color kLabelInk = Adaptive(Rgb(0x4B, 0x00, 0x82), COLOR_BTNTEXT);
 
 // Bits of TextFont::style.
 enum TextStyle { kRegular = 0, kBold = 1 };
@@ -36,6 +36,8 @@ struct TextColors {
   Argb text = kIndigoText;
   Argb glow = kWheatGlow;
   Argb shadow = kWhiteShadow;
+  // The only colour under high contrast: there is neither glow nor shadow.
+  Color plain = SystemColor(COLOR_WINDOWTEXT);
 };
 
 // Draws shadow, glow and text, each one pixel aside at every density. Returns the width in pixels;
@@ -65,16 +67,23 @@ std::wstring FittingText(HDC target, const std::wstring& text, int width, const 
 // or the generic sans serif.
 std::wstring AvailableFace(const std::wstring& face);
 
-// The colour of a system colour reference; any other colour itself. The routines below take such
-// references too.
+// The colour that a system colour reference or an adaptive colour has now; any other colour itself.
+// The routines below take such colours too.
 Color TranslateColor(Color color);
 
-// A box with a frame of one pixel in the colour, filled with the colour laid on white.
+// Under high contrast our pictures, whose outlines are dark, need help on such a ground.
+bool IsDarkGround(Color ground);
+// A pale box behind a picture, a little larger than it. Only on a dark ground.
+void PicturePlate(HDC target, int x, int y, int width, int height, Color ground);
+
+// A box with a frame of one pixel in the colour, filled with the colour laid on white. Under high
+// contrast it is filled with the window colour.
 void FramedBox(HDC target, int x, int y, int width, int height, Color color);
 
 void SolidFill(HDC target, int x, int y, int width, int height, Color color);
 
-// A bar from near `light` at the top to `base` at the bottom in a fine double frame.
+// A bar from near `light` at the top to `base` at the bottom in a fine double frame. Under high
+// contrast both highlights are filled with `base`.
 void SimpleHighlight(HDC target, int x, int y, int width, int height, Color light, Color base);
 
 // The same with rounded corners, a gloss in the upper third, and the target showing through the

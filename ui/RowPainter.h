@@ -20,6 +20,11 @@ struct RowPicture {
   bool isOdd = false;  // every second row has another background
 };
 
+// The text's only colour under high contrast.
+inline Color PlainInk(const RowPicture& row) {
+  return SystemColor(row.isSelected ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT);
+}
+
 using PaintsRow = std::function<void(size_t row, const RowPicture& picture)>;
 
 // For the CustomDraw event of a list whose owner has this number of rows. Returns the event's

@@ -11,6 +11,7 @@
 
 #include "ui/Density.h"
 #include "ui/ModTheme.h"
+#include "ui/UserPreferences.h"
 
 namespace tellurvane::ModTheme {
 namespace {
@@ -56,6 +57,11 @@ std::wstring WithoutReturns(std::wstring text) {
   return text;
 }
 
+// Red and blue change places.
+Argb OpaqueArgb(Color color) {
+  return Gdiplus::Color::MakeARGB(0xFF, GetRValue(color), GetGValue(color), GetBValue(color));
+}
+
 Gdiplus::RectF Measure(const Gdiplus::Graphics& graphics, const std::wstring& text,
                        const DrawingFont& font) {
   Gdiplus::RectF box;
@@ -94,9 +100,13 @@ float TextAt(HDC target, const std::wstring& text, int left, int top, const Text
     graphics.DrawString(lines.c_str(), static_cast<INT>(lines.size()), drawingFont.Get(), layout,
                         nullptr, &brush);
   };
-  draw(colors.shadow, left + 1, top + 2);
-  draw(colors.glow, left - 1, top);
-  draw(colors.text, left, top + 1);
+  if (IsHighContrast()) {
+    draw(OpaqueArgb(TranslateColor(colors.plain)), left, top + 1);
+  } else {
+    draw(colors.shadow, left + 1, top + 2);
+    draw(colors.glow, left - 1, top);
+    draw(colors.text, left, top + 1);
+  }
   return Measure(graphics, lines, drawingFont).Width;
 }
 

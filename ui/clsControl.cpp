@@ -10,6 +10,7 @@
 #include "ui/ControlKinds.h"
 #include "ui/ModTheme.h"
 #include "ui/ToolkitFont.h"
+#include "ui/UserPreferences.h"
 
 namespace tellurvane {
 namespace {
@@ -143,12 +144,15 @@ void clsControl::Visible(bool visible) { ShowWindow(hwnd_, visible ? SW_SHOWNA :
 
 bool clsControl::IsGreyed() const { return hwnd_ != nullptr && !IsWindowEnabled(hwnd_); }
 
+// Buttons and labels have no ground of their own.
+bool clsControl::IsOnHost() const {
+  const ControlFamily family = FamilyOf(kind_);
+  return family == ControlFamily::kButton || family == ControlFamily::kLabel;
+}
+
 Color clsControl::BackColor() const {
   if (backColor_) return *backColor_;
-  const ControlFamily family = FamilyOf(kind_);
-  if (family == ControlFamily::kButton || family == ControlFamily::kLabel) {
-    return hwnd_ == nullptr ? kWhite : host_->BackColor();
-  }
+  if (IsOnHost()) return hwnd_ == nullptr ? kWhite : host_->BackColor();
   return SystemColor(IsGreyed() ? COLOR_BTNFACE : COLOR_WINDOW);
 }
 
@@ -160,8 +164,10 @@ void clsControl::BackColor(Color color) {
 Color clsControl::ForeColor() const {
   if (foreColor_) return *foreColor_;
   // The other kinds grey their text by themselves.
-  const bool isGreyedHere = kind_ == ControlKind::kRichEditBox && IsGreyed();
-  return SystemColor(isGreyedHere ? COLOR_GRAYTEXT : COLOR_WINDOWTEXT);
+  if (kind_ == ControlKind::kRichEditBox && IsGreyed()) return SystemColor(COLOR_GRAYTEXT);
+  // On the host's ground, which is the face colour then.
+  if (IsHighContrast() && IsOnHost()) return SystemColor(COLOR_BTNTEXT);
+  return SystemColor(COLOR_WINDOWTEXT);
 }
 
 void clsControl::ForeColor(Color color) {

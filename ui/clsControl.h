@@ -142,6 +142,7 @@ class clsControl final : private GXISubclass {
   void FitToHost();
   void EraseBelowList(HDC context) const;
   bool IsGreyed() const;
+  bool IsOnHost() const;
   void ApplyEnabled();
   void ApplyColors();
   HBRUSH PrepareContext(HDC context);

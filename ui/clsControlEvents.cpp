@@ -21,7 +21,8 @@ void clsControl::Attach() {
                                                         WM_CTLCOLORLISTBOX, WM_CTLCOLORSTATIC}) {
     engine_.AddMessage(host, message, kBeforePrevious);
   }
-  for (const UINT message : std::initializer_list<UINT>{WM_SIZE, WM_ENABLE, WM_SETFOCUS}) {
+  for (const UINT message : std::initializer_list<UINT>{
+           WM_SIZE, WM_ENABLE, WM_SETFOCUS, WM_SYSCOLORCHANGE, WM_SETTINGCHANGE, WM_THEMECHANGED}) {
     engine_.AddMessage(host, message, kAfterPrevious);
   }
   engine_.Subclass(hwnd_, *this, 0);
@@ -74,6 +75,11 @@ void clsControl::HostMessageAfter(UINT message) {
       break;
     case WM_ENABLE:
       ApplyEnabled();
+      break;
+    case WM_SYSCOLORCHANGE:
+    case WM_SETTINGCHANGE:
+    case WM_THEMECHANGED:
+      ApplyColors();
       break;
     case WM_SETFOCUS:
       if (kind_ != ControlKind::kLabel && IsWindowEnabled(hwnd_)) SetFocus(hwnd_);

@@ -177,6 +177,7 @@ class clsLictView final : public GXISubclass {
   bool IsKeyHeldBack(UINT key) const;
   int FindRow(const NMLVFINDITEMW& search);
   void DrawEmptyText() const;
+  void TakeSystemColors() const;
 
   void RaiseItemChanged(const NMLISTVIEW& change);
 

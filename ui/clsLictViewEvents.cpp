@@ -120,9 +120,21 @@ LRESULT clsLictView::zLVpCallBack(HWND window, UINT message, WPARAM wParam, LPAR
   }
   // The container's class forwards nothing.
   const bool isForList = message == WM_SYSCOLORCHANGE || message == WM_SETTINGCHANGE;
-  if (isForList && list_ != nullptr) SendMessageW(list_, message, wParam, lParam);
+  if (isForList && list_ != nullptr) {
+    SendMessageW(list_, message, wParam, lParam);
+    TakeSystemColors();
+  }
   if (message == WM_NCDESTROY) container_ = nullptr;
   return engine_.CallOldWndProc(window, message, wParam, lParam);
+}
+
+// Some versions of the native list keep the colours that they were created with.
+void clsLictView::TakeSystemColors() const {
+  const auto window = static_cast<LPARAM>(GetSysColor(COLOR_WINDOW));
+  SendMessageW(list_, LVM_SETBKCOLOR, 0, window);
+  SendMessageW(list_, LVM_SETTEXTBKCOLOR, 0, window);
+  SendMessageW(list_, LVM_SETTEXTCOLOR, 0, static_cast<LPARAM>(GetSysColor(COLOR_WINDOWTEXT)));
+  InvalidateRect(list_, nullptr, TRUE);
 }
 
 LRESULT clsLictView::HandleNotification(NMHDR& notification) {

@@ -13,6 +13,7 @@
 #include "ui/Event.h"
 #include "ui/ModTheme.h"
 #include "ui/ToolkitFont.h"
+#include "ui/UserPreferences.h"
 
 namespace tellurvane {
 namespace {
@@ -20,28 +21,13 @@ namespace {
 constexpr UINT kHandledMessages[] = {WM_MOUSEWHEEL, WM_MOUSELEAVE, WM_MOUSEMOVE, WM_KILLFOCUS,
                                      WM_SETFOCUS};
 
-constexpr Color kGold = Rgb(206, 154, 0);
-constexpr Color kGrey = Rgb(151, 151, 151);
+constexpr Color kGold = Adaptive(Rgb(206, 154, 0), COLOR_HIGHLIGHT);
+constexpr Color kGrey = Adaptive(Rgb(151, 151, 151), COLOR_GRAYTEXT);
 constexpr int kAccentOpacity = 150;
 
 constexpr Color kCaptionColor = Rgb(64, 64, 64);
 constexpr Color kDisabledCaptionColor = kGrey;
-constexpr Color kCaptionGlow = kWhite;
-
-constexpr float kToolkitPoints = 9;
 constexpr int kMargin = 5;  // pixels of 96 dpi
-
-// In pixels. Centres the digits, not the font's line: the bar is hardly higher than a digit.
-int DigitHeight(HDC context) {
-  constexpr MAT2 kUpright = {{0, 1}, {0, 0}, {0, 0}, {0, 1}};
-  GLYPHMETRICS metrics = {};
-  if (GetGlyphOutlineW(context, L'0', GGO_METRICS, &metrics, 0, nullptr, &kUpright) != GDI_ERROR) {
-    return static_cast<int>(metrics.gmptGlyphOrigin.y);
-  }
-  TEXTMETRICW font = {};
-  GetTextMetricsW(context, &font);
-  return static_cast<int>(font.tmAscent - font.tmInternalLeading);
-}
 
 }  // namespace
 
@@ -157,7 +143,8 @@ void clsProgress::Draw(Color accent) {
   }
   if (isFocused_ && !track.IsEmpty()) {
     const RECT box = {track.left, track.top, track.right, track.bottom};
-    const UniqueBrush brush(CreateSolidBrush(accent));
+    const UniqueBrush brush(CreateSolidBrush(
+        ModTheme::TranslateColor(IsHighContrast() ? SystemColor(COLOR_WINDOWTEXT) : accent)));
     FrameRect(target, &box, brush.Get());
   }
   if (!text_.empty()) PrintText(text_, isEnabled ? kCaptionColor : kDisabledCaptionColor);
@@ -168,6 +155,7 @@ void clsProgress::Draw(Color accent) {
 }
 
 Color clsProgress::BarColor(Color accent) const {
+  if (IsHighContrast()) return ModTheme::TranslateColor(accent);
   return Blend(accent, ModTheme::TranslateColor(host_->BackColor()), kAccentOpacity);
 }
 
@@ -201,61 +189,6 @@ void clsProgress::Enabled(bool enabled) {
 void clsProgress::text(const std::wstring& text) {
   text_ = text;
   Refresh();
-}
-
-void clsProgress::PrintText(const std::wstring& text, Color color) {
-  const HDC target = host_ == nullptr ? nullptr : host_->Dc();
-  if (target == nullptr) return;
-  const SliderBox track = SliderTrack(HostSize());
-  const SelectedObject font(target, Font());
-  const int middle = (track.left + track.right) / 2;
-  const int baseline = (track.top + track.bottom + DigitHeight(target)) / 2;
-  const RECT bar = {track.left, track.top, track.right, track.bottom};
-  const int mode = SetBkMode(target, TRANSPARENT);
-  const UINT align = SetTextAlign(target, TA_CENTER | TA_BASELINE);
-  const COLORREF previous = GetTextColor(target);
-  const auto write = [&](int x, int y, UINT clipping, Color ink) {
-    SetTextColor(target, ink);
-    ExtTextOutW(target, x, y, clipping, &bar, text.c_str(), static_cast<UINT>(text.size()),
-                nullptr);
-  };
-  // The glow makes a pale text readable on the filled part. It is clipped to the bar.
-  for (const POINT& aside : {POINT{-1, 0}, {1, 0}, {0, -1}, {0, 1}}) {
-    write(middle + static_cast<int>(aside.x), baseline + static_cast<int>(aside.y), ETO_CLIPPED,
-          kCaptionGlow);
-  }
-  write(middle, baseline, 0, ModTheme::TranslateColor(color));
-  SetTextColor(target, previous);
-  SetTextAlign(target, align);
-  SetBkMode(target, mode);
-}
-
-int clsProgress::TextWidth(const std::wstring& text) const {
-  return static_cast<int>(TextExtent(text).cx);
-}
-
-int clsProgress::TextHeight(const std::wstring& text) const {
-  return static_cast<int>(TextExtent(text).cy);
-}
-
-SIZE clsProgress::TextExtent(const std::wstring& text) const {
-  const WindowDc screen(hwnd());
-  const SelectedObject font(screen.Get(), Font());
-  SIZE size = {};
-  GetTextExtentPoint32W(screen.Get(), text.c_str(), static_cast<int>(text.size()), &size);
-  return size;
-}
-
-HFONT clsProgress::Font() const {
-  if (!font_) {
-    LOGFONTW font = {};
-    GetObjectW(ToolkitFont(), sizeof(font), &font);
-    font.lfHeight = std::lround(static_cast<double>(font.lfHeight) * fontSize_ / kToolkitPoints);
-    // Thin strokes of a pale text would be lost in the glow.
-    font.lfWeight = FW_BOLD;
-    font_.Reset(CreateFontIndirectW(&font));
-  }
-  return font_.Get();
 }
 
 void clsProgress::FontSize(float points) {

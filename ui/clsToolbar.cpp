@@ -70,6 +70,8 @@ void clsToolbar::AddBitmap(HBITMAP bitmap, Color maskColor) const {
   ImageList_AddMasked(ImageList(), bitmap, maskColor);
 }
 
+void clsToolbar::ClearImages() const { ImageList_RemoveAll(ImageList()); }
+
 int clsToolbar::AddButton(int image, const std::wstring& toolTip, const std::wstring& caption) {
   const int id = static_cast<int>(Send(TB_BUTTONCOUNT)) + 1;
   TBBUTTON button = {};

@@ -41,6 +41,9 @@ class clsToolbar : private GXISubclass {
   // The bitmap stays the caller's, and its masked pixels may change.
   void AddBitmap(HBITMAP bitmap, Color maskColor) const;
 
+  // The buttons keep the numbers of their images, for which others can be added then.
+  void ClearImages() const;
+
   // Adds a button at the end and returns its number. Without a text there is no tooltip; a caption
   // is on the right of the image.
   int AddButton(int image, const std::wstring& toolTip, const std::wstring& caption = {});

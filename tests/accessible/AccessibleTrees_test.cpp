@@ -4,6 +4,7 @@
 #include <commctrl.h>
 #include <gmock/gmock.h>
 
+#include <array>
 #include <optional>
 #include <string>
 
@@ -75,6 +76,30 @@ TEST_F(MainWindowTreeTest, TheStatusStripReportsThePlayersWordsAndNotTheTime) {
   EXPECT_THAT(heard.Of(strip), ElementsAre("name"));
   window->Open();
   EXPECT_THAT(heard.Of(strip), IsEmpty());
+}
+
+std::wstring RowText(HWND list, int row) {
+  std::array<wchar_t, 1'024> text = {};
+  LVITEMW item = {};
+  item.pszText = text.data();
+  item.cchTextMax = static_cast<int>(text.size());
+  SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+  return text.data();
+}
+
+TEST_F(MainWindowTreeTest, ARowSaysWhatItsTaskDoesAndReportsAChange) {
+  Tasks({{kInternetRadio, L"http://a"}, {kLocalMusic, L"b.mp3"}});
+  Open();
+  Pump();
+  EXPECT_THAT(RowText(list, 0), StartsWith(L"task 0，網路電台，已啟動，尚未執行，下次執行 "));
+  EXPECT_THAT(RowText(list, 1), StartsWith(L"task 1，本地音樂，已啟動，尚未執行，下次執行 "));
+  HeardEvents heard;
+  Select(0);
+  window->RunSelectedTask();
+  player.state = kPlayingState;
+  window->Open();
+  EXPECT_THAT(RowText(list, 0), StartsWith(L"task 0，網路電台，正在播放，已啟動，最後執行 "));
+  EXPECT_THAT(heard.Of(list), Contains("name 1"));
 }
 
 TEST_F(MainWindowTreeTest, AScreenReaderSetsTheVolume) {

@@ -4,7 +4,11 @@
 #include <commctrl.h>
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <initializer_list>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "notes/frmNotes.h"
 #include "notes/frmNotesEdit.h"
@@ -14,10 +18,43 @@
 #include "tests/radio/RadioFixture.h"
 #include "tests/scheduler/EditorFixture.h"
 #include "tests/support/ActingForm.h"
+#include "tests/support/ContrastScheme.h"
 #include "tests/support/GdiPlusSession.h"
 
 namespace tellurvane {
 namespace {
+
+// Grounds that we paint in the normal colours. Some native controls have the greys too.
+const std::vector<Color> kNormalGrounds = {
+    Rgb(0xF4, 0xF1, 0xFA), Rgb(0xF6, 0xF4, 0xFB), Rgb(0xFB, 0xFA, 0xFE), Rgb(0xFF, 0xF8, 0xE8),
+    Rgb(0xF5, 0xDE, 0xB2), Rgb(0x1E, 0x0A, 0x3C), Rgb(0xFB, 0xF1, 0xDC), Rgb(0x6A, 0x3F, 0xA0)};
+const std::vector<Color> kNormalGreys = {Rgb(0xEB, 0xEB, 0xEB), Rgb(0xF7, 0xF7, 0xF7),
+                                         Rgb(0xF3, 0xF3, 0xF3)};
+
+bool Has(const WindowPicture& picture, Color color) {
+  return std::ranges::find(picture.pixels, color) != picture.pixels.end();
+}
+
+// The window takes the colours of each scheme at once and none of its own grounds, and afterwards
+// it looks as before. `colors` are indices of system colours that it shows.
+void ExpectContrast(HWND window, const std::string& name, std::initializer_list<int> colors,
+                    const std::vector<Color>& grounds = kNormalGrounds) {
+  const WindowPicture normal = PictureOf(window);
+  SavePicture(normal, name);
+  for (const auto& [scheme, suffix] :
+       {std::pair{kBlackScheme, " black"}, std::pair{kWhiteScheme, " white"}}) {
+    const ContrastScheme switched(scheme, window);
+    const WindowPicture picture = PictureOf(window);
+    SavePicture(picture, name + suffix);
+    for (const int color : colors) {
+      EXPECT_TRUE(Has(picture, GetSysColor(color))) << name << suffix << " color " << color;
+    }
+    for (const Color ground : grounds) {
+      EXPECT_FALSE(Has(picture, ground)) << name << suffix << std::hex << " ground " << ground;
+    }
+  }
+  EXPECT_TRUE(PictureOf(window).pixels == normal.pixels) << name;
+}
 
 class MainWindowContrastTest : public FrmMainTest {
  protected:
@@ -49,13 +86,15 @@ class MainWindowContrastTest : public FrmMainTest {
 
 TEST_F(MainWindowContrastTest, TheMainWindow) {
   OpenWithTasks();
-  SavePicture(PictureOf(window->hwnd()), "main");
+  ExpectContrast(window->hwnd(), "main",
+                 {COLOR_WINDOW, COLOR_WINDOWTEXT, COLOR_BTNFACE, COLOR_BTNTEXT, COLOR_HIGHLIGHT,
+                  COLOR_HIGHLIGHTTEXT});
 }
 
 using EditorContrastTest = EditorFixture;
 TEST_F(EditorContrastTest, TheEditor) {
   tasks = {Task(L"a"), Task(L"b")};
-  Play(0, [&] { SavePicture(PictureOf(window), "editor"); });
+  Play(0, [&] { ExpectContrast(window, "editor", {COLOR_BTNFACE, COLOR_BTNTEXT, COLOR_WINDOW}); });
 }
 
 using RadioContrastTest = RadioFixture;
@@ -63,7 +102,10 @@ TEST_F(RadioContrastTest, TheRadioDirectory) {
   Play([&] {
     SearchHinet();
     SelectRow(1);
-    SavePicture(PictureOf(window), "radio");
+    ExpectContrast(window, "radio",
+                   {COLOR_WINDOW, COLOR_WINDOWTEXT, COLOR_BTNFACE, COLOR_BTNTEXT, COLOR_HIGHLIGHT,
+                    COLOR_HIGHLIGHTTEXT},
+                   kNormalGreys);
   });
 }
 
@@ -71,7 +113,8 @@ TEST(NoteEditorContrastTest, TheNoteEditor) {
   ActingForm owner;
   frmNotesEdit editor(L"喝水", [](const std::wstring&) {});
   owner.ActLater([&] {
-    SavePicture(PictureOf(editor.hwnd()), "note editor");
+    ExpectContrast(editor.hwnd(), "note editor",
+                   {COLOR_WINDOW, COLOR_WINDOWTEXT, COLOR_BTNFACE, COLOR_BTNTEXT});
     PostMessageW(editor.hwnd(), WM_CLOSE, 0, 0);
   });
   editor.Open(owner.hwnd());
@@ -82,13 +125,13 @@ TEST(NoteContrastTest, ANote) {
   frmNotes note(1, [](unsigned) {});
   note.Prepare(L"喝水\\r\\n休息", L"2026/11/21 上午 09:05:07", {});
   note.ShowNote();
-  SavePicture(PictureOf(note.hwnd()), "note");
+  ExpectContrast(note.hwnd(), "note", {COLOR_WINDOW, COLOR_WINDOWTEXT});
 }
 
 using ClockContrastTest = FrmTimeTest;
 TEST_F(ClockContrastTest, TheClock) {
   ShowAt(kMorning);
-  SavePicture(PictureOf(clock->hwnd()), "clock");
+  ExpectContrast(clock->hwnd(), "clock", {COLOR_WINDOW, COLOR_WINDOWTEXT, COLOR_HIGHLIGHT});
 }
 
 }  // namespace

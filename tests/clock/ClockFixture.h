@@ -24,9 +24,9 @@ inline constexpr Color kRed = Rgb(255, 0, 0);
 inline constexpr Color kBlue = Rgb(0, 0, 255);
 
 // The executable's digit strip.
-class Strip {
+class DigitStrip {
  public:
-  Strip()
+  DigitStrip()
       : picture_(LoadBitmapW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(102))),
         context_(CreateCompatibleDC(nullptr)),
         selected_(context_.Get(), picture_.Get()) {}
@@ -94,7 +94,7 @@ class FrmTimeTest : public testing::Test {
   std::string DigitsIn(Box box) const {
     std::string digits;
     for (int position = 0; position < (box == kYear ? 4 : 2); ++position) {
-      const std::vector<Color> shown = Strip::CellOf(ObjectOf(BoxWindow(box)).Dc(), position);
+      const std::vector<Color> shown = DigitStrip::CellOf(ObjectOf(BoxWindow(box)).Dc(), position);
       int digit = 0;
       while (digit < 10 && shown != strip.Cell(digit)) ++digit;
       digits += digit < 10 ? std::to_string(digit) : "?";
@@ -131,7 +131,7 @@ class FrmTimeTest : public testing::Test {
   Color Face(int x, int y) const { return PixelOf(clock->Dc(), x, y); }
 
   const DateSerial kMorning = At(2026, 11, 21, 9, 5, 7);
-  Strip strip;
+  DigitStrip strip;
   DateSerial now = 0;
   FadeLog log;
   int menus = 0;

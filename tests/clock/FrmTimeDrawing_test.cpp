@@ -23,7 +23,7 @@ TEST_F(FrmTimeTest, ShowsTheDigitsOfTheMomentWithLeadingZeros) {
     EXPECT_EQ(TimeShown(), row.time);
   }
   const WindowDc screen(BoxWindow(kSecond));
-  EXPECT_EQ(Strip::CellOf(screen.Get(), 1), strip.Cell(8)) << "it is on the screen too";
+  EXPECT_EQ(DigitStrip::CellOf(screen.Get(), 1), strip.Cell(8)) << "it is on the screen too";
 }
 
 TEST_F(FrmTimeTest, NoBoxCoversAnother) {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "tests/clock/ClockFixture.h"
+#include "tests/support/ContrastScheme.h"
 
 namespace tellurvane {
 namespace {
@@ -170,6 +171,28 @@ TEST_F(FrmTimeTest, LeaksNothing) {
               ShowAt(kMorning);
             }),
             ResourceCounts());
+}
+
+TEST_F(FrmTimeTest, DoesNotFadeWithoutAnimations) {
+  SetUserPreferences({.hasAnimations = [] { return false; }});
+  ShowAt(kMorning);
+  clock->Unload();
+  EXPECT_THAT(log.opacities, IsEmpty());
+  SetUserPreferences({});
+}
+
+// A switch of the colours is no new showing.
+TEST_F(FrmTimeTest, KeepsItsDateWhenTheColorsChange) {
+  ShowAt(kMorning);
+  const std::vector<Color> day = DigitStrip::CellOf(ObjectOf(BoxWindow(kDay)).Dc(), 1);
+  now += 1;
+  {
+    const ContrastScheme scheme(kBlackScheme, clock->hwnd());
+    EXPECT_NE(DigitStrip::CellOf(ObjectOf(BoxWindow(kDay)).Dc(), 1), day);
+    EXPECT_EQ(OpacityOf(clock->hwnd()), 255);
+  }
+  EXPECT_EQ(DigitStrip::CellOf(ObjectOf(BoxWindow(kDay)).Dc(), 1), day);
+  EXPECT_EQ(OpacityOf(clock->hwnd()), 210);
 }
 
 }  // namespace

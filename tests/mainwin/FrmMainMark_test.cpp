@@ -64,14 +64,20 @@ class FrmMainMarkTest : public FrmMainTest {
     for (int row = 0; row < std::min(rows, 3); ++row) marks += MarkOfRow(row);
     return marks;
   }
-  // As a screen reader asks for it.
+  // The name and the reason of a failure in the text that a screen reader asks for.
   std::wstring TextOf(int row) const {
-    std::array<wchar_t, 200> text = {};
+    std::array<wchar_t, 512> text = {};
     LVITEMW item = {};
     item.pszText = text.data();
     item.cchTextMax = static_cast<int>(text.size());
     SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-    return text.data();
+    std::wstring shown = text.data();
+    shown.resize(std::min(shown.find(L"，已"), shown.size()));
+    for (const std::wstring part : {L"，網路電台", L"，本地音樂", L"，應用程式", L"，記事提醒",
+                                    L"，正在播放", L"，正在開啟"}) {
+      if (const size_t at = shown.find(part); at != shown.npos) shown.erase(at, part.size());
+    }
+    return shown;
   }
 
   std::uint64_t passed = 1'000'000;

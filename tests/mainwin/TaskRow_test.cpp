@@ -76,11 +76,6 @@ TEST(MarkOf, ShowsTheFirstThatApplies) {
   }
 }
 
-TEST(TaskRowText, IsTheNameWithTheReasonOfAFailure) {
-  EXPECT_EQ(TaskRowText(Task(), {}), L"休息");
-  EXPECT_EQ(TaskRowText(Task(), FileIsMissing()), L"休息，找不到檔案");
-}
-
 TEST(MarkOf, IsNeverDueWithoutASchedule) {
   TaskRecord task = Task();
   task.Interval = 0;

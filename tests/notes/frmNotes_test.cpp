@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/ContrastScheme.h"
 #include "tests/support/FormProbe.h"
 #include "tests/support/GdiPlusSession.h"
 #include "tests/support/WindowTestSupport.h"
@@ -251,6 +252,25 @@ TEST_F(frmNotesTest, TheLeftButtonAloneDragsIt) {
 TEST_F(frmNotesTest, IsPulledBackWhenTheMouseMovesOverIt) {
   Show();
   ExpectPulledInside(note->hwnd(), note->hwnd());
+}
+
+TEST_F(frmNotesTest, DoesNotFadeWithoutAnimations) {
+  SetUserPreferences({.hasAnimations = [] { return false; }});
+  Prepare(L"喝水").ShowNote();
+  EXPECT_EQ(OpacityOf(note->hwnd()), 230);
+  note->Close();
+  EXPECT_FALSE(note->IsLoaded());
+  EXPECT_THAT(log.opacities, IsEmpty());
+  SetUserPreferences({});
+}
+
+TEST_F(frmNotesTest, IsOpaqueUnderHighContrast) {
+  Show();
+  {
+    const ContrastScheme scheme(kBlackScheme, note->hwnd());
+    EXPECT_EQ(OpacityOf(note->hwnd()), 255);
+  }
+  EXPECT_EQ(OpacityOf(note->hwnd()), 230);
 }
 
 }  // namespace
