@@ -24,6 +24,11 @@ MouseEvent EventOf(int button, WPARAM keys, LPARAM position) {
 
 }  // namespace
 
+int ShiftNow() {
+  const auto bit = [](int key, int bits) { return GetKeyState(key) < 0 ? bits : 0; };
+  return bit(VK_SHIFT, kShiftKey) | bit(VK_CONTROL, kControlKey) | bit(VK_MENU, kAltKey);
+}
+
 int ButtonsDown(WPARAM keys) {
   int buttons = kNoButton;
   if ((keys & MK_LBUTTON) != 0) buttons |= kLeftButton;

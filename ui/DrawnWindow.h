@@ -12,6 +12,9 @@ namespace tellurvane {
 enum MouseButton { kNoButton = 0, kLeftButton = 1, kRightButton = 2, kMiddleButton = 4 };
 enum ShiftState { kShiftKey = 1, kControlKey = 2, kAltKey = 4 };
 
+// The bits of ShiftState that are held while a message is handled.
+int ShiftNow();
+
 // The buttons among the MK_ bits of a mouse message.
 int ButtonsDown(WPARAM keys);
 

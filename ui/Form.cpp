@@ -118,8 +118,15 @@ void Form::Load(const FormArgs& args) {
   CreateBound(args.className.c_str(), CS_DBLCLKS, window);
   SendMessageW(hwnd(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(args.icons.big));
   SendMessageW(hwnd(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(args.icons.small));
-  AddKeyboardForm(hwnd());
+  AddKeyboardForm(hwnd(), [this](const MSG& message) {
+    constexpr LPARAM kWasDown = 1 << 30;
+    return Form_KeyDown({.key = static_cast<UINT>(message.wParam),
+                         .shift = ShiftNow(),
+                         .isRepeated = (message.lParam & kWasDown) != 0});
+  });
   Form_Load();
+  // Otherwise Windows shows the focus only after the first Tab.
+  SendMessageW(hwnd(), WM_CHANGEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS), 0);
 }
 
 void Form::Show() {
@@ -253,8 +260,8 @@ LRESULT Form::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     case WM_ACTIVATE:
       KeepFocus();
-      if (LOWORD(wParam) != WA_INACTIVE && focus_ != nullptr) {
-        ::SetFocus(focus_);
+      if (const HWND target = FocusTarget(); LOWORD(wParam) != WA_INACTIVE && target != nullptr) {
+        ::SetFocus(target);
         return 0;
       }
       return DrawnWindow::HandleMessage(message, wParam, lParam);
@@ -267,6 +274,25 @@ void Form::KeepFocus() {
   const HWND now = GetFocus();
   if (now != nullptr && IsChild(hwnd(), now)) focus_ = now;
   if (focus_ != nullptr && !IsChild(hwnd(), focus_)) focus_ = nullptr;
+}
+
+// The form itself may be hidden: its menu can be open.
+bool Form::CanTakeFocus(HWND control) const {
+  if (control == nullptr || !IsChild(hwnd(), control)) return false;
+  for (HWND window = control; window != hwnd(); window = GetParent(window)) {
+    const bool isVisible = (GetWindowLongPtrW(window, GWL_STYLE) & WS_VISIBLE) != 0;
+    if (!isVisible || !IsWindowEnabled(window)) return false;
+  }
+  return true;
+}
+
+HWND Form::FocusTarget() const {
+  if (CanTakeFocus(focus_)) return focus_;
+  if (CanTakeFocus(firstFocus_)) return firstFocus_;
+  // Returns a window that is no tab stop if there is none.
+  const HWND first = GetNextDlgTabItem(hwnd(), nullptr, FALSE);
+  const bool isStop = first != nullptr && (GetWindowLongPtrW(first, GWL_STYLE) & WS_TABSTOP) != 0;
+  return isStop && CanTakeFocus(first) ? first : nullptr;
 }
 
 }  // namespace tellurvane

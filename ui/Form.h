@@ -39,6 +39,13 @@ FormArgs DialogArgs(const std::wstring& caption, int widthTwips, int heightTwips
 // The executable's icon in the sizes of this screen. The process owns them.
 FormIcons ExecutableIcons();
 
+// A key that is pressed.
+struct KeyEvent {
+  UINT key = 0;   // a virtual key code
+  int shift = 0;  // bits of ShiftState
+  bool isRepeated = false;
+};
+
 // Unload ends the window, not the object. The handlers do nothing by default.
 class Form : public DrawnWindow {
  public:
@@ -84,19 +91,27 @@ class Form : public DrawnWindow {
   virtual void Form_Resize() {}
   // False keeps the window.
   virtual bool Form_Unload() { return true; }
+  // A key in the form, before the focused control gets it. True when it is handled.
+  virtual bool Form_KeyDown(const KeyEvent& /*event*/) { return false; }
   // Enter and Esc, unless the focused control needs them.
   virtual void Form_Enter() {}
   virtual void Form_Escape() {}
+
+  // The control that has the keyboard first; without one, the first of the Tab order.
+  void FirstFocus(HWND control) { firstFocus_ = control; }
 
   LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
  private:
   void OnDestroyed(HWND window) final;
   void KeepFocus();
+  bool CanTakeFocus(HWND control) const;
+  HWND FocusTarget() const;
   void ReleaseOwner();
 
-  bool isModal_ = false;              // shown by ShowModal, neither hidden nor unloaded since
-  HWND modalOwner_ = nullptr;         // disabled while the form is modal
+  bool isModal_ = false;       // shown by ShowModal, neither hidden nor unloaded since
+  HWND modalOwner_ = nullptr;  // disabled while the form is modal
+  HWND firstFocus_ = nullptr;
   HWND focus_ = nullptr;              // where the keyboard was when the form lost it
   bool pullInsideOnRestore_ = false;  // the screens changed while the form was minimised
 };

@@ -1,18 +1,30 @@
 #include "ui/MessageLoop.h"
 
-#include <set>
+#include <map>
+#include <utility>
+
+#include "ui/Boundary.h"
 
 namespace tellurvane {
 namespace {
 
-std::set<HWND>& KeyboardForms() {
-  static std::set<HWND> forms;
+std::map<HWND, KeyHandler>& KeyboardForms() {
+  static std::map<HWND, KeyHandler> forms;
   return forms;
+}
+
+// Outside of a window procedure, so it needs a boundary of its own.
+bool IsOwnKeyOf(HWND form, const MSG& message) {
+  if (message.message != WM_KEYDOWN && message.message != WM_SYSKEYDOWN) return false;
+  // Copied: the handler may close the form.
+  const KeyHandler handler = KeyboardForms().at(form);
+  return GuardBoundary([&] { return handler(message); });
 }
 
 void Dispatch(MSG& message) {
   const HWND root = message.hwnd == nullptr ? nullptr : GetAncestor(message.hwnd, GA_ROOT);
-  if (root != nullptr && IsKeyboardForm(root) && IsDialogMessageW(root, &message)) {
+  if (root != nullptr && IsKeyboardForm(root) &&
+      (IsOwnKeyOf(root, message) || IsDialogMessageW(root, &message))) {
     return;
   }
   TranslateMessage(&message);
@@ -49,7 +61,9 @@ void ProcessPendingMessages() {
   }
 }
 
-void AddKeyboardForm(HWND form) { KeyboardForms().insert(form); }
+void AddKeyboardForm(HWND form, KeyHandler keyDown) {
+  KeyboardForms().insert_or_assign(form, std::move(keyDown));
+}
 
 void RemoveKeyboardForm(HWND form) { KeyboardForms().erase(form); }
 

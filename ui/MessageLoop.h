@@ -16,8 +16,12 @@ void RunMessageLoopWhile(const std::function<bool()>& condition);
 // Handles the waiting messages and returns.
 void ProcessPendingMessages();
 
-// The loops handle the Tab, Enter and Esc keys of these top-level windows.
-void AddKeyboardForm(HWND form);
+// True when the key is handled.
+using KeyHandler = std::function<bool(const MSG& keyDown)>;
+
+// The loops handle the Tab, Enter and Esc keys of these top-level windows. Before that, and before
+// the control with the focus, `keyDown` gets each key that is pressed in the form.
+void AddKeyboardForm(HWND form, KeyHandler keyDown);
 void RemoveKeyboardForm(HWND form);
 bool IsKeyboardForm(HWND window);
 

@@ -8,21 +8,12 @@
 
 #include "base/PlatformText.h"
 #include "ui/Event.h"
+#include "ui/FocusFrame.h"
 #include "ui/ToolkitFont.h"
 #include "ui/clsLictView.h"
 
 namespace tellurvane {
 namespace {
-
-bool IsDown(int key) { return GetKeyState(key) < 0; }
-
-int ShiftNow() {
-  int shift = 0;
-  if (IsDown(VK_SHIFT)) shift |= kShiftKey;
-  if (IsDown(VK_CONTROL)) shift |= kControlKey;
-  if (IsDown(VK_MENU)) shift |= kAltKey;
-  return shift;
-}
 
 int ButtonOf(UINT message, WPARAM keys) {
   switch (message) {

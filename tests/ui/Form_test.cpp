@@ -8,6 +8,7 @@
 #include <memory>
 #include <vector>
 
+#include "ClipboardSupport.h"
 #include "tests/support/FormProbe.h"
 #include "tests/support/WindowTestSupport.h"
 #include "ui/Density.h"
@@ -30,7 +31,11 @@ class RecordingForm : public Form {
           .owner = owner});
   }
 
+  using Form::FirstFocus;
+
   std::vector<std::string> events;
+  std::vector<KeyEvent> keys;
+  bool takesKeys = false;
   bool mayUnload = true;
 
  protected:
@@ -39,6 +44,10 @@ class RecordingForm : public Form {
   bool Form_Unload() override {
     events.emplace_back("unload");
     return mayUnload;
+  }
+  bool Form_KeyDown(const KeyEvent& event) override {
+    keys.push_back(event);
+    return takesKeys;
   }
   void Form_Enter() override { events.emplace_back("enter"); }
   void Form_Escape() override { events.emplace_back("escape"); }
@@ -124,6 +133,64 @@ TEST(FormTest, EnterAndEscapeReachTheFormFromAControl) {
   PostMessageW(edit, WM_KEYDOWN, VK_ESCAPE, 0);
   EXPECT_TRUE(PumpUntil([&] { return form.events.size() >= 2; }));
   EXPECT_THAT(form.events, ElementsAre("enter", "escape"));
+}
+
+TEST(FormTest, AKeyReachesTheFormBeforeTheControl) {
+  RecordingForm form;
+  const HWND edit = CreateEdit(form.hwnd());
+  form.Show();
+  ::SetFocus(edit);
+  const auto press = [&](UINT message, UINT key, LPARAM lParam, bool takesKeys) {
+    form.keys.clear();
+    form.takesKeys = takesKeys;
+    const HeldKeys held({VK_SHIFT, VK_CONTROL});
+    PostMessageW(edit, message, key, lParam);
+    Pump();
+    EXPECT_EQ(form.keys.size(), 1U);
+    return form.keys.at(0);
+  };
+  CaughtMessage caught(edit, WM_KEYDOWN);
+  const KeyEvent first = press(WM_KEYDOWN, 'A', 1, false);
+  EXPECT_EQ(first.key, UINT{'A'});
+  EXPECT_EQ(first.shift, kShiftKey | kControlKey);
+  EXPECT_FALSE(first.isRepeated);
+  EXPECT_TRUE(press(WM_KEYDOWN, 'A', 0x4000'0001, true).isRepeated);
+  EXPECT_EQ(press(WM_SYSKEYDOWN, VK_F10, 1, true).key, UINT{VK_F10});
+  EXPECT_THAT(caught.Taken(), ElementsAre(WPARAM{'A'})) << "only what the form did not take";
+  PostMessageW(edit, WM_KEYUP, 'A', 1);
+  Pump();
+  EXPECT_EQ(form.keys.size(), 1U);
+}
+
+TEST(FormTest, TheKeyboardIsAtTheFirstControlAndComesBackToTheLast) {
+  RecordingForm form;
+  const HWND label = CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE, 0, 0, 50, 20,
+                                     form.hwnd(), nullptr, nullptr, nullptr);
+  const HWND first = CreateEdit(form.hwnd());
+  const HWND second = CreateEdit(form.hwnd());
+  const HWND third = CreateEdit(form.hwnd());
+  const auto activate = [&] {
+    SendMessageW(form.hwnd(), WM_ACTIVATE, WA_INACTIVE, 0);
+    ::SetFocus(nullptr);
+    SendMessageW(form.hwnd(), WM_ACTIVATE, WA_ACTIVE, 0);
+    return GetFocus();
+  };
+  form.Show();
+  EXPECT_EQ(GetFocus(), first) << "the first of the Tab order";
+  EXPECT_NE(GetFocus(), label);
+  ::SetFocus(third);
+  form.FirstFocus(second);
+  EXPECT_EQ(activate(), third);
+  EnableWindow(third, FALSE);
+  EXPECT_EQ(activate(), second) << "the last one cannot take it";
+  ::SetFocus(form.hwnd());
+  DestroyWindow(second);
+  EXPECT_EQ(activate(), first);
+}
+
+TEST(FormTest, TheFocusIsShownBeforeTheFirstTab) {
+  RecordingForm form;
+  EXPECT_EQ(SendMessageW(form.hwnd(), WM_QUERYUISTATE, 0, 0) & UISF_HIDEFOCUS, 0);
 }
 
 TEST(FormTest, AModalFormDisablesItsOwnerUntilItIsUnloaded) {
