@@ -23,6 +23,8 @@ void SliderModel::Max(double max) {
   value_ = std::min(value_, max_);
 }
 
+double SliderModel::Page() const { return std::max(kStep, max_ / 10); }
+
 double SliderModel::Fraction() const {
   if (value_ >= max_) return 1;
   return value_ / max_;

@@ -12,6 +12,9 @@ class SliderModel {
   // One turn of the wheel or one arrow key, whatever the maximum is.
   static constexpr double kStep = 2;
 
+  // One Page Up or Page Down key: a tenth of the whole, and no less than an arrow key.
+  double Page() const;
+
   double Value() const { return value_; }
   // Takes the nearest allowed value. Not-a-number counts as 0.
   void Value(double value);

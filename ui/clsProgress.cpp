@@ -278,6 +278,12 @@ bool clsProgress::HostKeyDown(UINT key) {
     case VK_UP:
       SetByUser(Value() + SliderModel::kStep);
       return true;
+    case VK_NEXT:
+      SetByUser(Value() - model_.Page());
+      return true;
+    case VK_PRIOR:
+      SetByUser(Value() + model_.Page());
+      return true;
     case VK_HOME:
       SetByUser(0);
       return true;

@@ -44,6 +44,15 @@ TEST(SliderModelTest, KeepsTheValueWithinZeroAndTheMaximum) {
   }
 }
 
+TEST(SliderModelTest, APageIsATenthAndNoLessThanAStep) {
+  const struct { double max, page; } rows[] = {{100, 10}, {205, 20.5}, {20, 2}, {5, 2}, {1, 2}};
+  for (const auto& [max, page] : rows) {
+    SliderModel model;
+    model.Max(max);
+    EXPECT_EQ(model.Page(), page) << max;
+  }
+}
+
 TEST(SliderModelTest, BringsTheValueDownWithTheMaximum) {
   SliderModel model = ModelOf(100, 80);
   model.Max(50);

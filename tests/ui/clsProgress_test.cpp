@@ -207,13 +207,13 @@ TEST_F(SliderTest, WheelOnAMaximumOfOneGoesStraightToTheEnds) {
   EXPECT_EQ(slider.Value(), 0);
 }
 
-TEST_F(SliderTest, KeysMoveTheValueLikeTheWheel) {
+TEST_F(SliderTest, KeysMoveTheValue) {
   struct Row {
     UINT key;
     double value;
   };
   for (const Row& row : {Row{VK_LEFT, 48}, Row{VK_DOWN, 48}, Row{VK_RIGHT, 52}, Row{VK_UP, 52},
-                         Row{VK_HOME, 0}, Row{VK_END, 100}}) {
+                         Row{VK_HOME, 0}, Row{VK_END, 100}, Row{VK_NEXT, 40}, Row{VK_PRIOR, 60}}) {
     slider.Value(50);
     Events();
     Key(row.key);
