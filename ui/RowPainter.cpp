@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "ui/FocusFrame.h"
 #include "ui/MemoryContext.h"
 
 namespace tellurvane {
@@ -34,6 +35,9 @@ LRESULT PaintListRow(const clsLictView& list, size_t rowCount, const NMLVCUSTOMD
                 .height = height,
                 .isSelected = list.Selected() == static_cast<int>(row),
                 .isOdd = row % 2 == 1});
+    if (GetFocus() == list.hwnd() && list.FocusedRow() == static_cast<int>(row)) {
+      DrawFocusFrame(picture->Dc(), {0, 0, width, height});
+    }
     BitBlt(draw.nmcd.hdc, static_cast<int>(bounds.left), static_cast<int>(bounds.top), width,
            height, picture->Dc(), 0, 0, SRCCOPY);
   }

@@ -171,6 +171,29 @@ void clsLictView::SetSelectList(int row) {
   EnsureVisible(row);
 }
 
+int clsLictView::FocusedRow() const {
+  if (list_ == nullptr) return -1;
+  return Ask(list_, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED);
+}
+
+// Not every version of the native list does this itself.
+void clsLictView::FocusSomeRow() {
+  if (HasKeyboard() && HasRow(0) && FocusedRow() < 0) {
+    SetRowState(list_, 0, LVIS_FOCUSED, LVIS_FOCUSED);
+  }
+}
+
+// The focused row is marked only while the list has the keyboard.
+void clsLictView::FocusMoved() {
+  FocusSomeRow();
+  if (list_ == nullptr) return;
+  if (ListCount() == 0) {
+    InvalidateRect(list_, nullptr, TRUE);
+  } else if (const int row = FocusedRow(); row >= 0) {
+    InvalidateRows(row, row);
+  }
+}
+
 void clsLictView::EnsureVisible(int row) {
   if (HasRow(row)) SendMessageW(list_, LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
 }
@@ -182,6 +205,7 @@ int clsLictView::ListCount() const { return Ask(list_, LVM_GETITEMCOUNT); }
 void clsLictView::ListCount(int count) {
   checked_.erase(checked_.lower_bound(count), checked_.end());
   SendMessageW(list_, LVM_SETITEMCOUNT, static_cast<WPARAM>(count), LVSICF_NOSCROLL);
+  FocusSomeRow();
 }
 
 void clsLictView::Clear() {

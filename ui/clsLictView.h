@@ -68,6 +68,9 @@ class clsLictView final : public GXISubclass {
   // Selects and focuses the row and scrolls it into view. -1 selects nothing; a row that does not
   // exist changes nothing.
   void SetSelectList(int row);
+  // The row that the keyboard is on, selected or not. A list with the keyboard has one unless it is
+  // empty.
+  int FocusedRow() const;
   void EnsureVisible(int row);
   // 0 or 1.
   int SelCount() const;
@@ -178,11 +181,15 @@ class clsLictView final : public GXISubclass {
   int FindRow(const NMLVFINDITEMW& search);
   void DrawEmptyText() const;
   void TakeSystemColors() const;
+  void DrawEmptyFocus() const;
 
   void RaiseItemChanged(const NMLISTVIEW& change);
 
   bool HasRow(int row) const { return row >= 0 && row < ListCount(); }
   bool WantsKey(const MSG* message) const;
+  bool HasKeyboard() const { return list_ != nullptr && GetFocus() == list_; }
+  void FocusSomeRow();
+  void FocusMoved();
   void InvalidateRows(int first, int last);
   int HeaderBottom() const;
   int ClientBottom() const;

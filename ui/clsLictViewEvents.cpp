@@ -50,8 +50,9 @@ void clsLictView::SubclassBoth() {
   for (UINT message = WM_MOUSEMOVE; message <= WM_MBUTTONDBLCLK; ++message) {
     engine_.AddMessage(list_, message, kBeforePrevious);
   }
-  for (const UINT message : std::initializer_list<UINT>{WM_KEYDOWN, WM_KEYUP, WM_GETDLGCODE,
-                                                        WM_NOTIFY, WM_PAINT, WM_NCDESTROY}) {
+  for (const UINT message :
+       std::initializer_list<UINT>{WM_KEYDOWN, WM_KEYUP, WM_GETDLGCODE, WM_NOTIFY, WM_PAINT,
+                                   WM_SETFOCUS, WM_KILLFOCUS, WM_NCDESTROY}) {
     engine_.AddMessage(list_, message, kBeforePrevious);
   }
   engine_.Subclass(container_, *this, 0);
@@ -90,6 +91,13 @@ LRESULT clsLictView::zLVCallBack(HWND window, UINT message, WPARAM wParam, LPARA
     case WM_PAINT: {
       const LRESULT result = engine_.CallOldWndProc(window, message, wParam, lParam);
       DrawEmptyText();
+      DrawEmptyFocus();
+      return result;
+    }
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS: {
+      const LRESULT result = engine_.CallOldWndProc(window, message, wParam, lParam);
+      FocusMoved();
       return result;
     }
     case WM_NCDESTROY:
@@ -205,6 +213,15 @@ void clsLictView::DrawEmptyText() const {
   const LONG spare = (client.bottom - client.top) - (needed.bottom - needed.top);
   client.top += std::max(spare, LONG{0}) / 2;
   DrawTextW(context.Get(), emptyText_.c_str(), -1, &client, kLayout);
+}
+
+void clsLictView::DrawEmptyFocus() const {
+  if (!HasKeyboard() || ListCount() > 0) return;
+  RECT client = {};
+  GetClientRect(list_, &client);
+  client.top = HeaderBottom();
+  const WindowDc context(list_);
+  DrawFocusFrame(context.Get(), client);
 }
 
 LRESULT clsLictView::RaiseCustomDraw(NMLVCUSTOMDRAW& draw) const {

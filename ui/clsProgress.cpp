@@ -11,6 +11,7 @@
 #include "ui/AccessibleObject.h"
 #include "ui/Density.h"
 #include "ui/Event.h"
+#include "ui/FocusFrame.h"
 #include "ui/ModTheme.h"
 #include "ui/ToolkitFont.h"
 #include "ui/UserPreferences.h"
@@ -143,9 +144,7 @@ void clsProgress::Draw(Color accent) {
   }
   if (isFocused_ && !track.IsEmpty()) {
     const RECT box = {track.left, track.top, track.right, track.bottom};
-    const UniqueBrush brush(CreateSolidBrush(
-        ModTheme::TranslateColor(IsHighContrast() ? SystemColor(COLOR_WINDOWTEXT) : accent)));
-    FrameRect(target, &box, brush.Get());
+    DrawFocusFrame(target, box);
   }
   if (!text_.empty()) PrintText(text_, isEnabled ? kCaptionColor : kDisabledCaptionColor);
 

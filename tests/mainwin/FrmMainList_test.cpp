@@ -111,6 +111,7 @@ TEST_F(FrmMainListTest, AnEmptyListSaysWhyOnlyWhileItsFileIsLocked) {
   Tasks({{kReminderNote, L"a"}});
   Lock();
   Open();
+  SetFocus(toolbar);
   EXPECT_GT(Ink(), 100);
   locked.Reset();
   WriteBytes(ListPath(), "");

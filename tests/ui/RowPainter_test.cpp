@@ -58,5 +58,33 @@ TEST_F(RowPainterTest, PaintsEachRowOfTheOwnerFromEdgeToEdge) {
   EXPECT_EQ(OnScreen(0, top), kPaint) << "scrolled sideways";
 }
 
+TEST_F(RowPainterTest, FramesTheFocusedRowWhileTheListHasTheKeyboard) {
+  constexpr Color kIndigo = Rgb(0x4B, 0x00, 0x82);
+  const auto framed = [&] {
+    Pump();
+    std::vector<int> rows;
+    for (int row = 0; row < static_cast<int>(kRows); ++row) {
+      const int top = list.GetItemTop(row);
+      const int bottom = top + list.GetItemHeight() - 1;
+      const bool hasFrame = OnScreen(0, top) == kIndigo && OnScreen(299, bottom) == kIndigo;
+      if (hasFrame) rows.push_back(row);
+    }
+    return rows;
+  };
+  using Rows = std::vector<int>;
+  EXPECT_EQ(framed(), Rows{});
+  list.SetFocus();
+  EXPECT_EQ(framed(), Rows{0});
+  EXPECT_EQ(list.Selected(), -1) << "focused and not selected";
+  EXPECT_EQ(list.FocusedRow(), 0);
+  list.SetSelectList(2);
+  EXPECT_EQ(framed(), Rows{2});
+  form.SetFocus();
+  EXPECT_EQ(framed(), Rows{});
+  EXPECT_EQ(list.FocusedRow(), 2);
+  list.SetFocus();
+  EXPECT_EQ(framed(), Rows{2});
+}
+
 }  // namespace
 }  // namespace tellurvane

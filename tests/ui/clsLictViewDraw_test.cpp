@@ -148,6 +148,24 @@ TEST_F(ListDrawTest, ASelectedRowIsPaintedBesideTheColumnsToo) {
   }
 }
 
+TEST_F(ListDrawTest, AnEmptyListIsFramedWhileItHasTheKeyboardAndItsFirstRowIsFocused) {
+  constexpr Color kIndigo = Rgb(0x4B, 0x00, 0x82);
+  const auto isFramed = [&] {
+    Pump();
+    return OnScreen(0, list.Bottom()) == kIndigo && OnScreen(299, 199) == kIndigo;
+  };
+  EXPECT_FALSE(isFramed());
+  list.SetFocus();
+  EXPECT_TRUE(isFramed());
+  form.SetFocus();
+  EXPECT_FALSE(isFramed());
+  list.SetFocus();
+  list.ListCount(2);
+  EXPECT_EQ(list.FocusedRow(), 0);
+  EXPECT_EQ(list.Selected(), -1);
+  EXPECT_FALSE(isFramed());
+}
+
 class ListEmptyTextTest : public ListTest {
  protected:
   // The number of pixels below the rows that differ from the window's colour.

@@ -12,6 +12,7 @@ constexpr Color kGoldInside = Rgb(244, 232, 196);
 constexpr Color kGreyBar = Rgb(194, 194, 194);
 constexpr Color kGreyInside = Rgb(231, 231, 231);
 constexpr Color kGoldAccent = Rgb(206, 154, 0);
+constexpr Color kIndigo = Rgb(0x4B, 0x00, 0x82);
 
 class SliderPaintTest : public SliderTest {
  protected:
@@ -66,7 +67,7 @@ TEST_F(SliderPaintTest, ANewValueIsOnTheScreenWhenItIsReported) {
   EXPECT_EQ(seen, kGoldInside);
 }
 
-TEST_F(SliderPaintTest, IsGreyWhenDisabledAndFramedInTheAccentWhenFocused) {
+TEST_F(SliderPaintTest, IsGreyWhenDisabledAndFramedInIndigoWhenFocused) {
   slider.Value(50);
   host.Enabled(false);
   ExpectColors({{0, 0, kGreyBar}, {32, 6, kGreyBar}, {33, 6, kGreyInside}, {64, 12, kGreyBar}});
@@ -77,7 +78,7 @@ TEST_F(SliderPaintTest, IsGreyWhenDisabledAndFramedInTheAccentWhenFocused) {
   host.Enabled(true);
   ExpectColors({{0, 0, kGoldBar}});
   host.SetFocus();
-  ExpectColors({{0, 0, kGoldAccent}, {64, 12, kGoldAccent}, {50, 6, kGoldInside}});
+  ExpectColors({{0, 0, kIndigo}, {64, 12, kIndigo}, {63, 11, kGoldInside}});
   form.SetFocus();
   ExpectColors({{0, 0, kGoldBar}});
 }
