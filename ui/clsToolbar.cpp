@@ -14,8 +14,10 @@
 namespace tellurvane {
 namespace {
 
-constexpr DWORD kStyle =
-    WS_CHILD | WS_VISIBLE | TBSTYLE_FLAT | TBSTYLE_TOOLTIPS | CCS_NODIVIDER | CCS_NORESIZE;
+constexpr DWORD kStyle = WS_CHILD | WS_VISIBLE | WS_TABSTOP | TBSTYLE_FLAT | TBSTYLE_TOOLTIPS |
+                         CCS_NODIVIDER | CCS_NORESIZE;
+
+constexpr LPARAM kWasDown = 1 << 30;  // the key was down before the message
 
 }  // namespace
 
@@ -49,7 +51,12 @@ void clsToolbar::SubclassBoth() {
   }
   subclass_.AddMessage(host_->hwnd(), WM_SIZE, kAfterPrevious);
   subclass_.Subclass(toolbar_, *this, 0);
-  subclass_.AddMessage(toolbar_, WM_NCDESTROY, kBeforePrevious);
+  for (const UINT message : std::initializer_list<UINT>{WM_GETDLGCODE, WM_KEYDOWN, WM_NCDESTROY}) {
+    subclass_.AddMessage(toolbar_, message, kBeforePrevious);
+  }
+  for (const UINT message : std::initializer_list<UINT>{WM_SETFOCUS, WM_KILLFOCUS, WM_PAINT}) {
+    subclass_.AddMessage(toolbar_, message, kAfterPrevious);
+  }
   if (auto* const tips = reinterpret_cast<HWND>(Send(TB_GETTOOLTIPS)); tips != nullptr) {
     subclass_.Subclass(tips, *this, 0);
     subclass_.AddMessage(tips, WM_CLOSE, kBeforePrevious);
@@ -173,6 +180,20 @@ void clsToolbar::WndProc(bool /*before*/, bool& handled, LRESULT& result, HWND /
     case WM_SIZE:
       SetWindowPos(toolbar_, nullptr, 0, 0, host_->ScaleWidth(), host_->ScaleHeight(),
                    SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+      break;
+    case WM_GETDLGCODE:
+      handled = true;
+      result = DialogCode(reinterpret_cast<const MSG*>(lParam));
+      break;
+    case WM_KEYDOWN:
+      handled = OnKeyDown(static_cast<UINT>(wParam), (lParam & kWasDown) != 0);
+      break;
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS:
+      RedrawFocus();
+      break;
+    case WM_PAINT:
+      PaintFocus();
       break;
     case WM_NCDESTROY:
       // Another window may get the handle later.

@@ -15,7 +15,8 @@
 namespace tellurvane {
 
 // Buttons are numbered from 1 in the order of AddButton; the number is the command identifier.
-// Images are numbered from 0. For an unknown button setters do nothing, getters return false or -1.
+// The Tab key stops at the toolbar. Images are numbered from 0. For an unknown button setters do
+// nothing, getters return false or -1.
 class clsToolbar : private GXISubclass {
  public:
   clsToolbar() = default;
@@ -55,6 +56,11 @@ class clsToolbar : private GXISubclass {
   bool Enabled(int id) const;
   void Enabled(int id, bool enabled);
 
+  // True while ButtonClick is raised by a key.
+  bool IsPressedByKey() const { return isPressedByKey_; }
+  // On the screen.
+  RECT ButtonPlace(int id) const;
+
   // The size in pixels that all visible buttons take together, for the host to be fitted to.
   SIZE ButtonsSize() const;
 
@@ -72,6 +78,13 @@ class clsToolbar : private GXISubclass {
                WPARAM wParam, LPARAM lParam, LONG_PTR& userParam) override;
   void SubclassBoth();
   bool HandleNotify(NMHDR& notification);
+  int ButtonCount() const { return static_cast<int>(toolTips_.size()); }
+  static LRESULT DialogCode(const MSG* message);
+  bool OnKeyDown(UINT key, bool isRepeated);
+  void MoveFocus(int from, int step);
+  void PressFocused();
+  void RedrawFocus() const;
+  void PaintFocus() const;
   void ShowCaptions();
   void ChangeState(int id, BYTE bit, bool isSet);
   LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
@@ -80,6 +93,8 @@ class clsToolbar : private GXISubclass {
   HWND toolbar_ = nullptr;
   UniqueImageList images_;
   std::vector<ToolTip> toolTips_;  // the first one is button 1's
+  int focused_ = 1;                // the button that a key presses
+  bool isPressedByKey_ = false;
   GXMSubclass subclass_;
 };
 

@@ -5,6 +5,7 @@
 #include <array>
 #include <memory>
 
+#include "ControlTestSupport.h"
 #include "SubclassTestSupport.h"
 #include "tests/support/FormProbe.h"
 #include "tests/support/WindowTestSupport.h"
@@ -15,7 +16,7 @@ namespace {
 constexpr int kImageSize = 16;
 constexpr Color kRed = Rgb(255, 0, 0);
 constexpr Color kGreen = Rgb(0, 128, 0);
-constexpr Color kHostColor = Rgb(200, 220, 255);
+constexpr Color kIndigo = Rgb(0x4B, 0x00, 0x82);
 
 // Images of plain colours in a white margin of two pixels, side by side.
 UniqueBitmap MakeImages(const std::vector<Color>& colors) {
@@ -84,7 +85,7 @@ class ToolbarTest : public testing::Test {
     return request.lpszText;
   }
 
-  TestForm form;
+  KeyForm form;
   std::unique_ptr<PictureBox> host = std::make_unique<PictureBox>();
   std::unique_ptr<clsToolbar> toolbar = std::make_unique<clsToolbar>();
   std::vector<int> clicks;
@@ -154,6 +155,84 @@ TEST_F(ToolbarTest, ReportsAPressedButtonThatIsEnabled) {
   toolbar->Enabled(1, false);
   Click(1);
   EXPECT_EQ(clicks, (std::vector<int>{2, 1}));
+}
+
+// Through the message loop.
+class ToolbarKeysTest : public ToolbarTest {
+ protected:
+  void SetUp() override {
+    ToolbarTest::SetUp();
+    for (int i = 0; i < 5; ++i) toolbar->AddButton(0, L"", L"按鈕");
+    toolbar->Enabled(3, false);
+    form.SetFocus();
+    Key(form.hwnd(), VK_TAB);
+    ASSERT_EQ(GetFocus(), toolbar->hwnd());
+  }
+  static void Key(HWND window, UINT key, LPARAM lParam = 1) {
+    PostMessageW(window, WM_KEYDOWN, key, lParam);
+    Pump();
+  }
+  std::vector<int> PressedAfter(const std::vector<UINT>& keys) {
+    clicks.clear();
+    for (const UINT key : keys) Key(toolbar->hwnd(), key);
+    return clicks;
+  }
+  // The pixels of a button on the screen.
+  std::vector<Color> Picture(int id) const {
+    RECT place = {};
+    Ask(TB_GETRECT, static_cast<WPARAM>(id), reinterpret_cast<LPARAM>(&place));
+    const WindowDc screen(toolbar->hwnd());
+    return PixelsIn(screen.Get(), place);
+  }
+};
+
+TEST_F(ToolbarKeysTest, ArrowsMoveAndEnterAndSpacePress) {
+  using Numbers = std::vector<int>;
+  EXPECT_EQ(PressedAfter({VK_RETURN}), Numbers{1});
+  EXPECT_EQ(PressedAfter({VK_RIGHT, VK_SPACE}), Numbers{2});
+  EXPECT_EQ(PressedAfter({VK_DOWN, VK_RETURN}), Numbers{4}) << "passes over a disabled button";
+  EXPECT_EQ(PressedAfter({VK_RIGHT, VK_RIGHT, VK_RETURN}), Numbers{5}) << "ends at the last one";
+  EXPECT_EQ(PressedAfter({VK_LEFT, VK_UP, VK_RETURN}), Numbers{2});
+  EXPECT_EQ(PressedAfter({VK_END, VK_RETURN}), Numbers{5});
+  EXPECT_EQ(PressedAfter({VK_HOME, VK_LEFT, VK_RETURN}), Numbers{1});
+  EXPECT_EQ(form.enters, 0);
+}
+
+TEST_F(ToolbarKeysTest, AKeyThatIsHeldDownAndADisabledButtonPressNothing) {
+  constexpr LPARAM kRepeated = 0x4000'0001;
+  for (const UINT key : {VK_RETURN, VK_SPACE}) Key(toolbar->hwnd(), key, kRepeated);
+  EXPECT_TRUE(clicks.empty());
+  toolbar->Enabled(1, false);
+  EXPECT_TRUE(PressedAfter({VK_RETURN, VK_SPACE}).empty());
+  toolbar->Enabled(1, true);
+  EXPECT_EQ(PressedAfter({VK_RETURN}), std::vector<int>{1}) << "the keyboard stayed there";
+}
+
+TEST_F(ToolbarKeysTest, TellsAKeyFromTheMouse) {
+  bool isByKey = false;
+  toolbar->ButtonClick = [&](int) { isByKey = toolbar->IsPressedByKey(); };
+  Key(toolbar->hwnd(), VK_RETURN);
+  EXPECT_TRUE(isByKey);
+  Click(1);
+  EXPECT_FALSE(isByKey);
+}
+
+TEST_F(ToolbarKeysTest, FramesTheButtonThatAKeyPresses) {
+  const auto framed = [&] {
+    Pump();
+    std::vector<int> buttons;
+    for (int id = 1; id <= 5; ++id) {
+      const std::vector<Color> picture = Picture(id);
+      const bool hasFrame = picture.front() == kIndigo && picture.back() == kIndigo;
+      if (hasFrame) buttons.push_back(id);
+    }
+    return buttons;
+  };
+  EXPECT_EQ(framed(), std::vector<int>{1});
+  Key(toolbar->hwnd(), VK_END);
+  EXPECT_EQ(framed(), std::vector<int>{5});
+  form.SetFocus();
+  EXPECT_EQ(framed(), std::vector<int>{});
 }
 
 TEST_F(ToolbarTest, ACommandOfAnotherWindowIsNoButton) {
