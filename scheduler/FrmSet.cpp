@@ -128,7 +128,8 @@ void FrmSet::BeginEditing() {
 void FrmSet::cmdDel_Click() {
   if (!editor_.Abilities().removeTask) return;
   const std::wstring name = editor_.Task(*editor_.SelectedRow()).Name;
-  if (Ask(L"您確定要移除【" + name + L"】嗎？", MB_YESNO | MB_ICONQUESTION) != IDYES) return;
+  const std::wstring question = L"您確定要移除【" + name + L"】嗎？";
+  if (Ask(question, MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2) != IDYES) return;
   editor_.Remove();
   RefreshList();
   ShowFields();

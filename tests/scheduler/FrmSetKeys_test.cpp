@@ -123,7 +123,8 @@ TEST_F(FrmSetKeysTest, TheListHasKeysOfItsOwn) {
     Press(VK_ESCAPE);
     answer = IDYES;
     Press(VK_DELETE);
-    EXPECT_THAT(asked, ElementsAre(Question{L"您確定要移除【b】嗎？", MB_YESNO | MB_ICONQUESTION}));
+    EXPECT_THAT(asked, ElementsAre(Question{L"您確定要移除【b】嗎？",
+                                            MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2}));
     EXPECT_THAT(Rows(), ElementsAre(L"a"));
     EXPECT_EQ(WindowText(txtName), L"a") << "the row that is selected then";
     Press(VK_DELETE);
