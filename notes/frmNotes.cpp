@@ -32,6 +32,7 @@ constexpr int kHairlineY = 20;
 constexpr int kLowerMargin = 10;
 constexpr int kImageMargin = 4;
 constexpr int kImageSize = 16;
+constexpr int kFocusedEdge = 3;  // without the keyboard it is a pixel of the screen
 
 constexpr ModTheme::TextFont kTimeFont = {.size = 12, .style = ModTheme::kBold};
 constexpr ModTheme::TextFont kTextFont = {.size = 16, .style = ModTheme::kBold};
@@ -92,8 +93,10 @@ LRESULT CloseImage::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   }
 }
 
-frmNotes::frmNotes(unsigned number, Pause pause)
-    : className_(L"frmNotes" + std::to_wstring(number)), pause_(std::move(pause)) {}
+frmNotes::frmNotes(unsigned number, Pause pause, NoteKeyboard keyboard)
+    : className_(L"frmNotes" + std::to_wstring(number)),
+      pause_(std::move(pause)),
+      keyboard_(std::move(keyboard)) {}
 
 frmNotes::~frmNotes() {
   Unload();
@@ -166,16 +169,17 @@ int frmNotes::HeightNeeded() {
 void frmNotes::Draw(HDC context) {
   const int width = ScaleWidth();
   const int height = ScaleHeight();
+  const int edge = isFocused_ ? Scaled(kFocusedEdge) : 1;
   ModTheme::SolidFill(context, 0, 0, width, height, kEdge);
-  for (int y = 1; y < height - 1; ++y) {
-    ModTheme::SolidFill(context, 1, y, width - 2, 1, PaperAt(y, height));
+  for (int y = edge; y < height - edge; ++y) {
+    ModTheme::SolidFill(context, edge, y, width - 2 * edge, 1, PaperAt(y, height));
   }
   const int hairlineX = Scaled(2 * kTimeX);
   ModTheme::SolidFill(context, hairlineX, Scaled(kHairlineY), width - 2 * hairlineX, 1, kHairline);
   ModTheme::Text(context, FormTime_, kTimeX, kTimeY, {.text = ModTheme::kIndigoText}, kTimeFont);
   ModTheme::Text(context, text_, kTextX, kTextY, {.text = ModTheme::kBlackText}, kTextFont);
   // Again, over a text that is too long for its line.
-  ModTheme::SolidFill(context, width - 1, 0, 1, height, kEdge);
+  ModTheme::SolidFill(context, width - edge, 0, edge, height, kEdge);
 }
 
 void frmNotes::ShowNote() {
@@ -189,6 +193,7 @@ void frmNotes::ShowNote() {
 
 void frmNotes::Close() {
   if (!IsLoaded() || std::exchange(isClosing_, true)) return;
+  if (GetActiveWindow() == hwnd()) Raise(keyboard_.isFree);
   if (HasAnimations()) Fade(kFadeOut);
   Unload();
 }
@@ -209,10 +214,28 @@ void frmNotes::Form_MouseDown(const MouseEvent& event) {
   if (event.button == kLeftButton) BeginDrag();
 }
 
+bool frmNotes::Form_KeyDown(const KeyEvent& event) {
+  if (event.key != VK_F6) return false;
+  if (!event.isRepeated) Raise(keyboard_.next);
+  return true;
+}
+
 LRESULT frmNotes::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message != WM_CLOSE) return Form::HandleMessage(message, wParam, lParam);
-  Close();
-  return 0;
+  switch (message) {
+    case WM_CLOSE:
+      Close();
+      return 0;
+    case WM_MOUSEACTIVATE:
+      Raise(keyboard_.isTaken);
+      return Form::HandleMessage(message, wParam, lParam);
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS:
+      isFocused_ = message == WM_SETFOCUS;
+      Redraw();
+      return 0;
+    default:
+      return Form::HandleMessage(message, wParam, lParam);
+  }
 }
 
 }  // namespace tellurvane

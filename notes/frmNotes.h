@@ -14,6 +14,16 @@
 
 namespace tellurvane {
 
+// A note and the keyboard. Any may be left empty.
+struct NoteKeyboard {
+  // A click is about to give the keyboard to the note.
+  std::function<void()> isTaken;
+  // The note that has the keyboard closes.
+  std::function<void()> isFree;
+  // F6: the keyboard goes to the next window.
+  std::function<void()> next;
+};
+
 // The close image. It lights up under the pointer.
 class CloseImage final : public PictureBox {
  public:
@@ -33,7 +43,7 @@ class CloseImage final : public PictureBox {
 class frmNotes final : public Form {
  public:
   // Each note of a process needs a number of its own: its window class is named after it.
-  frmNotes(unsigned number, Pause pause);
+  frmNotes(unsigned number, Pause pause, NoteKeyboard keyboard = {});
   frmNotes(const frmNotes&) = delete;
   frmNotes& operator=(const frmNotes&) = delete;
   ~frmNotes() override;
@@ -49,6 +59,8 @@ class frmNotes final : public Form {
  private:
   void Form_Load() override;
   bool Form_Unload() override;
+  bool Form_KeyDown(const KeyEvent& event) override;
+  void Form_Enter() override { Close(); }
   void Form_Escape() override { Close(); }
   LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   void ColorsChanged() override;
@@ -63,10 +75,12 @@ class frmNotes final : public Form {
 
   std::wstring className_;
   Pause pause_;
+  NoteKeyboard keyboard_;
   std::wstring text_;
   std::wstring FormTime_;
   ULONG_PTR savedClassStyle_ = 0;
   bool isClosing_ = false;
+  bool isFocused_ = false;
   CloseImage picCerrar_;
 };
 

@@ -93,6 +93,17 @@ TEST_F(NoteStackTest, AClosedNoteGivesItsPlaceFreeAndAFullColumnBeginsAnother) {
   EXPECT_LT(newest.left, first.left);
 }
 
+TEST_F(NoteStackTest, NamesTheOpenNotesFromTheOldestOn) {
+  EXPECT_TRUE(stack.Windows().empty());
+  for (int i = 0; i < 3; ++i) stack.Show(L"a", L"b");
+  const std::vector<HWND> all = stack.Windows();
+  ASSERT_EQ(all.size(), 3U);
+  EXPECT_LT(OnScreen(all[0]).top, OnScreen(all[1]).top);
+  EXPECT_LT(OnScreen(all[1]).top, OnScreen(all[2]).top);
+  SendMouse(all[1], WM_LBUTTONDBLCLK, 50, 50, MK_LBUTTON);
+  EXPECT_EQ(stack.Windows(), (std::vector<HWND>{all[0], all[2]}));
+}
+
 TEST_F(NoteStackTest, LeaksNothing) {
   EXPECT_EQ(LeakedBy([this] {
               stack.Show(L"一\\r\\n二", L"09:05:07");

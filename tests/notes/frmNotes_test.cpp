@@ -52,6 +52,11 @@ class frmNotesTest : public testing::Test {
   void DoubleClick(int x, int y) const {
     SendMouse(note->hwnd(), WM_LBUTTONDBLCLK, x, y, MK_LBUTTON);
   }
+  void Press(UINT key, LPARAM lParam = 1) const {
+    SetFocus(note->hwnd());
+    PostMessageW(note->hwnd(), WM_KEYDOWN, key, lParam);
+    Pump();
+  }
   HWND CloseImageWindow() const { return InsideOf(note->hwnd(), L"TellurvanePictureBox").at(0); }
   // The rows of pixels, top to bottom, that have black ink below the time.
   struct Band {
@@ -184,12 +189,8 @@ TEST_F(frmNotesTest, ClosesInEachOfItsWays) {
       {"double-click at the bottom", [this] { DoubleClick(359, 119); }},
       {"close message", [this] { SendMessageW(note->hwnd(), WM_CLOSE, 0, 0); }},
       {"close image", [this] { SendMouse(CloseImageWindow(), WM_LBUTTONUP, 8, 8); }},
-      {"Esc",
-       [this] {
-         SetFocus(note->hwnd());
-         PostMessageW(note->hwnd(), WM_KEYDOWN, VK_ESCAPE, 1);
-         PumpUntil([this] { return !note->IsLoaded(); });
-       }},
+      {"Esc", [this] { Press(VK_ESCAPE); }},
+      {"Enter", [this] { Press(VK_RETURN); }},
   };
   for (const auto& [name, close] : ways) {
     Show();
@@ -197,6 +198,41 @@ TEST_F(frmNotesTest, ClosesInEachOfItsWays) {
     EXPECT_FALSE(note->IsLoaded()) << name;
     EXPECT_EQ(log.opacities.size(), 6U) << name;
   }
+}
+
+TEST_F(frmNotesTest, ReportsWhenItTakesTheKeyboardPassesItOnAndGivesItBack) {
+  std::vector<std::string> events;
+  note = std::make_unique<frmNotes>(1'001, log.Pause(),
+                                    NoteKeyboard{.isTaken = [&] { events.emplace_back("taken"); },
+                                                 .isFree = [&] { events.emplace_back("free"); },
+                                                 .next = [&] { events.emplace_back("next"); }});
+  note->Prepare(L"a", L"b", {});
+  log.window = note->hwnd();
+  TestForm other;
+  SetForegroundWindow(other.hwnd());
+  note->ShowNote();
+  EXPECT_EQ(GetForegroundWindow(), other.hwnd());
+  SendMessageW(note->hwnd(), WM_MOUSEACTIVATE, reinterpret_cast<WPARAM>(note->hwnd()),
+               MAKELPARAM(HTCLIENT, WM_LBUTTONDOWN));
+  Press(VK_F6);
+  Press(VK_F6, 0x4000'0001);
+  Press(VK_ESCAPE);
+  EXPECT_THAT(events, ElementsAre("taken", "next", "free")) << "a key that is held down acts once";
+  EXPECT_FALSE(note->IsLoaded());
+}
+
+TEST_F(frmNotesTest, HasAThickEdgeWhileItHasTheKeyboard) {
+  Show();
+  const auto edge = [this] {
+    int width = 0;
+    while (PixelOf(note->Dc(), width, 60) == PixelOf(note->Dc(), 0, 60)) ++width;
+    return width;
+  };
+  EXPECT_EQ(edge(), 1);
+  SetFocus(note->hwnd());
+  EXPECT_EQ(edge(), 3);
+  SetFocus(nullptr);
+  EXPECT_EQ(edge(), 1);
 }
 
 TEST_F(frmNotesTest, TheCloseImageIsAtTheTopRightAndLightsUp) {
