@@ -54,6 +54,7 @@ constexpr int kWidth = 4'170;
 constexpr int kScreenMargin = 8;
 constexpr int kGapBesideFace = 2;
 constexpr int kLowerMargin = 5;
+constexpr int kFocusedRim = 3;  // without the keyboard it is a pixel of the screen
 
 // What is behind the clock would weaken the contrast.
 BYTE FullOpacity() { return IsHighContrast() ? kOpaque : kOpacity; }
@@ -109,7 +110,9 @@ void FrmTime::ShowClock() {
 }
 
 void FrmTime::HideClock() {
-  if (IsLoaded()) Hide();
+  if (!IsLoaded()) return;
+  if (GetActiveWindow() == hwnd()) callbacks_.keyboardIsFree();
+  Hide();
 }
 
 void FrmTime::Form_Load() {
@@ -224,20 +227,16 @@ void FrmTime::AddDigits(PictureBox& box, int cells, int labelX, int y) {
   ForwardMouse(box);
 }
 
-void FrmTime::ForwardMouse(DrawnWindow& window) {
-  window.MouseDown = [this](const MouseEvent& event) { Form_MouseDown(event); };
-  window.MouseMove = [this](const MouseEvent& event) { Form_MouseMove(event); };
-}
-
-// Draws the parts that never change once.
+// Draws the parts that change only with the focus.
 void FrmTime::PrepareFace() {
   clockFace_ = FaceAt(DotsPerInch());
   face_ = MemoryContext::Create(ScaleWidth(), ScaleHeight());
   Paint = nullptr;
   if (!face_) return;
   const HDC context = face_->Dc();
-  ModTheme::SolidFill(context, 0, 0, ScaleWidth(), ScaleHeight(), kRim);
-  ModTheme::SolidFill(context, 1, 1, ScaleWidth() - 2, ScaleHeight() - 2, kNight);
+  const int rim = isFocused_ ? Scaled(kFocusedRim) : 1;
+  ModTheme::SolidFill(context, 0, 0, ScaleWidth(), ScaleHeight(), isFocused_ ? kWheat : kRim);
+  ModTheme::SolidFill(context, rim, rim, ScaleWidth() - 2 * rim, ScaleHeight() - 2 * rim, kNight);
   DrawDisc(context, clockFace_);
   DrawMarks(context, clockFace_);
   Paint = [this](HDC target) {
@@ -327,32 +326,6 @@ void FrmTime::DrawDigit(HDC source, PictureBox& target, int digit, int row, int 
            SRCCOPY);
   }
   target.Refresh({x, 0, x + cell_.cx, cell_.cy});
-}
-
-void FrmTime::Form_MouseDown(const MouseEvent& event) {
-  if (event.button == kLeftButton) BeginDrag();
-  if (event.button == kRightButton) callbacks_.openTrayMenu(hwnd());
-}
-
-void FrmTime::Form_MouseMove(const MouseEvent&) { PullInside(); }
-
-// A click on the clock or a move does not take the keyboard from another program. Under X11 a
-// window that becomes active during a move also gets a new frame, which ends the move.
-LRESULT FrmTime::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-  switch (message) {
-    case WM_CLOSE:
-      // Only the menu hides the clock, together with the setting.
-      return 0;
-    case WM_MOUSEACTIVATE:
-      return MA_NOACTIVATE;
-    case WM_WINDOWPOSCHANGING:
-      reinterpret_cast<WINDOWPOS*>(lParam)->flags |= SWP_NOACTIVATE;
-      return Form::HandleMessage(message, wParam, lParam);
-    case WM_NCLBUTTONDOWN:
-      return SendMessageW(hwnd(), WM_SYSCOMMAND, SC_MOVE | wParam, lParam);
-    default:
-      return Form::HandleMessage(message, wParam, lParam);
-  }
 }
 
 }  // namespace tellurvane

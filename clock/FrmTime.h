@@ -26,8 +26,12 @@ struct ClockCallbacks {
   Pause pause;
   // The locale's AM or PM designator.
   std::function<std::wstring(DateSerial)> dayHalf;
-  // Opens the tray menu with the clock as its owner.
-  std::function<void(HWND clock)> openTrayMenu;
+  // Opens the tray menu with the clock as its owner, at the mouse or at a place of the screen.
+  std::function<void(HWND clock, std::optional<POINT> place)> openTrayMenu;
+  // The clock gives the keyboard away.
+  std::function<void()> keyboardIsFree;
+  // F6: the keyboard goes to the next window.
+  std::function<void()> nextWindow;
 };
 
 class FrmTime final : public Form {
@@ -51,8 +55,12 @@ class FrmTime final : public Form {
 
   void Form_Load() override;
   bool Form_Unload() override;
+  bool Form_KeyDown(const KeyEvent& event) override;
+  void Form_Escape() override { callbacks_.keyboardIsFree(); }
   LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   void ColorsChanged() override;
+  void ShowFocus(bool isFocused);
+  POINT MenuPlace() const;
 
   void CreateLabels();
   void CreateDigits();
@@ -80,6 +88,7 @@ class FrmTime final : public Form {
   UniqueFont halfFont_;  // small enough for both characters
   DrawnTime drawn_ = kNothingDrawn;
   CivilDateTime drawnDate_;
+  bool isFocused_ = false;
   PictureBox G_y_;
   PictureBox G_m_;
   PictureBox G_d_;

@@ -64,7 +64,7 @@ FrmMain::FrmMain(ModGeneral& general, MediaPlayer& player, TickCount millisecond
       rows_(general, Now),
       clock_(MakeClockCallbacks()),
       // Deliberately blocking while a note or the clock fades.
-      notes_(SleepFor),
+      notes_(SleepFor, MakeNoteKeyboard()),
       playback_(player, *this, general.radioFlag, MakePlaybackCallbacks()),
       runner_(general.tasks, rows_, *this, playback_, MakeTaskActions(), AppendLocaleDateText,
               Now) {}
@@ -98,7 +98,10 @@ ClockCallbacks FrmMain::MakeClockCallbacks() {
       .clock = Now,
       .pause = SleepFor,
       .dayHalf = [this](DateSerial moment) { return FormatMoment(L"AMPM", moment, dayHalves_); },
-      .openTrayMenu = [this](HWND clock) { IconMenuClick(clock); }};
+      .openTrayMenu = [this](HWND clock,
+                             std::optional<POINT> place) { IconMenuClick(clock, place); },
+      .keyboardIsFree = [this] { GiveKeyboardBack(); },
+      .nextWindow = [this] { GoToNextWindow(); }};
 }
 
 void FrmMain::Create() {
@@ -123,6 +126,8 @@ void FrmMain::Form_Load() {
   CreateList();
   CreateToolbar();
   CreateSliders();
+  OrderTabStops();
+  FirstFocus(rows_.hwnd());
   player_.Volume(general_.settings.SavedVolume);
   if (IsOn(general_.settings.TimeForm)) clock_.ShowClock();
   ReloadTaskList();
@@ -157,9 +162,14 @@ void FrmMain::CreateToolbar() {
   ToolBar_.Create(images.size);
   ShowToolbarImages(images);
   NameByText(ToolBar_.hwnd(), L"工具列");
+  constexpr std::pair<const wchar_t*, const wchar_t*> kButtons[] = {{L"新 增", L"Insert"},
+                                                                    {L"播 放", L"Enter"},
+                                                                    {L"停 止", L"Ctrl+S"},
+                                                                    {L"設 定", L"F10"},
+                                                                    {L"離 開", L"Ctrl+Q"}};
   int image = 0;
-  for (const wchar_t* const text : {L"新 增", L"播 放", L"停 止", L"設 定", L"離 開"}) {
-    ToolBar_.AddButton(image++, text, text);
+  for (const auto& [caption, key] : kButtons) {
+    ToolBar_.AddButton(image++, std::wstring(caption) + L" (" + key + L")", caption);
   }
   ToolBar_.Enabled(kStopButton, false);
   const SIZE size = ToolBar_.ButtonsSize();
@@ -279,11 +289,6 @@ void FrmMain::ReleaseChildren() {
   general_.ReleaseIcons();
 }
 
-void FrmMain::Form_Enter() {
-  // The hidden window has the keyboard while the tray menu is open.
-  if (IsOnScreen() && rows_.HasFocus()) RunSelectedTask();
-}
-
 LRESULT FrmMain::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_CONTEXTMENU:
@@ -291,6 +296,12 @@ LRESULT FrmMain::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       if (lParam != -1) return Form::HandleMessage(message, wParam, lParam);
       ListView_Click(rows_.MenuPlace());
       return 0;
+    case WM_APPCOMMAND:
+      if (GET_APPCOMMAND_LPARAM(lParam) != APPCOMMAND_MEDIA_STOP || !IsPlaying()) {
+        return Form::HandleMessage(message, wParam, lParam);
+      }
+      playback_.StopPlayback();
+      return TRUE;
     case kPostedTick:
       // The editor may have been opened since it was posted.
       if (tmrJob_.Enabled()) runner_.Tick();
@@ -338,6 +349,13 @@ void FrmMain::EnablePlayButtons(bool isPlaying) {
   ToolBar_.Enabled(kStopButton, isPlaying);
 }
 
+bool FrmMain::IsPlaying() const { return ToolBar_.Enabled(kStopButton); }
+
+POINT FrmMain::OptionsPlace() const {
+  const RECT button = ToolBar_.ButtonPlace(kOptionsButton);
+  return {button.left, button.bottom};
+}
+
 // Each setter of the slider draws it, ten times a second. Form_Resize draws it when the window
 // comes back.
 void FrmMain::PositionRange(double seconds) {
@@ -360,7 +378,7 @@ void FrmMain::ToolBar_ButtonClick(int id) {
       playback_.StopPlayback();
       break;
     case kOptionsButton:
-      OptionsMenuClick();
+      OptionsMenuClick(ToolBar_.IsPressedByKey() ? std::optional(OptionsPlace()) : std::nullopt);
       break;
     case kLeaveButton:
       // Later: leaving destroys the toolbar, which is still inside its click.

@@ -6,10 +6,12 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "app/ModGeneral.h"
 #include "base/PictureFormat.h"
 #include "clock/FrmTime.h"
+#include "mainwin/Keys.h"
 #include "mainwin/MediaPlayer.h"
 #include "mainwin/PlaybackController.h"
 #include "mainwin/TaskRowsView.h"
@@ -69,7 +71,7 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   void Form_Load() override;
   void Form_Resize() override;
   bool Form_Unload() override;
-  void Form_Enter() override;
+  bool Form_KeyDown(const KeyEvent& event) override;
   LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   void ColorsChanged() override;
 
@@ -78,7 +80,7 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   void ShowStopped() override;
   void ShowSign(PlaybackSign sign) override { rows_.ShowSign(sign); }
   void ShowOutcome(const RunOutcome& outcome) override { rows_.SetOutcomeOfPlaying(outcome); }
-  void EnablePosition(bool enable) override { SliderH_.Enabled(enable); }
+  void EnablePosition(bool enable) override;
   void PositionRange(double seconds) override;
   void PositionValue(double seconds) override;
   void EnableTimerVis(bool enable) override { TimerVis_.Enabled(enable); }
@@ -111,9 +113,10 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   void ReportStatusWords();
   void picStatusBar_Paint(HDC context);
 
-  void OptionsMenuClick();
+  // The menus open at the mouse, unless a place of the screen is named.
+  void OptionsMenuClick(std::optional<POINT> place);
   // Opens the tray menu. `owner` is in the foreground while it is open.
-  void IconMenuClick(HWND owner);
+  void IconMenuClick(HWND owner, std::optional<POINT> place = {});
   void SwitchSongLoop();
   void SwitchStartPlay();
   void SwitchClock();
@@ -141,6 +144,19 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   void PauseTaskTimer();
   void WakeUp_Tick();
   void EnablePlayButtons(bool isPlaying);
+  bool IsPlaying() const;
+  // Below its button.
+  POINT OptionsPlace() const;
+
+  void OrderTabStops();
+  void Obey(KeyCommand command);
+  // The open notes in their order, and the clock.
+  std::vector<HWND> PassedWindows() const;
+  void GoToNextWindow();
+  // The window that has the keyboard gets it back after the notes and the clock.
+  void RememberKeyboard();
+  void GiveKeyboardBack();
+  NoteKeyboard MakeNoteKeyboard();
 
   TaskActions MakeTaskActions();
   PlaybackCallbacks MakePlaybackCallbacks();
@@ -159,6 +175,7 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   std::uint64_t nextIconTry_ = 0;
   std::uint64_t pausedSince_ = 0;
   FrmSet* editor_ = nullptr;  // while it is open
+  HWND keyboardBefore_ = nullptr;
   std::wstring statusText_;
   std::wstring trayTip_;
   std::wstring statusWords_;

@@ -37,8 +37,8 @@ void FrmMain::ListView_Click(std::optional<POINT> place) {
   }
 }
 
-void FrmMain::OptionsMenuClick() {
-  switch (ShowPopupMenu(hwnd(), OptionsMenu(general_.settings), 0)) {
+void FrmMain::OptionsMenuClick(std::optional<POINT> place) {
+  switch (ShowPopupMenu(hwnd(), OptionsMenu(general_.settings), 0, place)) {
     case kSwitchSongLoop:
       SwitchSongLoop();
       break;

@@ -143,10 +143,10 @@ void FrmMain::ComeToFront() {
 
 // A click elsewhere and Esc close a menu only while its owner, even a hidden one, is in the
 // foreground. The platform asks for the empty message: without it the next menu would not close.
-void FrmMain::IconMenuClick(HWND owner) {
+void FrmMain::IconMenuClick(HWND owner, std::optional<POINT> place) {
   const HWND before = GetForegroundWindow();
   SetForegroundWindow(owner);
-  const UINT chosen = ShowPopupMenu(owner, TrayMenu(general_.settings), 0);
+  const UINT chosen = ShowPopupMenu(owner, TrayMenu(general_.settings), 0, place);
   PostMessageW(owner, WM_NULL, 0, 0);
   const bool isKept = chosen == kShowMainWindow || chosen == kLeave;
   // The window before may be closed by now, such as the tray's overflow.

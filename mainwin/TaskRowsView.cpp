@@ -55,6 +55,11 @@ void TaskRowsView::EnableArea(bool enable) {
   if (enable && std::exchange(hadFocus_, false) && GetFocus() == nullptr) list_.SetFocus();
 }
 
+void TaskRowsView::TakeFocus() {
+  hadFocus_ = !area_->Enabled();
+  if (!hadFocus_) list_.SetFocus();
+}
+
 void TaskRowsView::Refill() {
   shownMarks_.assign(general_.tasks.size(), RowMark::kNone);
   list_.EmptyText(general_.taskListFile.IsUnread() ? kUnreadList : L"");
@@ -86,6 +91,11 @@ std::optional<size_t> TaskRowsView::SelectedRow() const {
   const int row = list_.Selected();
   if (row < 0) return std::nullopt;
   return static_cast<size_t>(row);
+}
+
+std::optional<size_t> TaskRowsView::TakeRow() {
+  if (list_.Selected() < 0) list_.SetSelectList(list_.FocusedRow());
+  return SelectedRow();
 }
 
 void TaskRowsView::ShowPlaying(std::optional<size_t> row) {

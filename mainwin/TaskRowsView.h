@@ -42,6 +42,8 @@ class TaskRowsView final : public TaskRows {
   // tasks to the new rows; those of a removed task are gone.
   void DropRemoved();
   std::optional<size_t> SelectedRow() const;
+  // The selected row. If there is none, the focused row is selected first.
+  std::optional<size_t> TakeRow();
   // The row of the task whose media was started.
   void ShowPlaying(std::optional<size_t> row);
   // Of that row.
@@ -56,6 +58,9 @@ class TaskRowsView final : public TaskRows {
   // On the screen, at the selected row, or at the first one if none is selected.
   POINT MenuPlace() const;
   bool HasFocus() const { return GetFocus() == list_.hwnd(); }
+  // At once, or as soon as the area is enabled.
+  void TakeFocus();
+  HWND hwnd() const { return list_.hwnd(); }
 
   // Events of the list. Any may be left empty.
   std::function<void()> RightClick;

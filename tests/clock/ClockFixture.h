@@ -63,10 +63,13 @@ class FrmTimeTest : public testing::Test {
               return std::wstring(CivilFromSerial(moment).hour < 12 ? L"上午" : L"下午");
             },
         .openTrayMenu =
-            [this](HWND owner) {
+            [this](HWND owner, std::optional<POINT> place) {
               EXPECT_EQ(owner, clock->hwnd());
               ++menus;
-            }});
+              menuPlace = place;
+            },
+        .keyboardIsFree = [this] { ++returns; },
+        .nextWindow = [this] { ++passes; }});
   }
   void ShowAt(DateSerial moment) {
     now = moment;
@@ -135,6 +138,9 @@ class FrmTimeTest : public testing::Test {
   DateSerial now = 0;
   FadeLog log;
   int menus = 0;
+  std::optional<POINT> menuPlace;
+  int returns = 0;  // of the keyboard
+  int passes = 0;   // to the next window
   std::unique_ptr<FrmTime> clock;
 };
 

@@ -16,7 +16,9 @@ void UseClock() {
   FrmTime clock({.clock = [&] { return now; },
                  .pause = [](unsigned) {},
                  .dayHalf = [](DateSerial) { return L"上午"; },
-                 .openTrayMenu = [](HWND) {}});
+                 .openTrayMenu = [](HWND, std::optional<POINT>) {},
+                 .keyboardIsFree = [] {},
+                 .nextWindow = [] {}});
   clock.ShowClock();
   Pump();
   now = At(2026, 11, 22, 10, 6, 8);

@@ -67,6 +67,55 @@ TEST_F(FrmTimeTest, TakesTheKeyboardFromNoWindow) {
   EXPECT_EQ(GetForegroundWindow(), form.hwnd());
 }
 
+TEST_F(FrmTimeTest, HasKeysWhileItHasTheKeyboard) {
+  ShowAt(kMorning);
+  SetFocus(clock->hwnd());
+  const auto press = [&](UINT key, LPARAM lParam) {
+    PostMessageW(clock->hwnd(), WM_KEYDOWN, key, lParam);
+    Pump();
+  };
+  press(VK_F6, 1);
+  press(VK_F6, 0x4000'0001);
+  EXPECT_EQ(passes, 1) << "a key that is held down acts once";
+  press(VK_ESCAPE, 1);
+  EXPECT_EQ(returns, 1);
+  EXPECT_TRUE(clock->Visible());
+  EXPECT_EQ(menus, 0);
+  SendMessageW(clock->hwnd(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(clock->hwnd()), -1);
+  EXPECT_EQ(menus, 1);
+  ASSERT_TRUE(menuPlace);
+  EXPECT_EQ(menuPlace->x, OnScreen(clock->hwnd()).left);
+  EXPECT_EQ(menuPlace->y, OnScreen(clock->hwnd()).bottom);
+  SendMouse(clock->hwnd(), WM_RBUTTONDOWN, 5, 5, MK_RBUTTON);
+  EXPECT_EQ(menus, 2);
+  EXPECT_FALSE(menuPlace) << "at the mouse";
+  clock->HideClock();
+  EXPECT_EQ(returns, 2);
+}
+
+TEST_F(FrmTimeTest, HasAThickRimWhileItHasTheKeyboard) {
+  ShowAt(kMorning);
+  const auto rim = [this] {
+    int width = 0;
+    while (Face(width, 3) == Face(0, 3)) ++width;
+    return width;
+  };
+  EXPECT_EQ(rim(), 1);
+  const std::string time = TimeShown();
+  const auto red = [this] {
+    return std::ranges::count(PixelsIn(clock->Dc(), {0, 0, 2 * Middle(), 2 * Middle()}), kRed);
+  };
+  const auto hand = red();
+  EXPECT_GT(hand, 10);
+  SetFocus(clock->hwnd());
+  EXPECT_EQ(rim(), 3);
+  EXPECT_EQ(red(), hand) << "the hands are drawn again";
+  ShowAt(kMorning + 1.0 / 86'400);
+  EXPECT_EQ(rim(), 3) << "after a tick";
+  SetFocus(nullptr);
+  EXPECT_EQ(rim(), 1);
+}
+
 TEST_F(FrmTimeTest, HiddenItStaysLoadedAndComesBackUpToDate) {
   clock->HideClock();
   EXPECT_FALSE(clock->IsLoaded()) << "nothing to hide";

@@ -8,6 +8,7 @@
 #include "tests/mainwin/FrmMainFixture.h"
 #include "tests/support/FailingImport.h"
 #include "tests/support/MenuTestSupport.h"
+#include "tests/support/OtherWindow.h"
 #include "tests/support/TipTestSupport.h"
 #include "ui/Density.h"
 #include "ui/Timer.h"
@@ -16,30 +17,6 @@ namespace tellurvane {
 namespace {
 
 using testing::SizeIs;
-
-// The X server reports the focus some time after a window was shown, and Wine then makes that
-// window the foreground window again.
-void LetFocusSettle() {
-  bool isOver = false;
-  Timer timer;
-  timer.Interval(500);
-  timer.Tick = [&] { isOver = true; };
-  timer.Enabled(true);
-  EXPECT_TRUE(PumpUntil([&] { return isOver; }));
-}
-
-// Another program's window, in the foreground.
-class OtherWindow : public TestForm {
- public:
-  OtherWindow() : TestForm(800, 600) { ComeToFront(); }
-
-  void ComeToFront() {
-    LetFocusSettle();
-    SetForegroundWindow(hwnd());
-    LetFocusSettle();
-    EXPECT_TRUE(PumpUntil([&] { return GetForegroundWindow() == hwnd(); }));
-  }
-};
 
 // Like the editor.
 class DialogOf : public Form {
@@ -220,7 +197,8 @@ TEST_F(FrmMainTrayTest, EnterRunsNothingWhileTheWindowIsHidden) {
   SetFocus(list);
   ASSERT_EQ(GetFocus(), list);
   Taken();
-  SendMessageW(window->hwnd(), WM_COMMAND, IDOK, 0);
+  PostMessageW(list, WM_KEYDOWN, VK_RETURN, 1);
+  Pump();
   EXPECT_EQ(Taken().size(), 0U);
 }
 

@@ -1,0 +1,357 @@
+// The main window by keyboard alone, and the keyboard's way through the notes and the clock.
+#include <gmock/gmock.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "tests/mainwin/FrmMainFixture.h"
+#include "tests/support/MenuTestSupport.h"
+#include "tests/support/OtherWindow.h"
+#include "tests/ui/ClipboardSupport.h"
+
+namespace tellurvane {
+namespace {
+
+using testing::Contains;
+using testing::IsEmpty;
+using testing::Not;
+using testing::SizeIs;
+
+class FrmMainKeysTest : public FrmMainTest {
+ protected:
+  // In the window that has the keyboard.
+  void Post(UINT key, UINT message = WM_KEYDOWN, LPARAM lParam = 1) const {
+    const HWND focus = GetFocus();
+    PostMessageW(focus == nullptr ? window->hwnd() : focus, message, key, lParam);
+  }
+  void Key(UINT key, UINT message = WM_KEYDOWN, LPARAM lParam = 1) const {
+    Post(key, message, lParam);
+    Pump();
+  }
+  void ControlAnd(UINT key) const {
+    const HeldKeys held({VK_CONTROL});
+    Key(key);
+  }
+  void Focus(int row) const {
+    LVITEMW item = {};
+    item.stateMask = item.state = LVIS_FOCUSED;
+    SendMessageW(list, LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+  }
+  int RowThatIs(UINT state) const {
+    return static_cast<int>(SendMessageW(list, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), state));
+  }
+  std::string Focused() const {
+    const HWND focus = GetFocus();
+    if (focus == toolbar) return "toolbar";
+    if (focus == list) return "list";
+    if (focus == VolumeSlider()) return "volume";
+    return focus == PositionSlider() ? "position" : "something else";
+  }
+  // The name of the task in the editor that the key opens; empty if it opens none.
+  std::wstring EditedBy(UINT key, HWND focus) const {
+    std::wstring name;
+    ActingForm user;
+    SetForegroundWindow(window->hwnd());
+    SetFocus(focus);
+    Post(key);
+    user.ActLater([&] {
+      const HWND editor = GetLastActivePopup(window->hwnd());
+      if (editor == window->hwnd()) return;
+      name = WindowText(InsideOf(editor, L"Edit").at(0));
+      EndDialogWindow(editor);
+    });
+    Pump();
+    return name;
+  }
+  bool HasRun(size_t row) const { return general->tasks[row].LastRun != 0; }
+};
+
+TEST_F(FrmMainKeysTest, AtTheStartTheListHasTheKeyboardAndItsFirstRowTheFocus) {
+  Tasks({{kReminderNote, L"a"}, {kReminderNote, L"b"}});
+  Open();
+  EXPECT_EQ(Focused(), "list");
+  EXPECT_EQ(RowThatIs(LVNI_FOCUSED), 0);
+  EXPECT_EQ(RowThatIs(LVNI_SELECTED), -1);
+}
+
+TEST_F(FrmMainKeysTest, TabGoesThroughToolbarListVolumeAndPositionAndRound) {
+  Open();
+  const auto order = [this] {
+    std::string names = Focused();
+    for (int i = 0; i < 4; ++i) {
+      Key(VK_TAB);
+      names += " " + Focused();
+    }
+    return names;
+  };
+  EXPECT_EQ(order(), "list volume toolbar list volume") << "nothing to set a position in";
+  EnableWindow(PositionSlider(), TRUE);
+  SetFocus(list);
+  EXPECT_EQ(order(), "list volume position toolbar list");
+}
+
+TEST_F(FrmMainKeysTest, EnterF2AndSpaceTakeTheSelectedRowElseTheFocusedOne) {
+  struct Row {
+    const char* what;
+    int selected, focused;
+    size_t taken;
+  };
+  for (const auto& [what, selected, focused, taken] :
+       {Row{"at the start", -1, 0, 0}, Row{"no selection", -1, 2, 2}, Row{"selected", 1, 1, 1},
+        Row{"focus elsewhere", 1, 2, 1}}) {
+    const auto open = [&, selected = selected, focused = focused] {
+      Tasks({{kInternetRadio, L"http://a/"},
+             {kInternetRadio, L"http://b/"},
+             {kInternetRadio, L"http://c/"}});
+      Open();
+      if (selected >= 0) Select(selected);
+      Focus(focused);
+    };
+    open();
+    Key(VK_RETURN);
+    for (size_t row = 0; row < 3; ++row) EXPECT_EQ(HasRun(row), row == taken) << what << row;
+    EXPECT_EQ(RowThatIs(LVNI_SELECTED), static_cast<int>(taken)) << what << ": continuous play";
+    open();
+    Key(VK_SPACE);
+    for (size_t row = 0; row < 3; ++row) {
+      EXPECT_EQ(general->tasks[row].Enabled, row != taken) << what << row;
+    }
+    open();
+    EXPECT_EQ(EditedBy(VK_F2, list), L"task " + std::to_wstring(taken)) << what;
+  }
+}
+
+TEST_F(FrmMainKeysTest, WithoutARowTheyDoNothing) {
+  Open();
+  Taken();
+  for (const UINT key : {VK_RETURN, VK_SPACE}) Key(key);
+  EXPECT_EQ(EditedBy(VK_F2, list), L"");
+  EXPECT_THAT(Taken(), IsEmpty());
+  EXPECT_TRUE(general->tasks.empty());
+  EXPECT_EQ(EditedBy(VK_INSERT, list), L"新的排程專案");
+}
+
+TEST_F(FrmMainKeysTest, OutsideTheListEnterAndSpaceAreTheControlsAndTheOtherKeysWork) {
+  Tasks({{kInternetRadio, L"http://a/"}});
+  Open();
+  Taken();
+  SetFocus(VolumeSlider());
+  for (const UINT key : {VK_RETURN, VK_SPACE}) Key(key);
+  EXPECT_THAT(Taken(), IsEmpty());
+  EXPECT_TRUE(general->tasks[0].Enabled);
+  EXPECT_EQ(EditedBy(VK_INSERT, VolumeSlider()), L"新的排程專案");
+  EXPECT_EQ(Focused(), "volume") << "back where it was";
+}
+
+TEST_F(FrmMainKeysTest, AKeyThatIsHeldDownActsOnce) {
+  Tasks({{kInternetRadio, L"http://a/"}});
+  Open();
+  Taken();
+  constexpr LPARAM kRepeated = 0x4000'0001;
+  Key(VK_SPACE);
+  for (const UINT key : {VK_SPACE, VK_RETURN, VK_INSERT}) Key(key, WM_KEYDOWN, kRepeated);
+  EXPECT_FALSE(general->tasks[0].Enabled);
+  EXPECT_THAT(Taken(), IsEmpty());
+}
+
+TEST_F(FrmMainKeysTest, EachStopKeyStopsWhatPlaysAndElseDoesNothing) {
+  const std::pair<const char*, std::function<void()>> ways[] = {
+      {"Ctrl+S", [this] { ControlAnd('S'); }},
+      {"media stop", [this] { Key(VK_MEDIA_STOP); }},
+      {"application command", [this] {
+         SendMessageW(list, WM_APPCOMMAND, reinterpret_cast<WPARAM>(list),
+                      MAKELPARAM(0, APPCOMMAND_MEDIA_STOP));
+       }}};
+  for (const auto& [way, stop] : ways) {
+    Tasks({{kInternetRadio, L"http://a/"}});
+    Open();
+    Taken();
+    stop();
+    EXPECT_THAT(Taken(), IsEmpty()) << way;
+    Key(VK_RETURN);
+    ASSERT_TRUE(IsOn(kStop));
+    Taken();
+    SendMessageW(list, WM_APPCOMMAND, reinterpret_cast<WPARAM>(list),
+                 MAKELPARAM(0, APPCOMMAND_MEDIA_PLAY_PAUSE));
+    EXPECT_TRUE(IsOn(kStop)) << "another command";
+    stop();
+    EXPECT_THAT(Taken(), Contains(L"stop")) << way;
+    EXPECT_FALSE(IsOn(kStop)) << way;
+  }
+}
+
+TEST_F(FrmMainKeysTest, F10AndTheToolbarsOwnKeyOpenTheOptionsBelowTheirButton) {
+  Open();
+  RECT button = {};
+  SendMessageW(toolbar, TB_GETRECT, kOptions, reinterpret_cast<LPARAM>(&button));
+  MapWindowPoints(toolbar, nullptr, reinterpret_cast<POINT*>(&button), 2);
+  const auto menuAfter = [](const std::function<void()>& open) {
+    RECT place = {};
+    InOpenMenu(open, [&] {
+      place = OnScreen(FindWindowW(L"#32768", nullptr));
+      EndMenu();
+    });
+    return std::pair(place.left, place.top);
+  };
+  SetCursorPos(700, 700);
+  const std::pair below(button.left, button.bottom);
+  EXPECT_EQ(menuAfter([&] { Key(VK_F10, WM_SYSKEYDOWN); }), below);
+  SetFocus(toolbar);
+  EXPECT_EQ(menuAfter([&] {
+              Post(VK_END);
+              Post(VK_LEFT);
+              Key(VK_RETURN);
+            }),
+            below);
+  EXPECT_EQ(menuAfter([&] { Press(kOptions); }), (std::pair<LONG, LONG>(700, 700))) << "the mouse";
+  EXPECT_EQ(Focused(), "toolbar");
+}
+
+TEST_F(FrmMainKeysTest, EachToolTipNamesItsKey) {
+  Open();
+  const std::wstring tips[] = {L"新 增 (Insert)", L"播 放 (Enter)", L"停 止 (Ctrl+S)",
+                               L"設 定 (F10)", L"離 開 (Ctrl+Q)"};
+  UINT_PTR id = 0;
+  for (const std::wstring& tip : tips) {
+    NMTTDISPINFOA request = {};
+    request.hdr.code = TTN_GETDISPINFOA;
+    request.hdr.idFrom = ++id;
+    SendMessageW(GetParent(toolbar), WM_NOTIFY, id, reinterpret_cast<LPARAM>(&request));
+    char expected[64] = {};
+    WideCharToMultiByte(CP_ACP, 0, tip.c_str(), -1, expected, sizeof(expected), nullptr, nullptr);
+    EXPECT_STREQ(request.lpszText, expected);
+  }
+}
+
+TEST_F(FrmMainKeysTest, CtrlQLeaves) {
+  Open();
+  ControlAnd('Q');
+  EXPECT_FALSE(window->IsLoaded());
+}
+
+TEST_F(FrmMainKeysTest, ASliderThatIsDisabledGivesTheKeyboardToTheList) {
+  Tasks({{kLocalMusic, folder.File(L"Setting.ini")}});
+  Open();
+  player.duration = 10;
+  for (const bool byRun : {false, true}) {
+    Key(VK_RETURN);
+    ASSERT_TRUE(PumpUntil([&] { return IsWindowEnabled(PositionSlider()) != FALSE; }));
+    SetFocus(PositionSlider());
+    // A run stops the music while the list is disabled.
+    if (byRun) {
+      window->RunSelectedTask();
+    } else {
+      Press(kStop);
+    }
+    EXPECT_EQ(Focused(), "list") << byRun;
+  }
+}
+
+class FrmMainTourTest : public FrmMainKeysTest {
+ protected:
+  void SetUp() override {
+    WriteBytes(folder.File(L"Setting.ini"), WholeSettings{.timeForm = L"1"}.Bytes());
+    Tasks({{kReminderNote, L"a"}, {kReminderNote, L"b"}});
+    Open();
+    ShowNote(0);
+    ShowNote(1);
+  }
+  void ShowNote(int row) {
+    Select(row);
+    window->RunSelectedTask();
+    Pump();
+  }
+  std::string InFront() const {
+    const HWND front = GetForegroundWindow();
+    if (front == window->hwnd()) return "main";
+    const std::wstring name = WindowText(front);
+    if (name == L"FrmTime") return "clock";
+    return name == L"frmNotes" ? "note " + std::string(1, static_cast<char>(ClassOf(front).back()))
+                               : "something else";
+  }
+  void Tour(const std::vector<std::string>& stops) {
+    for (const std::string& stop : stops) {
+      Key(VK_F6);
+      EXPECT_EQ(InFront(), stop);
+    }
+  }
+  // Like a click: the window with the keyboard is known only before it.
+  void ClickOn(HWND note) const {
+    SendMessageW(note, WM_MOUSEACTIVATE, reinterpret_cast<WPARAM>(note),
+                 MAKELPARAM(HTCLIENT, WM_LBUTTONDOWN));
+    SetForegroundWindow(note);
+    LetFocusSettle();
+    EXPECT_EQ(GetForegroundWindow(), note);
+  }
+  static HWND Note(const wchar_t* number) {
+    return FindWindowW((std::wstring(L"frmNotes") + number).c_str(), nullptr);
+  }
+};
+
+TEST_F(FrmMainTourTest, F6GoesThroughTheNotesAndTheClockAndBackToTheWindow) {
+  EXPECT_EQ(InFront(), "main") << "no note takes the keyboard";
+  Tour({"note 1", "note 2", "clock", "main", "note 1"});
+  ShowNote(0);
+  EXPECT_EQ(InFront(), "note 1");
+  Tour({"note 2", "note 3", "clock", "main"});
+  EXPECT_EQ(Focused(), "list");
+}
+
+TEST_F(FrmMainTourTest, F6PassesOverAHiddenWindowAndAHiddenClock) {
+  ShowWindow(FindWindowW(nullptr, L"FrmTime"), SW_HIDE);
+  Tour({"note 1", "note 2", "main", "note 1"});
+  ShowWindow(FindWindowW(nullptr, L"FrmTime"), SW_SHOWNA);
+  window->Hide();
+  LetFocusSettle();
+  Tour({"note 2", "clock", "note 1"});
+}
+
+TEST_F(FrmMainTourTest, EscAndEnterCloseTheNoteAndGiveTheKeyboardBack) {
+  Tour({"note 1", "note 2"});
+  Key(VK_ESCAPE);
+  EXPECT_EQ(InFront(), "main") << "not the note that was passed";
+  EXPECT_EQ(Focused(), "list");
+  EXPECT_EQ(Note(L"2"), nullptr);
+  Tour({"note 1"});
+  Key(VK_RETURN);
+  EXPECT_EQ(InFront(), "main");
+  EXPECT_EQ(Note(L"1"), nullptr);
+  Tour({"clock"});
+  Key(VK_ESCAPE);
+  EXPECT_EQ(InFront(), "main");
+  EXPECT_NE(FindWindowW(nullptr, L"FrmTime"), nullptr) << "Esc leaves the clock open";
+}
+
+TEST_F(FrmMainTourTest, AClickedNoteGivesTheKeyboardBackToTheWindowThatHadIt) {
+  // With a frame: the window manager gives the keyboard to no other window.
+  Form other;
+  other.Load({.caption = L"other", .widthTwips = 3'000, .heightTwips = 1'500});
+  other.Show();
+  LetFocusSettle();
+  SetForegroundWindow(other.hwnd());
+  LetFocusSettle();
+  ClickOn(Note(L"1"));
+  ClickOn(Note(L"2"));
+  EXPECT_EQ(InFront(), "note 2");
+  Key(VK_ESCAPE);
+  EXPECT_EQ(Note(L"2"), nullptr);
+  EXPECT_TRUE(PumpUntil([&] { return GetForegroundWindow() == other.hwnd(); })) << InFront();
+  ClickOn(Note(L"1"));
+  other.Hide();
+  Key(VK_ESCAPE);
+  EXPECT_EQ(InFront(), "main") << "the other window is gone";
+}
+
+TEST_F(FrmMainTourTest, TheMenuKeyOpensTheClocksMenuAndHidingItGivesTheKeyboardBack) {
+  Tour({"note 1", "note 2", "clock"});
+  const HWND clock = GetForegroundWindow();
+  ChooseInMenu([&] { SendMessageW(clock, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(clock), -1); },
+               clock, 2);
+  EXPECT_FALSE(IsWindowVisible(clock));
+  EXPECT_EQ(InFront(), "main");
+  EXPECT_EQ(general->settings.TimeForm, 0);
+}
+
+}  // namespace
+}  // namespace tellurvane
