@@ -29,6 +29,8 @@ int ShiftNow() {
   return bit(VK_SHIFT, kShiftKey) | bit(VK_CONTROL, kControlKey) | bit(VK_MENU, kAltKey);
 }
 
+bool IsRepeatedKey(LPARAM lParam) { return (HIWORD(lParam) & KF_REPEAT) != 0; }
+
 int ButtonsDown(WPARAM keys) {
   int buttons = kNoButton;
   if ((keys & MK_LBUTTON) != 0) buttons |= kLeftButton;

@@ -14,6 +14,8 @@ enum ShiftState { kShiftKey = 1, kControlKey = 2, kAltKey = 4 };
 
 // The bits of ShiftState that are held while a message is handled.
 int ShiftNow();
+// From the second parameter of a key message: the key was down before.
+bool IsRepeatedKey(LPARAM lParam);
 
 // The buttons among the MK_ bits of a mouse message.
 int ButtonsDown(WPARAM keys);

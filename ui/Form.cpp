@@ -119,10 +119,9 @@ void Form::Load(const FormArgs& args) {
   SendMessageW(hwnd(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(args.icons.big));
   SendMessageW(hwnd(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(args.icons.small));
   AddKeyboardForm(hwnd(), [this](const MSG& message) {
-    constexpr LPARAM kWasDown = 1 << 30;
     return Form_KeyDown({.key = static_cast<UINT>(message.wParam),
                          .shift = ShiftNow(),
-                         .isRepeated = (message.lParam & kWasDown) != 0});
+                         .isRepeated = IsRepeatedKey(message.lParam)});
   });
   Form_Load();
   // Otherwise Windows shows the focus only after the first Tab.

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "ui/Boundary.h"
+#include "ui/DrawnWindow.h"
 
 namespace tellurvane {
 namespace {
@@ -21,10 +22,20 @@ bool IsOwnKeyOf(HWND form, const MSG& message) {
   return GuardBoundary([&] { return handler(message); });
 }
 
+// The Enter key that opened the form may still be down, and would leave it again. A text box may
+// want each of them.
+bool IsHeldFormKey(MSG& message) {
+  const bool isFormKey = message.wParam == VK_RETURN || message.wParam == VK_ESCAPE;
+  if (message.message != WM_KEYDOWN || !isFormKey || !IsRepeatedKey(message.lParam)) return false;
+  const LRESULT code =
+      SendMessageW(message.hwnd, WM_GETDLGCODE, message.wParam, reinterpret_cast<LPARAM>(&message));
+  return (code & DLGC_WANTMESSAGE) == 0;
+}
+
 void Dispatch(MSG& message) {
   const HWND root = message.hwnd == nullptr ? nullptr : GetAncestor(message.hwnd, GA_ROOT);
   if (root != nullptr && IsKeyboardForm(root) &&
-      (IsOwnKeyOf(root, message) || IsDialogMessageW(root, &message))) {
+      (IsOwnKeyOf(root, message) || IsHeldFormKey(message) || IsDialogMessageW(root, &message))) {
     return;
   }
   TranslateMessage(&message);

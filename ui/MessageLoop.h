@@ -19,8 +19,9 @@ void ProcessPendingMessages();
 // True when the key is handled.
 using KeyHandler = std::function<bool(const MSG& keyDown)>;
 
-// The loops handle the Tab, Enter and Esc keys of these top-level windows. Before that, and before
-// the control with the focus, `keyDown` gets each key that is pressed in the form.
+// The loops handle the Tab, Enter and Esc keys of these top-level windows; Enter and Esc act once
+// while they are held down. Before that, and before the control with the focus, `keyDown` gets each
+// key that is pressed in the form.
 void AddKeyboardForm(HWND form, KeyHandler keyDown);
 void RemoveKeyboardForm(HWND form);
 bool IsKeyboardForm(HWND window);

@@ -91,10 +91,9 @@ void clsControl::HostMessageAfter(UINT message) {
 
 void clsControl::ControlMessageBefore(bool& handled, LRESULT& result, HWND window, UINT message,
                                       WPARAM wParam, LPARAM lParam) {
-  constexpr LPARAM kWasDown = 1 << 30;
   switch (message) {
     case WM_KEYDOWN:
-      handled = OnKeyDown(window, static_cast<UINT>(wParam), (lParam & kWasDown) != 0);
+      handled = OnKeyDown(window, static_cast<UINT>(wParam), IsRepeatedKey(lParam));
       break;
     case WM_CLOSE:
       handled = true;

@@ -17,8 +17,6 @@ namespace {
 constexpr DWORD kStyle = WS_CHILD | WS_VISIBLE | WS_TABSTOP | TBSTYLE_FLAT | TBSTYLE_TOOLTIPS |
                          CCS_NODIVIDER | CCS_NORESIZE;
 
-constexpr LPARAM kWasDown = 1 << 30;  // the key was down before the message
-
 }  // namespace
 
 clsToolbar::~clsToolbar() {
@@ -186,7 +184,7 @@ void clsToolbar::WndProc(bool /*before*/, bool& handled, LRESULT& result, HWND /
       result = DialogCode(reinterpret_cast<const MSG*>(lParam));
       break;
     case WM_KEYDOWN:
-      handled = OnKeyDown(static_cast<UINT>(wParam), (lParam & kWasDown) != 0);
+      handled = OnKeyDown(static_cast<UINT>(wParam), IsRepeatedKey(lParam));
       break;
     case WM_SETFOCUS:
     case WM_KILLFOCUS:

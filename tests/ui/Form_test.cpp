@@ -53,9 +53,9 @@ class RecordingForm : public Form {
   void Form_Escape() override { events.emplace_back("escape"); }
 };
 
-HWND CreateEdit(HWND parent) {
-  return CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 0, 0, 50, 20, parent,
-                         nullptr, nullptr, nullptr);
+HWND CreateEdit(HWND parent, DWORD style = 0) {
+  return CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | style, 0, 0, 50, 20,
+                         parent, nullptr, nullptr, nullptr);
 }
 
 TEST(FormTest, IsLoadedHiddenWithCaptionAndSizeInTwips) {
@@ -133,6 +133,30 @@ TEST(FormTest, EnterAndEscapeReachTheFormFromAControl) {
   PostMessageW(edit, WM_KEYDOWN, VK_ESCAPE, 0);
   EXPECT_TRUE(PumpUntil([&] { return form.events.size() >= 2; }));
   EXPECT_THAT(form.events, ElementsAre("enter", "escape"));
+}
+
+// The key that opened the form may still be down.
+TEST(FormTest, EnterAndEscapeActOnceWhileTheyAreHeldDown) {
+  RecordingForm form;
+  form.Show();
+  form.events.clear();
+  const auto press = [](HWND control, UINT key, LPARAM lParam) {
+    ::SetFocus(control);
+    PostMessageW(control, WM_KEYDOWN, key, lParam);
+    Pump();
+  };
+  const HWND line = CreateEdit(form.hwnd());
+  for (const UINT key : {VK_RETURN, VK_ESCAPE}) {
+    press(line, key, 0x4000'0001);
+    EXPECT_THAT(form.events, ElementsAre()) << key;
+  }
+  press(line, VK_RETURN, 1);
+  EXPECT_THAT(form.events, ElementsAre("enter"));
+  const HWND lines = CreateEdit(form.hwnd(), ES_MULTILINE | ES_WANTRETURN);
+  press(lines, VK_RETURN, 1);
+  press(lines, VK_RETURN, 0x4000'0001);
+  EXPECT_EQ(WindowText(lines), L"\r\n\r\n") << "its own keys";
+  EXPECT_THAT(form.events, ElementsAre("enter"));
 }
 
 TEST(FormTest, AKeyReachesTheFormBeforeTheControl) {
