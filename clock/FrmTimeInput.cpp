@@ -16,7 +16,7 @@ void FrmTime::Form_MouseDown(const MouseEvent& event) {
 void FrmTime::Form_MouseMove(const MouseEvent&) { PullInside(); }
 
 bool FrmTime::Form_KeyDown(const KeyEvent& event) {
-  if (event.key != VK_F6) return false;
+  if (event.key != VK_F6 || event.shift != 0) return false;
   if (!event.isRepeated) callbacks_.nextWindow();
   return true;
 }

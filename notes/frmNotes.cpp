@@ -215,7 +215,7 @@ void frmNotes::Form_MouseDown(const MouseEvent& event) {
 }
 
 bool frmNotes::Form_KeyDown(const KeyEvent& event) {
-  if (event.key != VK_F6) return false;
+  if (event.key != VK_F6 || event.shift != 0) return false;
   if (!event.isRepeated) Raise(keyboard_.next);
   return true;
 }

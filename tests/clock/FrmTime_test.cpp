@@ -7,6 +7,7 @@
 
 #include "tests/clock/ClockFixture.h"
 #include "tests/support/ContrastScheme.h"
+#include "tests/ui/ClipboardSupport.h"
 
 namespace tellurvane {
 namespace {
@@ -77,6 +78,11 @@ TEST_F(FrmTimeTest, HasKeysWhileItHasTheKeyboard) {
   press(VK_F6, 1);
   press(VK_F6, 0x4000'0001);
   EXPECT_EQ(passes, 1) << "a key that is held down acts once";
+  {
+    const HeldKeys held({VK_CONTROL});
+    press(VK_F6, 1);
+  }
+  EXPECT_EQ(passes, 1) << "another key";
   press(VK_ESCAPE, 1);
   EXPECT_EQ(returns, 1);
   EXPECT_TRUE(clock->Visible());
