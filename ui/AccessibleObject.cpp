@@ -9,20 +9,22 @@
 #include "ui/Boundary.h"
 #include "ui/Com.h"
 #include "ui/GXMSubclass.h"
+#include "ui/Window.h"
 
 namespace tellurvane {
 namespace {
 
 bool IsSelf(const VARIANT& child) { return child.vt == VT_I4 && child.lVal == CHILDID_SELF; }
 
-std::wstring TextOf(HWND window) {
-  std::wstring text(static_cast<size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
-  text.resize(
-      static_cast<size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
-  return text;
+VARIANT NumberOf(LONG number) {
+  VARIANT variant = {};
+  variant.vt = VT_I4;
+  variant.lVal = number;
+  return variant;
 }
 
-// Answers from the callbacks and passes every other question to the system's object.
+// Answers from the callbacks and passes every other question to the system's object. A callback is
+// copied before the call, because it may handle messages that end the window.
 class AccessibleObject final : public IAccessible {
  public:
   AccessibleObject(const AccessibleCallbacks& callbacks, ComPtr<IAccessible> system)
@@ -82,16 +84,15 @@ class AccessibleObject final : public IAccessible {
     if (callbacks_ == nullptr || callbacks_->role == 0 || !IsSelf(child)) {
       return AskSystem(&IAccessible::get_accRole, child, role);
     }
-    role->vt = VT_I4;
-    role->lVal = callbacks_->role;
+    *role = NumberOf(callbacks_->role);
     return S_OK;
   }
   STDMETHODIMP put_accValue(VARIANT child, BSTR value) noexcept override {
     if (callbacks_ == nullptr || !callbacks_->setValue || !IsSelf(child)) {
       return AskSystem(&IAccessible::put_accValue, child, value);
     }
-    return GuardBoundary(
-        [&] { return callbacks_->setValue(value == nullptr ? L"" : value) ? S_OK : E_INVALIDARG; });
+    const auto set = callbacks_->setValue;
+    return GuardBoundary([&] { return set(value == nullptr ? L"" : value) ? S_OK : E_INVALIDARG; });
   }
   STDMETHODIMP get_accDefaultAction(VARIANT child, BSTR* action) noexcept override {
     if (action == nullptr) return E_POINTER;
@@ -101,8 +102,9 @@ class AccessibleObject final : public IAccessible {
   }
   STDMETHODIMP accDoDefaultAction(VARIANT child) noexcept override {
     if (!Acts(child)) return AskSystem(&IAccessible::accDoDefaultAction, child);
+    const auto act = callbacks_->act;
     return GuardBoundary([&] {
-      callbacks_->act();
+      act();
       return S_OK;
     });
   }
@@ -114,6 +116,9 @@ class AccessibleObject final : public IAccessible {
     return S_OK;
   }
   STDMETHODIMP get_accChild(VARIANT child, IDispatch** object) noexcept override {
+    if (object == nullptr) return E_POINTER;
+    *object = nullptr;
+    if (HasNoChildren()) return S_FALSE;
     return AskSystem(&IAccessible::get_accChild, child, object);
   }
   STDMETHODIMP get_accParent(IDispatch** parent) noexcept override {
@@ -135,6 +140,14 @@ class AccessibleObject final : public IAccessible {
     return AskSystem(&IAccessible::get_accKeyboardShortcut, child, text);
   }
   STDMETHODIMP get_accFocus(VARIANT* focus) noexcept override {
+    if (focus == nullptr) return E_POINTER;
+    const long child = callbacks_ != nullptr && callbacks_->focusedChild
+                           ? callbacks_->focusedChild()
+                           : CHILDID_SELF;
+    if (child != CHILDID_SELF) {
+      *focus = NumberOf(child);
+      return S_OK;
+    }
     return AskSystem(&IAccessible::get_accFocus, focus);
   }
   STDMETHODIMP get_accSelection(VARIANT* selection) noexcept override {
@@ -148,10 +161,20 @@ class AccessibleObject final : public IAccessible {
     return AskSystem(&IAccessible::accLocation, x, y, width, height, child);
   }
   STDMETHODIMP accNavigate(LONG direction, VARIANT start, VARIANT* end) noexcept override {
+    if (end == nullptr) return E_POINTER;
+    end->vt = VT_EMPTY;
+    const bool isToChild = direction == NAVDIR_FIRSTCHILD || direction == NAVDIR_LASTCHILD;
+    if (HasNoChildren() && isToChild) return S_FALSE;
     return AskSystem(&IAccessible::accNavigate, direction, start, end);
   }
   STDMETHODIMP accHitTest(LONG x, LONG y, VARIANT* child) noexcept override {
-    return AskSystem(&IAccessible::accHitTest, x, y, child);
+    if (child == nullptr) return E_POINTER;
+    const HRESULT result = AskSystem(&IAccessible::accHitTest, x, y, child);
+    // The system's answer may be a child window.
+    if (result != S_OK || !HasNoChildren()) return result;
+    VariantClear(child);
+    *child = NumberOf(CHILDID_SELF);
+    return S_OK;
   }
   STDMETHODIMP put_accName(VARIANT child, BSTR name) noexcept override {
     return AskSystem(&IAccessible::put_accName, child, name);
@@ -178,8 +201,9 @@ class AccessibleObject final : public IAccessible {
     if (callbacks_ == nullptr || !(callbacks_->*own) || !IsSelf(child)) {
       return AskSystem(system, child, text);
     }
+    const auto ask = callbacks_->*own;
     return GuardBoundary([&] {
-      const std::wstring answer = (callbacks_->*own)();
+      const std::wstring answer = ask();
       *text = SysAllocStringLen(answer.data(), static_cast<UINT>(answer.size()));
       return *text == nullptr ? E_OUTOFMEMORY : S_OK;
     });

@@ -1,4 +1,4 @@
-// What a window tells a screen reader about itself.
+// Describes a window to screen readers.
 #pragma once
 
 #include <windows.h>
@@ -8,8 +8,7 @@
 
 namespace tellurvane {
 
-// Called on the window's thread. The system answers for members that are left empty. No function
-// may destroy the window.
+// Called on the window's thread. The system answers for members that are left empty.
 struct AccessibleCallbacks {
   long role = 0;  // a ROLE_SYSTEM_ number
   std::function<std::wstring()> name = {};
@@ -18,6 +17,8 @@ struct AccessibleCallbacks {
   std::function<bool(const std::wstring& text)> setValue = {};
   std::wstring actionName = {};  // of the default action
   std::function<void()> act = {};
+  // The number of the part that has the keyboard; 0 if none has it.
+  std::function<long()> focusedChild = {};
   bool hasNoChildren = false;  // its child windows are only parts of its picture
 };
 

@@ -24,6 +24,13 @@ void RegisterOnce(const wchar_t* className, UINT classStyle, WNDPROC procedure) 
 
 }  // namespace
 
+std::wstring TextOf(HWND window) {
+  std::wstring text(static_cast<size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+  text.resize(
+      static_cast<size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
+  return text;
+}
+
 Window::~Window() {
   if (window_ == nullptr) return;
   SetWindowLongPtrW(window_, GWLP_USERDATA, 0);

@@ -7,6 +7,9 @@
 
 namespace tellurvane {
 
+// Its caption, or a control's text.
+std::wstring TextOf(HWND window);
+
 // How a window is created. Positions and sizes are pixels, the frame included.
 struct WindowArgs {
   std::wstring caption;

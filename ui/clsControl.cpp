@@ -203,12 +203,7 @@ HBRUSH clsControl::PrepareContext(HDC context) {
   return backBrush_.Get();
 }
 
-std::wstring clsControl::text() const {
-  std::wstring value(static_cast<size_t>(GetWindowTextLengthW(hwnd_)) + 1, L'\0');
-  value.resize(
-      static_cast<size_t>(GetWindowTextW(hwnd_, value.data(), static_cast<int>(value.size()))));
-  return value;
-}
+std::wstring clsControl::text() const { return TextOf(hwnd_); }
 
 void clsControl::text(const std::wstring& value) {
   const bool wasSetting = std::exchange(isSettingText_, true);

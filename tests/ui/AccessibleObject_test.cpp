@@ -1,10 +1,11 @@
-// What a screen reader is told, and what it hears.
+// What a screen reader reads and hears.
 #include "ui/AccessibleObject.h"
 
 #include <gmock/gmock.h>
 
 #include "SliderTestSupport.h"
 #include "tests/support/AccessibleSupport.h"
+#include "tests/support/FormProbe.h"
 #include "ui/BoxedControl.h"
 
 namespace tellurvane {
@@ -122,7 +123,90 @@ TEST_F(AccessibleTest, ChildWindowsThatAreOnlyAPictureAreNoChildren) {
     ComPtr<IEnumVARIANT> list;
     EXPECT_EQ(FAILED(object->QueryInterface(__uuidof(IEnumVARIANT), list.ReceiveVoid())),
               hasNoChildren);
+    const RECT place = OnScreen(part.hwnd());
+    Variant hit;
+    EXPECT_EQ(object->accHitTest(place.left, place.top, &hit.Get()), S_OK);
+    EXPECT_EQ(hit.Get().vt == VT_I4, hasNoChildren) << "not the child's object";
+    Variant first;
+    (void)object->accNavigate(NAVDIR_FIRSTCHILD, Self(), &first.Get());
+    EXPECT_EQ(first.Get().vt == VT_EMPTY, hasNoChildren);
+    ComPtr<IDispatch> child;
+    (void)object->get_accChild(ChildNumber(1), child.Receive());
+    EXPECT_EQ(child.Get() == nullptr, hasNoChildren);
   }
+}
+
+TEST_F(AccessibleTest, ThePartWithTheKeyboardIsNamedByItsNumber) {
+  PictureBox box;
+  box.Create({.parent = form.hwnd(), .width = 10, .height = 10});
+  long focused = 3;
+  MakeAccessible(box.hwnd(), {.focusedChild = [&] { return focused; }});
+  const auto object = AccessibleOf(box.hwnd());
+  const auto child = [&] {
+    Variant answer;
+    EXPECT_HRESULT_SUCCEEDED(object->get_accFocus(&answer.Get()));
+    return answer.Get().vt == VT_I4 ? answer.Get().lVal : -1;
+  };
+  EXPECT_EQ(child(), 3);
+  focused = 0;
+  box.SetFocus();
+  EXPECT_EQ(child(), 0) << "the system's answer";
+}
+
+// A callback may handle messages. Its copies that are alive are counted.
+class EndsItsWindow {
+ public:
+  explicit EndsItsWindow(std::unique_ptr<PictureBox>& box) : box_(&box) { ++alive; }
+  EndsItsWindow(const EndsItsWindow& other) : box_(other.box_) { ++alive; }
+  EndsItsWindow& operator=(const EndsItsWindow&) = delete;
+  ~EndsItsWindow() { --alive; }
+  static int alive;
+
+ protected:
+  void End() const {
+    box_->reset();
+    EXPECT_GT(alive, 0) << "the callback itself is gone";
+  }
+
+ private:
+  std::unique_ptr<PictureBox>* box_;
+};
+int EndsItsWindow::alive = 0;
+
+struct EndingName : EndsItsWindow {
+  using EndsItsWindow::EndsItsWindow;
+  std::wstring operator()() const {
+    End();
+    return L"名稱";
+  }
+};
+struct EndingValue : EndsItsWindow {
+  using EndsItsWindow::EndsItsWindow;
+  bool operator()(const std::wstring&) const {
+    End();
+    return true;
+  }
+};
+struct EndingAction : EndsItsWindow {
+  using EndsItsWindow::EndsItsWindow;
+  void operator()() const { End(); }
+};
+
+TEST_F(AccessibleTest, ACallbackMayEndItsWindow) {
+  auto box = std::make_unique<PictureBox>();
+  const auto objectWith = [&](AccessibleCallbacks callbacks) {
+    box = std::make_unique<PictureBox>();
+    box->Create({.parent = form.hwnd(), .width = 10, .height = 10});
+    MakeAccessible(box->hwnd(), std::move(callbacks));
+    return AccessibleOf(box->hwnd());
+  };
+  Bstr name;
+  EXPECT_EQ(objectWith({.name = EndingName(box)})->get_accName(Self(), name.Receive()), S_OK);
+  EXPECT_EQ(name.Text(), L"名稱");
+  const Bstr half(L"50");
+  EXPECT_EQ(objectWith({.setValue = EndingValue(box)})->put_accValue(Self(), half.Get()), S_OK);
+  EXPECT_EQ(objectWith({.act = EndingAction(box)})->accDoDefaultAction(Self()), S_OK);
+  EXPECT_EQ(box, nullptr);
 }
 
 // Screen readers keep objects as long as they like.
@@ -157,7 +241,7 @@ TEST_F(AccessibleTest, AnObjectOutlivesItsWindowAndItsOwner) {
   EXPECT_FALSE(wasAsked);
 }
 
-TEST_F(AccessibleTest, LeavesNothingBehind) {
+TEST_F(AccessibleTest, LeaksNothing) {
   const auto use = [&] {
     PictureBox box;
     box.Create({.parent = form.hwnd(), .width = 10, .height = 10});
