@@ -161,7 +161,7 @@ void FrmMain::CreateToolbar() {
   const Strip images = ToolbarImages();
   ToolBar_.Create(images.size);
   ShowToolbarImages(images);
-  NameByText(ToolBar_.hwnd(), L"工具列");
+  ToolBar_.AccessibleName(L"工具列");
   constexpr std::pair<const wchar_t*, const wchar_t*> kButtons[] = {{L"新 增", L"Insert"},
                                                                     {L"播 放", L"Enter"},
                                                                     {L"停 止", L"Ctrl+S"},

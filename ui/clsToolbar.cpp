@@ -187,8 +187,10 @@ void clsToolbar::WndProc(bool /*before*/, bool& handled, LRESULT& result, HWND /
       handled = OnKeyDown(static_cast<UINT>(wParam), IsRepeatedKey(lParam));
       break;
     case WM_SETFOCUS:
+      TakeFocus();
+      break;
     case WM_KILLFOCUS:
-      RedrawFocus();
+      LoseFocus();
       break;
     case WM_PAINT:
       PaintFocus();

@@ -56,6 +56,9 @@ class clsToolbar : private GXISubclass {
   bool Enabled(int id) const;
   void Enabled(int id, bool enabled);
 
+  // For screen readers, after Create.
+  void AccessibleName(const std::wstring& name);
+
   // True while ButtonClick is raised by a key.
   bool IsPressedByKey() const { return isPressedByKey_; }
   // On the screen.
@@ -81,7 +84,11 @@ class clsToolbar : private GXISubclass {
   int ButtonCount() const { return static_cast<int>(toolTips_.size()); }
   static LRESULT DialogCode(const MSG* message);
   bool OnKeyDown(UINT key, bool isRepeated);
-  void MoveFocus(int from, int step);
+  int NextUsable(int from, int step) const;
+  void MoveFocus(int id);
+  void TakeFocus();
+  void LoseFocus() const;
+  void ShowFocus() const;
   void PressFocused();
   void RedrawFocus() const;
   void PaintFocus() const;

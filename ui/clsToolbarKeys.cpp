@@ -1,4 +1,7 @@
 // The keyboard in the toolbar: arrows move, Enter and Space press.
+#include <utility>
+
+#include "ui/AccessibleObject.h"
 #include "ui/FocusFrame.h"
 #include "ui/clsToolbar.h"
 
@@ -22,17 +25,17 @@ bool clsToolbar::OnKeyDown(UINT key, bool isRepeated) {
   switch (key) {
     case VK_LEFT:
     case VK_UP:
-      MoveFocus(focused_, -1);
+      MoveFocus(NextUsable(focused_, -1));
       return true;
     case VK_RIGHT:
     case VK_DOWN:
-      MoveFocus(focused_, 1);
+      MoveFocus(NextUsable(focused_, 1));
       return true;
     case VK_HOME:
-      MoveFocus(0, 1);
+      MoveFocus(NextUsable(0, 1));
       return true;
     case VK_END:
-      MoveFocus(end, -1);
+      MoveFocus(NextUsable(end, -1));
       return true;
     case VK_RETURN:
     case VK_SPACE:
@@ -43,14 +46,41 @@ bool clsToolbar::OnKeyDown(UINT key, bool isRepeated) {
   }
 }
 
-// To the next button that can be used; without one it stays.
-void clsToolbar::MoveFocus(int from, int step) {
+// The focused button if there is none.
+int clsToolbar::NextUsable(int from, int step) const {
   for (int id = from + step; id >= 1 && id <= ButtonCount(); id += step) {
-    if (!Visible(id) || !Enabled(id)) continue;
-    focused_ = id;
-    break;
+    if (Visible(id) && Enabled(id)) return id;
   }
+  return focused_;
+}
+
+void clsToolbar::MoveFocus(int id) {
+  if (std::exchange(focused_, id) != id) ShowFocus();
+}
+
+void clsToolbar::TakeFocus() {
+  // The button may have been disabled meanwhile.
+  if (!Visible(focused_) || !Enabled(focused_)) focused_ = NextUsable(0, 1);
+  ShowFocus();
+}
+
+void clsToolbar::LoseFocus() const {
+  Send(TB_SETHOTITEM, static_cast<WPARAM>(-1));
   RedrawFocus();
+}
+
+// The native toolbar has a mark of its own, and reports only that the whole toolbar has the
+// keyboard.
+void clsToolbar::ShowFocus() const {
+  Send(TB_SETHOTITEM, static_cast<WPARAM>(focused_) - 1);
+  NotifyWinEvent(EVENT_OBJECT_FOCUS, toolbar_, OBJID_CLIENT, focused_);
+  RedrawFocus();
+}
+
+void clsToolbar::AccessibleName(const std::wstring& name) {
+  MakeAccessible(toolbar_,
+                 {.name = [name] { return name; },
+                  .focusedChild = [this] { return GetFocus() == toolbar_ ? focused_ : 0; }});
 }
 
 // A button that was disabled after it was pressed keeps the keyboard, but cannot be pressed again.

@@ -1,17 +1,21 @@
 #include "ui/clsToolbar.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <array>
 #include <memory>
 
 #include "ControlTestSupport.h"
 #include "SubclassTestSupport.h"
+#include "tests/support/AccessibleSupport.h"
 #include "tests/support/FormProbe.h"
 #include "tests/support/WindowTestSupport.h"
 
 namespace tellurvane {
 namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
 
 constexpr int kImageSize = 16;
 constexpr Color kRed = Rgb(255, 0, 0);
@@ -233,6 +237,47 @@ TEST_F(ToolbarKeysTest, FramesTheButtonThatAKeyPresses) {
   EXPECT_EQ(framed(), std::vector<int>{5});
   form.SetFocus();
   EXPECT_EQ(framed(), std::vector<int>{});
+}
+
+TEST_F(ToolbarKeysTest, ReportsTheButtonThatHasTheKeyboard) {
+  const ComApartment apartment;
+  toolbar->AccessibleName(L"工具列");
+  const auto object = AccessibleOf(toolbar->hwnd());
+  const auto focused = [&] {
+    Variant answer;
+    EXPECT_HRESULT_SUCCEEDED(object->get_accFocus(&answer.Get()));
+    return answer.Get().vt == VT_I4 ? answer.Get().lVal : -1;
+  };
+  HeardEvents heard;
+  Key(toolbar->hwnd(), VK_RIGHT);
+  Key(toolbar->hwnd(), VK_RIGHT);
+  EXPECT_THAT(heard.Of(toolbar->hwnd()), ElementsAre("focus 2", "focus 4"));
+  EXPECT_EQ(focused(), 4);
+  EXPECT_EQ(NameOf(*object.Get()), L"工具列");
+  Key(toolbar->hwnd(), VK_END);
+  Key(toolbar->hwnd(), VK_RIGHT);
+  EXPECT_THAT(heard.Of(toolbar->hwnd()), ElementsAre("focus 5")) << "only when it moves";
+  form.SetFocus();
+  EXPECT_NE(focused(), 5);
+  SetFocus(toolbar->hwnd());
+  EXPECT_THAT(heard.Of(toolbar->hwnd()), Contains("focus 5"));
+}
+
+TEST_F(ToolbarKeysTest, TheKeyboardComesToAButtonThatCanBeUsed) {
+  toolbar->Enabled(1, false);
+  form.SetFocus();
+  SetFocus(toolbar->hwnd());
+  EXPECT_EQ(PressedAfter({VK_RETURN}), std::vector<int>{2});
+}
+
+// Otherwise the native toolbar marks another button beside the framed one.
+TEST_F(ToolbarKeysTest, TheNativeMarkIsOnTheFramedButtonToo) {
+  const auto hot = [this] { return static_cast<int>(Ask(TB_GETHOTITEM)); };
+  EXPECT_EQ(hot(), 0);
+  Key(toolbar->hwnd(), VK_END);
+  EXPECT_EQ(hot(), 4);
+  form.SetFocus();
+  EXPECT_EQ(hot(), -1);
 }
 
 TEST_F(ToolbarTest, ACommandOfAnotherWindowIsNoButton) {
