@@ -6,6 +6,7 @@
 namespace tellurvane {
 
 // Along the box's inner edge. Drawing it twice changes nothing, unlike the system's dotted frame.
-void DrawFocusFrame(HDC target, const RECT& box);
+// Under high contrast it has the system colour of this index, that of a text on the same ground.
+void DrawFocusFrame(HDC target, const RECT& box, int systemIndex);
 
 }  // namespace tellurvane

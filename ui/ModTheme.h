@@ -21,7 +21,8 @@ inline constexpr Argb kWhiteShadow = 0xFFFFFFFF;
 
 // The background of all windows, and the colour of their labels.
 inline constexpr Color kWindowGround = Adaptive(Rgb(0xF4, 0xF1, 0xFA), COLOR_BTNFACE);
-inline constexpr Color kLabelInk = Adaptive(Rgb(0x4B, 0x00, 0x82), COLOR_BTNTEXT);
+inline constexpr Color kIndigo = Rgb(0x4B, 0x00, 0x82);
+inline constexpr Color kLabelInk = Adaptive(kIndigo, COLOR_BTNTEXT);
 
 // Bits of TextFont::style.
 enum TextStyle { kRegular = 0, kBold = 1 };

@@ -30,13 +30,14 @@ LRESULT PaintListRow(const clsLictView& list, size_t rowCount, const NMLVCUSTOMD
   const auto width = static_cast<int>(bounds.right - bounds.left);
   const auto height = static_cast<int>(bounds.bottom - bounds.top);
   if (const auto picture = MemoryContext::Create(width, height)) {
-    paint(row, {.context = picture->Dc(),
-                .width = width,
-                .height = height,
-                .isSelected = list.Selected() == static_cast<int>(row),
-                .isOdd = row % 2 == 1});
+    const RowPicture shown = {.context = picture->Dc(),
+                              .width = width,
+                              .height = height,
+                              .isSelected = list.Selected() == static_cast<int>(row),
+                              .isOdd = row % 2 == 1};
+    paint(row, shown);
     if (GetFocus() == list.hwnd() && list.FocusedRow() == static_cast<int>(row)) {
-      DrawFocusFrame(picture->Dc(), {0, 0, width, height});
+      DrawFocusFrame(picture->Dc(), {0, 0, width, height}, PlainIndex(shown));
     }
     BitBlt(draw.nmcd.hdc, static_cast<int>(bounds.left), static_cast<int>(bounds.top), width,
            height, picture->Dc(), 0, 0, SRCCOPY);

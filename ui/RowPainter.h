@@ -20,10 +20,11 @@ struct RowPicture {
   bool isOdd = false;  // every second row has another background
 };
 
-// The text's only colour under high contrast.
-inline Color PlainInk(const RowPicture& row) {
-  return SystemColor(row.isSelected ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT);
+// The index of the system colour that texts and the focus frame have under high contrast.
+inline int PlainIndex(const RowPicture& row) {
+  return row.isSelected ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT;
 }
+inline Color PlainInk(const RowPicture& row) { return SystemColor(PlainIndex(row)); }
 
 using PaintsRow = std::function<void(size_t row, const RowPicture& picture)>;
 

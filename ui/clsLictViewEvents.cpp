@@ -221,7 +221,7 @@ void clsLictView::DrawEmptyFocus() const {
   GetClientRect(list_, &client);
   client.top = HeaderBottom();
   const WindowDc context(list_);
-  DrawFocusFrame(context.Get(), client);
+  DrawFocusFrame(context.Get(), client, COLOR_WINDOWTEXT);
 }
 
 LRESULT clsLictView::RaiseCustomDraw(NMLVCUSTOMDRAW& draw) const {

@@ -144,7 +144,7 @@ void clsProgress::Draw(Color accent) {
   }
   if (isFocused_ && !track.IsEmpty()) {
     const RECT box = {track.left, track.top, track.right, track.bottom};
-    DrawFocusFrame(target, box);
+    DrawFocusFrame(target, box, COLOR_WINDOWTEXT);
   }
   if (!text_.empty()) PrintText(text_, isEnabled ? kCaptionColor : kDisabledCaptionColor);
 
@@ -199,7 +199,7 @@ void clsProgress::FontSize(float points) {
 Color clsProgress::BackColor() const { return host_ == nullptr ? kWhite : host_->BackColor(); }
 
 void clsProgress::BackColor(Color color) {
-  if (host_ != nullptr) host_->BackColor(ModTheme::TranslateColor(color));
+  if (host_ != nullptr) host_->BackColor(color);
 }
 
 void clsProgress::ProgressHeightDelta(int pixels) {

@@ -75,7 +75,7 @@ class clsProgress final : public GXISubclass {
   void AccessibleName(const std::wstring& name) { accessibleName_ = name; }
   std::function<std::wstring()> ValueText;
 
-  // The host's back colour. A system colour reference is translated.
+  // The host's back colour. A system colour reference is kept as one.
   Color BackColor() const;
   void BackColor(Color color);
 

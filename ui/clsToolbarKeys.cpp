@@ -113,7 +113,7 @@ void clsToolbar::PaintFocus() const {
   if (Send(TB_GETRECT, static_cast<WPARAM>(focused_), reinterpret_cast<LPARAM>(&place)) == 0)
     return;
   const WindowDc context(toolbar_);
-  DrawFocusFrame(context.Get(), place);
+  DrawFocusFrame(context.Get(), place, COLOR_BTNTEXT);
 }
 
 }  // namespace tellurvane

@@ -158,6 +158,9 @@ TEST_F(SliderTest, UnderHighContrastASliderHasOnlyTheSystemsColors) {
   EXPECT_EQ(PixelOf(host.Dc(), 10, 2), GetSysColor(COLOR_HIGHLIGHT)) << "filled part";
   EXPECT_EQ(PixelOf(host.Dc(), 60, 2), GetSysColor(COLOR_WINDOW)) << "rest";
   EXPECT_EQ(PixelOf(host.Dc(), 68, 2), GetSysColor(COLOR_BTNFACE)) << "beside it";
+  host.SetFocus();
+  EXPECT_EQ(PixelOf(host.Dc(), 0, 0), GetSysColor(COLOR_WINDOWTEXT)) << "focus frame";
+  form.SetFocus();
   slider.Enabled(false);
   EXPECT_EQ(PixelOf(host.Dc(), 0, 0), GetSysColor(COLOR_GRAYTEXT));
 }

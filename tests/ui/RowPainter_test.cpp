@@ -3,6 +3,7 @@
 #include <map>
 
 #include "ListTestSupport.h"
+#include "tests/support/ContrastScheme.h"
 #include "ui/Handle.h"
 
 namespace tellurvane {
@@ -84,6 +85,19 @@ TEST_F(RowPainterTest, FramesTheFocusedRowWhileTheListHasTheKeyboard) {
   EXPECT_EQ(list.FocusedRow(), 2);
   list.SetFocus();
   EXPECT_EQ(framed(), Rows{2});
+}
+
+// The frame is inside the highlight of a selected row and on the window of another one.
+TEST_F(RowPainterTest, TheFrameCanBeSeenUnderHighContrast) {
+  list.SetFocus();
+  const ContrastScheme scheme(kBlackScheme, form.hwnd());
+  const auto frame = [&](int row) {
+    Paint();
+    return OnScreen(0, list.GetItemTop(row));
+  };
+  EXPECT_EQ(frame(0), GetSysColor(COLOR_WINDOWTEXT));
+  list.SetSelectList(1);
+  EXPECT_EQ(frame(1), GetSysColor(COLOR_HIGHLIGHTTEXT));
 }
 
 }  // namespace

@@ -57,7 +57,7 @@ TEST_F(SliderTest, SharesStateWithItsHost) {
   slider.BackColor(Rgb(10, 20, 30));
   EXPECT_EQ(host.BackColor(), Rgb(10, 20, 30));
   slider.BackColor(0x80000000 | COLOR_BTNFACE);
-  EXPECT_EQ(slider.BackColor(), GetSysColor(COLOR_BTNFACE));
+  EXPECT_EQ(slider.BackColor(), SystemColor(COLOR_BTNFACE));
   host.Move(kLeft, kTop, 240, 18);
   EXPECT_THAT(Events(), ElementsAre("Resize"));
 }
