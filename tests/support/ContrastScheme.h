@@ -1,4 +1,5 @@
-// High contrast as the user switches it: the system's colours change, and all windows are told.
+// High contrast as the user switches it: the system's colours and its answer change, and then its
+// messages come.
 #pragma once
 
 #include <windows.h>
@@ -24,31 +25,37 @@ inline constexpr ContrastColors kWhiteScheme = {
     RGB(255, 255, 255), RGB(0, 0, 0),  RGB(255, 255, 224), RGB(0, 0, 96), RGB(55, 0, 110),
     RGB(250, 250, 250), RGB(96, 0, 0), RGB(255, 255, 255), RGB(0, 0, 0)};
 
-// Normal colours again at the end. `window` is told of both changes, as the system tells all.
+// Normal colours again at the end. `window` gets the messages of both changes; it has to ask again
+// for itself. Without a window this asks for it.
 class ContrastScheme {
  public:
   ContrastScheme(const ContrastColors& colors, HWND window) : window_(window) {
     for (size_t i = 0; i < before_.size(); ++i) before_.at(i) = GetSysColor(kContrastIndices.at(i));
-    SetUserPreferences({.isHighContrast = [] { return true; }});
+    SetUserPreferences({.isHighContrast = [] { return isOn; }});
+    isOn = true;
     Show(colors);
   }
   ContrastScheme(const ContrastScheme&) = delete;
   ContrastScheme& operator=(const ContrastScheme&) = delete;
   ~ContrastScheme() {
-    SetUserPreferences({});
+    isOn = false;
     Show(before_);
+    SetUserPreferences({});
   }
 
  private:
   void Show(const ContrastColors& colors) const {
     SetSysColors(static_cast<int>(colors.size()), kContrastIndices.data(), colors.data());
-    if (window_ != nullptr) {
+    if (window_ == nullptr) {
+      RefreshHighContrast();
+    } else {
       SendMessageW(window_, WM_SYSCOLORCHANGE, 0, 0);
       SendMessageW(window_, WM_SETTINGCHANGE, SPI_SETHIGHCONTRAST, 0);
     }
     Pump();
   }
 
+  inline static bool isOn = false;
   HWND window_;
   ContrastColors before_ = {};
 };
