@@ -45,9 +45,4 @@ FaceHands HandsAt(const ClockFace& face, int hour, int minute, int second) {
           OnCircle(face.centre, face.radius, (second - 15) * kMinuteDegrees)};
 }
 
-TwoDigits DigitsOf(int value) {
-  if (value < 10) return {0, value};
-  return {value / 10, value % 10};
-}
-
 }  // namespace tellurvane

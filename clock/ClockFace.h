@@ -45,13 +45,4 @@ struct FaceHands {
 };
 FaceHands HandsAt(const ClockFace& face, int hour, int minute, int second);
 
-struct TwoDigits {
-  int tens = 0;
-  int units = 0;
-
-  bool operator==(const TwoDigits&) const = default;
-};
-// Of 0 to 99.
-TwoDigits DigitsOf(int value);
-
 }  // namespace tellurvane

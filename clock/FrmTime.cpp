@@ -201,29 +201,27 @@ void FrmTime::CreateDigits() {
     const SelectedObject selected(from.Get(), strip.Get());
     BitBlt(wPw1_->Dc(), 0, 0, extent.bmWidth, extent.bmHeight, from.Get(), 0, 0, SRCCOPY);
   }
-  const auto add = [this](PictureBox& box, int cells, size_t label) {
-    const int labelY = PixelsFromTwips(kLabels[label].top);
-    const int labelHeight = PixelsFromTwips(kLabelHeight);
-    AddDigits(box, cells, PixelsFromTwips(kLabels[label].left),
-              labelY + (labelHeight - cell_.cy) / 2);
-  };
-  add(G_y_, 4, 0);
-  add(G_m_, 2, 1);
-  add(G_d_, 2, 2);
-  add(C_ch_, 2, 3);
-  add(C_cm_, 2, 4);
-  add(C_cs_, 2, 5);
+  AddDigits(G_y_, 0, 4, [this] { return drawnDate_.year; });
+  AddDigits(G_m_, 1, 2, [this] { return drawnDate_.month; });
+  AddDigits(G_d_, 2, 2, [this] { return drawnDate_.day; });
+  AddDigits(C_ch_, 3, 2, [this] { return drawn_.hour; });
+  AddDigits(C_cm_, 4, 2, [this] { return drawn_.minute; });
+  AddDigits(C_cs_, 5, 2, [this] { return drawn_.second; });
 }
 
 // Left of its label.
-void FrmTime::AddDigits(PictureBox& box, int cells, int labelX, int y) {
+void FrmTime::AddDigits(PictureBox& box, size_t label, int cells, std::function<int()> number) {
   const int width = cells * cell_.cx;
+  const int labelHeight = PixelsFromTwips(kLabelHeight);
   box.Create({.parent = hwnd(),
-              .x = labelX - width,
-              .y = y,
+              .x = PixelsFromTwips(kLabels[label].left) - width,
+              .y = PixelsFromTwips(kLabels[label].top) + (labelHeight - cell_.cy) / 2,
               .width = width,
               .height = cell_.cy,
               .backColor = kNight});
+  box.Paint = [this, cells, number = std::move(number)](HDC target) {
+    DrawNumber(target, cells, number());
+  };
   ForwardMouse(box);
 }
 
@@ -255,11 +253,12 @@ void FrmTime::DrawTime() {
   const int hour = Time().hour;
   const int minute = Time().minute;
   const int second = Time().second;
+  const DrawnTime before =
+      std::exchange(drawn_, {.hour = hour, .minute = minute, .second = second});
   // Each second only what changed: the rest would be most of an open clock's work.
-  if (hour != drawn_.hour) DrawTwoDigits(C_ch_, hour);
-  if (minute != drawn_.minute) DrawTwoDigits(C_cm_, minute);
-  if (second != drawn_.second) DrawTwoDigits(C_cs_, second);
-  drawn_ = {.hour = hour, .minute = minute, .second = second};
+  if (hour != before.hour) C_ch_.Redraw();
+  if (minute != before.minute) C_cm_.Redraw();
+  if (second != before.second) C_cs_.Redraw();
   DrawFace(HandsAt(clockFace_, hour, minute, second));
 }
 
@@ -276,26 +275,15 @@ void FrmTime::DrawFace(const FaceHands& hands) {
 // designator.
 void FrmTime::DrawDate() {
   drawnDate_ = Time();
-  DrawDateDigits();
+  for (PictureBox* const box : {&G_y_, &G_m_, &G_d_}) box->Redraw();
   labels_[kHalfOfDay]->text(callbacks_.dayHalf(callbacks_.clock()));
   FitHalfOfDay();
 }
 
-void FrmTime::DrawDateDigits() {
-  int position = 0;
-  for (const wchar_t digit : std::to_wstring(drawnDate_.year)) {
-    DrawDigit(Digits(), G_y_, digit - L'0', 1, ++position);
-  }
-  DrawTwoDigits(G_m_, drawnDate_.month);
-  DrawTwoDigits(G_d_, drawnDate_.day);
-}
-
-// Everything but the date, which stays as it was drawn.
+// The digits draw themselves again.
 void FrmTime::ColorsChanged() {
   PrepareFace();
-  drawn_ = kNothingDrawn;
   DrawTime();
-  DrawDateDigits();
   Opacity(FullOpacity());
 }
 
@@ -310,22 +298,24 @@ void FrmTime::FitHalfOfDay() {
   halfFont_ = std::move(font);
 }
 
-void FrmTime::DrawTwoDigits(PictureBox& target, int value) {
-  const TwoDigits digits = DigitsOf(value);
-  DrawDigit(Digits(), target, digits.tens, 1, 1);
-  DrawDigit(Digits(), target, digits.units, 1, 2);
+// Nothing of a negative number, before the first drawing.
+void FrmTime::DrawNumber(HDC target, int cells, int number) {
+  if (number < 0) return;
+  for (int position = cells; position > 0; --position) {
+    DrawDigit(target, number % 10, 1, position);
+    number /= 10;
+  }
 }
 
 // Rows and positions count from 1.
-void FrmTime::DrawDigit(HDC source, PictureBox& target, int digit, int row, int position) {
+void FrmTime::DrawDigit(HDC target, int digit, int row, int position) {
   const int x = (position - 1) * cell_.cx;
   if (IsHighContrast()) {
-    WriteDigit(target.Dc(), {x, 0, x + cell_.cx, cell_.cy}, digit);
+    WriteDigit(target, {x, 0, x + cell_.cx, cell_.cy}, digit);
   } else {
-    BitBlt(target.Dc(), x, 0, cell_.cx, cell_.cy, source, digit * cell_.cx, (row - 1) * cell_.cy,
+    BitBlt(target, x, 0, cell_.cx, cell_.cy, Digits(), digit * cell_.cx, (row - 1) * cell_.cy,
            SRCCOPY);
   }
-  target.Refresh({x, 0, x + cell_.cx, cell_.cy});
 }
 
 }  // namespace tellurvane

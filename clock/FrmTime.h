@@ -64,7 +64,7 @@ class FrmTime final : public Form {
 
   void CreateLabels();
   void CreateDigits();
-  void AddDigits(PictureBox& box, int cells, int labelX, int y);
+  void AddDigits(PictureBox& box, size_t label, int cells, std::function<int()> number);
   void FitHalfOfDay();
   void Form_MouseDown(const MouseEvent& event);
   void Form_MouseMove(const MouseEvent& event);
@@ -74,9 +74,8 @@ class FrmTime final : public Form {
   void DrawTime();
   void DrawFace(const FaceHands& hands);
   void DrawDate();
-  void DrawDateDigits();
-  void DrawTwoDigits(PictureBox& target, int value);
-  void DrawDigit(HDC source, PictureBox& target, int digit, int row, int position);
+  void DrawNumber(HDC target, int cells, int number);
+  void DrawDigit(HDC target, int digit, int row, int position);
   HDC Digits() const { return wPw1_ ? wPw1_->Dc() : nullptr; }
   CivilDateTime Time() const { return CivilFromSerial(callbacks_.clock()); }
 

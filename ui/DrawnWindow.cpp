@@ -98,7 +98,6 @@ LRESULT DrawnWindow::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     case WM_SYSCOLORCHANGE:
     case WM_SETTINGCHANGE:
-    case WM_THEMECHANGED:
       RefreshHighContrast();
       // The children first: a parent may draw on them.
       Window::HandleMessage(message, wParam, lParam);

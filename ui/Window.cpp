@@ -66,7 +66,6 @@ void Window::CreateBound(const wchar_t* className, UINT classStyle, const Window
 }
 
 LRESULT Window::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-  // The system sends WM_THEMECHANGED to all windows.
   if (message == WM_SYSCOLORCHANGE || message == WM_SETTINGCHANGE) {
     PassToChildren(message, wParam, lParam);
   }

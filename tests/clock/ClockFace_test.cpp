@@ -4,7 +4,6 @@
 
 #include <ostream>
 #include <set>
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -88,13 +87,6 @@ TEST(ClockFaceTest, HasAMarkForEachHourAndTheFirstTwice) {
   EXPECT_EQ(quarter, (std::vector<FacePoint>{{68, 36}, {64, 52}, {52, 64}, {36, 68}}));
   EXPECT_EQ(marks[9], (FacePoint{36, 4}));
   EXPECT_EQ(marks[12], marks[0]);
-}
-
-TEST(DigitsOfTest, HasALeadingZero) {
-  for (const auto& [value, tens, units] :
-       {std::tuple(0, 0, 0), {5, 0, 5}, {9, 0, 9}, {10, 1, 0}, {59, 5, 9}, {99, 9, 9}}) {
-    EXPECT_EQ(DigitsOf(value), (TwoDigits{tens, units})) << value;
-  }
 }
 
 }  // namespace

@@ -236,6 +236,19 @@ TEST_F(FrmTimeTest, DoesNotFadeWithoutAnimations) {
   SetUserPreferences({});
 }
 
+// The system sends them to the windows one by one, and nobody draws a child after it.
+TEST_F(FrmTimeTest, KeepsAllDigitsWhenAThemeOrTheColorsChange) {
+  ShowAt(kMorning);
+  for (const UINT message : {WM_THEMECHANGED, WM_SYSCOLORCHANGE, WM_SETTINGCHANGE}) {
+    SendMessageW(clock->hwnd(), message, 0, 0);
+    for (const HWND child : InsideOf(clock->hwnd(), L"TellurvanePictureBox")) {
+      SendMessageW(child, message, 0, 0);
+    }
+    EXPECT_EQ(DateShown(), "2026-11-21") << message;
+    EXPECT_EQ(TimeShown(), "09:05:07") << message;
+  }
+}
+
 // A switch of the colours is no new showing.
 TEST_F(FrmTimeTest, KeepsItsDateWhenTheColorsChange) {
   ShowAt(kMorning);
