@@ -175,15 +175,20 @@ void clsControl::ForeColor(Color color) {
   ApplyColors();
 }
 
+clsControl::Colors clsControl::ColorsNow() const {
+  return {ModTheme::TranslateColor(BackColor()), ModTheme::TranslateColor(ForeColor())};
+}
+
 // A rich edit box gets its colours by message; the other kinds ask their host when they paint.
 void clsControl::ApplyColors() {
   if (hwnd_ == nullptr) return;
+  shownColors_ = ColorsNow();
   if (kind_ == ControlKind::kRichEditBox) {
-    Send(EM_SETBKGNDCOLOR, 0, static_cast<LPARAM>(ModTheme::TranslateColor(BackColor())));
+    Send(EM_SETBKGNDCOLOR, 0, static_cast<LPARAM>(shownColors_.ground));
     CHARFORMATW format = {};
     format.cbSize = sizeof(format);
     format.dwMask = CFM_COLOR;
-    format.crTextColor = ModTheme::TranslateColor(ForeColor());
+    format.crTextColor = shownColors_.ink;
     const bool wasSetting = std::exchange(isSettingText_, true);
     Send(EM_SETCHARFORMAT, SCF_DEFAULT, reinterpret_cast<LPARAM>(&format));
     Send(EM_SETCHARFORMAT, SCF_ALL, reinterpret_cast<LPARAM>(&format));
@@ -193,12 +198,12 @@ void clsControl::ApplyColors() {
 }
 
 HBRUSH clsControl::PrepareContext(HDC context) {
-  const Color back = ModTheme::TranslateColor(BackColor());
-  SetTextColor(context, ModTheme::TranslateColor(ForeColor()));
-  SetBkColor(context, back);
-  if (!backBrush_ || back != backBrushColor_) {
-    backBrush_.Reset(CreateSolidBrush(back));
-    backBrushColor_ = back;
+  const Colors colors = ColorsNow();
+  SetTextColor(context, colors.ink);
+  SetBkColor(context, colors.ground);
+  if (!backBrush_ || colors.ground != backBrushColor_) {
+    backBrush_.Reset(CreateSolidBrush(colors.ground));
+    backBrushColor_ = colors.ground;
   }
   return backBrush_.Get();
 }

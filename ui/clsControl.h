@@ -122,6 +122,12 @@ class clsControl final : private GXISubclass {
 
  private:
   struct ListMessages;
+  struct Colors {
+    Color ground = 0;
+    Color ink = 0;
+
+    bool operator==(const Colors&) const = default;
+  };
 
   void WndProc(bool before, bool& handled, LRESULT& result, HWND window, UINT message,
                WPARAM wParam, LPARAM lParam, LONG_PTR& userParam) override;
@@ -144,6 +150,7 @@ class clsControl final : private GXISubclass {
   bool IsGreyed() const;
   bool IsOnHost() const;
   void ApplyEnabled();
+  Colors ColorsNow() const;
   void ApplyColors();
   HBRUSH PrepareContext(HDC context);
   LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
@@ -165,6 +172,7 @@ class clsControl final : private GXISubclass {
 
   std::optional<Color> backColor_;
   std::optional<Color> foreColor_;
+  Colors shownColors_;
   UniqueBrush backBrush_;
   Color backBrushColor_ = 0;
 };

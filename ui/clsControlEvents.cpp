@@ -21,8 +21,8 @@ void clsControl::Attach() {
                                                         WM_CTLCOLORLISTBOX, WM_CTLCOLORSTATIC}) {
     engine_.AddMessage(host, message, kBeforePrevious);
   }
-  for (const UINT message : std::initializer_list<UINT>{
-           WM_SIZE, WM_ENABLE, WM_SETFOCUS, WM_SYSCOLORCHANGE, WM_SETTINGCHANGE, WM_THEMECHANGED}) {
+  for (const UINT message : std::initializer_list<UINT>{WM_SIZE, WM_ENABLE, WM_SETFOCUS,
+                                                        WM_SYSCOLORCHANGE, WM_SETTINGCHANGE}) {
     engine_.AddMessage(host, message, kAfterPrevious);
   }
   engine_.Subclass(hwnd_, *this, 0);
@@ -78,8 +78,7 @@ void clsControl::HostMessageAfter(UINT message) {
       break;
     case WM_SYSCOLORCHANGE:
     case WM_SETTINGCHANGE:
-    case WM_THEMECHANGED:
-      ApplyColors();
+      if (ColorsNow() != shownColors_) ApplyColors();
       break;
     case WM_SETFOCUS:
       if (kind_ != ControlKind::kLabel && IsWindowEnabled(hwnd_)) SetFocus(hwnd_);

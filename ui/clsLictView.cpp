@@ -58,6 +58,8 @@ void clsLictView::CreateWindows() {
                                   .style = kContainerStyle,
                                   .extendedStyle = WS_EX_CONTROLPARENT});
   list_ = CreateChildWindow({.parent = container_, .className = WC_LISTVIEWW, .style = kListStyle});
+  ground_ = GetSysColor(COLOR_WINDOW);
+  ink_ = GetSysColor(COLOR_WINDOWTEXT);
   SendMessageW(list_, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, kListExtendedStyle);
   SendMessageW(list_, WM_SETFONT, reinterpret_cast<WPARAM>(ToolkitFont()), FALSE);
 }

@@ -180,7 +180,7 @@ class clsLictView final : public GXISubclass {
   bool IsKeyHeldBack(UINT key) const;
   int FindRow(const NMLVFINDITEMW& search);
   void DrawEmptyText() const;
-  void TakeSystemColors() const;
+  void TakeSystemColors();
   void DrawEmptyFocus() const;
 
   void RaiseItemChanged(const NMLISTVIEW& change);
@@ -207,6 +207,8 @@ class clsLictView final : public GXISubclass {
   std::array<std::wstring, 4> texts_;
   size_t nextText_ = 0;
   std::wstring emptyText_;
+  DWORD ground_ = 0;  // the system's colours in the native list
+  DWORD ink_ = 0;
   GXMSubclass engine_;
 };
 

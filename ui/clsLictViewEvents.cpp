@@ -127,12 +127,17 @@ LRESULT clsLictView::zLVpCallBack(HWND window, UINT message, WPARAM wParam, LPAR
   return engine_.CallOldWndProc(window, message, wParam, lParam);
 }
 
-// Some versions of the native list keep the colours that they were created with.
-void clsLictView::TakeSystemColors() const {
-  const auto window = static_cast<LPARAM>(GetSysColor(COLOR_WINDOW));
-  SendMessageW(list_, LVM_SETBKCOLOR, 0, window);
-  SendMessageW(list_, LVM_SETTEXTBKCOLOR, 0, window);
-  SendMessageW(list_, LVM_SETTEXTCOLOR, 0, static_cast<LPARAM>(GetSysColor(COLOR_WINDOWTEXT)));
+// Some versions of the native list keep the colours that they were created with. Most changes of a
+// setting change no colour.
+void clsLictView::TakeSystemColors() {
+  const DWORD ground = GetSysColor(COLOR_WINDOW);
+  const DWORD ink = GetSysColor(COLOR_WINDOWTEXT);
+  if (ground == ground_ && ink == ink_) return;
+  ground_ = ground;
+  ink_ = ink;
+  SendMessageW(list_, LVM_SETBKCOLOR, 0, static_cast<LPARAM>(ground));
+  SendMessageW(list_, LVM_SETTEXTBKCOLOR, 0, static_cast<LPARAM>(ground));
+  SendMessageW(list_, LVM_SETTEXTCOLOR, 0, static_cast<LPARAM>(ink));
   InvalidateRect(list_, nullptr, TRUE);
 }
 

@@ -138,6 +138,20 @@ TEST(HighContrastTest, ARichEditBoxTakesTheNewColorsAtOnce) {
   EXPECT_EQ(format.crTextColor, GetSysColor(COLOR_WINDOWTEXT));
 }
 
+TEST(HighContrastTest, ASettingThatChangesNoColorDisturbsNoTextAndNoList) {
+  HostedControl hosted(ControlKind::kRichEditBox, 1);
+  PictureBox host;
+  host.Create({.parent = hosted.form.hwnd(), .x = 200, .width = 100, .height = 100});
+  clsLictView list;
+  list.Create(host);
+  hosted.Send(EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(L"早晨"));
+  Pump();
+  SendMessageW(hosted.form.hwnd(), WM_SETTINGCHANGE, 0, 0);
+  EXPECT_FALSE(GetUpdateRect(list.hwnd(), nullptr, FALSE));
+  EXPECT_NE(hosted.Send(EM_UNDO), 0);
+  EXPECT_EQ(hosted.control.text(), L"") << "the typing can still be undone";
+}
+
 TEST(HighContrastTest, AListTakesTheNewColorsAtOnce) {
   TestForm form;
   PictureBox host;
