@@ -94,7 +94,7 @@ std::optional<size_t> TaskRowsView::SelectedRow() const {
 }
 
 std::optional<size_t> TaskRowsView::TakeRow() {
-  if (list_.Selected() < 0) list_.SetSelectList(list_.FocusedRow());
+  list_.SelectFocusedRow();
   return SelectedRow();
 }
 

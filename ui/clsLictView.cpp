@@ -82,6 +82,7 @@ HIMAGELIST clsLictView::ImageList() const {
 // The native list owns the images from then on and returns the former ones.
 void clsLictView::ShowImages(UniqueImageList images) {
   if (list_ == nullptr) return;
+  rowHeight_ = 0;
   const UniqueImageList former(reinterpret_cast<HIMAGELIST>(SendMessageW(
       list_, LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images.Release()))));
 }
@@ -98,6 +99,7 @@ void clsLictView::RowHeight(int height) {
   show(height);
   const int line = GetItemHeight() - height;
   if (line > 0) show(height - line);
+  rowHeight_ = GetItemHeight();
 }
 
 int clsLictView::Add() {
@@ -176,6 +178,10 @@ void clsLictView::SetSelectList(int row) {
 int clsLictView::FocusedRow() const {
   if (list_ == nullptr) return -1;
   return Ask(list_, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED);
+}
+
+void clsLictView::SelectFocusedRow() {
+  if (Selected() < 0) SetSelectList(FocusedRow());
 }
 
 // Not every version of the native list does this itself.
@@ -259,6 +265,7 @@ bool clsLictView::ItemVisible(int row) const {
 int clsLictView::GetItemTop(int row) const { return HasRow(row) ? TopOf(list_, row) : 0; }
 
 int clsLictView::GetItemHeight() const {
+  if (rowHeight_ > 0) return rowHeight_;
   constexpr int kMeasured = 2;
   const auto count = [this](int rows) {
     SendMessageW(list_, LVM_SETITEMCOUNT, static_cast<WPARAM>(rows),

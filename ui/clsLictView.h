@@ -72,6 +72,8 @@ class clsLictView final : public GXISubclass {
   // empty.
   int FocusedRow() const;
   void EnsureVisible(int row);
+  // If no row is selected, selects the one that a key would start from.
+  void SelectFocusedRow();
   // 0 or 1.
   int SelCount() const;
 
@@ -198,6 +200,7 @@ class clsLictView final : public GXISubclass {
   HWND container_ = nullptr;
   HWND list_ = nullptr;
   std::set<int> checked_;
+  int rowHeight_ = 0;  // set by RowHeight; 0 after the images were replaced
   int buttonsHeld_ = kNoButton;
   bool isAutoDraw_ = false;
   bool isKeyBlocked_ = false;

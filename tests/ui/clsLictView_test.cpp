@@ -161,6 +161,15 @@ TEST_F(ListTest, RowsHaveTheRequestedHeightWithAndWithoutRows) {
   }
 }
 
+// A screen reader would hear of a row that comes and goes.
+TEST_F(ListTest, TheNumberOfRowsStaysWhileTheirHeightIsAsked) {
+  list.RowHeight(40);
+  list.ListCount(1);
+  CaughtMessage counts(list.hwnd(), LVM_SETITEMCOUNT);
+  EXPECT_EQ(list.GetItemHeight(), 40);
+  EXPECT_TRUE(counts.Taken().empty());
+}
+
 TEST_F(ListTest, ReportsWhichRowsShow) {
   EXPECT_EQ(list.TopItem(), -1);
   EXPECT_EQ(list.BottomItem(), -1);
