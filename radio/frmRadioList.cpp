@@ -157,6 +157,7 @@ LRESULT frmRadioList::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) 
     services_.writeSetting(L"Genre", std::to_wstring(picGenre_.control.ListIndex()));
     services_.writeSetting(L"SearchName", picEdit_.control.text());
   }
+  if (message == WM_ACTIVATE && isSearching_) return KeepOwnFocus(wParam, lParam);
   // A fetch may handle messages, and a move of the mouse would reset the cursor.
   if (message == WM_SETCURSOR && isSearching_) {
     SetCursor(LoadCursorW(nullptr, IDC_WAIT));
@@ -165,8 +166,18 @@ LRESULT frmRadioList::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) 
   return Form::HandleMessage(message, wParam, lParam);
 }
 
+// While the controls are locked, the form would give the keyboard to 關閉.
+LRESULT frmRadioList::KeepOwnFocus(WPARAM wParam, LPARAM lParam) {
+  const bool isActive = LOWORD(wParam) != WA_INACTIVE;
+  if (!isActive) hadOwnFocus_ = GetFocus() == hwnd();
+  const LRESULT result = Form::HandleMessage(WM_ACTIVATE, wParam, lParam);
+  if (isActive && hadOwnFocus_) ::SetFocus(hwnd());
+  return result;
+}
+
 void frmRadioList::Form_Enter() {
   if (GetFocus() == list_.hwnd()) {
+    list_.SelectFocusedRow();
     cmdOk_Click();
   } else {
     cmdSearch_Click();

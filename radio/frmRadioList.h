@@ -57,6 +57,7 @@ class frmRadioList final : public Form {
   DirectoryQuery Query() const;
   void Search(const DirectoryQuery& query);
   void LockControls(bool locked);
+  LRESULT KeepOwnFocus(WPARAM wParam, LPARAM lParam);
   void RestoreFocus(HWND focus);
   void EnableSearchControls();
   void ShowMode();
@@ -67,6 +68,7 @@ class frmRadioList final : public Form {
   StationRows rows_;
   SearchMode mode_ = SearchMode::kGenre;
   bool isSearching_ = false;
+  bool hadOwnFocus_ = false;  // before another window became active
   std::optional<std::wstring> chosen_;
 
   BoxedControl picRadioType_;

@@ -102,15 +102,20 @@ TEST_F(RadioSearchTest, EnterSearchesAndTheKeyboardReturnsToWhereItWas) {
     SetFocus(txtKeyword);
     Press(VK_RETURN);
     EXPECT_EQ(Focused(), "keyword");
-    // As when the user goes to another program and comes back meanwhile.
-    fetch = [](const std::wstring&) {
+    const auto leaveAndComeBack = [this] {
+      SendMessageW(window, WM_ACTIVATE, WA_INACTIVE, 0);
       SetFocus(nullptr);
+      SendMessageW(window, WM_ACTIVATE, WA_ACTIVE, 0);
+    };
+    fetch = [&](const std::wstring&) {
+      leaveAndComeBack();
       return L"";
     };
     Press(VK_RETURN);
     EXPECT_EQ(Focused(), "keyword");
-    fetch = [this](const std::wstring&) {
+    fetch = [&](const std::wstring&) {
       SetFocus(cmdCancel);
+      leaveAndComeBack();
       return L"";
     };
     Press(VK_RETURN);

@@ -57,6 +57,19 @@ TEST_F(frmRadioListTest, ShowsSourcesGenresAndColumns) {
   });
 }
 
+TEST_F(frmRadioListTest, EnterTakesTheFramedStationAndTheButtonOnlyASelectedOne) {
+  const auto choose = [this](const std::function<void()>& act) {
+    return Play([&, act] {
+      SearchHinet();
+      SetFocus(list);
+      act();
+      EXPECT_FALSE(IsOpen());
+    });
+  };
+  EXPECT_EQ(choose([this] { Press(VK_RETURN); }), L"mms://host/0");
+  EXPECT_EQ(choose([this] { Click(cmdOk); }), std::nullopt);
+}
+
 TEST_F(frmRadioListTest, SourceAndModeDecideWhatCanBeUsed) {
   Play([this] {
     EXPECT_EQ(Usable(), kByGenre);
