@@ -10,6 +10,7 @@ namespace {
 void SetReadOnly(clsControl& control, bool isReadOnly) {
   SendMessageW(control.hwnd(), EM_SETREADONLY, isReadOnly, 0);
   control.BackColor(SystemColor(isReadOnly ? COLOR_BTNFACE : COLOR_WINDOW));
+  control.ForeColor(SystemColor(isReadOnly ? COLOR_BTNTEXT : COLOR_WINDOWTEXT));
 }
 
 // Day and time of day are chosen apart.
@@ -68,6 +69,7 @@ void FrmSet::Form_Enter() {
   if (editor_.IsEditing()) {
     cmdSaveJob_Click();
   } else {
+    if (GetFocus() == lstJobs_.hwnd()) lstJobs_.SelectFocusedRow();
     cmdEdit_Click();
   }
 }
@@ -92,7 +94,9 @@ void FrmSet::lstJobs_ItemChanged(int row, UINT oldState, UINT newState) {
   ShowState();
 }
 
+// A task that was given up leaves no row selected.
 void FrmSet::lstJobs_KeyDown(UINT key) {
+  if (key == VK_F2 || key == VK_DELETE) lstJobs_.SelectFocusedRow();
   if (key == VK_F2) cmdEdit_Click();
   if (key == VK_INSERT) cmdNew_Click();
   if (key == VK_DELETE) cmdDel_Click();

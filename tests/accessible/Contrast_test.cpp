@@ -3,6 +3,7 @@
 
 #include <commctrl.h>
 #include <gmock/gmock.h>
+#include <richedit.h>
 
 #include <algorithm>
 #include <initializer_list>
@@ -81,8 +82,25 @@ class MainWindowContrastTest : public FrmMainTest {
     window->Open();
   }
 
+  // Light lines around the toolbar's pictures.
+  bool HasOutlines() const {
+    const WindowPicture picture = PictureOf(toolbar);
+    return Has(picture, Rgb(0xFE, 0xFE, 0xFE));
+  }
+
   GdiPlusSession gdiPlus;
 };
+
+TEST_F(MainWindowContrastTest, TheToolbarsPicturesHaveOutlinesOnADarkGroundOnly) {
+  OpenWithTasks();
+  EXPECT_FALSE(HasOutlines());
+  {
+    const ContrastScheme black(kBlackScheme, window->hwnd());
+    EXPECT_TRUE(HasOutlines());
+  }
+  const ContrastScheme white(kWhiteScheme, window->hwnd());
+  EXPECT_FALSE(HasOutlines());
+}
 
 TEST_F(MainWindowContrastTest, TheMainWindow) {
   OpenWithTasks();
@@ -95,6 +113,24 @@ using EditorContrastTest = EditorFixture;
 TEST_F(EditorContrastTest, TheEditor) {
   tasks = {Task(L"a"), Task(L"b")};
   Play(0, [&] { ExpectContrast(window, "editor", {COLOR_BTNFACE, COLOR_BTNTEXT, COLOR_WINDOW}); });
+}
+
+// They have the face colour, on which the window's text may not be readable.
+TEST_F(EditorContrastTest, ALockedTextHasTheInkOfItsGround) {
+  tasks = {Task(L"a")};
+  Play(0, [&] {
+    const ContrastScheme switched(kBlackScheme, window);
+    const auto ink = [this] {
+      CHARFORMATW format = {};
+      format.cbSize = sizeof(format);
+      SendMessageW(txtSrc, EM_GETCHARFORMAT, SCF_DEFAULT, reinterpret_cast<LPARAM>(&format));
+      return format.crTextColor;
+    };
+    EXPECT_EQ(ink(), GetSysColor(COLOR_WINDOWTEXT));
+    Click(cmdCancelJob);
+    EXPECT_EQ(Writable(), "");
+    EXPECT_EQ(ink(), GetSysColor(COLOR_BTNTEXT));
+  });
 }
 
 using RadioContrastTest = RadioFixture;

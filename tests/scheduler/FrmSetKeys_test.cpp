@@ -109,6 +109,22 @@ TEST_F(FrmSetKeysTest, ATextBoxKeepsDeleteAndADroppedDownListEsc) {
   });
 }
 
+TEST_F(FrmSetKeysTest, AfterATaskWasGivenUpKeysTakeTheFramedRow) {
+  tasks = {Task(L"a"), Task(L"b")};
+  for (const UINT key : {VK_F2, VK_RETURN, VK_DELETE}) {
+    asked.clear();
+    Play({}, [&] {
+      Press(VK_ESCAPE);
+      EXPECT_EQ(Focused(), "list");
+      EXPECT_EQ(SelectedRow(), -1);
+      Press(key);
+      EXPECT_EQ(WindowText(txtName), L"a") << key;
+      EXPECT_EQ(Writable(), key == VK_DELETE ? "" : "name source interval") << key;
+      EXPECT_EQ(asked.size(), key == VK_DELETE ? 1U : 0U) << key;
+    });
+  }
+}
+
 TEST_F(FrmSetKeysTest, TheListHasKeysOfItsOwn) {
   tasks = {Task(L"a"), Task(L"b")};
   Browse(0, [&] {
