@@ -294,6 +294,7 @@ LRESULT FrmMain::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_CONTEXTMENU:
       // Only from the keyboard: the list and the caption handle the mouse.
       if (lParam != -1) return Form::HandleMessage(message, wParam, lParam);
+      if (rows_.HasFocus()) (void)rows_.TakeRow();
       ListView_Click(rows_.MenuPlace());
       return 0;
     case WM_APPCOMMAND:

@@ -181,6 +181,16 @@ TEST_F(FrmMainKeysTest, EachStopKeyStopsWhatPlaysAndElseDoesNothing) {
   }
 }
 
+TEST_F(FrmMainKeysTest, TheMenuKeyTakesTheFramedRow) {
+  Tasks({{kInternetRadio, L"http://a/"}, {kInternetRadio, L"http://b/"}});
+  Open();
+  Focus(1);
+  ChooseInMenu([&] { SendMessageW(list, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(list), -1); },
+               window->hwnd(), 3);
+  EXPECT_FALSE(general->tasks[1].Enabled);
+  EXPECT_TRUE(general->tasks[0].Enabled);
+}
+
 TEST_F(FrmMainKeysTest, F10AndTheToolbarsOwnKeyOpenTheOptionsBelowTheirButton) {
   Open();
   RECT button = {};
