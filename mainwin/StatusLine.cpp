@@ -32,8 +32,11 @@ std::wstring StatusLineWords(MediaPlayer& player) {
     case kPlayingState:
     case kStoppedState:
     case kBufferingState:
-    case kTransitioningState:
-      return player.Status();
+    case kTransitioningState: {
+      std::wstring words = player.Status();
+      std::erase_if(words, [](wchar_t unit) { return unit >= L'0' && unit <= L'9'; });
+      return words;
+    }
     default:
       return {};
   }

@@ -12,8 +12,8 @@ namespace tellurvane {
 std::wstring StatusLineText(MediaPlayer& player, bool isRadio, DateSerial now,
                             const DayHalves& halves);
 
-// The player's words in that text; empty while it is the date and time. They do not change each
-// second, so screen readers are told of their changes only.
+// The player's words in that text, without digits; empty while it is the date and time. Screen
+// readers hear only of their changes, not of each second and each percent.
 std::wstring StatusLineWords(MediaPlayer& player);
 
 // "mm:ss", or "h:mm:ss" from an hour on. A negative, endless or undefined time is "00:00".

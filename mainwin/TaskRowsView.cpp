@@ -46,7 +46,10 @@ void TaskRowsView::Create(PictureBox& area, PictureBox& host) {
   FitColumn();
 }
 
-void TaskRowsView::RefreshRow(size_t row) { list_.RedrawItem(static_cast<int>(row)); }
+void TaskRowsView::RefreshRow(size_t row) {
+  list_.RedrawItem(static_cast<int>(row));
+  ReportRow(row);
+}
 
 void TaskRowsView::EnableArea(bool enable) {
   // Disabling takes the focus from the list; enabling gives it back.
@@ -99,7 +102,9 @@ std::optional<size_t> TaskRowsView::TakeRow() {
 }
 
 void TaskRowsView::ShowPlaying(std::optional<size_t> row) {
-  playing_ = row;
+  const std::optional<size_t> before = std::exchange(playing_, row);
+  if (before && before != row) ReportRow(*before);
+  if (row) ReportRow(*row);
   RefreshMarks();
 }
 
@@ -130,7 +135,7 @@ void TaskRowsView::RefreshMarks() {
   const int last = std::min(list_.BottomItem(), static_cast<int>(shownMarks_.size()) - 1);
   for (int row = std::max(list_.TopItem(), 0); row <= last; ++row) {
     const auto index = static_cast<size_t>(row);
-    if (MarkOfRow(index) != shownMarks_[index]) RefreshRow(index);
+    if (MarkOfRow(index) != shownMarks_[index]) list_.RedrawItem(row);
   }
 }
 

@@ -21,6 +21,7 @@
 namespace tellurvane {
 namespace {
 
+using testing::AllOf;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -49,11 +50,11 @@ TEST_F(MainWindowTreeTest, TheMainWindow) {
   player.status = L"已停止";
   Open();
   EXPECT_EQ(AccessibleTree(window->hwnd()), R"(TellurvaneForm Tellurvane
+  ToolbarWindow32 工具列
   status bar 已停止
   SysListView32 排程任務
-  ToolbarWindow32 工具列
-  slider 播放位置 = 0.00 %
   slider 音量 = 37 %
+  slider 播放位置 = 0.00 %
 )");
 }
 
@@ -76,6 +77,13 @@ TEST_F(MainWindowTreeTest, TheStatusStripReportsThePlayersWordsAndNotTheTime) {
   EXPECT_THAT(heard.Of(strip), ElementsAre("name"));
   window->Open();
   EXPECT_THAT(heard.Of(strip), IsEmpty());
+  player.state = kBufferingState;
+  player.status = L"已完成 12 %";
+  window->Open();
+  EXPECT_THAT(heard.Of(strip), ElementsAre("name"));
+  player.status = L"已完成 13 %";
+  window->Open();
+  EXPECT_THAT(heard.Of(strip), IsEmpty()) << "not each percent";
 }
 
 std::wstring RowText(HWND list, int row) {
@@ -100,6 +108,36 @@ TEST_F(MainWindowTreeTest, ARowSaysWhatItsTaskDoesAndReportsAChange) {
   window->Open();
   EXPECT_THAT(RowText(list, 0), StartsWith(L"task 0，網路電台，正在播放，已啟動，最後執行 "));
   EXPECT_THAT(heard.Of(list), Contains("name 1"));
+}
+
+TEST_F(MainWindowTreeTest, ARowReportsThatItIsSwitched) {
+  Tasks({{kInternetRadio, L"http://a"}, {kLocalMusic, L"b.mp3"}});
+  Open();
+  HeardEvents heard;
+  PostMessageW(list, WM_KEYDOWN, VK_SPACE, 1);
+  Pump();
+  EXPECT_THAT(RowText(list, 0), StartsWith(L"task 0，網路電台，已關閉，"));
+  EXPECT_THAT(heard.Of(list), Contains("name 1"));
+}
+
+TEST_F(MainWindowTreeTest, RowsReportEachStartAndTheStop) {
+  Tasks({{kInternetRadio, L"http://a"}, {kInternetRadio, L"http://b"}});
+  player.state = kPlayingState;
+  Open();
+  const auto start = [this](int row) {
+    Select(row);
+    window->RunSelectedTask();
+  };
+  start(0);
+  HeardEvents heard;
+  window->Open();
+  EXPECT_THAT(heard.Of(list), IsEmpty()) << "nothing has changed";
+  Press(kStop);
+  EXPECT_THAT(heard.Of(list), Contains("name 1"));
+  start(1);
+  EXPECT_THAT(heard.Of(list), Contains("name 2"));
+  start(0);
+  EXPECT_THAT(heard.Of(list), AllOf(Contains("name 1"), Contains("name 2")));
 }
 
 TEST_F(MainWindowTreeTest, AScreenReaderSetsTheVolume) {

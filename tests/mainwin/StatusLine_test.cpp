@@ -41,6 +41,17 @@ TEST(StatusLineWords, AreThePlayersAndEmptyWhileTheTimeIsShown) {
   }
 }
 
+TEST(StatusLineWords, DoNotChangeWithEachPercent) {
+  FakePlayer player;
+  player.state = kBufferingState;
+  player.status = L"正在緩衝：已完成 12 %";
+  const std::wstring words = StatusLineWords(player);
+  player.status = L"正在緩衝：已完成 13 %";
+  EXPECT_EQ(StatusLineWords(player), words);
+  player.status = L"正在連線";
+  EXPECT_NE(StatusLineWords(player), words);
+}
+
 TEST(MediaTimeText, HasHoursFromAnHourOn) {
   const struct {
     double seconds;
