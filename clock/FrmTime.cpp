@@ -19,10 +19,8 @@ namespace tellurvane {
 namespace {
 
 constexpr BYTE kOpacity = 210;
-constexpr BYTE kOpaque = 255;
 // Deliberate: the fade begins at 200, not at 210.
 constexpr BYTE kFadeOut[] = {200, 160, 120, 80, 40, 0};
-constexpr unsigned kFadeMilliseconds = 30;
 
 constexpr const wchar_t* kSpokenTime = L"hh 時 mm 分 ss 秒";
 
@@ -55,9 +53,6 @@ constexpr int kScreenMargin = 8;
 constexpr int kGapBesideFace = 2;
 constexpr int kLowerMargin = 5;
 constexpr int kFocusedRim = 3;  // without the keyboard it is a pixel of the screen
-
-// What is behind the clock would weaken the contrast.
-BYTE FullOpacity() { return IsHighContrast() ? kOpaque : kOpacity; }
 
 // In pixels.
 int HeightNeeded() {
@@ -111,7 +106,7 @@ void FrmTime::ShowClock() {
 
 void FrmTime::HideClock() {
   if (!IsLoaded()) return;
-  if (GetActiveWindow() == hwnd()) callbacks_.keyboardIsFree();
+  if (GetForegroundWindow() == hwnd()) callbacks_.keyboardIsFree();
   Hide();
 }
 
@@ -124,7 +119,7 @@ void FrmTime::Form_Load() {
   SetWindowPos(hwnd(), nullptr, left, static_cast<int>(work.top) + margin, 0, 0,
                SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
   SetWindowPos(hwnd(), HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-  Opacity(FullOpacity());
+  Translucency(kOpacity);
   ForwardMouse(*this);
   MakeAccessible(hwnd(),
                  {.role = ROLE_SYSTEM_CLOCK,
@@ -144,12 +139,7 @@ void FrmTime::Form_Load() {
 
 bool FrmTime::Form_Unload() {
   Timer1_.Enabled(false);
-  if (Visible() && HasAnimations()) {
-    for (const BYTE opacity : kFadeOut) {
-      Opacity(opacity);
-      callbacks_.pause(kFadeMilliseconds);
-    }
-  }
+  if (Visible()) Fade(kFadeOut, callbacks_.pause);
   for (PictureBox& host : picD_) DestroyWindow(host.hwnd());
   return true;
 }
@@ -284,7 +274,7 @@ void FrmTime::DrawDate() {
 void FrmTime::ColorsChanged() {
   PrepareFace();
   DrawTime();
-  Opacity(FullOpacity());
+  Translucency(kOpacity);
 }
 
 // In the toolkit's font the designator is wider than its box.

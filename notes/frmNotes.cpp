@@ -12,16 +12,13 @@
 #include "ui/Event.h"
 #include "ui/Handle.h"
 #include "ui/ModTheme.h"
-#include "ui/UserPreferences.h"
 
 namespace tellurvane {
 namespace {
 
-constexpr unsigned kFadeMilliseconds = 30;
 constexpr BYTE kFadeIn[] = {0, 40, 80, 120, 160, 200, 240};
 constexpr BYTE kFadeOut[] = {200, 160, 120, 80, 40, 0};
 constexpr BYTE kOpacity = 230;
-constexpr BYTE kOpaque = 255;
 
 // Pixels of 96 dpi. ModTheme::Text doubles a text's x.
 constexpr int kTimeX = 2;
@@ -40,9 +37,6 @@ constexpr Color kPaperTop = Adaptive(Rgb(0xFF, 0xF8, 0xE8), COLOR_WINDOW);
 constexpr Color kPaperBottom = Adaptive(Rgb(0xF5, 0xDE, 0xB3), COLOR_WINDOW);
 constexpr Color kEdge = Adaptive(Rgb(0x4B, 0x00, 0x82), COLOR_WINDOWTEXT);
 constexpr Color kHairline = Adaptive(Rgb(0xC9, 0xA8, 0x6A), COLOR_WINDOWTEXT);
-
-// What is behind the note would weaken the contrast.
-BYTE FullOpacity() { return IsHighContrast() ? kOpaque : kOpacity; }
 
 int ScreenWidth() { return GetSystemMetrics(SM_CXSCREEN); }
 int ScreenHeight() { return GetSystemMetrics(SM_CYSCREEN); }
@@ -185,29 +179,22 @@ void frmNotes::Draw(HDC context) {
 void frmNotes::ShowNote() {
   Redraw();
   ShowWithoutFocus();
-  if (HasAnimations()) Fade(kFadeIn);
-  Opacity(FullOpacity());
+  Fade(kFadeIn, pause_);
+  Translucency(kOpacity);
   Refresh();
   NotifyWinEvent(EVENT_SYSTEM_ALERT, hwnd(), OBJID_CLIENT, CHILDID_SELF);
 }
 
 void frmNotes::Close() {
   if (!IsLoaded() || std::exchange(isClosing_, true)) return;
-  if (GetActiveWindow() == hwnd()) Raise(keyboard_.isFree);
-  if (HasAnimations()) Fade(kFadeOut);
+  if (GetForegroundWindow() == hwnd()) Raise(keyboard_.isFree);
+  Fade(kFadeOut, pause_);
   Unload();
-}
-
-void frmNotes::Fade(std::span<const BYTE> opacities) {
-  for (const BYTE opacity : opacities) {
-    Opacity(opacity);
-    pause_(kFadeMilliseconds);
-  }
 }
 
 void frmNotes::ColorsChanged() {
   Form::ColorsChanged();
-  if (Visible()) Opacity(FullOpacity());
+  if (Visible()) Translucency(kOpacity);
 }
 
 void frmNotes::Form_MouseDown(const MouseEvent& event) {

@@ -65,7 +65,6 @@ class frmNotes final : public Form {
   LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   void ColorsChanged() override;
 
-  void Fade(std::span<const BYTE> opacities);
   void Form_MouseDown(const MouseEvent& event);
   void Form_MouseMove() { PullInside(); }
   void Form_DblClick() { Close(); }

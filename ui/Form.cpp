@@ -8,6 +8,7 @@
 #include "ui/MessageLoop.h"
 #include "ui/ModTheme.h"
 #include "ui/ScreenPlace.h"
+#include "ui/UserPreferences.h"
 
 namespace tellurvane {
 namespace {
@@ -232,6 +233,20 @@ void Form::Opacity(BYTE opacity) {
     SetWindowLongPtrW(hwnd(), GWL_EXSTYLE, style | WS_EX_LAYERED);
   }
   SetLayeredWindowAttributes(hwnd(), 0, opacity, LWA_ALPHA);
+}
+
+void Form::Translucency(BYTE opacity) {
+  constexpr BYTE kOpaque = 255;
+  Opacity(IsHighContrast() ? kOpaque : opacity);
+}
+
+void Form::Fade(std::span<const BYTE> opacities, const Pause& pause) {
+  constexpr unsigned kMilliseconds = 30;
+  if (!HasAnimations()) return;
+  for (const BYTE opacity : opacities) {
+    Opacity(opacity);
+    pause(kMilliseconds);
+  }
 }
 
 LRESULT Form::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {

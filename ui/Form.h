@@ -1,8 +1,10 @@
 // A top-level window.
 #pragma once
 
+#include <span>
 #include <string>
 
+#include "base/Pause.h"
 #include "ui/DrawnWindow.h"
 
 namespace tellurvane {
@@ -85,6 +87,10 @@ class Form : public DrawnWindow {
 
   // Whole-window opacity, 0 to 255. Makes the window layered.
   void Opacity(BYTE opacity);
+  // The same, but opaque under high contrast: a picture below the window would weaken the contrast.
+  void Translucency(BYTE opacity);
+  // Takes one opacity after the other. Does nothing if the user wants no animations.
+  void Fade(std::span<const BYTE> opacities, const Pause& pause);
 
  protected:
   virtual void Form_Load() {}
