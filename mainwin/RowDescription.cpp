@@ -1,5 +1,6 @@
 #include "mainwin/RowDescription.h"
 
+#include "mainwin/TaskRow.h"
 #include "scheduler/Schedule.h"
 
 namespace tellurvane {
@@ -23,9 +24,8 @@ std::wstring RowDescription(const TaskRecord& task, PlaybackSign sign, const Run
   if (IsMediaType(task.MediaType)) add(kMediaTypeNames.at(static_cast<size_t>(task.MediaType)));
   add(Condition(sign, outcome));
   add(task.Enabled ? L"已啟動" : L"已關閉");
-  std::wstring lastRun = L"最後執行 ";
-  writeDate(lastRun, task.LastRun);
-  add(task.LastRun == 0 ? L"尚未執行" : lastRun);
+  const std::wstring lastRun = LastRunText(task, writeDate);
+  add(task.LastRun == 0 ? lastRun : L"最後執行 " + lastRun);
   std::wstring nextRun = L"下次執行 ";
   writeDate(nextRun, task.NextRun);
   add(nextRun);

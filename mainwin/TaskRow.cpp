@@ -12,14 +12,14 @@ constexpr int kValueX = 75;
 constexpr size_t kRuleLength = 35;
 constexpr std::int64_t kDueSeconds = 60;
 
-std::wstring DateOrNever(DateSerial date, const DateWriter& writeDate) {
-  if (date == 0) return L"尚未執行";
+}  // namespace
+
+std::wstring LastRunText(const TaskRecord& task, const DateWriter& writeDate) {
+  if (task.LastRun == 0) return L"尚未執行";
   std::wstring text;
-  writeDate(text, date);
+  writeDate(text, task.LastRun);
   return text;
 }
-
-}  // namespace
 
 RowMark MarkOf(const TaskRecord& task, DateSerial now, const RowState& state) {
   if (state.sign == PlaybackSign::kTrying) return RowMark::kTrying;
@@ -37,7 +37,7 @@ std::vector<RowLine> TaskRowLines(const TaskRecord& task, const DateWriter& writ
   return {{kLabelX, -1, task.Name, kIndigo, RowFont::kName},
           {kLabelX, 3, std::wstring(kRuleLength, L'_'), kIndigo, RowFont::kRule},
           {kLabelX, 22, L"最後執行", kBlackInk, RowFont::kLabel},
-          {kValueX, 21, DateOrNever(task.LastRun, writeDate), kIndigo, RowFont::kValue},
+          {kValueX, 21, LastRunText(task, writeDate), kIndigo, RowFont::kValue},
           {kLabelX, 42, L"下次執行", kBlackInk, RowFont::kLabel},
           {kValueX, 41, nextRun, kIndigo, RowFont::kValue},
           {kLabelX, 62, L"排程時間", kBlackInk, RowFont::kLabel},

@@ -40,6 +40,9 @@ struct RowLine {
   bool operator==(const RowLine&) const = default;
 };
 
+// The date, or that there is none.
+std::wstring LastRunText(const TaskRecord& task, const DateWriter& writeDate);
+
 // The name is the first line.
 std::vector<RowLine> TaskRowLines(const TaskRecord& task, const DateWriter& writeDate);
 
