@@ -2,7 +2,6 @@
 
 import json
 import os
-import re
 import shutil
 import signal
 import subprocess
@@ -17,9 +16,6 @@ from task_list import MARK, list_bytes, read_tasks
 ROW_HEIGHT = 86  # pixels, of the task list
 MENU_CLASS = "#32768"
 NOTE_CLASS = "frmNotes"  # and a number
-# A row's text: name, kind, what it does or why it failed, on or off, and its times.
-FAILURE = re.compile("^(.*?)，(?:網路電台|本地音樂|應用程式|記事提醒)(?:，正在播放|，正在開啟|(，.*?))?"
-                     "，已(?:啟動|關閉)，.*$", re.DOTALL)
 TOOLBAR = ["new", "play", "stop", "options", "leave"]
 
 SETTINGS = {
@@ -190,12 +186,12 @@ class Program:
         return [left, bottom + index * ROW_HEIGHT, right, bottom + (index + 1) * ROW_HEIGHT]
 
     def row_texts(self):
-        """The names and the reasons of failures in the texts of the task list's rows, as a screen
-        reader gets them."""
+        """The texts of the task list's rows, as a screen reader gets them: name, kind, what it does
+        or why it failed, on or off, and its times."""
         handle = next(child["handle"] for child in self.main_window()["children"]
                       if child["class"] == "SysListView32")
         lines = run("wine", BINARIES / "ListRows.exe", handle, 1).splitlines()
-        return [FAILURE.sub(r"\1\2", json.loads(line)[0]) for line in lines]
+        return [json.loads(line)[0] for line in lines]
 
     def position_is_enabled(self):
         rect = self.parts()["position"]

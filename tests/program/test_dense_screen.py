@@ -117,21 +117,23 @@ class Marks:
         press_key("Home", *["Down"] * row, "Return")
         until(lambda: has_run(self.folder, self.folder.task_names()[row]), "the record of the run")
 
-    def reason(self, row):
-        return self.program.row_texts()[row].partition("，")[2]
+    def says(self, row, words):
+        until(lambda: words in self.program.row_texts()[row], words)
 
-    def shows_tip(self, row):
-        """Points at a row until a tooltip gives its reason. An early movement counts for nothing."""
-        wanted = until(lambda: self.reason(row), "the reason")
+    def shows_tip(self, row, words):
+        """Points at a row until a tooltip says the words too. An early movement counts for
+        nothing."""
+        self.says(row, words)
 
         def is_shown():
             run("xdotool", "mousemove", 1000, 800)
             point_at(self.rows[row])
-            return happens(lambda: wanted in [window["text"] for window in self.program.windows()
-                                              if window["class"] == TIP_CLASS], 3)
+            return happens(lambda: any(window["text"].startswith(words)
+                                       for window in self.program.windows()
+                                       if window["class"] == TIP_CLASS), 3)
 
-        until(is_shown, f"the tip {wanted}")
-        self.keep_picture(f"marks-tip-{wanted[:4]}")
+        until(is_shown, f"the tip {words}")
+        self.keep_picture(f"marks-tip-{words[:4]}")
 
     def keep_picture(self, name):
         left, top, right, bottom = self.program.main_window()["rect"]
@@ -154,9 +156,8 @@ def test_the_marks_of_failed_tasks_and_their_reasons(folder, start, player):
     for row in (2, 1, 0):
         marks.run(row)
     player.passes(31)
-    until(lambda: marks.reason(0) == "無法連線，將再次嘗試", "the lost stream")
-    for row in range(3):
-        marks.shows_tip(row)
+    for row, words in enumerate(["無法連線，將再次嘗試", "找不到檔案", "無法啟動程式："]):
+        marks.shows_tip(row, words)
     program.hide()
     x, y = until(tray_icon, "the tray icon")
     place = [x - 50, y - 50, x + 250, y + 80]
@@ -170,7 +171,7 @@ def test_the_marks_of_failed_tasks_and_their_reasons(folder, start, player):
     for _ in range(2):
         player.passes(60)
         player.after_ticks(2)
-    until(lambda: not marks.reason(0), "the stream")
+    marks.says(0, "正在播放")
     player.after_ticks(1)
     marks.keep_picture("marks-playing")
     assert program.exit() == 0

@@ -15,7 +15,7 @@ CLOCK = "FrmTime"
 
 
 class Keyboard:
-    """The running program, and somebody without a mouse."""
+    """The running program, and a user without a mouse."""
 
     def __init__(self, folder, start, directories):
         self.folder = folder
@@ -134,14 +134,19 @@ class Keyboard:
 
 def check_runs(desk):
     """Each kind in turn, the music and the station stopped by key."""
+    # No station answers, so it is tried until it is stopped.
+    signs = {RADIO: ("，正在開啟，", "，無法連線，將再次嘗試，"), MUSIC: ("，正在播放，",)}
+
+    def has_sign(row):
+        text = desk.program.row_texts()[row]
+        return any(sign in text for sign in signs[row])
+
     for row in range(len(KINDS)):
         desk.run(row)
-        if row == MUSIC:
-            until(desk.program.position_is_enabled, "the music")
+        if row in signs:
+            until(lambda: has_sign(row), "the sign")
             press_key("ctrl+s")
-            until(lambda: not desk.program.position_is_enabled(), "the end of the music")
-        if row == RADIO:
-            press_key("ctrl+s")
+            until(lambda: not has_sign(row), "the end of it")
     assert desk.reports.read("report")
 
 
