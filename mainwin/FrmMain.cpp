@@ -42,8 +42,6 @@ constexpr WPARAM kSystemCommand = 0xFFF0;
 constexpr Color kStatusGround = Adaptive(Rgb(0xFB, 0xFA, 0xFE), COLOR_WINDOW);
 constexpr Color kPercentGrey = 0x979797;
 
-enum ToolbarButton { kNewButton = 1, kPlayButton, kStopButton, kOptionsButton, kLeaveButton };
-
 RunOutcome StartCommand(const std::wstring& commandLine) {
   DWORD error = ERROR_SUCCESS;
   if (RunCommand(commandLine, PipeRefusesCollection, &error)) return {};
@@ -266,6 +264,9 @@ bool FrmMain::Form_Unload() {
   playback_.StopPlayback();
   SaveAll();
   ReleaseChildren();
+  // If the clock is active, its end would activate a note, which would draw its focus after the end
+  // of GDI+.
+  SetActiveWindow(hwnd());
   if (releaseProcess_) releaseProcess_();
   clock_.Unload();
   notes_.CloseAll();
@@ -298,11 +299,7 @@ LRESULT FrmMain::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       ListView_Click(rows_.MenuPlace());
       return 0;
     case WM_APPCOMMAND:
-      if (GET_APPCOMMAND_LPARAM(lParam) != APPCOMMAND_MEDIA_STOP || !IsPlaying()) {
-        return Form::HandleMessage(message, wParam, lParam);
-      }
-      playback_.StopPlayback();
-      return TRUE;
+      return StopByMediaKey(lParam) ? TRUE : Form::HandleMessage(message, wParam, lParam);
     case kPostedTick:
       // The editor may have been opened since it was posted.
       if (tmrJob_.Enabled()) runner_.Tick();
@@ -348,13 +345,6 @@ void FrmMain::ShowStopped() {
 void FrmMain::EnablePlayButtons(bool isPlaying) {
   ToolBar_.Enabled(kPlayButton, !isPlaying);
   ToolBar_.Enabled(kStopButton, isPlaying);
-}
-
-bool FrmMain::IsPlaying() const { return ToolBar_.Enabled(kStopButton); }
-
-POINT FrmMain::OptionsPlace() const {
-  const RECT button = ToolBar_.ButtonPlace(kOptionsButton);
-  return {button.left, button.bottom};
 }
 
 // Each setter of the slider draws it, ten times a second. Form_Resize draws it when the window

@@ -66,6 +66,7 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   // Messages that the window posts to itself.
   static constexpr UINT kPostedTick = WM_APP;
   static constexpr UINT kPostedLeave = WM_APP + 1;
+  enum ToolbarButton { kNewButton = 1, kPlayButton, kStopButton, kOptionsButton, kLeaveButton };
 
   // Form
   void Form_Load() override;
@@ -144,15 +145,17 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   void PauseTaskTimer();
   void WakeUp_Tick();
   void EnablePlayButtons(bool isPlaying);
-  bool IsPlaying() const;
-  // Below its button.
-  POINT OptionsPlace() const;
 
   void OrderTabStops();
+  // A key of the keyboard or of a headset. False if nothing is to be stopped.
+  bool StopByMediaKey(LPARAM command);
+  // Below its button.
+  POINT OptionsPlace() const;
   void Obey(KeyCommand command);
   // The open notes in their order, and the clock.
   std::vector<HWND> PassedWindows() const;
   void GoToNextWindow();
+  bool IsPassed(HWND window) const;
   // The window that has the keyboard gets it back after the notes and the clock.
   void RememberKeyboard();
   void GiveKeyboardBack();

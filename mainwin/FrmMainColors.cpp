@@ -1,4 +1,4 @@
-// What the main window does for high contrast, beyond painting itself again.
+// The main window under high contrast: the pictures of its toolbar.
 #include "mainwin/FrmMain.h"
 #include "ui/Density.h"
 #include "ui/ModTheme.h"

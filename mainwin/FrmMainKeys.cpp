@@ -24,7 +24,7 @@ bool FrmMain::Form_KeyDown(const KeyEvent& event) {
                                         .isAlt = (event.shift & kAltKey) != 0,
                                         .isInList = rows_.HasFocus()});
   // The key may be meant for another player.
-  if (command == KeyCommand::kStopPlayback && !IsPlaying()) return false;
+  if (command == KeyCommand::kStopPlayback && !playback_.IsStarted()) return false;
   if (command == KeyCommand::kNone) return false;
   // A key that is held down acts once.
   if (!event.isRepeated) Obey(command);
@@ -62,6 +62,18 @@ void FrmMain::Obey(KeyCommand command) {
   }
 }
 
+bool FrmMain::StopByMediaKey(LPARAM command) {
+  const bool isStop = GET_APPCOMMAND_LPARAM(command) == APPCOMMAND_MEDIA_STOP;
+  if (!isStop || !playback_.IsStarted()) return false;
+  playback_.StopPlayback();
+  return true;
+}
+
+POINT FrmMain::OptionsPlace() const {
+  const RECT button = ToolBar_.ButtonPlace(kOptionsButton);
+  return {button.left, button.bottom};
+}
+
 // A disabled slider would keep the keyboard away from all other controls.
 void FrmMain::EnablePosition(bool enable) {
   const bool hasFocus = GetFocus() == picSliderH_.hwnd();
@@ -86,13 +98,19 @@ void FrmMain::GoToNextWindow() {
   SetForegroundWindow(isLast ? stops.front() : *std::next(now));
 }
 
-void FrmMain::RememberKeyboard() {
-  const HWND now = GetForegroundWindow();
+bool FrmMain::IsPassed(HWND window) const {
   const std::vector<HWND> passed = PassedWindows();
-  if (std::ranges::find(passed, now) == passed.end()) keyboardBefore_ = now;
+  return std::ranges::find(passed, window) != passed.end();
 }
 
+void FrmMain::RememberKeyboard() {
+  const HWND now = GetForegroundWindow();
+  if (!IsPassed(now)) keyboardBefore_ = now;
+}
+
+// The user may be in another program by now.
 void FrmMain::GiveKeyboardBack() {
+  if (!IsPassed(GetForegroundWindow())) return;
   const HWND before = std::exchange(keyboardBefore_, nullptr);
   const bool canTakeIt = IsWindowVisible(before) && IsWindowEnabled(before) && !IsIconic(before);
   if (canTakeIt) {

@@ -60,6 +60,9 @@ class PlaybackController final : public TaskPlayer {
   // At once, or as soon as the media is open: a sleeping disk takes seconds.
   void FollowPosition() override;
 
+  // Since a task's media was started, until playback is stopped.
+  bool IsStarted() const { return isStarted_; }
+
   void TimerVis_Tick();
   void TimerOpening_Tick();
   // Looks at the player once a second. Tries a lost stream again, unless that has to wait.
@@ -83,8 +86,8 @@ class PlaybackController final : public TaskPlayer {
   PlaybackCallbacks callbacks_;
   std::uint64_t openingSince_ = 0;  // milliseconds
   std::uint64_t startedAt_ = 0;     // milliseconds
-  bool isStarted_ = false;          // until playback is stopped
-  bool hasPlayed_ = false;          // since it was started
+  bool isStarted_ = false;
+  bool hasPlayed_ = false;  // since it was started
   bool isAwake_ = false;
   unsigned starts_ = 0;  // tries and stops
   StreamKeeper keeper_;

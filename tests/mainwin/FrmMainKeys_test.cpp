@@ -1,71 +1,18 @@
-// The main window by keyboard alone, and the keyboard's way through the notes and the clock.
+// The main window by keyboard alone.
 #include <gmock/gmock.h>
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "tests/mainwin/FrmMainFixture.h"
-#include "tests/support/MenuTestSupport.h"
-#include "tests/support/OtherWindow.h"
-#include "tests/ui/ClipboardSupport.h"
+#include "tests/mainwin/FrmMainKeysFixture.h"
 
 namespace tellurvane {
 namespace {
 
 using testing::Contains;
 using testing::IsEmpty;
-using testing::Not;
-using testing::SizeIs;
-
-class FrmMainKeysTest : public FrmMainTest {
- protected:
-  // In the window that has the keyboard.
-  void Post(UINT key, UINT message = WM_KEYDOWN, LPARAM lParam = 1) const {
-    const HWND focus = GetFocus();
-    PostMessageW(focus == nullptr ? window->hwnd() : focus, message, key, lParam);
-  }
-  void Key(UINT key, UINT message = WM_KEYDOWN, LPARAM lParam = 1) const {
-    Post(key, message, lParam);
-    Pump();
-  }
-  void ControlAnd(UINT key) const {
-    const HeldKeys held({VK_CONTROL});
-    Key(key);
-  }
-  void Focus(int row) const {
-    LVITEMW item = {};
-    item.stateMask = item.state = LVIS_FOCUSED;
-    SendMessageW(list, LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-  }
-  int RowThatIs(UINT state) const {
-    return static_cast<int>(SendMessageW(list, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), state));
-  }
-  std::string Focused() const {
-    const HWND focus = GetFocus();
-    if (focus == toolbar) return "toolbar";
-    if (focus == list) return "list";
-    if (focus == VolumeSlider()) return "volume";
-    return focus == PositionSlider() ? "position" : "something else";
-  }
-  // The name of the task in the editor that the key opens; empty if it opens none.
-  std::wstring EditedBy(UINT key, HWND focus) const {
-    std::wstring name;
-    ActingForm user;
-    SetForegroundWindow(window->hwnd());
-    SetFocus(focus);
-    Post(key);
-    user.ActLater([&] {
-      const HWND editor = GetLastActivePopup(window->hwnd());
-      if (editor == window->hwnd()) return;
-      name = WindowText(InsideOf(editor, L"Edit").at(0));
-      EndDialogWindow(editor);
-    });
-    Pump();
-    return name;
-  }
-  bool HasRun(size_t row) const { return general->tasks[row].LastRun != 0; }
-};
 
 TEST_F(FrmMainKeysTest, AtTheStartTheListHasTheKeyboardAndItsFirstRowTheFocus) {
   Tasks({{kReminderNote, L"a"}, {kReminderNote, L"b"}});
@@ -258,109 +205,33 @@ TEST_F(FrmMainKeysTest, ASliderThatIsDisabledGivesTheKeyboardToTheList) {
   }
 }
 
-class FrmMainTourTest : public FrmMainKeysTest {
- protected:
-  void SetUp() override {
-    WriteBytes(folder.File(L"Setting.ini"), WholeSettings{.timeForm = L"1"}.Bytes());
-    Tasks({{kReminderNote, L"a"}, {kReminderNote, L"b"}});
-    Open();
-    ShowNote(0);
-    ShowNote(1);
-  }
-  void ShowNote(int row) {
-    Select(row);
-    window->RunSelectedTask();
-    Pump();
-  }
-  std::string InFront() const {
-    const HWND front = GetForegroundWindow();
-    if (front == window->hwnd()) return "main";
-    const std::wstring name = WindowText(front);
-    if (name == L"FrmTime") return "clock";
-    return name == L"frmNotes" ? "note " + std::string(1, static_cast<char>(ClassOf(front).back()))
-                               : "something else";
-  }
-  void Tour(const std::vector<std::string>& stops) {
-    for (const std::string& stop : stops) {
-      Key(VK_F6);
-      EXPECT_EQ(InFront(), stop);
-    }
-  }
-  // Like a click: the window with the keyboard is known only before it.
-  void ClickOn(HWND note) const {
-    SendMessageW(note, WM_MOUSEACTIVATE, reinterpret_cast<WPARAM>(note),
-                 MAKELPARAM(HTCLIENT, WM_LBUTTONDOWN));
-    SetForegroundWindow(note);
-    LetFocusSettle();
-    EXPECT_EQ(GetForegroundWindow(), note);
-  }
-  static HWND Note(const wchar_t* number) {
-    return FindWindowW((std::wstring(L"frmNotes") + number).c_str(), nullptr);
-  }
-};
-
-TEST_F(FrmMainTourTest, F6GoesThroughTheNotesAndTheClockAndBackToTheWindow) {
-  EXPECT_EQ(InFront(), "main") << "no note takes the keyboard";
-  Tour({"note 1", "note 2", "clock", "main", "note 1"});
-  ShowNote(0);
-  EXPECT_EQ(InFront(), "note 1");
-  Tour({"note 2", "note 3", "clock", "main"});
-  EXPECT_EQ(Focused(), "list");
-}
-
-TEST_F(FrmMainTourTest, F6PassesOverAHiddenWindowAndAHiddenClock) {
-  ShowWindow(FindWindowW(nullptr, L"FrmTime"), SW_HIDE);
-  Tour({"note 1", "note 2", "main", "note 1"});
-  ShowWindow(FindWindowW(nullptr, L"FrmTime"), SW_SHOWNA);
-  window->Hide();
-  LetFocusSettle();
-  Tour({"note 2", "clock", "note 1"});
-}
-
-TEST_F(FrmMainTourTest, EscAndEnterCloseTheNoteAndGiveTheKeyboardBack) {
-  Tour({"note 1", "note 2"});
-  Key(VK_ESCAPE);
-  EXPECT_EQ(InFront(), "main") << "not the note that was passed";
-  EXPECT_EQ(Focused(), "list");
-  EXPECT_EQ(Note(L"2"), nullptr);
-  Tour({"note 1"});
+// On a German or Polish keyboard the right Alt key types a letter: it is Ctrl and Alt together.
+TEST_F(FrmMainKeysTest, AltGrWithQOrSDoesNothing) {
+  Tasks({{kInternetRadio, L"http://a/"}});
+  Open();
   Key(VK_RETURN);
-  EXPECT_EQ(InFront(), "main");
-  EXPECT_EQ(Note(L"1"), nullptr);
-  Tour({"clock"});
-  Key(VK_ESCAPE);
-  EXPECT_EQ(InFront(), "main");
-  EXPECT_NE(FindWindowW(nullptr, L"FrmTime"), nullptr) << "Esc leaves the clock open";
+  ASSERT_TRUE(IsOn(kStop));
+  const HeldKeys held({VK_CONTROL, VK_MENU});
+  for (const UINT key : {'Q', 'S'}) Key(key);
+  EXPECT_TRUE(window->IsLoaded());
+  EXPECT_TRUE(IsOn(kStop));
 }
 
-TEST_F(FrmMainTourTest, AClickedNoteGivesTheKeyboardBackToTheWindowThatHadIt) {
-  // With a frame: the window manager gives the keyboard to no other window.
-  Form other;
-  other.Load({.caption = L"other", .widthTwips = 3'000, .heightTwips = 1'500});
-  other.Show();
-  LetFocusSettle();
-  SetForegroundWindow(other.hwnd());
-  LetFocusSettle();
-  ClickOn(Note(L"1"));
-  ClickOn(Note(L"2"));
-  EXPECT_EQ(InFront(), "note 2");
-  Key(VK_ESCAPE);
-  EXPECT_EQ(Note(L"2"), nullptr);
-  EXPECT_TRUE(PumpUntil([&] { return GetForegroundWindow() == other.hwnd(); })) << InFront();
-  ClickOn(Note(L"1"));
-  other.Hide();
-  Key(VK_ESCAPE);
-  EXPECT_EQ(InFront(), "main") << "the other window is gone";
-}
-
-TEST_F(FrmMainTourTest, TheMenuKeyOpensTheClocksMenuAndHidingItGivesTheKeyboardBack) {
-  Tour({"note 1", "note 2", "clock"});
-  const HWND clock = GetForegroundWindow();
-  ChooseInMenu([&] { SendMessageW(clock, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(clock), -1); },
-               clock, 2);
-  EXPECT_FALSE(IsWindowVisible(clock));
-  EXPECT_EQ(InFront(), "main");
-  EXPECT_EQ(general->settings.TimeForm, 0);
+// A player may handle messages while it starts.
+TEST_F(FrmMainKeysTest, KeysDuringARunOpenNoEditorOnItsTask) {
+  Tasks({{kInternetRadio, L"http://a/"}});
+  Open();
+  bool wasDisabled = false;
+  player.whilePlaying = [&] {
+    wasDisabled = IsWindowEnabled(Area()) == FALSE;
+    EXPECT_EQ(EditedBy(VK_RETURN, nullptr), L"");
+    EXPECT_EQ(EditedBy(VK_F2, nullptr), L"task 0");
+    EXPECT_EQ(EditedBy(VK_INSERT, nullptr), L"新的排程專案");
+  };
+  window->RunSelectedTask();
+  Key(VK_RETURN);
+  EXPECT_TRUE(wasDisabled);
+  EXPECT_EQ(Focused(), "list");
 }
 
 }  // namespace
