@@ -74,7 +74,7 @@ Color TranslateColor(Color color);
 
 // Under high contrast our pictures, whose outlines are dark, need help on such a ground.
 bool IsDarkGround(Color ground);
-// A pale box behind a picture, a little larger than it. Only on a dark ground.
+// A pale box below a picture, a little larger than it. Only on a dark ground.
 void PicturePlate(HDC target, int x, int y, int width, int height, Color ground);
 
 // A box with a frame of one pixel in the colour, filled with the colour laid on white. Under high

@@ -1,4 +1,4 @@
-// What the user has set for all programs.
+// The user's settings for all programs.
 #pragma once
 
 namespace tellurvane {

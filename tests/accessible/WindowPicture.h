@@ -1,4 +1,4 @@
-// What a window shows, pixel by pixel.
+// A window's picture, pixel by pixel.
 #pragma once
 
 #include <windows.h>
