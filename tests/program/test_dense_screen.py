@@ -186,8 +186,7 @@ def test_the_marks_of_disabled_and_due_tasks(folder, start, player):
                   due_task("即將執行", "text", now() + timedelta(seconds=55), media_type=NOTE))
     marks.run(0)
     player.passes(31)
-    until(lambda: marks.reason(0) == "無法播放", "the broken music")
-    marks.shows_tip(0)
+    marks.shows_tip(0, "無法播放")
     rows = marks.program.parts()["list"]
     before = picture(rows)
     press_key("End")
