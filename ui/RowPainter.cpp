@@ -2,11 +2,15 @@
 
 #include <algorithm>
 
+#include "ui/Density.h"
 #include "ui/FocusFrame.h"
 #include "ui/MemoryContext.h"
+#include "ui/UserPreferences.h"
 
 namespace tellurvane {
 namespace {
+
+constexpr int kContrastInset = 2;  // pixels of 96 dpi
 
 // From edge to edge of the list, also where the columns are narrower.
 RECT BoundsOf(const clsLictView& list, size_t row) {
@@ -17,6 +21,13 @@ RECT BoundsOf(const clsLictView& list, size_t row) {
   bounds.left = std::min(bounds.left, client.left);
   bounds.right = std::max(bounds.right, client.right);
   return bounds;
+}
+
+// Under high contrast it often has the colour of the row beside it, so it is inside then.
+void DrawFrame(const RowPicture& row) {
+  const int inset = IsHighContrast() ? Scaled(kContrastInset) : 0;
+  DrawFocusFrame(row.context, {inset, inset, row.width - inset, row.height - inset},
+                 PlainIndex(row));
 }
 
 }  // namespace
@@ -36,9 +47,7 @@ LRESULT PaintListRow(const clsLictView& list, size_t rowCount, const NMLVCUSTOMD
                               .isSelected = list.Selected() == static_cast<int>(row),
                               .isOdd = row % 2 == 1};
     paint(row, shown);
-    if (GetFocus() == list.hwnd() && list.FocusedRow() == static_cast<int>(row)) {
-      DrawFocusFrame(picture->Dc(), {0, 0, width, height}, PlainIndex(shown));
-    }
+    if (GetFocus() == list.hwnd() && list.FocusedRow() == static_cast<int>(row)) DrawFrame(shown);
     BitBlt(draw.nmcd.hdc, static_cast<int>(bounds.left), static_cast<int>(bounds.top), width,
            height, picture->Dc(), 0, 0, SRCCOPY);
   }

@@ -127,7 +127,8 @@ TEST_F(FrmMainTourTest, F6GoesThroughTheNotesAndBackToAnOpenEditor) {
   user.ActLater([&] {
     const HWND editor = GetLastActivePopup(window->hwnd());
     ASSERT_NE(editor, window->hwnd());
-    SetForegroundWindow(Note(L"2"));
+    LetFocusSettle();
+    ClickOn(Note(L"2"));
     Tour({"clock"});
     Key(VK_F6);
     EXPECT_EQ(GetForegroundWindow(), editor) << "the window itself waits";

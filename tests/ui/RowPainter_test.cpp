@@ -87,13 +87,13 @@ TEST_F(RowPainterTest, FramesTheFocusedRowWhileTheListHasTheKeyboard) {
   EXPECT_EQ(framed(), Rows{2});
 }
 
-// The frame is inside the highlight of a selected row and on the window of another one.
+// Inside the row: on its edge it would look like the row beside it.
 TEST_F(RowPainterTest, TheFrameCanBeSeenUnderHighContrast) {
   list.SetFocus();
   const ContrastScheme scheme(kBlackScheme, form.hwnd());
   const auto frame = [&](int row) {
     Paint();
-    return OnScreen(0, list.GetItemTop(row));
+    return OnScreen(2, list.GetItemTop(row) + 2);
   };
   EXPECT_EQ(frame(0), GetSysColor(COLOR_WINDOWTEXT));
   list.SetSelectList(1);
