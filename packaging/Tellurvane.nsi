@@ -46,7 +46,7 @@ VIAddVersionKey /LANG=0 "FileDescription" "${PRODUCT} Setup"
 VIAddVersionKey /LANG=0 "FileVersion" "${VERSION}"
 VIAddVersionKey /LANG=0 "ProductVersion" "${VERSION}"
 VIAddVersionKey /LANG=0 "CompanyName" "${PRODUCT}"
-VIAddVersionKey /LANG=0 "LegalCopyright" "${PRODUCT}"
+VIAddVersionKey /LANG=0 "LegalCopyright" "Copyright 2026 The Tellurvane authors"
 
 ; Only the program's own command ends it: closing its window just hides it. So the user is asked.
 ; Ending the process would lose the last folder and stop the music.
@@ -77,6 +77,7 @@ Section "${PRODUCT}"
   SetOutPath "$INSTDIR"
   File "${PAYLOAD}/Tellurvane.exe"
   File "${PAYLOAD}/${GUIDE}"
+  File "${PAYLOAD}/LICENSE.txt"
   ; An upgrade keeps the user's settings.
   SetOverwrite off
   File "${PAYLOAD}/Setting.ini"
@@ -139,6 +140,7 @@ Section "Uninstall"
   Call un.LeaveFirst
   Delete "$INSTDIR\Tellurvane.exe"
   Delete "$INSTDIR\${GUIDE}"
+  Delete "$INSTDIR\LICENSE.txt"
   Delete "$INSTDIR\licenses\README.txt"
   Delete "$INSTDIR\licenses\gcc.txt"
   Delete "$INSTDIR\licenses\mingw-w64.txt"

@@ -21,8 +21,8 @@ UNINSTALL_KEY = r"HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Tellu
 RUN_KEYS = tuple(root + r"\Software\Microsoft\Windows\CurrentVersion\Run" for root in ("HKLM", "HKCU"))
 RUN_VALUE = "RunTellurvane"
 GUIDE = "使用說明.html"
-PROGRAM_FILES = {"Tellurvane.exe", "Setting.ini", GUIDE, "licenses/README.txt", "licenses/gcc.txt",
-                 "licenses/mingw-w64.txt"}
+PROGRAM_FILES = {"Tellurvane.exe", "Setting.ini", GUIDE, "LICENSE.txt", "licenses/README.txt",
+                 "licenses/gcc.txt", "licenses/mingw-w64.txt"}
 
 
 def version():

@@ -17,12 +17,15 @@ def members(archive):
         return {name.removeprefix("Tellurvane/"): packed.read(name) for name in packed.namelist()}
 
 
-def test_the_archive_holds_the_program_with_its_settings_guide_and_licence_notes(archive):
+def test_the_archive_holds_the_program_with_its_settings_guide_and_licences(archive):
     files = members(archive)
     assert set(files) == PROGRAM_FILES
     assert files["Tellurvane.exe"] == (BINARIES / "Tellurvane.exe").read_bytes()
     assert files["Setting.ini"] == (SOURCE / "resources/Setting.ini").read_bytes()
     assert files["Setting.ini"].startswith(MARK)
+    licence = files["LICENSE.txt"].decode()
+    assert licence == (SOURCE / "LICENSE").read_text().replace("\n", "\r\n")
+    assert licence.startswith("MIT License") and "2026 The Tellurvane authors" in licence
     for library in ("libstdc++", "libgcc", "libssp", "mingw-w64", "winpthreads"):
         assert library.encode() in files["licenses/README.txt"]
     assert b"GCC RUNTIME LIBRARY EXCEPTION" in files["licenses/gcc.txt"]

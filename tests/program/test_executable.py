@@ -120,4 +120,5 @@ def test_the_icon_and_the_version_are_in_it():
     icons = [name for kind, name in kinds if kind == str(ICON)]
     assert len(icons) == 14 + 4 * 8, "the window's, a note's two, and two marks of rows"
     version = output("wrestool", "-x", "--raw", "-t", VERSION, EXECUTABLE)
-    assert "Tellurvane".encode("utf-16-le") in version
+    for text in ("Tellurvane", "Copyright 2026 The Tellurvane authors"):
+        assert text.encode("utf-16-le") in version
