@@ -1,12 +1,13 @@
 """The contents of the packages. Packing again gives the same bytes."""
 
 import base64
+import hashlib
 import os
 import re
 import zipfile
 
 from desktop import BINARIES
-from packages import GUIDE, PROGRAM_FILES, SOURCE, make_packages
+from packages import GUIDE, PROGRAM_FILES, SOURCE, make_packages, version
 from task_list import MARK
 
 
@@ -47,10 +48,19 @@ def test_the_guide_is_one_file_with_its_pictures_inside(archive):
     assert set(re.findall(r'href="#(\w+)"', guide)) <= set(re.findall(r'id="(\w+)"', guide))
 
 
+def test_the_sums_are_those_of_the_packages(packages):
+    sums = (packages / f"Tellurvane-{version()}-sha256.txt").read_text().splitlines()
+    assert len(sums) == 2
+    for line in sums:
+        digest, name = line.split()
+        assert hashlib.sha256((packages / name).read_bytes()).hexdigest() == digest
+
+
 def test_packing_again_in_other_surroundings_gives_the_same_bytes(packages, tmp_path):
     environment = os.environ | {"TZ": "Pacific/Auckland", "LC_ALL": "C"}
     again = make_packages(tmp_path / "packed again", cwd=tmp_path, env=environment, umask=0o077)
-    files = sorted(path.name for path in packages.iterdir())
-    assert len(files) == 2
+    files = {path.name for path in packages.iterdir()}
+    assert {name.removeprefix(f"Tellurvane-{version()}-") for name in files} == {
+        "x64.zip", "setup.exe", "sha256.txt"}
     for name in files:
         assert (again / name).read_bytes() == (packages / name).read_bytes(), name
