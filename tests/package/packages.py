@@ -30,14 +30,30 @@ def version():
     return re.search(r"project\(Tellurvane VERSION (\S+)", text)[1]
 
 
-def make_packages(output, **options):
+def make_packages(output, source=SOURCE, binaries=BINARIES, **options):
     """Packs the built program."""
     made = subprocess.run(
-        [str(SOURCE / "scripts" / "package"), "--binaries", str(BINARIES), "--output", str(output)],
+        [str(source / "scripts" / "package"), "--binaries", str(binaries), "--output", str(output)],
         check=False, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
         text=True, timeout=DEADLINE, **options)
     assert made.returncode == 0, made.stdout
     return output
+
+
+def make_older_packages(place, older_version):
+    """Packs a program with other bytes under another version."""
+    source, binaries = place / "source", place / "binaries"
+    for folder in ("scripts", "packaging", "resources", "docs"):
+        shutil.copytree(SOURCE / folder, source / folder)
+    shutil.copy(SOURCE / "LICENSE", source)
+    project = (SOURCE / "CMakeLists.txt").read_text("utf-8")
+    (source / "CMakeLists.txt").write_text(project.replace(
+        f"VERSION {version()}", f"VERSION {older_version}"), "utf-8")
+    binaries.mkdir()
+    program = (BINARIES / "Tellurvane.exe").read_bytes()
+    # The loader ignores bytes after the image.
+    (binaries / "Tellurvane.exe").write_bytes(program + older_version.encode())
+    return make_packages(place / "dist", source, binaries)
 
 
 def registry(key):
