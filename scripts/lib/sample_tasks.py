@@ -28,12 +28,14 @@ def main():
         return now + datetime.timedelta(seconds=seconds)
 
     chime = "Z:" + str(folder / "chime.wav").replace("/", "\\")
-    # The command names no folder: the program works in its own.
+    # The program works in its own folder, so the command names no other. It has no window, which
+    # would cover the program's.
     (folder / "JobList.dbs").write_bytes(list_bytes(
         Task("範例：每分鐘鐘聲", chime, after(20), unit=MINUTES, interval=1, media_type=MUSIC),
-        Task("範例：開啟記事本", "notepad.exe Setting.ini", after(40), unit=HOURS, interval=12,
-             media_type=APPLICATION),
-        Task("範例：休息一下", r"起來走一走\r\n順便喝杯水", after(60), unit=MINUTES, interval=30),
+        Task("範例：備份設定檔", r"xcopy.exe Setting.ini backup\ /I /Y", after(40), unit=HOURS,
+             interval=12, media_type=APPLICATION),
+        # Not longer than a run on a virtual screen: its last picture is to show a note.
+        Task("範例：休息一下", r"起來走一走\r\n順便喝杯水", after(60), unit=MINUTES, interval=2),
         Task("範例：網路電台", "http://radio.example.org:8000/live", after(3600), unit=HOURS,
              interval=1, enabled=False, media_type=RADIO)))
     print(f"seeded {folder.name}/ with four sample tasks; the first is due in 20 seconds")
