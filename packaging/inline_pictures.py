@@ -14,10 +14,12 @@ def main():
     page, output = Path(sys.argv[1]), Path(sys.argv[2])
 
     def inlined(match):
-        picture = base64.b64encode((page.parent / match[1]).read_bytes()).decode()
-        return f'src="data:image/png;base64,{picture}"'
+        picture = base64.b64encode((page.parent / match[2]).read_bytes()).decode()
+        return f"{match[1]}data:image/png;base64,{picture}"
 
-    output.write_text(re.sub(r'src="([^"]+\.png)"', inlined, page.read_text("utf-8")), "utf-8")
+    # src="image.png" and srcset="image.png 1.5x".
+    text = re.sub(r'(src(?:set)?=")([^" ]+\.png)', inlined, page.read_text("utf-8"))
+    output.write_text(text, "utf-8")
 
 
 if __name__ == "__main__":
