@@ -44,10 +44,11 @@ def write_machine_value(path, folder):
     """Without a terminating NUL, as version 0.1 wrote it."""
     data = ",".join(f"{byte:02x}" for byte in path.encode("utf-16-le"))
     file = folder / "run.reg"
-    file.write_text("Windows Registry Editor Version 5.00\r\n\r\n"
-                    f"[{MACHINE.replace('HKLM', 'HKEY_LOCAL_MACHINE')}]\r\n"
-                    f'"{RUN_VALUE}"=hex(1):{data}\r\n', newline="")
+    file.write_bytes(utf16("Windows Registry Editor Version 5.00\r\n\r\n"
+                           f"[{MACHINE.replace('HKLM', 'HKEY_LOCAL_MACHINE')}]\r\n"
+                           f'"{RUN_VALUE}"=hex(1):{data}\r\n'))
     run("wine", "regedit", "/S", windows_path(file))
+    assert registry(MACHINE)[RUN_VALUE] == path
 
 
 @pytest.mark.parametrize("has_user_value", [False, True], ids=["machine", "machine and user"])
