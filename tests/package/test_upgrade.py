@@ -4,7 +4,7 @@ from datetime import datetime, timedelta
 
 import pytest
 
-from desktop import BINARIES, press_key, run, until, windows_path
+from desktop import BINARIES, press_key, run, until
 from harness import SETTINGS
 from packages import (PROGRAM_FILES, RUN_KEYS, RUN_VALUE, UNINSTALL_KEY, make_older_packages,
                       registry, version)
@@ -40,20 +40,16 @@ def run_values():
     return {key: registry(key).get(RUN_VALUE) for key in RUN_KEYS}
 
 
-def write_machine_value(path, folder):
-    """Without a terminating NUL, as version 0.1 wrote it."""
-    data = ",".join(f"{byte:02x}" for byte in path.encode("utf-16-le"))
-    file = folder / "run.reg"
-    file.write_bytes(utf16("Windows Registry Editor Version 5.00\r\n\r\n"
-                           f"[{MACHINE.replace('HKLM', 'HKEY_LOCAL_MACHINE')}]\r\n"
-                           f'"{RUN_VALUE}"=hex(1):{data}\r\n'))
-    run("wine", "regedit", "/S", windows_path(file))
-    assert registry(MACHINE)[RUN_VALUE] == path
+def write_run_values(values):
+    for key, value in values.items():
+        if value:
+            run("wine", "reg", "add", key, "/v", RUN_VALUE, "/d", value, "/f")
+    assert run_values() == values
 
 
 @pytest.mark.parametrize("has_user_value", [False, True], ids=["machine", "machine and user"])
 def test_an_upgrade_from_0_1_keeps_all_that_the_user_has(machine, older_setup, setup, start,
-                                                         tmp_path, has_user_value):
+                                                         has_user_value):
     assert machine.install(older_setup) == 0
     assert registry(UNINSTALL_KEY)["DisplayVersion"] == OLDER
     older = machine.executable.read_bytes()
@@ -62,11 +58,9 @@ def test_an_upgrade_from_0_1_keeps_all_that_the_user_has(machine, older_setup, s
     for name in (BACKUP, MUSIC):
         (machine.path / name).write_bytes(b"mine")
     executable = machine.in_windows(machine.executable)
-    write_machine_value(executable, tmp_path)
+    # Version 0.1 wrote the machine's value only, without quotes.
     values = {MACHINE: executable, USER: f'"{executable}"' if has_user_value else None}
-    if has_user_value:
-        run("wine", "reg", "add", USER, "/v", RUN_VALUE, "/d", values[USER], "/f")
-    assert run_values() == values
+    write_run_values(values)
     state = machine.state()
 
     assert machine.install(setup) == 0
@@ -89,13 +83,13 @@ def test_an_upgrade_from_0_1_keeps_all_that_the_user_has(machine, older_setup, s
 
 
 def test_the_option_of_an_upgraded_program_removes_the_value_of_0_1(machine, older_setup, setup,
-                                                                    start, tmp_path):
+                                                                    start):
     assert machine.install(older_setup) == 0
     machine.write_settings(SETTINGS | {"StartPlay": "1"})
-    write_machine_value(machine.in_windows(machine.executable), tmp_path)
+    write_run_values({MACHINE: machine.in_windows(machine.executable), USER: None})
     assert machine.install(setup) == 0
     program = start()
-    program.press("F10")
+    program.click(program.toolbar_button("options"))
     program.menu()
     press_key("Down", "Down", "Return")
     until(lambda: machine.read_settings()["StartPlay"] == "0", "the setting")
