@@ -36,20 +36,37 @@ def used_list():
         f"0|45|1|3\t喝水\t起來走一走\\r\\n順便喝杯水\t{last}")))
 
 
+class RunValues:
+    """The Run keys with a value of another program each, which shows that they could be read."""
+
+    OTHER = {"Other": "other.exe"}
+
+    def write(self, values):
+        for key, value in values.items():
+            for name, text in (self.OTHER | ({RUN_VALUE: value} if value else {})).items():
+                run("wine", "reg", "add", key, "/v", name, "/d", text, "/f")
+        assert self.are(values)
+
+    def are(self, values):
+        return all(registry(key) == self.OTHER | ({RUN_VALUE: value} if value else {})
+                   for key, value in values.items())
+
+    def clear(self):
+        for key in RUN_KEYS:
+            for name in self.OTHER:
+                run("wine", "reg", "delete", key, "/v", name, "/f")
+
+
+@pytest.fixture
 def run_values():
-    return {key: registry(key).get(RUN_VALUE) for key in RUN_KEYS}
-
-
-def write_run_values(values):
-    for key, value in values.items():
-        if value:
-            run("wine", "reg", "add", key, "/v", RUN_VALUE, "/d", value, "/f")
-    assert run_values() == values
+    values = RunValues()
+    yield values
+    values.clear()
 
 
 @pytest.mark.parametrize("has_user_value", [False, True], ids=["machine", "machine and user"])
 def test_an_upgrade_from_0_1_keeps_all_that_the_user_has(machine, older_setup, setup, start,
-                                                         has_user_value):
+                                                         run_values, has_user_value):
     assert machine.install(older_setup) == 0
     assert registry(UNINSTALL_KEY)["DisplayVersion"] == OLDER
     older = machine.executable.read_bytes()
@@ -60,38 +77,40 @@ def test_an_upgrade_from_0_1_keeps_all_that_the_user_has(machine, older_setup, s
     executable = machine.in_windows(machine.executable)
     # Version 0.1 wrote the machine's value only, without quotes.
     values = {MACHINE: executable, USER: f'"{executable}"' if has_user_value else None}
-    write_run_values(values)
+    run_values.write(values)
     state = machine.state()
 
     assert machine.install(setup) == 0
     assert machine.executable.read_bytes() == (BINARIES / "Tellurvane.exe").read_bytes() != older
     assert registry(UNINSTALL_KEY)["DisplayVersion"] == version()
     assert machine.names() == PROGRAM_FILES | {"Uninstall.exe", "JobList.dbs", BACKUP, MUSIC}
-    assert (machine.state(), run_values()) == (state, values)
+    assert machine.state() == state
+    assert run_values.are(values)
 
     # The new program reads both files and writes them again as they were.
     written = machine.list.stat().st_mtime_ns
     program = start()
     until(lambda: machine.list.stat().st_mtime_ns != written, "the list that was written back")
     assert program.exit() == 0
-    assert (machine.state(), run_values()) == (state, values)
+    assert machine.state() == state
+    assert run_values.are(values)
 
     machine.uninstall()
     assert machine.names() == {"Setting.ini", "JobList.dbs", BACKUP, MUSIC}
     assert machine.state() == state
-    assert run_values() == {MACHINE: None, USER: None}
+    assert run_values.are({MACHINE: None, USER: None})
 
 
 def test_the_option_of_an_upgraded_program_removes_the_value_of_0_1(machine, older_setup, setup,
-                                                                    start):
+                                                                    start, run_values):
     assert machine.install(older_setup) == 0
     machine.write_settings(SETTINGS | {"StartPlay": "1"})
-    write_run_values({MACHINE: machine.in_windows(machine.executable), USER: None})
+    run_values.write({MACHINE: machine.in_windows(machine.executable), USER: None})
     assert machine.install(setup) == 0
     program = start()
     program.click(program.toolbar_button("options"))
     program.menu()
     press_key("Down", "Down", "Return")
     until(lambda: machine.read_settings()["StartPlay"] == "0", "the setting")
-    until(lambda: run_values() == {MACHINE: None, USER: None}, "the removed value")
+    until(lambda: run_values.are({MACHINE: None, USER: None}), "the removed value")
     assert program.exit() == 0
