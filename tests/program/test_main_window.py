@@ -108,13 +108,13 @@ def test_the_selected_task_is_run_and_its_row_shows_it(window, way):
     until(shows_another_last_run, "another last run in its row")
 
 
-def test_nothing_runs_without_a_selection_and_by_selecting_alone(window):
+def test_the_mouse_runs_nothing_without_a_selection_and_by_selecting_alone(window):
     program = window.program
     written = window.folder.list.stat().st_mtime_ns
     program.click(BELOW_THE_ROWS)
     program.click(program.toolbar_button("play"))
     click_at(BELOW_THE_ROWS, times=2)
-    press_key("Return", "Delete")
+    press_key("Delete")
     before = picture(window.rows[0])
     icon = before.crop((22, 27, 54, 59))
     assert len(icon.getcolors(32 * 32)) > 2
