@@ -134,15 +134,21 @@ void clsControl::OnCommand(UINT notification) {
 }
 
 bool clsControl::OnKeyDown(HWND window, UINT key, bool isRepeated) {
-  if ((KeyDown && KeyDown(key)) || PastePlainText(key)) {
+  const auto dropCharacter = [window] {
     // The key's character is already in the queue.
     MSG character = {};
     PeekMessageW(&character, window, WM_CHAR, WM_CHAR, PM_REMOVE);
+  };
+  if ((KeyDown && KeyDown(key)) || PastePlainText(key)) {
+    dropCharacter();
     return true;
   }
-  const bool presses = kind_ == ControlKind::kPushButton && key == VK_RETURN;
-  if (presses && !isRepeated) Raise(Click);
-  return presses;
+  if (kind_ != ControlKind::kPushButton || key != VK_RETURN) return false;
+  // First: the click may disable the box, and some versions of the platform then look for the
+  // button of the character for ever.
+  dropCharacter();
+  if (!isRepeated) Raise(Click);
+  return true;
 }
 
 // True for the paste keys in a rich edit box. Not left to the box: Wine's pastes formatted text

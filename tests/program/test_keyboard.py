@@ -1,6 +1,6 @@
 """The whole program by the keyboard alone: no click, and no call into it."""
 
-from desktop import press_key, type_text, until, windows_path
+from desktop import press_key, run, type_text, until, windows_path
 from due import Reports
 from editor import Editor
 from harness import SETTINGS
@@ -11,7 +11,14 @@ from task_list import APPLICATION, HOURS, MUSIC, NOTE, RADIO, ZERO_DAY, Task
 
 NAMES = ["radio", "music", "program", "note"]
 KINDS = [RADIO, MUSIC, APPLICATION, NOTE]
+CAPTION = "Tellurvane"
 CLOCK = "FrmTime"
+
+
+def is_in_front():
+    """A key that comes before the window manager gave the window the keyboard is lost."""
+    until(lambda: run("xdotool", "getwindowfocus", "getwindowname").strip() == CAPTION,
+          "the main window in front")
 
 
 class Keyboard:
@@ -26,6 +33,7 @@ class Keyboard:
         directories.serves("http://hichannel.hinet.net/xml/radioList.jsp", hinet_page())
         self.directories = directories
         self.program = start().started()
+        is_in_front()
         self.main_is_in_use()
 
     def main_is_in_use(self):
@@ -217,6 +225,7 @@ def test_every_kind_of_task_is_made_used_and_removed_without_a_mouse(folder, sta
 def test_the_toolbar_leaves_and_the_menu_key_opens_the_rows_menu(folder, start):
     folder.write_list(Task("note"), Task("other"))
     program = start().started()
+    is_in_front()
     # At the start no row is selected, and Enter takes the one with the keyboard.
     press_key("Return")
     until(program.notes, "the note")

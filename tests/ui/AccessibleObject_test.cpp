@@ -200,12 +200,14 @@ TEST_F(AccessibleTest, ACallbackMayEndItsWindow) {
     MakeAccessible(box->hwnd(), std::move(callbacks));
     return AccessibleOf(box->hwnd());
   };
+  auto object = objectWith({.name = EndingName(box)});
   Bstr name;
-  EXPECT_EQ(objectWith({.name = EndingName(box)})->get_accName(Self(), name.Receive()), S_OK);
+  EXPECT_EQ(object->get_accName(Self(), name.Receive()), S_OK);
   EXPECT_EQ(name.Text(), L"名稱");
-  const Bstr half(L"50");
-  EXPECT_EQ(objectWith({.setValue = EndingValue(box)})->put_accValue(Self(), half.Get()), S_OK);
-  EXPECT_EQ(objectWith({.act = EndingAction(box)})->accDoDefaultAction(Self()), S_OK);
+  object = objectWith({.setValue = EndingValue(box)});
+  EXPECT_EQ(object->put_accValue(Self(), Bstr(L"50").Get()), S_OK);
+  object = objectWith({.act = EndingAction(box)});
+  EXPECT_EQ(object->accDoDefaultAction(Self()), S_OK);
   EXPECT_EQ(box, nullptr);
 }
 

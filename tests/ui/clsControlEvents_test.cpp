@@ -5,6 +5,7 @@
 
 #include "ClipboardSupport.h"
 #include "ControlTestSupport.h"
+#include "tests/support/FormProbe.h"
 #include "ui/BoxedControl.h"
 
 namespace tellurvane {
@@ -166,9 +167,11 @@ TEST(clsControlEventsTest, EnterPressesAPushButtonOnce) {
   HostedControl hosted(ControlKind::kPushButton);
   const EventCounts events(hosted.control);
   SetFocus(hosted.control.hwnd());
+  CaughtMessage characters(hosted.control.hwnd(), WM_CHAR);
   hosted.Press(VK_RETURN);
   EXPECT_EQ(events.clicks, 1);
   EXPECT_EQ(hosted.form.enters, 0);
+  EXPECT_TRUE(characters.Taken().empty()) << "a box that the click disables must not get it";
   constexpr LPARAM kRepeated = 1 | (1 << 30);
   PostMessageW(hosted.control.hwnd(), WM_KEYDOWN, VK_RETURN, kRepeated);
   Pump();
