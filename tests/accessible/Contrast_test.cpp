@@ -84,8 +84,15 @@ class MainWindowContrastTest : public FrmMainTest {
 
   // Light lines around the toolbar's pictures.
   bool HasOutlines() const {
-    const WindowPicture picture = PictureOf(toolbar);
-    return Has(picture, Rgb(0xFE, 0xFE, 0xFE));
+    RECT place = OnScreen(toolbar);
+    MapWindowPoints(nullptr, window->hwnd(), reinterpret_cast<POINT*>(&place), 2);
+    const WindowPicture picture = PictureOf(window->hwnd());
+    for (auto y = static_cast<int>(place.top); y < place.bottom; ++y) {
+      for (auto x = static_cast<int>(place.left); x < place.right; ++x) {
+        if (picture.At(x, y) == Rgb(0xFE, 0xFE, 0xFE)) return true;
+      }
+    }
+    return false;
   }
 
   GdiPlusSession gdiPlus;

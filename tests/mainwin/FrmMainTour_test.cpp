@@ -147,20 +147,16 @@ TEST_F(FrmMainTourTest, AClockThatIsNoLongerInFrontGivesNoKeyboardAway) {
   EXPECT_EQ(GetForegroundWindow(), other.hwnd());
 }
 
-// A note that gets the keyboard draws its frame, with GDI+.
-TEST_F(FrmMainTourTest, LeavingFromTheClockGivesTheKeyboardToNoNoteAfterTheEndOfGdiPlus) {
-  bool isReleased = false;
-  window->SetReleaseProcess([&] { isReleased = true; });
+// The end of an active clock would activate a note, which draws its frame with GDI+.
+TEST_F(FrmMainTourTest, LeavingFromTheClockActivatesTheWindowBeforeTheEndOfGdiPlus) {
+  std::string active;
+  window->SetReleaseProcess(
+      [&] { active = GetActiveWindow() == window->hwnd() ? "main" : "other"; });
   Tour({"note 1", "note 2", "clock"});
-  int late = 0;
-  const auto count = [&] { late += isReleased ? 1 : 0; };
-  CaughtMessage first(Note(L"1"), WM_SETFOCUS, count);
-  CaughtMessage second(Note(L"2"), WM_SETFOCUS, count);
   Press(kLeave);
   Pump();
   EXPECT_FALSE(window->IsLoaded());
-  EXPECT_TRUE(isReleased);
-  EXPECT_EQ(late, 0);
+  EXPECT_EQ(active, "main");
 }
 
 }  // namespace
