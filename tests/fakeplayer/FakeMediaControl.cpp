@@ -18,7 +18,6 @@
 namespace fakeplayer {
 namespace {
 
-constexpr DISPID kPlayStateChange = 5101;
 constexpr DWORD kCookie = 7;
 constexpr UINT kBeatMilliseconds = 30;
 

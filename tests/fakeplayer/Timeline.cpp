@@ -10,8 +10,6 @@
 namespace fakeplayer {
 namespace {
 
-constexpr DISPID kOpenStateChange = 5001;
-constexpr DISPID kPlayStateChange = 5101;
 constexpr double kSleepsBefore = 1;
 constexpr double kSleepsAfter = 0.1;
 

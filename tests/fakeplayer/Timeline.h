@@ -26,6 +26,10 @@
 
 namespace fakeplayer {
 
+// The dispatch numbers of the events.
+inline constexpr DISPID kOpenStateChange = 5001;
+inline constexpr DISPID kPlayStateChange = 5101;
+
 class Timeline {
  public:
   // Raises an event with its dispatch number and the new state.

@@ -16,7 +16,7 @@ using testing::ElementsAre;
 constexpr int kScanningState = 4;
 constexpr int kWaitingState = 7;
 constexpr int kReconnectingState = 11;
-constexpr const wchar_t* kStream = L"http://example.invalid/";
+constexpr const wchar_t* kAddress = L"http://example.invalid/";
 
 // The state of a player, by the number of tries so far and the seconds since the latest start.
 using Player = std::function<int(size_t tries, int seconds)>;
@@ -25,7 +25,7 @@ using Tries = std::vector<int>;  // their seconds
 
 // A keeper that looks at a player each second.
 struct Watch {
-  explicit Watch(Player behaviour) : player(std::move(behaviour)) { keeper.Start(kStream, now); }
+  explicit Watch(Player behaviour) : player(std::move(behaviour)) { keeper.Start(kAddress, now); }
 
   void Look(int seconds) {
     for (int i = 0; i < seconds; ++i) {
@@ -134,7 +134,7 @@ TEST(StreamKeeperTest, KnowsItsStreamAndHowItGoes) {
   Watch watch([](size_t tries, int) { return tries == 0 ? kReadyState : kPlayingState; });
   StreamKeeper& keeper = watch.keeper;
   EXPECT_TRUE(keeper.IsKeeping());
-  EXPECT_EQ(keeper.Source(), kStream);
+  EXPECT_EQ(keeper.Source(), kAddress);
   watch.Look(2);
   EXPECT_FALSE(keeper.IsLost()) << "just started";
   watch.Look(1);

@@ -11,43 +11,43 @@ namespace {
 // A surrogate pair: one character.
 const std::wstring kPair = {wchar_t{0xD83D}, wchar_t{0xDE00}};
 
-struct Row {
+struct TextRow {
   std::wstring from;
   std::wstring to;
 };
 
 TEST(NoteTextTest, ShowsEachStoredBreakAsALineBreak) {
-  for (const Row& row : {
-           Row{L"", L""},
-           Row{L"喝水", L"喝水"},
-           Row{L"a\\r\\nb", L"a\r\nb"},
-           Row{L"\\r\\na\\r\\n", L"\r\na\r\n"},
-           Row{L"a\\r\\n\\r\\nb", L"a\r\n\r\nb"},
-           Row{L"開會\\r\\n帶" + kPair, L"開會\r\n帶" + kPair},
+  for (const TextRow& row : {
+           TextRow{L"", L""},
+           TextRow{L"喝水", L"喝水"},
+           TextRow{L"a\\r\\nb", L"a\r\nb"},
+           TextRow{L"\\r\\na\\r\\n", L"\r\na\r\n"},
+           TextRow{L"a\\r\\n\\r\\nb", L"a\r\n\r\nb"},
+           TextRow{L"開會\\r\\n帶" + kPair, L"開會\r\n帶" + kPair},
            // Halves of a break, capitals, and real line breaks.
-           Row{L"\\r", L"\\r"},
-           Row{L"\\n\\r", L"\\n\\r"},
-           Row{L"\\r \\n", L"\\r \\n"},
-           Row{L"\\R\\N", L"\\R\\N"},
-           Row{L"a\rb\nc\r\nd", L"a\rb\nc\r\nd"},
+           TextRow{L"\\r", L"\\r"},
+           TextRow{L"\\n\\r", L"\\n\\r"},
+           TextRow{L"\\r \\n", L"\\r \\n"},
+           TextRow{L"\\R\\N", L"\\R\\N"},
+           TextRow{L"a\rb\nc\r\nd", L"a\rb\nc\r\nd"},
            // Another backslash belongs to the text.
-           Row{L"C:\\\\r\\n\\", L"C:\\\r\n\\"},
-           Row{L"\\r\\r\\n\\n", L"\\r\r\n\\n"},
+           TextRow{L"C:\\\\r\\n\\", L"C:\\\r\n\\"},
+           TextRow{L"\\r\\r\\n\\n", L"\\r\r\n\\n"},
        }) {
     EXPECT_EQ(NoteTextWithBreaks(row.from), row.to);
   }
 }
 
 TEST(NoteTextTest, StoresEachLineBreakAsFourCharacters) {
-  for (const Row& row : {
-           Row{L"", L""},
-           Row{L"a\r\nb", L"a\\r\\nb"},
-           Row{L"\r\n\r\n", L"\\r\\n\\r\\n"},
-           Row{L"買菜" + kPair + L"\r\n" + kPair, L"買菜" + kPair + L"\\r\\n" + kPair},
+  for (const TextRow& row : {
+           TextRow{L"", L""},
+           TextRow{L"a\r\nb", L"a\\r\\nb"},
+           TextRow{L"\r\n\r\n", L"\\r\\n\\r\\n"},
+           TextRow{L"買菜" + kPair + L"\r\n" + kPair, L"買菜" + kPair + L"\\r\\n" + kPair},
            // A single CR or LF is no line break.
-           Row{L"a\rb\nc\n\r", L"a\rb\nc\n\r"},
-           Row{L"\r\r\n\n", L"\r\\r\\n\n"},
-           Row{L"\\", L"\\"},
+           TextRow{L"a\rb\nc\n\r", L"a\rb\nc\n\r"},
+           TextRow{L"\r\r\n\n", L"\r\\r\\n\n"},
+           TextRow{L"\\", L"\\"},
        }) {
     EXPECT_EQ(StoredNoteText(row.from), row.to);
   }
@@ -84,14 +84,14 @@ TEST(NoteTextTest, ComesBackUnchanged) {
 }
 
 TEST(NoteTextTest, DrawsABlankOnEachEmptyLine) {
-  for (const Row& row : {
-           Row{L"", L" "},
-           Row{L"a", L"a"},
-           Row{L"a\r\nb", L"a\r\nb"},
-           Row{L"a\r\n\r\nb", L"a\r\n \r\nb"},
-           Row{L"\r\na", L" \r\na"},
-           Row{L"a\r\n", L"a\r\n "},
-           Row{L"\r\n\r\n", L" \r\n \r\n "},
+  for (const TextRow& row : {
+           TextRow{L"", L" "},
+           TextRow{L"a", L"a"},
+           TextRow{L"a\r\nb", L"a\r\nb"},
+           TextRow{L"a\r\n\r\nb", L"a\r\n \r\nb"},
+           TextRow{L"\r\na", L" \r\na"},
+           TextRow{L"a\r\n", L"a\r\n "},
+           TextRow{L"\r\n\r\n", L" \r\n \r\n "},
        }) {
     EXPECT_EQ(DrawableNoteText(row.from), row.to);
   }

@@ -10,8 +10,6 @@
 namespace tellurvane {
 namespace {
 
-constexpr int kBoth = kBeforePrevious | kAfterPrevious;
-
 class GXMSubclassDetachTest : public testing::Test {
  protected:
   void SetUp() override { Attach(kBoth); }

@@ -11,7 +11,6 @@
 namespace tellurvane {
 namespace {
 
-constexpr int kBoth = kBeforePrevious | kAfterPrevious;
 constexpr UINT kTableSize = 32;
 constexpr char kOverflow[] = "Message table overflow. Max message entries exceeded.";
 

@@ -60,14 +60,14 @@ TEST_F(RowPainterTest, PaintsEachRowOfTheOwnerFromEdgeToEdge) {
 }
 
 TEST_F(RowPainterTest, FramesTheFocusedRowWhileTheListHasTheKeyboard) {
-  constexpr Color kIndigo = Rgb(0x4B, 0x00, 0x82);
+  constexpr Color kFrame = Rgb(0x4B, 0x00, 0x82);
   const auto framed = [&] {
     Pump();
     std::vector<int> rows;
     for (int row = 0; row < static_cast<int>(kRows); ++row) {
       const int top = list.GetItemTop(row);
       const int bottom = top + list.GetItemHeight() - 1;
-      const bool hasFrame = OnScreen(0, top) == kIndigo && OnScreen(299, bottom) == kIndigo;
+      const bool hasFrame = OnScreen(0, top) == kFrame && OnScreen(299, bottom) == kFrame;
       if (hasFrame) rows.push_back(row);
     }
     return rows;

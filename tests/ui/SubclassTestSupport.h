@@ -20,6 +20,8 @@ inline constexpr UINT kPing = WM_APP + 1;
 inline constexpr UINT kOther = WM_APP + 2;
 inline constexpr LRESULT kPreviousAnswer = 100;
 
+inline constexpr int kBoth = kBeforePrevious | kAfterPrevious;
+
 // Its own procedure answers messages of the application with kPreviousAnswer + wParam.
 class TargetWindow {
  public:

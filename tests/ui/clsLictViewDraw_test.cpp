@@ -149,10 +149,10 @@ TEST_F(ListDrawTest, ASelectedRowIsPaintedBesideTheColumnsToo) {
 }
 
 TEST_F(ListDrawTest, AnEmptyListIsFramedWhileItHasTheKeyboardAndItsFirstRowIsFocused) {
-  constexpr Color kIndigo = Rgb(0x4B, 0x00, 0x82);
+  constexpr Color kFrame = Rgb(0x4B, 0x00, 0x82);
   const auto isFramed = [&] {
     Pump();
-    return OnScreen(0, list.Bottom()) == kIndigo && OnScreen(299, 199) == kIndigo;
+    return OnScreen(0, list.Bottom()) == kFrame && OnScreen(299, 199) == kFrame;
   };
   EXPECT_FALSE(isFramed());
   list.SetFocus();

@@ -20,7 +20,7 @@ using testing::ElementsAre;
 constexpr int kImageSize = 16;
 constexpr Color kRed = Rgb(255, 0, 0);
 constexpr Color kGreen = Rgb(0, 128, 0);
-constexpr Color kIndigo = Rgb(0x4B, 0x00, 0x82);
+constexpr Color kFrame = Rgb(0x4B, 0x00, 0x82);
 
 // Images of plain colours in a white margin of two pixels, side by side.
 UniqueBitmap MakeImages(const std::vector<Color>& colors) {
@@ -227,7 +227,7 @@ TEST_F(ToolbarKeysTest, FramesTheButtonThatAKeyPresses) {
     std::vector<int> buttons;
     for (int id = 1; id <= 5; ++id) {
       const std::vector<Color> picture = Picture(id);
-      const bool hasFrame = picture.front() == kIndigo && picture.back() == kIndigo;
+      const bool hasFrame = picture.front() == kFrame && picture.back() == kFrame;
       if (hasFrame) buttons.push_back(id);
     }
     return buttons;
