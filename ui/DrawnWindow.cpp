@@ -72,30 +72,6 @@ LRESULT DrawnWindow::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       FitSurface();
       Raise(Resize);
       return 0;
-    case WM_LBUTTONDOWN:
-      Raise(MouseDown, EventOf(kLeftButton, wParam, lParam));
-      return 0;
-    case WM_RBUTTONDOWN:
-      Raise(MouseDown, EventOf(kRightButton, wParam, lParam));
-      return 0;
-    case WM_MBUTTONDOWN:
-      Raise(MouseDown, EventOf(kMiddleButton, wParam, lParam));
-      return 0;
-    case WM_LBUTTONUP:
-      Raise(MouseUp, EventOf(kLeftButton, wParam, lParam));
-      return 0;
-    case WM_RBUTTONUP:
-      Raise(MouseUp, EventOf(kRightButton, wParam, lParam));
-      return 0;
-    case WM_MBUTTONUP:
-      Raise(MouseUp, EventOf(kMiddleButton, wParam, lParam));
-      return 0;
-    case WM_LBUTTONDBLCLK:
-      Raise(DblClick, EventOf(kLeftButton, wParam, lParam));
-      return 0;
-    case WM_MOUSEMOVE:
-      Raise(MouseMove, EventOf(ButtonsDown(wParam), wParam, lParam));
-      return 0;
     case WM_SYSCOLORCHANGE:
     case WM_SETTINGCHANGE:
       RefreshHighContrast();
@@ -104,7 +80,39 @@ LRESULT DrawnWindow::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       ColorsChanged();
       return 0;
     default:
-      return Window::HandleMessage(message, wParam, lParam);
+      return RaiseMouse(message, wParam, lParam) ? 0
+                                                 : Window::HandleMessage(message, wParam, lParam);
+  }
+}
+
+bool DrawnWindow::RaiseMouse(UINT message, WPARAM wParam, LPARAM lParam) const {
+  switch (message) {
+    case WM_LBUTTONDOWN:
+      Raise(MouseDown, EventOf(kLeftButton, wParam, lParam));
+      return true;
+    case WM_RBUTTONDOWN:
+      Raise(MouseDown, EventOf(kRightButton, wParam, lParam));
+      return true;
+    case WM_MBUTTONDOWN:
+      Raise(MouseDown, EventOf(kMiddleButton, wParam, lParam));
+      return true;
+    case WM_LBUTTONUP:
+      Raise(MouseUp, EventOf(kLeftButton, wParam, lParam));
+      return true;
+    case WM_RBUTTONUP:
+      Raise(MouseUp, EventOf(kRightButton, wParam, lParam));
+      return true;
+    case WM_MBUTTONUP:
+      Raise(MouseUp, EventOf(kMiddleButton, wParam, lParam));
+      return true;
+    case WM_LBUTTONDBLCLK:
+      Raise(DblClick, EventOf(kLeftButton, wParam, lParam));
+      return true;
+    case WM_MOUSEMOVE:
+      Raise(MouseMove, EventOf(ButtonsDown(wParam), wParam, lParam));
+      return true;
+    default:
+      return false;
   }
 }
 

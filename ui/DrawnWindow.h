@@ -61,6 +61,8 @@ class DrawnWindow : public Window {
   virtual void ColorsChanged() { Redraw(); }
 
  private:
+  // False for another message.
+  bool RaiseMouse(UINT message, WPARAM wParam, LPARAM lParam) const;
   void CopyToScreen();
   void FitSurface();
 

@@ -179,27 +179,12 @@ void clsToolbar::WndProc(bool /*before*/, bool& handled, LRESULT& result, HWND /
       SetWindowPos(toolbar_, nullptr, 0, 0, host_->ScaleWidth(), host_->ScaleHeight(),
                    SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
       break;
-    case WM_GETDLGCODE:
-      handled = true;
-      result = DialogCode(reinterpret_cast<const MSG*>(lParam));
-      break;
-    case WM_KEYDOWN:
-      handled = OnKeyDown(static_cast<UINT>(wParam), IsRepeatedKey(lParam));
-      break;
-    case WM_SETFOCUS:
-      TakeFocus();
-      break;
-    case WM_KILLFOCUS:
-      LoseFocus();
-      break;
-    case WM_PAINT:
-      PaintFocus();
-      break;
     case WM_NCDESTROY:
       // Another window may get the handle later.
       toolbar_ = nullptr;
       break;
     default:
+      HandleKeyboard(handled, result, message, wParam, lParam);
       break;
   }
 }

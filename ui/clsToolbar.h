@@ -82,6 +82,7 @@ class clsToolbar : private GXISubclass {
   void SubclassBoth();
   bool HandleNotify(NMHDR& notification);
   int ButtonCount() const { return static_cast<int>(toolTips_.size()); }
+  void HandleKeyboard(bool& handled, LRESULT& result, UINT message, WPARAM wParam, LPARAM lParam);
   static LRESULT DialogCode(const MSG* message);
   bool OnKeyDown(UINT key, bool isRepeated);
   int NextUsable(int from, int step) const;

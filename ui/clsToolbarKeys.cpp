@@ -12,6 +12,30 @@ bool IsPressingKey(WPARAM key) { return key == VK_RETURN || key == VK_SPACE; }
 
 }  // namespace
 
+void clsToolbar::HandleKeyboard(bool& handled, LRESULT& result, UINT message, WPARAM wParam,
+                                LPARAM lParam) {
+  switch (message) {
+    case WM_GETDLGCODE:
+      handled = true;
+      result = DialogCode(reinterpret_cast<const MSG*>(lParam));
+      break;
+    case WM_KEYDOWN:
+      handled = OnKeyDown(static_cast<UINT>(wParam), IsRepeatedKey(lParam));
+      break;
+    case WM_SETFOCUS:
+      TakeFocus();
+      break;
+    case WM_KILLFOCUS:
+      LoseFocus();
+      break;
+    case WM_PAINT:
+      PaintFocus();
+      break;
+    default:
+      break;
+  }
+}
+
 // Enter would reach the form instead.
 LRESULT clsToolbar::DialogCode(const MSG* message) {
   constexpr LRESULT kOwnKeys = DLGC_WANTARROWS | DLGC_WANTCHARS;
