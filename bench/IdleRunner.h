@@ -20,6 +20,7 @@ class IdleRunner : private TaskRows, private TaskTimer, private TaskPlayer {
   void RefreshRow(size_t) override {}
   void EnableArea(bool) override {}
   void SetRedraw(bool) override {}
+  void SetOutcome(size_t, const RunOutcome&) override {}
 
   void SetInterval(unsigned) override {}
   void SetEnabled(bool) override {}
