@@ -156,11 +156,7 @@ def main():
     print(f"bench: {start_rounds} starts of each program", flush=True)
     starts = {"empty": empty, "program": program, "with_clock": with_clock}
     paths = {name: str(path.relative_to(ROOT)) for name, path in starts.items()}
-    captions = {path: Path(path).stem for path in paths.values()}
-    for name in ("notepad", "clock"):
-        paths[f"Wine's {name}"] = f"C:\\windows\\system32\\{name}.exe"
-        captions[paths[f"Wine's {name}"]] = "*"
-    pairs = ((caption, path) for path, caption in captions.items())
+    pairs = ((Path(path).stem, path) for path in paths.values())
     figures_of = lines_of(programs / "start_bench.exe", start_rounds, *itertools.chain(*pairs),
                           folder=ROOT)
     figures["start"] = {name: figures_of[path] for name, path in paths.items()}
