@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 """Uses the program under Wine for a long time: a task of each kind every minute, notes closed by
-clicks, menus opened, the window hidden and shown; run by scripts/soak.
+clicks, menus and the editor opened, the window hidden and shown; run by scripts/soak.
 
 A fake control plays. Wine 8.0's own keeps 77 kernel handles for each played file and a thread for
 each address that fails, which would hide leaks of the program. The fake loses the stream after a
@@ -23,6 +23,7 @@ ROOT = Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(ROOT / "tests" / "program"))
 from desktop import (BINARIES, click, click_at, click_tray_icon, happens, press_key,  # noqa: E402
                      run, screenshot, until, windows_path)
+from editor import open_editor  # noqa: E402
 from harness import SETTINGS, Folder, Program, end_all_in  # noqa: E402
 from player import WINDOWS, FakeMediaControl, register  # noqa: E402
 from process_memory import process_memory  # noqa: E402
@@ -141,6 +142,8 @@ class Robot:
         self.close_note()
         if is_away:
             self.program.show_again()
+        # Closed before the next task falls due: none runs while the editor is open.
+        open_editor(self.program).close("close" if minute % 2 else "cancel")
         self.wait_for(minute, SAMPLE_AT)
 
     def open_menu(self, ask):
