@@ -1,6 +1,7 @@
 // Measures how long a program takes from its creation until its window is visible.
 //   start_bench ROUNDS CAPTION PROGRAM [CAPTION PROGRAM]...
-// Starts each program in turn, ROUNDS times, and ends it once its window is there. Prints
+// Starts each program in turn, ROUNDS times, and ends it once its window is there. The caption * is
+// any caption: those of the system's programs depend on its language. Prints
 // "PROGRAM median minimum" lines, in nanoseconds.
 #include <windows.h>
 
@@ -44,7 +45,7 @@ BOOL CALLBACK LookAt(HWND window, LPARAM wanted) {
   std::wstring caption(search.caption.size() + 2, L'\0');
   caption.resize(static_cast<size_t>(
       GetWindowTextW(window, caption.data(), static_cast<int>(caption.size()))));
-  search.isShown = caption == search.caption;
+  search.isShown = search.caption == L"*" ? !caption.empty() : caption == search.caption;
   return search.isShown ? FALSE : TRUE;
 }
 
