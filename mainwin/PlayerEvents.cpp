@@ -2,8 +2,9 @@
 
 #include <wmp.h>
 
-#include <atomic>
 #include <utility>
+
+#include "ui/DispatchObject.h"
 
 namespace tellurvane {
 namespace {
@@ -11,10 +12,9 @@ namespace {
 constexpr DISPID kOpenStateChange = 5001;
 constexpr DISPID kPlayStateChange = 5101;
 
-class PlayerEvents final : public IDispatch {
+class PlayerEvents final : public DispatchObject<IDispatch> {
  public:
   explicit PlayerEvents(std::shared_ptr<PlayerReports> reports) : reports_(std::move(reports)) {}
-  virtual ~PlayerEvents() = default;
 
   STDMETHODIMP QueryInterface(REFIID id, void** object) noexcept override {
     if (object == nullptr) return E_POINTER;
@@ -27,22 +27,7 @@ class PlayerEvents final : public IDispatch {
     AddRef();
     return S_OK;
   }
-  STDMETHODIMP_(ULONG) AddRef() noexcept override { return ++references_; }
-  STDMETHODIMP_(ULONG) Release() noexcept override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
 
-  STDMETHODIMP GetTypeInfoCount(UINT* count) noexcept override {
-    if (count == nullptr) return E_POINTER;
-    *count = 0;
-    return S_OK;
-  }
-  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) noexcept override { return E_NOTIMPL; }
-  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) noexcept override {
-    return E_NOTIMPL;
-  }
   STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT*, EXCEPINFO*,
                       UINT*) noexcept override {
     if (parameters == nullptr || parameters->cArgs != 1) return S_OK;
@@ -55,7 +40,6 @@ class PlayerEvents final : public IDispatch {
   }
 
  private:
-  std::atomic<ULONG> references_ = 1;
   std::shared_ptr<PlayerReports> reports_;
 };
 

@@ -2,12 +2,12 @@
 
 #include <oleacc.h>
 
-#include <atomic>
 #include <memory>
 #include <utility>
 
 #include "ui/Boundary.h"
 #include "ui/Com.h"
+#include "ui/DispatchObject.h"
 #include "ui/GXMSubclass.h"
 #include "ui/Window.h"
 
@@ -25,11 +25,10 @@ VARIANT NumberOf(LONG number) {
 
 // Answers from the callbacks and passes every other question to the system's object. A callback is
 // copied before the call, because it may handle messages that end the window.
-class AccessibleObject final : public IAccessible {
+class AccessibleObject final : public DispatchObject<IAccessible> {
  public:
   AccessibleObject(const AccessibleCallbacks& callbacks, ComPtr<IAccessible> system)
       : callbacks_(&callbacks), system_(std::move(system)) {}
-  virtual ~AccessibleObject() = default;
 
   // From now on each question fails.
   void Detach() {
@@ -51,23 +50,8 @@ class AccessibleObject final : public IAccessible {
                             (IsEqualIID(id, __uuidof(IEnumVARIANT)) && !HasNoChildren());
     return isOfSystem && system_ ? system_->QueryInterface(id, object) : E_NOINTERFACE;
   }
-  STDMETHODIMP_(ULONG) AddRef() noexcept override { return ++references_; }
-  STDMETHODIMP_(ULONG) Release() noexcept override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
 
   // Screen readers call the functions of IAccessible directly.
-  STDMETHODIMP GetTypeInfoCount(UINT* count) noexcept override {
-    if (count == nullptr) return E_POINTER;
-    *count = 0;
-    return S_OK;
-  }
-  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) noexcept override { return E_NOTIMPL; }
-  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) noexcept override {
-    return E_NOTIMPL;
-  }
   STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
                       UINT*) noexcept override {
     return E_NOTIMPL;
@@ -209,7 +193,6 @@ class AccessibleObject final : public IAccessible {
     });
   }
 
-  std::atomic<ULONG> references_ = 1;
   const AccessibleCallbacks* callbacks_;  // null without a window
   ComPtr<IAccessible> system_;
 };
