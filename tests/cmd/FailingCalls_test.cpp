@@ -8,10 +8,10 @@
 #include <string>
 
 #include "cmd/ModCMD.h"
+#include "tests/cmd/ProcessJob.h"
 #include "tests/support/FailingImport.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/WindowTestSupport.h"
-#include "ui/Handle.h"
 
 namespace tellurvane {
 namespace {
@@ -23,18 +23,8 @@ std::wstring OwnCommand() {
   return L"\"" + std::wstring(path) + L"\" --gtest_filter=none";
 }
 
-// The processes in this one's job: itself and its children.
-DWORD RunningProcesses() {
-  static const UniqueKernelHandle job = [] {
-    UniqueKernelHandle made(CreateJobObjectW(nullptr, nullptr));
-    EXPECT_TRUE(AssignProcessToJobObject(made.Get(), GetCurrentProcess()));
-    return made;
-  }();
-  JOBOBJECT_BASIC_ACCOUNTING_INFORMATION accounting = {};
-  EXPECT_TRUE(QueryInformationJobObject(job.Get(), JobObjectBasicAccountingInformation, &accounting,
-                                        sizeof(accounting), nullptr));
-  return accounting.ActiveProcesses;
-}
+// This process and its children.
+DWORD RunningProcesses() { return JobAccounting().ActiveProcesses; }
 
 // Starts this program again and again. Wine, on a busy machine, fails to create a process now and
 // then: a few failures count as such, and their errors go into the log.

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <string>
 
+#include "tests/cmd/ProcessJob.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Utf8.h"
 #include "ui/Handle.h"
@@ -23,20 +24,8 @@ std::filesystem::path TestFolder() {
   return std::filesystem::path(path).parent_path();
 }
 
-// The processes that this one has started since the first call. Its job counts each child at its
-// creation.
-DWORD StartedProcesses() {
-  static const UniqueKernelHandle job = [] {
-    UniqueKernelHandle made(CreateJobObjectW(nullptr, nullptr));
-    EXPECT_TRUE(AssignProcessToJobObject(made.Get(), GetCurrentProcess()));
-    return made;
-  }();
-  JOBOBJECT_BASIC_ACCOUNTING_INFORMATION accounting = {};
-  EXPECT_TRUE(QueryInformationJobObject(job.Get(), JobObjectBasicAccountingInformation, &accounting,
-                                        sizeof(accounting), nullptr));
-  EXPECT_GT(accounting.TotalProcesses, 0U);
-  return accounting.TotalProcesses - 1;
-}
+// The processes that this one has started since it asked first.
+DWORD StartedProcesses() { return JobAccounting().TotalProcesses - 1; }
 
 class RunCommandTest : public testing::Test {
  protected:
