@@ -1,0 +1,130 @@
+// check [--limit SECONDS] [PROGRAM...]: runs the test programs of the kit, or only those that are
+// named, and writes report.txt beside itself. Ends with 0 if nothing failed.
+#include <windows.h>
+
+#include <algorithm>
+#include <array>
+#include <cwchar>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "Version.h"
+#include "base/CodePage.h"
+#include "packaging/kit/MachineReport.h"
+#include "packaging/kit/ProgramCheck.h"
+#include "packaging/kit/Report.h"
+#include "packaging/kit/TestProcess.h"
+#include "tests/support/Utf8.h"
+
+namespace tellurvane {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Options {
+  std::chrono::seconds limit{300};
+  std::vector<std::wstring> programs;
+};
+
+Options ReadOptions(int argumentCount, wchar_t** arguments) {
+  Options options;
+  for (int i = 1; i < argumentCount; ++i) {
+    if (arguments[i] == std::wstring_view(L"--limit") && i + 1 < argumentCount) {
+      options.limit = std::chrono::seconds(std::wcstol(arguments[++i], nullptr, 10));
+    } else {
+      options.programs.emplace_back(arguments[i]);
+    }
+  }
+  return options;
+}
+
+// A console shows the text whatever its code page is; a file gets UTF-8.
+void Print(const std::string& line) {
+  const std::string bytes = line + "\r\n";
+  const HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
+  DWORD written = 0;
+  if (DWORD mode = 0; GetConsoleMode(output, &mode)) {
+    const std::wstring text = FromCodePage(CP_UTF8, bytes).value_or(L"");
+    WriteConsoleW(output, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
+  } else {
+    WriteFile(output, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+  }
+}
+
+// The colours of the screen. A test of high contrast that is ended leaves its own behind.
+class SystemColors {
+ public:
+  SystemColors() {
+    ForEach([this](int index) { colors_[index] = GetSysColor(index); });
+  }
+
+  void Restore() const {
+    ForEach([this](int index) {
+      if (GetSysColor(index) != colors_[index]) SetSysColors(1, &index, &colors_[index]);
+    });
+  }
+
+ private:
+  template <typename Act>
+  static void ForEach(const Act& act) {
+    for (int index = 0; index <= COLOR_MENUBAR; ++index) act(index);
+  }
+
+  std::array<COLORREF, COLOR_MENUBAR + 1> colors_ = {};
+};
+
+fs::path OwnFolder() {
+  std::wstring path(32'768, L'\0');
+  path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
+  return fs::path(path).parent_path();
+}
+
+std::vector<std::wstring> ProgramsIn(const fs::path& folder) {
+  std::vector<std::wstring> names;
+  std::error_code ignored;
+  for (const auto& entry : fs::directory_iterator(folder, ignored)) {
+    const std::wstring name = entry.path().filename().wstring();
+    if (name.ends_with(L"_tests.exe")) names.push_back(entry.path().stem().wstring());
+  }
+  std::ranges::sort(names);
+  return names;
+}
+
+int Check(const Options& options) {
+  // A program that crashes ends at once, without a box.
+  SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
+  const MachineFacts facts = FactsOfThisMachine();
+  const SystemColors colors;
+  const fs::path kit = OwnFolder();
+  const fs::path scratch =
+      fs::temp_directory_path() / (L"Tellurvane-check-" + std::to_wstring(GetCurrentProcessId()));
+  Print("測試進行中，約需數分鐘。請勿使用滑鼠與鍵盤。");
+  std::vector<ProgramOutcome> outcomes;
+  for (const std::wstring& name :
+       options.programs.empty() ? ProgramsIn(kit / L"tests") : options.programs) {
+    const fs::path program = kit / L"tests" / (name + L".exe");
+    outcomes.push_back(CheckProgram(Utf8(name), [&](const std::string& filter) {
+      return RunTestProcess(program, filter, scratch / name, options.limit);
+    }));
+    colors.Restore();
+    Print(Utf8(name) + "：" + Summary({outcomes.back()}));
+  }
+  std::error_code ignored;
+  fs::remove_all(scratch, ignored);
+  const fs::path report = kit / L"report.txt";
+  std::ofstream file(report, std::ios::binary);
+  file << ReportText(TELLURVANE_VERSION, facts, outcomes);
+  file.close();
+  Print(Summary(outcomes));
+  Print((file ? "報告：" : "無法寫入報告：") + Utf8(report.wstring()));
+  return IsGood(outcomes) && file ? 0 : 1;
+}
+
+}  // namespace
+}  // namespace tellurvane
+
+int wmain(int argumentCount, wchar_t** arguments) {
+  return tellurvane::Check(tellurvane::ReadOptions(argumentCount, arguments));
+}
