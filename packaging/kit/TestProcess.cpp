@@ -35,7 +35,8 @@ UniqueKernelHandle EndingJob() {
   return job;
 }
 
-// Null if it cannot be started. It waits until its thread is resumed.
+// Without a process and with the last error if it cannot be started. It waits until its thread is
+// resumed.
 PROCESS_INFORMATION StartWaiting(std::wstring command, const fs::path& folder) {
   // Temporary files of a program that is ended stay in this folder.
   SetEnvironmentVariableW(L"TEMP", folder.c_str());
@@ -50,8 +51,11 @@ PROCESS_INFORMATION StartWaiting(std::wstring command, const fs::path& folder) {
   startup.hStdOutput = output.Get();
   startup.hStdError = output.Get();
   PROCESS_INFORMATION started = {};
-  CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, CREATE_SUSPENDED, nullptr,
-                 folder.c_str(), &startup, &started);
+  if (CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, CREATE_SUSPENDED, nullptr,
+                     folder.c_str(), &startup, &started)) {
+    // The tests bring their windows to the front.
+    AllowSetForegroundWindow(started.dwProcessId);
+  }
   return started;
 }
 

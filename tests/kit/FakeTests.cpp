@@ -1,0 +1,35 @@
+// A test program in which everything happens that can happen in one.
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <string>
+
+namespace tellurvane {
+namespace {
+
+TEST(Fake, Passes) { EXPECT_NE(GetCurrentProcessId(), 0U); }
+
+TEST(Fake, HasAFolderOfItsOwn) {
+  wchar_t folder[MAX_PATH] = {};
+  GetCurrentDirectoryW(MAX_PATH, folder);
+  wchar_t temporary[MAX_PATH] = {};
+  GetTempPathW(MAX_PATH, temporary);
+  EXPECT_EQ(std::wstring(folder) + L"\\", temporary);
+  EXPECT_TRUE(std::ofstream("left behind.txt") << "text");
+}
+
+TEST(Fake, Crashes) {
+  SetErrorMode(SEM_NOGPFAULTERRORBOX);
+  RaiseException(EXCEPTION_ACCESS_VIOLATION, EXCEPTION_NONCONTINUABLE, 0, nullptr);
+}
+
+TEST(Fake, Fails) { EXPECT_EQ(1 + 1, 3) << "<中文 & more>"; }
+
+TEST(Fake, Hangs) { Sleep(INFINITE); }
+
+TEST(Fake, IsSkipped) { GTEST_SKIP() << "because of 理由"; }
+
+}  // namespace
+}  // namespace tellurvane
