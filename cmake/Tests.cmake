@@ -6,9 +6,15 @@
 set(TELLURVANE_INPUT_RETRIES --reruns 3)
 find_program(TELLURVANE_PYTHON NAMES python3 PATHS /usr/bin NO_DEFAULT_PATH REQUIRED)
 
+# tellurvane_kit(TARGET ...) puts programs into the kit, which runs the tests on Windows.
+function(tellurvane_kit)
+  set_property(GLOBAL APPEND PROPERTY TELLURVANE_KIT ${ARGN})
+endfunction()
+
 # tellurvane_run_under_wine(NAME TARGET [LOCALE ...] [TIMEOUT ...]) runs a test program once.
 function(tellurvane_run_under_wine name target)
   cmake_parse_arguments(run "" "LOCALE;TIMEOUT" "" ${ARGN})
+  tellurvane_kit(${target})
   add_test(NAME ${name}
     COMMAND ${PROJECT_SOURCE_DIR}/scripts/with-desktop --prefix unit --locale ${run_LOCALE}
       ${PROJECT_SOURCE_DIR}/tests/under-wine $<TARGET_FILE:${target}>)
@@ -42,7 +48,6 @@ function(tellurvane_tests module)
   add_executable(${target} ${sources})
   target_link_libraries(${target} PRIVATE
     ${module} ${tests_LIBRARIES} test_support tellurvane_compile GTest::gmock_main)
-  target_compile_definitions(${target} PRIVATE TELLURVANE_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
   if(WIN32)
     set(locales zh_TW)
     if(module IN_LIST TELLURVANE_LOCALE_MODULES)

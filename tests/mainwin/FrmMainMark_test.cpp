@@ -9,6 +9,7 @@
 #include "mainwin/TaskRow.h"
 #include "tests/mainwin/FrmMainFixture.h"
 #include "tests/support/FailingImport.h"
+#include "tests/support/SourceTree.h"
 #include "ui/Handle.h"
 #include "ui/MemoryContext.h"
 
@@ -24,10 +25,11 @@ constexpr int kMarkSize = 16;
 struct MarkFile {
   char letter;
   size_t place;  // among the icons
-  const wchar_t* name;
+  const char* path;
 };
-constexpr MarkFile kMarkFiles[] = {
-    {'P', 4, L"icon105.ico"}, {'T', 7, L"trying.ico"}, {'F', 8, L"failed.ico"}};
+constexpr MarkFile kMarkFiles[] = {{'P', 4, "resources/icon105.ico"},
+                                   {'T', 7, "resources/trying.ico"},
+                                   {'F', 8, "resources/failed.ico"}};
 
 class FrmMainMarkTest : public FrmMainTest {
  protected:
@@ -39,8 +41,7 @@ class FrmMainMarkTest : public FrmMainTest {
     Open();
     for (const MarkFile& file : kMarkFiles) {
       auto mark = std::make_unique<ClsIcon>();
-      ASSERT_TRUE(
-          mark->LoadFromFile(L"" TELLURVANE_SOURCE_DIR "/resources/" + std::wstring(file.name)));
+      ASSERT_TRUE(mark->LoadFromFile(SourceFile(file.path).wstring()));
       general->icons.at(file.place) = std::move(mark);
     }
   }

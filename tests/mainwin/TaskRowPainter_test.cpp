@@ -12,6 +12,7 @@
 #include "app/ModGeneral.h"
 #include "base/LocaleDates.h"
 #include "tests/support/Moments.h"
+#include "tests/support/SourceTree.h"
 #include "tests/support/WindowTestSupport.h"
 #include "tests/ui/Canvas.h"
 #include "ui/Handle.h"
@@ -32,7 +33,7 @@ constexpr const wchar_t* kIconFiles[] = {L"icon101", L"icon102", L"icon103", L"i
                                          L"icon106", L"icon107", L"trying",  L"failed"};
 
 std::wstring IconFile(const std::wstring& name) {
-  return L"" TELLURVANE_SOURCE_DIR "/resources/" + name + L".ico";
+  return SourceFile("resources").wstring() + L"\\" + name + L".ico";
 }
 
 // Draws an icon's file by the system's own routines.

@@ -10,6 +10,7 @@
 #include "base/Text.h"
 #include "tests/radio/RuleDifference.h"
 #include "tests/radio/SamplePages.h"
+#include "tests/support/SourceTree.h"
 
 namespace tellurvane {
 namespace {
@@ -117,8 +118,7 @@ INSTANTIATE_TEST_SUITE_P(, RandomPagesTest, testing::ValuesIn(kFormats),
 
 TEST(RadioCorpus, EverySeedGivesWhatTheLiteralRulesGive) {
   int seeds = 0;
-  for (const auto& entry :
-       std::filesystem::directory_iterator(TELLURVANE_SOURCE_DIR "/fuzz/corpus/radio")) {
+  for (const auto& entry : std::filesystem::directory_iterator(SourceFile("fuzz/corpus/radio"))) {
     std::ifstream file(entry.path(), std::ios::binary);
     ASSERT_TRUE(file) << entry.path();
     const std::wstring page = PageOfSeed(std::string(std::istreambuf_iterator<char>(file), {}));

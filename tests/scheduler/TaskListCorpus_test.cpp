@@ -5,6 +5,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "tests/support/SourceTree.h"
 #include "tests/support/TaskListRoundTrip.h"
 
 namespace tellurvane {
@@ -13,7 +14,7 @@ namespace {
 TEST(TaskListCorpusTest, EverySeedIsReadWrittenAndReadTheSame) {
   int seeds = 0;
   for (const auto& entry :
-       std::filesystem::directory_iterator(TELLURVANE_SOURCE_DIR "/fuzz/corpus/task_list")) {
+       std::filesystem::directory_iterator(SourceFile("fuzz/corpus/task_list"))) {
     std::ifstream file(entry.path(), std::ios::binary);
     ASSERT_TRUE(file) << entry.path();
     const std::string bytes(std::istreambuf_iterator<char>(file), {});

@@ -3,11 +3,12 @@
 #include <gtest/gtest.h>
 
 #include "Canvas.h"
+#include "tests/support/SourceTree.h"
 
 namespace tellurvane {
 namespace {
 
-const std::wstring kIconFile = L"" TELLURVANE_SOURCE_DIR "/resources/icon101.ico";
+const std::wstring kIconFile = SourceFile("resources/icon101.ico").wstring();
 
 template <typename Value>
 void Append(std::string& bytes, Value value) {

@@ -14,6 +14,7 @@
 #include "tests/support/EachCallFails.h"
 #include "tests/support/FailingAllocation.h"
 #include "tests/support/FailingImport.h"
+#include "tests/support/SourceTree.h"
 #include "ui/ClsDate.h"
 #include "ui/ClsIcon.h"
 #include "ui/GXMSubclass.h"
@@ -106,8 +107,9 @@ void UseTrayIcon() {
 }
 
 void LoadIconFile() {
+  static const std::wstring path = SourceFile("resources/icon101.ico").wstring();
   ClsIcon icon;
-  (void)icon.LoadFromFile(L"" TELLURVANE_SOURCE_DIR "/resources/icon101.ico");
+  (void)icon.LoadFromFile(path);
 }
 
 TEST(FailingCallsTest, TheToolkitWorksOnOrThrows) {

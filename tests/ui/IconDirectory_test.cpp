@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "tests/support/IconDirectoryFault.h"
+#include "tests/support/SourceTree.h"
 
 namespace tellurvane {
 namespace {
@@ -79,7 +80,7 @@ TEST(IconDirectoryTest, EachIconOfTheTaskListHasAnImageForEachDensity) {
   const std::vector<int> small = {16, 20, 24, 28, 32, 36, 40, 48};
   for (int number = 101; number <= 107; ++number) {
     const std::string bytes =
-        ReadFile(TELLURVANE_SOURCE_DIR "/resources/icon" + std::to_string(number) + ".ico");
+        ReadFile(SourceFile("resources/icon" + std::to_string(number) + ".ico"));
     std::vector<int> widths, heights;
     for (const IconEntry& entry : ParseIconDirectory(bytes)) {
       widths.push_back(entry.width);
@@ -94,8 +95,7 @@ TEST(IconDirectoryTest, EachIconOfTheTaskListHasAnImageForEachDensity) {
 
 TEST(IconDirectoryTest, HoldsForEachInputOfTheFuzzer) {
   int files = 0;
-  for (const auto& file :
-       std::filesystem::directory_iterator(TELLURVANE_SOURCE_DIR "/fuzz/corpus/icon")) {
+  for (const auto& file : std::filesystem::directory_iterator(SourceFile("fuzz/corpus/icon"))) {
     EXPECT_EQ(IconDirectoryFault(ReadFile(file.path())), "") << file.path();
     ++files;
   }
