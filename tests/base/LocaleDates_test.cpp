@@ -10,6 +10,7 @@
 
 #include "tests/support/HostDates.h"
 #include "tests/support/Moments.h"
+#include "tests/support/Wine.h"
 
 namespace tellurvane {
 namespace {
@@ -52,12 +53,14 @@ std::vector<DateSerial> Moments(int randomOnes) {
 }
 
 TEST(LocaleDatesTest, TheLocaleIsOneOfTheTwoThatTheTestsAreMadeFor) {
+  SKIP_UNLESS_WINE("on Windows each user chooses the date format");
   EXPECT_EQ(LocaleDateText(40588.5),
             IsTaiwanese() ? L"2011/2/14 下午12:00:00" : L"2/14/2011 12:00:00 PM");
   EXPECT_EQ(GetACP(), IsTaiwanese() ? 950U : 1252U);
 }
 
 TEST(LocaleDatesTest, WritesWhatTheHostsWriterWrites) {
+  SKIP_UNLESS_WINE("on Windows each user chooses the date format");
   for (const DateSerial moment : Moments(1'000)) {
     EXPECT_EQ(LocaleDateText(moment), HostDateText(moment, PresentLocale()));
   }
@@ -81,6 +84,7 @@ TEST(LocaleDatesTest, ReadsAndWritesSerials) {
 }
 
 TEST(LocaleDatesTest, TellsTheUsersFormat) {
+  SKIP_UNLESS_WINE("on Windows each user chooses the date format");
   const DateFormat user = UserDateFormat();
   const DateFormat& expected = PresentLocale().format;
   EXPECT_EQ(user.order, expected.order);

@@ -10,6 +10,7 @@ namespace {
 bool IsBig5() { return GetACP() == 950; }
 
 TEST(DecodeAnsiTest, ReadsTheCodePageOrUtf8AndReportsTheDoubt) {
+  if (!IsBig5() && GetACP() != 1252) GTEST_SKIP() << "for code page 950 or 1252";
   const struct {
     std::string_view bytes;
     DecodedText big5, western;

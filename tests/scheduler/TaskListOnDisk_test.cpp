@@ -11,6 +11,7 @@
 #include "scheduler/Win32FileOperations.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Utf16.h"
+#include "tests/support/Wine.h"
 
 namespace tellurvane {
 namespace {
@@ -41,11 +42,16 @@ class TaskListOnDiskTest : public testing::Test {
   TaskList tasks_;
 };
 
-TEST_F(TaskListOnDiskTest, WritesTheUsersLocaleAndReadsItBack) {
+TEST_F(TaskListOnDiskTest, WritesTheUsersLocale) {
+  SKIP_UNLESS_WINE("on Windows each user chooses the date format");
   ASSERT_TRUE(file_.Save(TaskList{Reminder(L"  喝水 ")}));
   const std::wstring dates = GetACP() == 950 ? L"2011/2/13 下午12:00:00\t2011/2/14 下午6:00:00"
                                              : L"2/13/2011 12:00:00 PM\t2/14/2011 6:00:00 PM";
   EXPECT_EQ(ReadBytes(path_), Utf16Bytes(L"0|30|1|3\t喝水\t喝水\\r\\n休息\t" + dates + L"\r\n"));
+}
+
+TEST_F(TaskListOnDiskTest, ReadsBackWhatItWroteInTheUsersLocale) {
+  ASSERT_TRUE(file_.Save(TaskList{Reminder(L"  喝水 ")}));
   ASSERT_TRUE(file_.Load(tasks_));
   EXPECT_EQ(tasks_.at(0).Source, L"喝水\\r\\n休息");
   EXPECT_EQ(tasks_[0].LastRun, kNow - 1);

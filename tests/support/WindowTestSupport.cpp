@@ -23,6 +23,8 @@ constexpr size_t kGdiOwnerAt = 8;
 constexpr size_t kGdiTypeAt = 14;
 
 long CountGdiObjects() {
+  const DWORD documented = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
+  if (documented != 0) return static_cast<long>(documented);
   PROCESS_BASIC_INFORMATION process = {};
   NtQueryInformationProcess(GetCurrentProcess(), ProcessBasicInformation, &process, sizeof(process),
                             nullptr);

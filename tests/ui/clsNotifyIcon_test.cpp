@@ -8,6 +8,7 @@
 #include "tests/support/FailingImport.h"
 #include "tests/support/TipTestSupport.h"
 #include "tests/support/WindowTestSupport.h"
+#include "tests/support/Wine.h"
 #include "ui/Density.h"
 
 namespace tellurvane {
@@ -140,6 +141,7 @@ TEST_F(NotifyIconTest, ComesBackAfterTheTaskbarRestartsWhileItIsWanted) {
 }
 
 TEST_F(NotifyIconTest, ShowsItsLatestTip) {
+  SKIP_UNLESS_WINE("the icon is looked for in the window that Wine has in place of a taskbar");
   icon->IconTip(L"Tellurvane 排程");
   icon->IconAdd();
   form.Show();
