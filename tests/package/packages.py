@@ -30,10 +30,11 @@ def version():
     return re.search(r"project\(Tellurvane VERSION (\S+)", text)[1]
 
 
-def make_packages(output, source=SOURCE, binaries=BINARIES, **options):
+def make_packages(output, *kind, source=SOURCE, binaries=BINARIES, **options):
     """Packs the built program."""
     made = subprocess.run(
-        [str(source / "scripts" / "package"), "--binaries", str(binaries), "--output", str(output)],
+        [str(source / "scripts" / "package"), *kind, "--binaries", str(binaries), "--output",
+         str(output)],
         check=False, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
         text=True, timeout=DEADLINE, **options)
     assert made.returncode == 0, made.stdout
