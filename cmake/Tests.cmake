@@ -11,6 +11,16 @@ function(tellurvane_kit)
   set_property(GLOBAL APPEND PROPERTY TELLURVANE_KIT ${ARGN})
 endfunction()
 
+# The program's manifest for a test program without its resources. Windows has other common controls,
+# and another density, for a program without one.
+function(tellurvane_manifest target)
+  set(script ${PROJECT_SOURCE_DIR}/tests/support/Manifest.rc)
+  target_sources(${target} PRIVATE ${script})
+  set_source_files_properties(${script} PROPERTIES
+    COMPILE_OPTIONS "-I${CMAKE_BINARY_DIR}/generated"
+    OBJECT_DEPENDS ${CMAKE_BINARY_DIR}/generated/Tellurvane.manifest)
+endfunction()
+
 # tellurvane_run_under_wine(NAME TARGET [LOCALE ...] [TIMEOUT ...]) runs a test program once.
 function(tellurvane_run_under_wine name target)
   cmake_parse_arguments(run "" "LOCALE;TIMEOUT" "" ${ARGN})
