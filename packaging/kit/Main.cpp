@@ -3,10 +3,10 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <array>
 #include <cwchar>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -56,23 +56,20 @@ void Print(const std::string& line) {
 // The colours of the screen. A test of high contrast that is ended leaves its own behind.
 class SystemColors {
  public:
-  SystemColors() {
-    ForEach([this](int index) { colors_[index] = GetSysColor(index); });
-  }
-
   void Restore() const {
-    ForEach([this](int index) {
-      if (GetSysColor(index) != colors_[index]) SetSysColors(1, &index, &colors_[index]);
-    });
+    for (const auto& [index, color] : colors_) {
+      if (GetSysColor(index) != color) SetSysColors(1, &index, &color);
+    }
   }
 
  private:
-  template <typename Act>
-  static void ForEach(const Act& act) {
-    for (int index = 0; index <= COLOR_MENUBAR; ++index) act(index);
+  static std::map<int, COLORREF> Present() {
+    std::map<int, COLORREF> colors;
+    for (int index = 0; index <= COLOR_MENUBAR; ++index) colors[index] = GetSysColor(index);
+    return colors;
   }
 
-  std::array<COLORREF, COLOR_MENUBAR + 1> colors_ = {};
+  std::map<int, COLORREF> colors_ = Present();
 };
 
 fs::path OwnFolder() {

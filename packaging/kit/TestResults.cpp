@@ -106,9 +106,6 @@ class ResultsBuilder {
       if (!isFailed_) note_.text = Attribute(tag, "message");
     } else if (tag.name == "/testcase") {
       End();
-    } else if (tag.name == "/testsuite") {
-      // A failure outside of the tests of a suite has no end tag of its own.
-      End();
     }
   }
 
@@ -157,7 +154,7 @@ std::string UnfinishedTest(std::string_view output) {
   const size_t begin = output.rfind(kRun);
   if (begin == std::string_view::npos) return "";
   output.remove_prefix(begin + kRun.size());
-  const std::string test(output.substr(0, output.find_first_of("\r\n")));
+  std::string test(output.substr(0, output.find_first_of("\r\n")));
   for (const char* const end : {"[       OK ] ", "[  FAILED  ] ", "[  SKIPPED ] "}) {
     if (output.find(end + test) != std::string_view::npos) return "";
   }

@@ -53,7 +53,7 @@ TEST(ReadTestXmlTest, CountsTestsAndKeepsTheTextsOfTheOthers) {
        {.failed = {{"FormTest.A", "a.cpp:1\nExpected: <1>"}}}},
       {"failed outside of a test",
        "<testcase name=\"\" status=\"run\" result=\"completed\" classname=\"\">\n" + failure +
-           "</failure>\n",
+           "</failure>\n</testcase>\n",
        {.failed = {{".", "a.cpp:1\nExpected: <1>"}}}},
       {"skipped",
        With("A", "skipped",
