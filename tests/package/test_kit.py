@@ -82,7 +82,7 @@ def test_packing_again_in_other_surroundings_gives_the_same_bytes(archive, tmp_p
 
 def test_programs_that_pass_make_a_short_report(check):
     code, lines, report = check("base_tests", "kit_tests")
-    assert code == 0
+    assert code == 0, report
     assert re.fullmatch("沒有失敗：通過 [0-9]+，失敗 0，提早結束 0，略過 0", lines[-2])
     assert lines[-1].endswith("report.txt")
     assert report.splitlines()[:3] == [f"Tellurvane {version()} 測試報告", "", lines[-2]]
@@ -96,7 +96,7 @@ def test_programs_that_pass_make_a_short_report(check):
 
 def test_failures_skips_hangs_and_crashes_are_reported_and_the_rest_runs(check):
     code, lines, report = check("--limit", "8", FAKE, "no_such_tests", "kit_tests")
-    assert code == 1
+    assert code == 1, report
     assert lines[-2].startswith("有失敗：")
     assert f"\n{FAKE}：通過 2，失敗 1，提早結束 2，略過 1（" in report
     # The three lists at the end.
