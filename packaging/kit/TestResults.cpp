@@ -81,13 +81,18 @@ std::string Unescaped(std::string_view escaped) {
   return text;
 }
 
-// A value has no quote inside, so the first name with ="..." is the attribute.
+// From value to value: a value may end like the beginning of an attribute.
 std::string Attribute(const Tag& tag, const std::string& name) {
-  const std::string begin = " " + name + "=\"";
-  const size_t found = tag.attributes.find(begin);
-  if (found == std::string_view::npos) return "";
-  const std::string_view value = tag.attributes.substr(found + begin.size());
-  return Unescaped(value.substr(0, value.find('"')));
+  const std::string wanted = " " + name + "=";
+  std::string_view rest = tag.attributes;
+  for (;;) {
+    const size_t begin = rest.find('"');
+    if (begin == std::string_view::npos) return "";
+    const size_t end = rest.find('"', begin + 1);
+    if (end == std::string_view::npos) return "";
+    if (rest.substr(0, begin) == wanted) return Unescaped(rest.substr(begin + 1, end - begin - 1));
+    rest.remove_prefix(end + 1);
+  }
 }
 
 // Collects what the tags say.

@@ -71,6 +71,9 @@ TEST(ReadTestXmlTest, CountsTestsAndKeepsTheTextsOfTheOthers) {
             " value_param=\"result=&quot;skipped&quot; &apos;&#xFF;&unknown;\""
             " />\n"),
        {.passed = 1}},
+      {"a value that ends like an attribute",
+       Case(" result=", "completed", " />\n"),
+       {.passed = 1}},
   };
   for (const auto& row : rows) {
     EXPECT_EQ(ReadTestXml(kBegin + row.tests + kEnd), row.expected) << row.name;
