@@ -2,7 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string>
+
+#include "tests/support/SourceTree.h"
+#include "tests/support/TestResultsFault.h"
 
 namespace tellurvane {
 namespace {
@@ -124,6 +130,18 @@ TEST(UnfinishedTestTest, IsTheLastOneThatBeganIfItDidNotEnd) {
       {"[ RUN      ] A.a\n[  SKIPPED ] A.a (1 ms)\n", ""},
   };
   for (const auto& row : rows) EXPECT_EQ(UnfinishedTest(row.output), row.expected) << row.output;
+}
+
+TEST(TestResultsTest, HoldForEachInputOfTheFuzzer) {
+  int files = 0;
+  for (const auto& entry :
+       std::filesystem::directory_iterator(SourceFile("fuzz/corpus/test_results"))) {
+    std::ifstream file(entry.path(), std::ios::binary);
+    ASSERT_TRUE(file) << entry.path();
+    EXPECT_EQ(TestResultsFault({std::istreambuf_iterator<char>(file), {}}), "") << entry.path();
+    ++files;
+  }
+  EXPECT_GE(files, 13);
 }
 
 }  // namespace
