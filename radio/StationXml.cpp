@@ -1,20 +1,13 @@
 #include "radio/StationXml.h"
 
-#include <windows.h>
-
-#include <msxml2.h>
-
 #include "base/CodePage.h"
 #include "radio/DirectoryError.h"
 #include "radio/XmlBody.h"
 #include "ui/Com.h"
+#include "ui/XmlDocument.h"
 
 namespace tellurvane {
 namespace {
-
-// IXMLDOMDocument2, whose number is in none of the cross compiler's libraries.
-constexpr IID kDocumentId = {
-    0x2933BF95, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
 
 constexpr const wchar_t* kNoList = L"電台目錄回應的不是電台清單，或資料不完整。";
 constexpr const wchar_t* kNotUtf8 = L"電台目錄的資料不是 UTF-8 編碼，無法讀取。";
@@ -23,21 +16,6 @@ constexpr const wchar_t* kNoParser = L"無法使用系統的 XML 元件讀取電
 void Require(HRESULT result, const wchar_t* reason) {
   if (result == E_OUTOFMEMORY) throw DirectoryError(kTooLargeAnswer);
   if (FAILED(result)) throw DirectoryError(reason);
-}
-
-// A document that never loads anything but the text that it is given.
-ComPtr<IXMLDOMDocument2> MakeDocument() {
-  CLSID id = {};
-  Require(CLSIDFromProgID(L"Msxml2.DOMDocument.6.0", &id), kNoParser);
-  ComPtr<IXMLDOMDocument2> document;
-  Require(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, kDocumentId, document.ReceiveVoid()),
-          kNoParser);
-  Require(document->put_async(VARIANT_FALSE), kNoParser);
-  Require(document->put_validateOnParse(VARIANT_FALSE), kNoParser);
-  Require(document->put_resolveExternals(VARIANT_FALSE), kNoParser);
-  Variant isProhibited(true);
-  Require(document->setProperty(Bstr(L"ProhibitDTD").Get(), isProhibited.Get()), kNoParser);
-  return document;
 }
 
 // Empty when there is no such attribute.
@@ -67,7 +45,8 @@ std::vector<BrowserStation> ReadStationXml(const std::string& answer) {
   const std::optional<std::wstring> text = FromCodePage(CP_UTF8, answer);
   if (!text) throw DirectoryError(kNotUtf8);
   if (text->find(L"<!DOCTYPE") != std::wstring::npos) throw DirectoryError(kNoList);
-  const ComPtr<IXMLDOMDocument2> document = MakeDocument();
+  ComPtr<IXMLDOMDocument2> document;
+  Require(MakeXmlDocument(document), kNoParser);
   VARIANT_BOOL isRead = VARIANT_FALSE;
   Require(document->loadXML(Bstr(XmlBody(*text)).Get(), &isRead), kNoList);
   if (isRead == VARIANT_FALSE) throw DirectoryError(kNoList);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cwchar>
+#include <exception>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -17,6 +18,7 @@
 #include "packaging/kit/Report.h"
 #include "packaging/kit/TestProcess.h"
 #include "tests/support/Utf8.h"
+#include "ui/Com.h"
 
 namespace tellurvane {
 namespace {
@@ -92,6 +94,7 @@ std::vector<std::wstring> ProgramsIn(const fs::path& folder) {
 int Check(const Options& options) {
   // A program that crashes ends at once, without a box.
   SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
+  const ComApartment com;
   const MachineFacts facts = FactsOfThisMachine();
   const SystemColors colors;
   const fs::path kit = OwnFolder();
@@ -123,5 +126,10 @@ int Check(const Options& options) {
 }  // namespace tellurvane
 
 int wmain(int argumentCount, wchar_t** arguments) {
-  return tellurvane::Check(tellurvane::ReadOptions(argumentCount, arguments));
+  try {
+    return tellurvane::Check(tellurvane::ReadOptions(argumentCount, arguments));
+  } catch (const std::exception& fault) {
+    tellurvane::Print(std::string("無法完成測試：") + fault.what());
+    return 2;
+  }
 }

@@ -25,7 +25,8 @@ struct TestResults {
 };
 
 // From the file of --gtest_output=xml. Empty if the text is not complete: the program ended early.
-std::optional<TestResults> ReadTestXml(std::string_view xml);
+// Needs a thread with COM. Throws if the platform's parser cannot be used.
+std::optional<TestResults> ReadTestXml(const std::string& xml);
 
 // From the printed output: the test that began last and did not end. Empty without one.
 std::string UnfinishedTest(std::string_view output);

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "ui/Com.h"
+
 namespace tellurvane {
 namespace {
 
@@ -35,6 +37,7 @@ class FakeProgram {
   std::vector<std::string> filters;
 
  private:
+  const ComApartment com_;
   std::vector<ProgramRun> runs_;
 };
 

@@ -119,7 +119,6 @@ def test_failures_skips_hangs_and_crashes_are_reported_and_the_rest_runs(check):
     ("failing_calls_tests", "FailingCallsTest.AMissingIconIsFatal"),
     ("scheduler_tests", "TaskListCorpusTest.*"),
     ("radio_tests", "RadioCorpus.*"),
-    ("kit_tests", "*.HoldForEachInputOfTheFuzzer"),
     ("mainwin_tests", "TaskRowPainterTest.*:FrmMainMarkTest.*"),
     ("cmd_tests", "RunCommandTest.TheExtensionAndThePathMayBeMissing"),
     ("save_loop_tests", "*"),
