@@ -72,9 +72,9 @@ TEST_F(ValidateTaskTest, TakesIntervalsUpToTheUnitsLimit) {
     int unit;
     const wchar_t* text;
     std::int32_t interval;
-  } accepted[] = {{kMinutes, L"1", 1},  {kMinutes, L"60", 60}, {kHours, L"24", 24},
-                  {kDays, L"7", 7},     {kMinutes, L" 5 ", 5}, {kMinutes, L"1.5", 2},
-                  {kMinutes, L"2.5", 2}};
+  } accepted[] = {{kMinutes, L"1", 1},   {kMinutes, L"60", 60}, {kHours, L"24", 24},
+                  {kDays, L"7", 7},      {kMinutes, L" 5 ", 5}, {kMinutes, L"1.5", 2},
+                  {kMinutes, L"2.5", 2}, {kMinutes, L"0.6", 1}};
   for (const auto& [unit, text, interval] : accepted) {
     fields.timeType = unit;
     fields.interval = text;
@@ -89,7 +89,9 @@ TEST_F(ValidateTaskTest, TakesIntervalsUpToTheUnitsLimit) {
       {kHours, kTooManyHours, {L"25"}},
       {kDays, kTooManyDays, {L"8"}},
       // The last is a full-width digit.
-      {kMinutes, kNoInterval, {L"0", L"-1", L"-0.0", L"0.4", L"", L" ", L"abc", L"5 min", L"５"}},
+      {kMinutes,
+       kNoInterval,
+       {L"0", L"-1", L"-0.0", L"0.4", L"0.5", L"", L" ", L"abc", L"5 min", L"５"}},
       // Units that only a file can bring.
       {3, kNoInterval, {L"5"}},
       {-1, kNoInterval, {L"5"}},
