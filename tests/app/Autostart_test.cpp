@@ -102,6 +102,19 @@ TEST_F(AutostartTest, WritesAndDeletesTheMachinesValue) {
   EXPECT_TRUE(DeleteRunValue()) << "a missing value counts as deleted";
 }
 
+DWORD writtenBytes = 0;
+LSTATUS WINAPI TakeLength(HKEY, LPCSTR, DWORD, DWORD, const BYTE*, DWORD bytes) {
+  writtenBytes = bytes;
+  return ERROR_SUCCESS;
+}
+
+TEST_F(AutostartTest, WritesNoTerminatorOfTheMachinesValue) {
+  FailingImport writes({"RegSetValueExA"});
+  writes.Replace(TakeLength);
+  EXPECT_TRUE(WriteRunValue(kProgram));
+  EXPECT_EQ(writtenBytes, 18U);
+}
+
 TEST_F(AutostartTest, WritesTheAnsiCodePage) {
   // Code page 950 has no Thai letters; 1252 has no Chinese ones either.
   if (GetACP() != 950 && GetACP() != 1252) GTEST_SKIP() << "for code page 950 or 1252";
