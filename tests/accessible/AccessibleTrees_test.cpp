@@ -8,6 +8,8 @@
 #include <optional>
 #include <string>
 
+#include "base/LocaleDates.h"
+#include "base/PictureFormat.h"
 #include "notes/frmNotes.h"
 #include "notes/frmNotesEdit.h"
 #include "tests/clock/ClockFixture.h"
@@ -23,6 +25,7 @@ namespace tellurvane {
 namespace {
 
 using testing::AllOf;
+using testing::AnyOf;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -75,7 +78,15 @@ TEST_F(MainWindowTreeTest, TheStatusStripReportsThePlayersWordsAndNotTheTime) {
   window->Open();
   EXPECT_THAT(heard.Of(strip), ElementsAre("name"));
   player.state = kUndefinedState;
+  const DateSerial before = Now();
   window->Open();
+  const auto strips = [](DateSerial moment) {
+    const DateFormat format = UserDateFormat();
+    return FormatMoment(L"yyyy 年 mm 月 dd 日 - AMPM hh 時", moment,
+                        {format.amDesignator, format.pmDesignator});
+  };
+  EXPECT_THAT(NameOf(*AccessibleOf(strip).Get()),
+              AnyOf(StartsWith(strips(before)), StartsWith(strips(Now()))));
   EXPECT_THAT(heard.Of(strip), ElementsAre("name"));
   window->Open();
   EXPECT_THAT(heard.Of(strip), IsEmpty());

@@ -84,12 +84,16 @@ class MainWindowContrastTest : public FrmMainTest {
 
   // Light lines around the toolbar's pictures.
   bool HasOutlines() const {
-    RECT place = OnScreen(toolbar);
-    MapWindowPoints(nullptr, window->hwnd(), reinterpret_cast<POINT*>(&place), 2);
+    RECT all = {};
+    GetClientRect(toolbar, &all);
+    return ToolbarShows(Rgb(0xFE, 0xFE, 0xFE), all);
+  }
+  bool ToolbarShows(Color color, RECT place) const {
+    MapWindowPoints(toolbar, window->hwnd(), reinterpret_cast<POINT*>(&place), 2);
     const WindowPicture picture = PictureOf(window->hwnd());
     for (auto y = static_cast<int>(place.top); y < place.bottom; ++y) {
       for (auto x = static_cast<int>(place.left); x < place.right; ++x) {
-        if (picture.At(x, y) == Rgb(0xFE, 0xFE, 0xFE)) return true;
+        if (picture.At(x, y) == color) return true;
       }
     }
     return false;
@@ -101,6 +105,9 @@ class MainWindowContrastTest : public FrmMainTest {
 TEST_F(MainWindowContrastTest, TheToolbarsPicturesHaveOutlinesOnADarkGroundOnly) {
   OpenWithTasks();
   EXPECT_FALSE(HasOutlines());
+  RECT button = {};
+  SendMessageW(toolbar, TB_GETRECT, kNew, reinterpret_cast<LPARAM>(&button));
+  EXPECT_FALSE(ToolbarShows(kWhite, button)) << "the white of the pictures is transparent";
   {
     const ContrastScheme black(kBlackScheme, window->hwnd());
     EXPECT_TRUE(HasOutlines());
