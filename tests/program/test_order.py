@@ -4,15 +4,17 @@ import re
 
 from desktop import run
 
-WATCHED = ["kernel32.CreateMutexW", "gdiplus.GdiplusStartup", "kernel32.GetPrivateProfileStringW",
-           "user32.CreateWindowExW", "kernel32.MoveFileExW", "kernel32.WritePrivateProfileStringW",
+WATCHED = ["kernel32.SetCurrentDirectoryW", "kernel32.CreateMutexW", "gdiplus.GdiplusStartup", "kernel32.GetPrivateProfileStringW",
+           "kernel32.FindResourceW", "user32.CreateWindowExW", "kernel32.MoveFileExW", "kernel32.WritePrivateProfileStringW",
            "gdiplus.GdiplusShutdown", "kernel32.ReleaseMutex"]
 _CALL = re.compile(rb"Call \w+\.(\w+)\((.*)\) ret=")
-_KNOWN = re.compile(rb'L"(Tellurvane|TellurvaneForm)"|(JobList\.dbs)"|L"Setting",\w+ L"(\w+)"')
+_KNOWN = re.compile(rb'L"(Tellurvane|TellurvaneForm)"|(JobList\.dbs)"|L"Setting",\w+ L"(\w+)"'
+                    rb'|L"(CUSTOM)"')
 START = [
-    "CreateMutexW Tellurvane", "GdiplusStartup",
+    "SetCurrentDirectoryW", "CreateMutexW Tellurvane", "GdiplusStartup",
     *[f"GetPrivateProfileStringW {key}" for key in
       ("SavedVolume", "TimeForm", "SongLoop", "StartPlay", "FilesPath", "HinetUrl")],
+    *["FindResourceW CUSTOM"] * 7,  # the icons
     "CreateWindowExW TellurvaneForm",  # the owner of the main window, never shown
     "CreateWindowExW TellurvaneForm", "MoveFileExW JobList.dbs"]
 END = ["MoveFileExW JobList.dbs", "WritePrivateProfileStringW FilesPath", "GdiplusShutdown",
@@ -32,6 +34,6 @@ def test_start_and_end_keep_their_order(start, tmp_path):
     run("wine", "reg", "add", r"HKCU\Software\Wine\Debug", "/v", "RelayInclude", "/t", "REG_SZ",
         "/d", ";".join(WATCHED), "/f")
     assert start(trace=tmp_path / "trace").started().exit() == 0
-    # Mutexes and windows of the system's libraries have other names.
+    # Mutexes, resources and windows of the system's libraries have other names.
     assert [call for call in calls(tmp_path / "trace")
-            if call not in ("CreateMutexW", "CreateWindowExW")] == START + END
+            if call not in ("CreateMutexW", "FindResourceW", "CreateWindowExW")] == START + END
