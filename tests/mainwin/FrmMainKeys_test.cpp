@@ -142,6 +142,22 @@ TEST_F(FrmMainKeysTest, TheMenuKeyTakesTheFramedRow) {
   EXPECT_EQ(selected, 1);
 }
 
+TEST_F(FrmMainKeysTest, AMenuActsOnTheTaskItNamesThoughAnotherIsSelectedMeanwhile) {
+  Tasks({{kInternetRadio, L"http://a/"}, {kInternetRadio, L"http://b/"}});
+  Open();
+  Select(0);
+  InOpenMenu([&] { SendMessageW(list, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(list), -1); },
+             [&] {
+               Select(1);
+               // The last entry switches the task.
+               for (const UINT key : {VK_UP, VK_RETURN}) {
+                 PostMessageW(window->hwnd(), WM_KEYDOWN, key, 0);
+               }
+             });
+  EXPECT_FALSE(general->tasks[0].Enabled);
+  EXPECT_TRUE(general->tasks[1].Enabled);
+}
+
 TEST_F(FrmMainKeysTest, F10AndTheToolbarsOwnKeyOpenTheOptionsBelowTheirButton) {
   Open();
   RECT button = {};

@@ -161,6 +161,29 @@ TEST_F(FrmMainListTest, IsNotLoadedWhileTheEditorIsOpen) {
   EXPECT_TRUE(PumpUntil([&] { return Rows() == 1; })) << "but after it";
 }
 
+// Music that ends meanwhile runs a task, which enables the task timer and posts a tick.
+TEST_F(FrmMainListTest, ATaskThatFallsDueWhileTheEditorIsOpenIsMovedOnAndNotRun) {
+  Tasks({{kLocalMusic, folder.File(L"Setting.ini")}, {kApplication, L"no such program"}});
+  Open();
+  general->settings.SongLoop = 1;
+  player.duration = 10;
+  Select(0);
+  window->RunSelectedTask();
+  Taken();
+  Edit([this](TaskList& tasks) {
+    // Longer than a second after the last tick.
+    milliseconds = [] { return GetTickCount64() + 2'000; };
+    tasks[1].NextRun = Now() - 2;
+    player.hasEnded = true;
+    EXPECT_TRUE(PumpUntil([&] { return std::ranges::count(player.calls, L"play") > 0; }));
+    const int reads = player.positionReads;
+    EXPECT_TRUE(PumpUntil([&] { return player.positionReads > reads + 12; })) << "over a second";
+    EXPECT_EQ(tasks[1].LastRun, 0);
+  });
+  EXPECT_EQ(general->tasks[1].LastRun, 0);
+  EXPECT_GT(general->tasks[1].NextRun, Now());
+}
+
 TEST_F(FrmMainListTest, ASavedTaskReplacesALockedList) {
   Tasks({{kReminderNote, L"a"}});
   const std::string bytes = ReadBytes(ListPath());

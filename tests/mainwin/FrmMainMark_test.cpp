@@ -125,6 +125,15 @@ TEST_F(FrmMainMarkTest, IsOnTheTaskThatPlaysUntilItStops) {
   EXPECT_EQ(Marks(), "-F");
 }
 
+TEST_F(FrmMainMarkTest, ATickThatRunsATaskSelectsItsRowAndDrawsTheList) {
+  OpenWith({{kReminderNote, L"n"}, kStation});
+  general->tasks[1].NextRun = Now() - 2;
+  EXPECT_TRUE(PumpUntil([&] { return general->tasks[1].LastRun != 0; }));
+  EXPECT_EQ(SendMessageW(list, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED), 1);
+  EXPECT_TRUE(IsWindowEnabled(Area()));
+  EXPECT_EQ(Marks(), "-P");
+}
+
 TEST_F(FrmMainMarkTest, AStreamIsTriedPlaysIsLostAndIsTriedAgain) {
   OpenWith({kStation, {kReminderNote, L"note"}});
   player.state = kTransitioningState;

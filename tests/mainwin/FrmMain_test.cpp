@@ -167,6 +167,7 @@ TEST_F(FrmMainTest, AnOptionIsSwitchedAlsoWhereNothingCanBeWritten) {
 TEST_F(FrmMainTest, RunsAndStopsTheFirstRow) {
   Tasks({{kInternetRadio, L"http://example.invalid/"}, {kReminderNote, L"b"}});
   Open();
+  EXPECT_TRUE(IsOn(kPlay));
   EXPECT_FALSE(IsOn(kStop));
   Taken();
   Select(0);
@@ -182,6 +183,22 @@ TEST_F(FrmMainTest, RunsAndStopsTheFirstRow) {
   EXPECT_TRUE(general->radioFlag) << "stopping leaves it";
   EXPECT_TRUE(IsOn(kPlay));
   EXPECT_FALSE(IsOn(kStop));
+}
+
+TEST_F(FrmMainTest, OnlyALeftDoubleClickRunsTheSelectedTask) {
+  Tasks({{kInternetRadio, L"http://a/"}});
+  Open();
+  Select(0);
+  const auto callsAfter = [&](UINT code) {
+    Taken();
+    NMITEMACTIVATE click = {};
+    click.hdr.hwndFrom = list;
+    click.hdr.code = code;
+    SendMessageW(GetParent(list), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&click));
+    return Taken();
+  };
+  EXPECT_THAT(callsAfter(NM_RDBLCLK), IsEmpty());
+  EXPECT_THAT(callsAfter(NM_DBLCLK), ElementsAre(L"close", L"stop", L"url http://a/", L"play"));
 }
 
 TEST_F(FrmMainTest, StartsNoSecondTaskWhileOneStarts) {
@@ -203,8 +220,17 @@ TEST_F(FrmMainTest, ContinuousPlayRunsTheSelectedTaskAndOthersFallDueMeanwhile) 
   const std::wstring song = folder.File(L"Setting.ini");
   Tasks({{kLocalMusic, song}, {kApplication, L"no such program"}});
   Open();
-  general->settings.SongLoop = 1;
   player.duration = 1;
+  for (const int off : {2, -1}) {
+    general->settings.SongLoop = off;
+    Select(0);
+    window->RunSelectedTask();
+    Taken();
+    player.hasEnded = true;
+    EXPECT_TRUE(PumpUntil([&] { return IsOn(kPlay); })) << off;
+    EXPECT_THAT(Taken(), ElementsAre(L"close", L"stop")) << off;
+  }
+  general->settings.SongLoop = 1;
   ULONGLONG started = 0;
   player.whilePlaying = [&] { started = GetTickCount64(); };
   Select(0);
@@ -237,6 +263,11 @@ TEST_F(FrmMainTest, LeavesInOrder) {
   const HWND clock = FindWindowW(nullptr, L"FrmTime");
   Taken();
   std::vector<std::wstring> order;
+  player.whileStopping = [&] {
+    order.emplace_back(L"stop");
+    EXPECT_EQ(GetFileAttributesW(folder.File(L"JobList.dbs").c_str()), INVALID_FILE_ATTRIBUTES);
+    EXPECT_FALSE(HasSetting(L"FilesPath=D:\\New\\"));
+  };
   window->SetReleaseProcess([&] {
     order.emplace_back(L"release");
     EXPECT_TRUE(IsWindow(window->hwnd()));
@@ -252,7 +283,7 @@ TEST_F(FrmMainTest, LeavesInOrder) {
   EXPECT_TRUE(IsWindow(bar)) << "destroyed inside its own click";
   EXPECT_THAT(order, IsEmpty());
   ASSERT_TRUE(PumpUntil([&] { return !window->IsLoaded(); }));
-  EXPECT_THAT(order, ElementsAre(L"release"));
+  EXPECT_THAT(order, ElementsAre(L"stop", L"release"));
   EXPECT_FALSE(IsWindow(clock));
   MSG message = {};
   EXPECT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));

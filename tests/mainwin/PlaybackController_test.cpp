@@ -96,6 +96,7 @@ TEST_F(PlaybackTest, FollowsTheMediaToItsEnd) {
         player.position = position;
         player.duration = duration;
         player.hasEnded = hasEnded;
+        player.positionReads = player.durationReads = 0;
         playback.TimerVis_Tick();
         const std::vector<std::wstring> calls = Taken();
         if (isRadio) {
@@ -103,6 +104,8 @@ TEST_F(PlaybackTest, FollowsTheMediaToItsEnd) {
         } else if (!isEnd) {
           EXPECT_THAT(calls, ElementsAre(L"range " + std::to_wstring(duration),
                                          L"value " + std::to_wstring(position)));
+          EXPECT_EQ(player.positionReads, 1);
+          EXPECT_EQ(player.durationReads, 1);
         } else if (isContinuous && isPlayedAgain) {
           EXPECT_THAT(calls, ElementsAre(L"run selected"));
         } else {
