@@ -91,9 +91,11 @@ bool DrawnWindow::RaiseMouse(UINT message, WPARAM wParam, LPARAM lParam) const {
       Raise(MouseDown, EventOf(kLeftButton, wParam, lParam));
       return true;
     case WM_RBUTTONDOWN:
+    case WM_RBUTTONDBLCLK:  // the second of two quick presses
       Raise(MouseDown, EventOf(kRightButton, wParam, lParam));
       return true;
     case WM_MBUTTONDOWN:
+    case WM_MBUTTONDBLCLK:
       Raise(MouseDown, EventOf(kMiddleButton, wParam, lParam));
       return true;
     case WM_LBUTTONUP:

@@ -45,6 +45,21 @@ TEST_F(SliderPaintTest, TheTrackIsAFramedBoxBelowTheInset) {
   ExpectColors({{30, 12, kGoldBar}, {30, 13, kWhite}});
 }
 
+TEST_F(SliderPaintTest, IsPaintedAtOnceAndLeavesItsHostAtItsEnd) {
+  const size_t blocks = LiveSubclassBlocks();
+  PictureBox other;
+  other.Create({.parent = form.hwnd(), .width = 70, .height = 18});
+  {
+    clsProgress brief;
+    brief.TargetPictureBox(other);
+    brief.Create();
+    EXPECT_EQ(PixelOf(other.Dc(), 0, 0), kGoldBar);
+  }
+  EXPECT_FALSE(other.Paint || other.MouseDown || other.KeyDown);
+  SendMouse(other.hwnd(), WM_LBUTTONDOWN, 20, 5, MK_LBUTTON);
+  EXPECT_EQ(LiveSubclassBlocks(), blocks);
+}
+
 TEST_F(SliderPaintTest, FillIsInProportionToTheValue) {
   slider.Value(25);
   ExpectColors({{1, 1, kGoldBar}, {16, 11, kGoldBar}, {17, 6, kGoldInside}});

@@ -97,8 +97,10 @@ TEST_F(SliderTest, APressOfAnyButtonSetsTheValueUnderIt) {
   struct Case {
     UINT down, up;
   };
-  for (const Case& row : {Case{WM_LBUTTONDOWN, WM_LBUTTONUP}, Case{WM_LBUTTONDBLCLK, WM_LBUTTONUP},
-                          Case{WM_RBUTTONDOWN, WM_RBUTTONUP}, Case{WM_MBUTTONDOWN, WM_MBUTTONUP}}) {
+  for (const Case& row :
+       {Case{WM_LBUTTONDOWN, WM_LBUTTONUP}, Case{WM_LBUTTONDBLCLK, WM_LBUTTONUP},
+        Case{WM_RBUTTONDOWN, WM_RBUTTONUP}, Case{WM_RBUTTONDBLCLK, WM_RBUTTONUP},
+        Case{WM_MBUTTONDOWN, WM_MBUTTONUP}, Case{WM_MBUTTONDBLCLK, WM_MBUTTONUP}}) {
     SetFocus(form.hwnd());
     Press(7, 5, row.down);
     EXPECT_THAT(Events(), ElementsAre("MousePress", "PositionSet 10", "PositionSetByMouse 10"));
@@ -112,6 +114,11 @@ TEST_F(SliderTest, APressOfAnyButtonSetsTheValueUnderIt) {
     Press(x);
     EXPECT_EQ(slider.Value(), value) << x;
   }
+  Release(70);
+  bool isDriving = false;
+  slider.MousePress = [&] { isDriving = slider.MouseDriving(); };
+  Press(7);
+  EXPECT_TRUE(isDriving) << "already in the event";
 }
 
 TEST_F(SliderTest, DraggingDrivesTheValueUntilTheRelease) {
