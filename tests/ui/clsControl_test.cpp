@@ -266,6 +266,23 @@ TEST(clsControlTest, TheListOfAComboBoxIgnoresACloseMessage) {
   EXPECT_EQ(hosted.control.ListIndex(), 1);
 }
 
+TEST(clsControlTest, LeavesItsHostAtItsEnd) {
+  const size_t blocks = LiveSubclassBlocks();
+  const TestForm form;
+  PictureBox host;
+  host.Create({.parent = form.hwnd(), .width = 150, .height = 90});
+  for (const ControlKind kind : kEveryKind) {
+    {
+      clsControl control;
+      control.TargetPictureBox(host);
+      control.Create(kind);
+    }
+    EXPECT_EQ(GetWindow(host.hwnd(), GW_CHILD), nullptr) << NameOf(kind);
+    host.Move(0, 0, 150, 80 + static_cast<int>(kind));
+    EXPECT_EQ(LiveSubclassBlocks(), blocks) << NameOf(kind);
+  }
+}
+
 TEST(clsControlTest, IsEmptyWithoutItsWindow) {
   for (const ControlKind kind : kEveryKind) {
     HostedControl hosted(kind);

@@ -199,10 +199,21 @@ TEST_F(ListEventTest, MouseEventsHaveButtonAndPositionAndOneUpForEachDown) {
   PostMouse(WM_RBUTTONUP, {61, 191});
   PostMouse(WM_MBUTTONDOWN, {63, 193}, MK_MBUTTON);
   PostMouse(WM_MBUTTONUP, {-4, -5});
+  PostMouse(WM_RBUTTONDBLCLK, {61, 191}, MK_RBUTTON);
+  PostMouse(WM_RBUTTONUP, {61, 191});
+  PostMouse(WM_MBUTTONDBLCLK, {63, 193}, MK_MBUTTON);
+  PostMouse(WM_MBUTTONUP, {63, 193});
   Pump();
-  EXPECT_THAT(Raised(), ElementsAre("move 5 at 60,190", "down 1 at 61,191", "up 1 at 62,192",
-                                    "down 1 at 63,193", "up 1 at 64,194", "down 2 at 61,191",
-                                    "up 2 at 61,191", "down 4 at 63,193", "up 4 at -4,-5"));
+  EXPECT_THAT(Raised(),
+              ElementsAre("move 5 at 60,190", "down 1 at 61,191", "up 1 at 62,192",
+                          "down 1 at 63,193", "up 1 at 64,194", "down 2 at 61,191",
+                          "up 2 at 61,191", "down 4 at 63,193", "up 4 at -4,-5", "down 2 at 61,191",
+                          "up 2 at 61,191", "down 4 at 63,193", "up 4 at 63,193"));
+  int shift = 0;
+  list.MouseMove = [&](const MouseEvent& event) { shift = event.shift; };
+  const HeldKeys keys({VK_SHIFT, VK_CONTROL});
+  Send(WM_MOUSEMOVE, 0, MAKELPARAM(60, 190));
+  EXPECT_EQ(shift, 3);
 }
 
 TEST_F(ListEventTest, BlockKeyKeepsTheKeysThatWouldLeaveTheListFromIt) {

@@ -179,6 +179,8 @@ TEST_F(ListTest, ReportsWhichRowsShow) {
   list.ListCount(2);
   EXPECT_EQ(list.BottomItem(), 1);
   EXPECT_EQ(list.Bottom(), header + 60);
+  EXPECT_EQ(list.HitTest(60, list.GetItemTop(1) + 5), 1);
+  EXPECT_EQ(list.HitTest(60, 195), -1);
   list.ListCount(100);
   host.Move(0, 0, 300, header + 75);
   EXPECT_EQ(list.ItemCountPage(), 2);
@@ -197,6 +199,14 @@ TEST_F(ListTest, ReportsWhichRowsShow) {
   EXPECT_EQ(list.GetItemTop(100), 0);
 }
 
+TEST_F(ListTest, CanBeHidden) {
+  for (const bool visible : {false, true}) {
+    list.Visible(visible);
+    EXPECT_EQ(list.Visible(), visible);
+    EXPECT_EQ(IsWindowVisible(list.hwnd()) != 0, visible);
+  }
+}
+
 TEST_F(ListTest, CountsTheImagesOfABitmap) {
   EXPECT_EQ(list.AddBitmap(nullptr, kWhite), -1);
   list.ImageList(16, 16);
@@ -210,6 +220,7 @@ TEST_F(ListTest, LeavesItsHostAndIsEmptyWithoutItsWindows) {
   other.Create({.parent = form.hwnd(), .width = 100, .height = 100});
   { clsLictView().Create(other); }
   EXPECT_FALSE(other.Resize);
+  EXPECT_EQ(GetWindow(other.hwnd(), GW_CHILD), nullptr);
   list.ListCount(5);
   form.Unload();
   EXPECT_EQ(list.hwnd(), nullptr);
