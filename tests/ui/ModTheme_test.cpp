@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "Canvas.h"
+#include "tests/support/FailingImport.h"
 
 namespace tellurvane {
 namespace {
@@ -165,6 +166,9 @@ TEST(ModThemeTest, LeavesNothingBehind) {
               auto replaced = MemoryContext::Create(10, 10);
               replaced = MemoryContext::Create(20, 20);
               (void)MemoryContext::Create(kAbsurd, kAbsurd);
+              FailingImport call({"CreateCompatibleDC"});
+              call.Fail(1);
+              EXPECT_FALSE(MemoryContext::Create(5, 5));
             }),
             ResourceCounts());
   EXPECT_EQ(GetCurrentObject(canvas.Dc(), OBJ_PEN), pen);

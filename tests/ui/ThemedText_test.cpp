@@ -1,8 +1,12 @@
 #include <windows.h>
 
+#include <objidl.h>
+
+#include <gdiplus.h>
 #include <gtest/gtest.h>
 
 #include "Canvas.h"
+#include "tests/support/FailingImport.h"
 #include "tests/support/GdiPlusSession.h"
 #include "ui/ModTheme.h"
 
@@ -37,15 +41,44 @@ class ThemedTextTest : public testing::Test {
 };
 
 TEST_F(ThemedTextTest, DoublesTheHorizontalPositionOnly) {
-  const Ink first = InkOf(L"H", 10, 10, kTextOnly);
-  const Ink second = InkOf(L"H", 38, 30, kTextOnly);
-  EXPECT_EQ(second.left - first.left, 2 * 28);
-  EXPECT_EQ(second.top - first.top, 20);
-  // The family leaves a little space at the left, less than half of its size.
-  EXPECT_GE(second.left, 76);
-  EXPECT_LE(second.left, 76 + 6);
-  EXPECT_GE(second.top, 31);
-  EXPECT_LE(second.bottom, 31 + 2 * 12);
+  const ModTheme::TextFont usual;
+  const Gdiplus::FontFamily family(ModTheme::AvailableFace(usual.face).c_str());
+  const Gdiplus::Font font(&family, usual.size, usual.style, Gdiplus::UnitPixel);
+  const Gdiplus::SolidBrush brush{Gdiplus::Color(kBlue)};
+  for (const POINT& place : {POINT{10, 10}, POINT{38, 30}}) {
+    const Paper drawn, expected;
+    ModTheme::Text(drawn.Dc(), L"H", place.x, place.y, kTextOnly, usual);
+    {
+      Gdiplus::Graphics graphics(expected.Dc());
+      graphics.SetTextRenderingHint(Gdiplus::TextRenderingHintAntiAlias);
+      const Gdiplus::RectF box(static_cast<float>(2 * place.x), static_cast<float>(place.y + 1), 0,
+                               0);
+      graphics.DrawString(L"H", 1, &font, box, nullptr, &brush);
+    }
+    EXPECT_GT(expected.FindInk().pixels, 0);
+    EXPECT_EQ(drawn.Pixels(), expected.Pixels()) << place.x;
+  }
+}
+
+int setting = 0;
+
+Gdiplus::GpStatus WINGDIPAPI RecordSetting(Gdiplus::GpGraphics*, int value) {
+  setting = value;
+  return Gdiplus::Ok;
+}
+
+TEST_F(ThemedTextTest, IsSmoothAndOfHighQuality) {
+  const Paper canvas;
+  for (const auto& [name, value] :
+       {std::pair("GdipSetTextRenderingHint", 4), std::pair("GdipSetSmoothingMode", 4),
+        std::pair("GdipSetCompositingQuality", 2)}) {
+    FailingImport call({name});
+    ASSERT_TRUE(call.IsImported()) << name;
+    call.Replace(RecordSetting);
+    setting = -1;
+    ModTheme::Text(canvas.Dc(), L"H", 10, 10, {}, {});
+    EXPECT_EQ(setting, value) << name;
+  }
 }
 
 TEST_F(ThemedTextTest, DrawsShadowGlowAndTextAPixelAside) {
