@@ -4,6 +4,7 @@
 
 #include "Canvas.h"
 #include "tests/support/SourceTree.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace tellurvane {
 namespace {
@@ -51,6 +52,20 @@ TEST(ClsIconTest, LoadsAFile) {
   EXPECT_EQ(icon.Count(), 8) << "an empty path changes nothing";
 }
 
+TEST(ClsIconTest, LoadsAtMostSixteenMegabytes) {
+  const TemporaryFolder folder;
+  const std::wstring path = folder.File(L"large.ico");
+  ClsIcon icon;
+  std::string bytes = OneIcon();
+  bytes.resize(16 << 20);
+  for (const bool isTooLarge : {false, true}) {
+    if (isTooLarge) bytes += '\0';
+    WriteBytes(path, bytes);
+    EXPECT_EQ(icon.LoadFromFile(path), !isTooLarge);
+    EXPECT_EQ(icon.Count(), isTooLarge ? 0 : 1);
+  }
+}
+
 TEST(ClsIconTest, KeepsACopyOfTheBytesAndTheFieldsAsStored) {
   std::string bytes = OneIcon();
   ClsIcon icon;
@@ -88,6 +103,8 @@ TEST(ClsIconTest, DrawsEachImageInItsOwnSizeWithItsTransparency) {
     EXPECT_TRUE(ink.IsWithin(4, 4, side, side)) << i;
     EXPECT_FALSE(ink.IsWithin(4, 4, side * 3 / 4, side * 3 / 4)) << i;
   }
+  const IconCanvas canvas;
+  EXPECT_EQ(LeakedBy([&] { icon.Draw(canvas.Dc(), 4, 4, 0); }), ResourceCounts());
 }
 
 TEST(ClsIconTest, DrawsNothingWhereThereIsNoImage) {

@@ -80,6 +80,13 @@ TEST(PopupMenuTest, DeletesTheMenuWithItsSubmenusAndCanBeginAgain) {
   EXPECT_EQ(GetMenuItemCount(handle), 0);
   menu.CreateMenu();
   EXPECT_EQ(menu.Handle(), handle) << "there is a menu already";
+  HMENU ended = nullptr;
+  {
+    const clsPopupMenu brief;
+    ended = brief.Handle();
+    EXPECT_TRUE(IsMenu(ended));
+  }
+  EXPECT_FALSE(IsMenu(ended));
 }
 
 TEST(PopupMenuTest, IsShownAtTheMouseAndReturnsTheChosenItem) {
