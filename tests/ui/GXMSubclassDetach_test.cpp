@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "SubclassTestSupport.h"
+#include "tests/support/FailingImport.h"
 #include "tests/support/WindowTestSupport.h"
 #include "ui/GXMSubclass.h"
 
@@ -141,6 +142,21 @@ TEST_F(GXMSubclassDetachTest, KeepsAForeignProcedureThatCameLater) {
     EXPECT_EQ(ProcedureOf(target.hwnd()), foreign);
   }
   EXPECT_EQ(OwnBlocks(), 0U);
+}
+
+TEST_F(GXMSubclassDetachTest, StaysWithoutAnOwnerIfTheProcedureCannotBeRestored) {
+  {
+    FailingImport call({"SetWindowLongPtrW", 0, 5});
+    call.Fail(1);
+    engine->UnSubclass(target.hwnd());
+    for (int i = 0; i < 2; ++i) EXPECT_EQ(target.Send(kPing, 1), kPreviousAnswer + 1);
+  }
+  EXPECT_FALSE(IsRestored());
+  EXPECT_EQ(OwnBlocks(), 0U);
+  EXPECT_EQ(owner.calls, 0);
+  Attach(kBeforePrevious);
+  EXPECT_EQ(target.Send(kPing, 1), kPreviousAnswer + 1);
+  EXPECT_EQ(owner.calls, 1);
 }
 
 TEST_F(GXMSubclassDetachTest, TheEndOfTheWindowDetaches) {

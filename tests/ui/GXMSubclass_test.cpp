@@ -133,6 +133,7 @@ TEST_F(GXMSubclassTest, SubclassFailsWithItsReasonAndChangesNothing) {
       {goneWindow, {}, "error window handle"},
       {GetDesktopWindow(), {}, "Window handle belongs to another process"},
       {target.hwnd(), {}, "Window handle is already subclassed"},
+      {target.hwnd(), {"VirtualAlloc", 0, 8}, "VirtualAlloc failed, error: 8"},
       {other.hwnd(), {"VirtualAlloc", 0, 8}, "VirtualAlloc failed, error: 8"},
       {other.hwnd(), {"SetWindowLongPtrW", 0, 5}, "SetWindowLong failed, error #5"}};
   const size_t blocks = LiveSubclassBlocks();
