@@ -44,6 +44,36 @@ class Starts {
   int failed_ = 0;
 };
 
+BOOL WINAPI CheckCreation(const wchar_t* application, wchar_t*, SECURITY_ATTRIBUTES*,
+                          SECURITY_ATTRIBUTES*, BOOL inherits, DWORD flags, void* environment,
+                          const wchar_t* folder, STARTUPINFOW* startup, PROCESS_INFORMATION*) {
+  EXPECT_EQ(application, nullptr);
+  EXPECT_TRUE(inherits);
+  EXPECT_EQ(flags, 0U);
+  EXPECT_EQ(environment, nullptr);
+  EXPECT_EQ(folder, nullptr);
+  EXPECT_EQ(startup->cb, sizeof(STARTUPINFOW));
+  return FALSE;
+}
+
+BOOL WINAPI CheckPipeState(HANDLE pipe, DWORD* mode, DWORD* count, DWORD* timeout) {
+  EXPECT_TRUE(PeekNamedPipe(pipe, nullptr, 0, nullptr, nullptr, nullptr)) << "not the end to read";
+  EXPECT_TRUE(mode != nullptr && *mode == PIPE_NOWAIT);
+  EXPECT_TRUE(count != nullptr && *count == 0);
+  EXPECT_TRUE(timeout != nullptr && *timeout == 0);
+  return FALSE;
+}
+
+TEST(FailingCallsTest, TriesThePipeAndStartsWithoutFlags) {
+  FailingImport pipeState({"SetNamedPipeHandleState"});
+  FailingImport creation({"CreateProcessW"});
+  pipeState.Replace(CheckPipeState);
+  creation.Replace(CheckCreation);
+  EXPECT_FALSE(RunCommand(OwnCommand()));
+  EXPECT_EQ(pipeState.Calls(), 1);
+  EXPECT_EQ(creation.Calls(), 1);
+}
+
 TEST(FailingCallsTest, AFailedStartLeaksNothing) {
   for (const char* const name : {"CreatePipe", "SetHandleInformation", "CreateProcessW"}) {
     FailingImport call({name, 0, ERROR_NO_SYSTEM_RESOURCES});
