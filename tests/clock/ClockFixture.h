@@ -56,7 +56,7 @@ class FrmTimeTest : public testing::Test {
 
   void MakeClock() {
     clock = std::make_unique<FrmTime>(ClockCallbacks{
-        .clock = [this] { return now; },
+        .clock = [this] { return std::exchange(now, now + step); },
         .pause = log.Pause(),
         .dayHalf =
             [](DateSerial moment) {
@@ -136,6 +136,7 @@ class FrmTimeTest : public testing::Test {
   const DateSerial kMorning = At(2026, 11, 21, 9, 5, 7);
   DigitStrip strip;
   DateSerial now = 0;
+  DateSerial step = 0;  // of the time after each reading
   FadeLog log;
   int menus = 0;
   std::optional<POINT> menuPlace;

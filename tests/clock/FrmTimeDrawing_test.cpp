@@ -68,6 +68,10 @@ TEST_F(FrmTimeTest, TheLabelsAreAtTheirDesignedPlaces) {
                             label(L"日", 3'756, 132, 285), label(L"時", 2'016, 540, 285),
                             label(L"分", 2'904, 540, 285), label(L"秒", 3'744, 540, 285),
                             label(L"上午", 984, 540, 432)));
+  LOGFONTW font = {};
+  const LRESULT used = SendMessageW(InsideOf(clock->hwnd(), L"Static").at(0), WM_GETFONT, 0, 0);
+  GetObjectW(reinterpret_cast<HGDIOBJ>(used), sizeof(font), &font);
+  EXPECT_STREQ(font.lfFaceName, L"Tahoma");
 }
 
 TEST_F(FrmTimeTest, FollowsTheTime) {
@@ -76,6 +80,14 @@ TEST_F(FrmTimeTest, FollowsTheTime) {
   EXPECT_TRUE(PumpUntil([this] { return TimeShown() == "09:05:08"; }));
   now = At(2026, 11, 21, 10, 0, 0);
   EXPECT_TRUE(PumpUntil([this] { return TimeShown() == "10:00:00"; }));
+}
+
+TEST_F(FrmTimeTest, ReadsTheTimeForEachNumber) {
+  now = At(2026, 11, 21, 9, 59, 59);
+  step = 1.0 / 86'400;
+  clock->ShowClock();
+  step = 0;
+  EXPECT_EQ(TimeShown(), "09:00:01");
 }
 
 TEST_F(FrmTimeTest, PastMidnightAndNoonDateAndDesignatorStay) {
@@ -115,6 +127,9 @@ TEST_F(FrmTimeTest, TheHandsPointAtTheTime) {
   ShowAt(At(2026, 11, 22));
   for (int y = -32; y <= 0; ++y) EXPECT_EQ(fromCentre(0, y), kRed) << "covers the others";
   EXPECT_NE(fromCentre(0, -33), kRed);
+
+  ShowAt(At(2026, 11, 22, 0, 0, 30));
+  for (int y = -31; y < 0; ++y) EXPECT_EQ(fromCentre(0, y), kBlue) << "covers the hour hand";
 }
 
 TEST_F(FrmTimeTest, TheFaceHasItsDotsAndMarks) {

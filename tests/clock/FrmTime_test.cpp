@@ -7,6 +7,7 @@
 
 #include "tests/clock/ClockFixture.h"
 #include "tests/support/ContrastScheme.h"
+#include "tests/support/FailingImport.h"
 #include "tests/ui/ClipboardSupport.h"
 
 namespace tellurvane {
@@ -120,6 +121,20 @@ TEST_F(FrmTimeTest, HasAThickRimWhileItHasTheKeyboard) {
   EXPECT_EQ(rim(), 3) << "after a tick";
   SetFocus(nullptr);
   EXPECT_EQ(rim(), 1);
+}
+
+std::vector<UINT> intervals;
+
+UINT_PTR WINAPI RecordInterval(HWND, UINT_PTR, UINT milliseconds, TIMERPROC) {
+  intervals.push_back(milliseconds);
+  return 4'711;
+}
+
+TEST_F(FrmTimeTest, TicksEachSecond) {
+  FailingImport timers({"SetTimer"});
+  timers.Replace(RecordInterval);
+  ShowAt(kMorning);
+  EXPECT_THAT(intervals, ElementsAre(1'000));
 }
 
 TEST_F(FrmTimeTest, HiddenItStaysLoadedAndComesBackUpToDate) {

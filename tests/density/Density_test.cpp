@@ -174,6 +174,14 @@ TEST(NoteDensityTest, ANoteShowsItsLinesAndGrowsWithTheScreen) {
   note.ShowNote();
   EXPECT_EQ(WidthOf(note.hwnd()), PixelsFromTwips(5'400));
   ExpectGoodLayout(note.hwnd());
+  const RECT place = OnScreen(note.hwnd());
+  const LONG spareWidth = GetSystemMetrics(SM_CXSCREEN) - (place.right - place.left);
+  const LONG spareHeight = GetSystemMetrics(SM_CYSCREEN) - (place.bottom - place.top);
+  const double left = 0.87 * (spareWidth + (place.right - place.left) / 2.0);
+  const double top =
+      0.2 * GetSystemMetrics(SM_CYSCREEN) - (place.bottom - place.top) / 2.0 + PixelsFromTwips(900);
+  EXPECT_NEAR(place.left, std::min<double>(left, spareWidth), 1);
+  EXPECT_NEAR(place.top, std::min<double>(top, spareHeight), 1);
   // Ink of the last character, which would be further left at 96 dpi.
   const int lastLine = note.ScaleHeight() - Scaled(10) - 1;
   const int right = Scaled(10) + Scaled(16) * 20;
@@ -192,6 +200,9 @@ TEST_F(FrmTimeTest, TheClockShowsEverything) {
     EXPECT_EQ(inside.right, scale.Scaled(16) * (box == kYear ? 4 : 2));
     EXPECT_EQ(inside.bottom, scale.Scaled(25));
   }
+  if (DotsPerInch() > 120) return;
+  EXPECT_EQ(Face(Middle() + 21, Middle() - 24), kRed);
+  EXPECT_EQ(Face(Middle() + 16, Middle() - 28), kBlue);
 }
 
 }  // namespace
