@@ -38,8 +38,9 @@ EditorServices EditorFixture::Services() {
             return offered;
           },
       .editNote =
-          [this](HWND, const std::wstring&) {
+          [this](HWND, const std::wstring& text) {
             called.emplace_back("note");
+            noteGiven = text;
             return offered;
           },
       .ask =

@@ -66,6 +66,7 @@ class EditorFixture : public testing::Test {
   int answer = IDOK;
   std::vector<std::string> called;  // the services of "..."
   std::optional<std::wstring> offered;
+  std::wstring noteGiven;               // to the note editor
   std::function<void()> whileBrowsing;  // while the open-file dialog would be open
 
   TestForm* owner = nullptr;

@@ -146,6 +146,7 @@ TEST_F(FrmSetTest, TheDotsButtonOpensTheDialogOfEachMediaType) {
     }
     EXPECT_EQ(WindowText(txtName), L"新的排程專案");
   });
+  EXPECT_EQ(noteGiven, L"x\\r\\ny3") << "the text as the list stores it";
 }
 
 TEST_F(FrmSetTest, ShowsATaskOfAnUnknownKindAndKeepsTheKind) {
