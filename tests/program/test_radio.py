@@ -93,8 +93,11 @@ def test_livedoor_has_one_list_whose_addresses_cannot_break_the_file(desk, direc
     assert folder.backups() == []
 
 
-def test_hinet_leaves_stations_out_and_puts_the_prefix_before_the_id(desk, directories):
+def test_hinet_leaves_stations_out_and_puts_the_prefix_before_the_id(folder, directories, start):
     directories.serves("http://hichannel.hinet.net/xml/radioList.jsp", hinet_page())
+    program = start().started()
+    folder.write_settings(SETTINGS | {"HinetUrl": "mms://other/"})  # read once, at the start
+    desk = RadioDesk(program, directories)
     dialog = desk.dialog
     dialog.choose("source", HINET)
     assert desk.search() == [request("hichannel.hinet.net", "/xml/radioList.jsp")]

@@ -143,6 +143,7 @@ TEST(GetIcecastTest, MatchesMarkersInAnyCase) {
                       L"STREAMS\">MP3<"),
               ElementsAre(StationRow{L"n", L"MP3", L"1", L"http://dir.xiph.org/Listen/9.m3u",
                                      L"收聽人數：17", L""}));
+  EXPECT_EQ(Icecast(L"/listen/1.M3U streams\">MP3<").at(0).url, L"") << "but ends exactly";
 }
 
 TEST(GetLiveDoorTest, CutsEachStationAndKeepsWhatTheNextOneLacks) {
@@ -153,6 +154,11 @@ TEST(GetLiveDoorTest, CutsEachStationAndKeepsWhatTheNextOneLacks) {
   second.listeners = L"收聽人數：7";
   EXPECT_THAT(LiveDoor(std::wstring(kLiveDoorSample) + L"LISTENER\"><SPAN>7<"),
               ElementsAre(first, second));
+}
+
+TEST(GetLiveDoorTest, JoinsTheNamesBeforeItRemovesTheTags) {
+  const std::wstring page = L"細\">a</a></li><li class=\"user\"></strong><strong>DJ x< ";
+  EXPECT_EQ(LiveDoor(page + L"listener\"><span>1<").at(0).name, L"a");
 }
 
 TEST(GetLiveDoorTest, KnowsStereoInSmallLettersOnly) {
