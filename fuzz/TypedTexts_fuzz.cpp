@@ -54,24 +54,24 @@ Typed FromBytes(std::string_view bytes) {
 }
 
 void TryTask(const TaskFields& fields) {
-  const TaskSurroundings surroundings = {
+  const ValidationCallbacks callbacks = {
       .clock = [] { return 40'050.5; },
       .pathExists = [](const std::wstring& path) { return path.size() % 2 == 0; },
       .isSameName = EqualsIgnoringAsciiCase};
   TaskRecord other;
   other.Name = L"other";
-  const auto outcome = ValidateTask(fields, {}, {other}, surroundings);
+  const auto outcome = ValidateTask(fields, {}, {other}, callbacks);
   if (const auto* const error = std::get_if<ValidationError>(&outcome)) {
     Expect(!error->message.empty(), "an error says why");
     return;
   }
   const TaskRecord& task = std::get<TaskRecord>(outcome);
-  Expect(task.Interval >= 1 && task.NextRun >= surroundings.clock(), "a task has a time to come");
+  Expect(task.Interval >= 1 && task.NextRun >= callbacks.clock(), "a task has a time to come");
   const auto bytes = DecodeTaskListBytes(TaskListBytes(std::span(&task, 1), HostDateWriter(ZhTw())),
                                          [](std::string_view) { return DecodedText(L""); });
   Expect(bytes.has_value(), "a written list is whole");
   const TaskListReading read =
-      ReadTaskListText(bytes->text, HostDateReader(ZhTw()), surroundings.clock());
+      ReadTaskListText(bytes->text, HostDateReader(ZhTw()), callbacks.clock());
   Expect(!read.hasLoss && read.tasks.size() == 1, "a task is one line");
   const TaskRecord& back = read.tasks.front();
   Expect(back.Name == task.Name && back.Source == task.Source, "texts come back");

@@ -64,10 +64,10 @@ FrmMain::FrmMain(ModGeneral& general, MediaPlayer& player, TickCount millisecond
       // Deliberately blocking while a note or the clock fades.
       notes_(SleepFor, MakeNoteKeyboard()),
       playback_(player, *this, general.radioFlag, MakePlaybackCallbacks()),
-      runner_(general.tasks, rows_, *this, playback_, MakeTaskActions(), AppendLocaleDateText,
+      runner_(general.tasks, rows_, *this, playback_, MakeTaskCallbacks(), AppendLocaleDateText,
               Now) {}
 
-TaskActions FrmMain::MakeTaskActions() {
+TaskCallbacks FrmMain::MakeTaskCallbacks() {
   return {.pathExists = PathExists,
           .startCommand = StartCommand,
           .showNote = [this](const std::wstring& text,

@@ -161,10 +161,10 @@ class FrmMain final : public Form, private PlaybackView, private TaskTimer {
   void GiveKeyboardBack();
   NoteKeyboard MakeNoteKeyboard();
 
-  TaskActions MakeTaskActions();
+  TaskCallbacks MakeTaskCallbacks();
   PlaybackCallbacks MakePlaybackCallbacks();
   ClockCallbacks MakeClockCallbacks();
-  EditorServices MakeEditorServices();
+  EditorCallbacks MakeEditorCallbacks();
   bool TakeOverEditedList(bool isSaved);
   void ShowTaskList();
 

@@ -18,7 +18,7 @@
 
 namespace tellurvane {
 
-EditorServices FrmMain::MakeEditorServices() {
+EditorCallbacks FrmMain::MakeEditorCallbacks() {
   return {
       .browseForSource =
           [this](bool wantExecutables) {
@@ -80,7 +80,7 @@ void FrmMain::OpenEditor(std::optional<size_t> row) {
   };
   FrmSet editor(general_.tasks,
                 {.clock = Now, .pathExists = PathExists, .isSameName = EqualsIgnoringCase}, save,
-                MakeEditorServices());
+                MakeEditorCallbacks());
   editor_ = &editor;
   editor.Open(hwnd(), row);
   editor_ = nullptr;

@@ -33,9 +33,9 @@ const std::array<Genre, 28> kGenres = {{{L"Top 精選 (Top Streams)", L"top"},
                                         {L"國家音樂 (World)", L"world"},
                                         {L"遊戲音樂 (Game)", L"game"}}};
 
-StationSearch SearchDirectory(const DirectoryQuery& query, const DirectoryServices& services) {
-  const auto fetch = [&services](const wchar_t* directory, const std::wstring& path) {
-    return services.fetch(directory + path);
+StationSearch SearchDirectory(const DirectoryQuery& query, const DirectoryCallbacks& callbacks) {
+  const auto fetch = [&callbacks](const wchar_t* directory, const std::wstring& path) {
+    return callbacks.fetch(directory + path);
   };
   switch (query.source) {
     case DirectorySource::kShoutcast: {
@@ -48,16 +48,16 @@ StationSearch SearchDirectory(const DirectoryQuery& query, const DirectoryServic
     case DirectorySource::kIcecast:
       return {GetIcecast(fetch(kIcecastDirectory, L"/search?search=" + query.term)), true};
     case DirectorySource::kLiveDoor:
-      return {
-          GetLiveDoor(PreparedLiveDoor(fetch(kLiveDoorDirectory, L"/list/a")), services.toCapitals),
-          true};
+      return {GetLiveDoor(PreparedLiveDoor(fetch(kLiveDoorDirectory, L"/list/a")),
+                          callbacks.toCapitals),
+              true};
     case DirectorySource::kHinet:
-      return GetHinet(fetch(kHinetDirectory, L"/xml/radioList.jsp"), services.hinetUrl);
+      return GetHinet(fetch(kHinetDirectory, L"/xml/radioList.jsp"), callbacks.hinetUrl);
     case DirectorySource::kRadioBrowser:
     case DirectorySource::kRadioBrowserTaiwan:
       break;
   }
-  return services.searchRadioBrowser(query);
+  return callbacks.searchRadioBrowser(query);
 }
 
 }  // namespace tellurvane

@@ -44,7 +44,7 @@ struct DirectoryQuery {
 };
 
 // All must be set.
-struct DirectoryServices {
+struct DirectoryCallbacks {
   std::function<std::wstring(const std::wstring& url)> fetch;  // a page's text
   ToCapitals toCapitals;
   std::wstring hinetUrl;  // the prefix of a HiNet station's address
@@ -54,6 +54,6 @@ struct DirectoryServices {
 
 // The first four directories get the term as it is. Throws what `fetch` and `searchRadioBrowser`
 // throw. Only SHOUTcast's and HiNet's pages show whether they were cut off.
-StationSearch SearchDirectory(const DirectoryQuery& query, const DirectoryServices& services);
+StationSearch SearchDirectory(const DirectoryQuery& query, const DirectoryCallbacks& callbacks);
 
 }  // namespace tellurvane

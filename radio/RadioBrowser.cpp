@@ -39,15 +39,15 @@ std::wstring RadioBrowserPath(const DirectoryQuery& query) {
 StationSearch RadioBrowser::Search(const DirectoryQuery& query) {
   using std::chrono::milliseconds;
   const std::wstring path = RadioBrowserPath(query);
-  const milliseconds end = services_.elapsed() + kWholeLimit;
+  const milliseconds end = callbacks_.elapsed() + kWholeLimit;
   std::wstring reason;
   for (auto server = servers_.begin(); server != servers_.end(); ++server) {
-    const milliseconds left = end - services_.elapsed();
+    const milliseconds left = end - callbacks_.elapsed();
     if (left <= milliseconds::zero()) break;
     try {
       const std::string answer =
-          services_.fetch(*server + kDomain, path, std::min<milliseconds>(kServerLimit, left));
-      StationSearch found = {RowsOf(services_.read(answer), services_.isUsable), true};
+          callbacks_.fetch(*server + kDomain, path, std::min<milliseconds>(kServerLimit, left));
+      StationSearch found = {RowsOf(callbacks_.read(answer), callbacks_.isUsable), true};
       std::rotate(servers_.begin(), server, server + 1);
       return found;
     } catch (const DirectoryError& error) {

@@ -12,7 +12,7 @@
 namespace tellurvane {
 
 // All must be set. `fetch` and `read` throw DirectoryError.
-struct RadioBrowserServices {
+struct RadioBrowserCallbacks {
   // The bytes of a server's answer, within the time.
   std::function<std::string(const std::wstring& host, const std::wstring& path,
                             std::chrono::milliseconds limit)>
@@ -32,14 +32,14 @@ class RadioBrowser {
   static constexpr std::chrono::seconds kServerLimit{5};
   static constexpr std::chrono::seconds kWholeLimit{10};
 
-  explicit RadioBrowser(RadioBrowserServices services) : services_(std::move(services)) {}
+  explicit RadioBrowser(RadioBrowserCallbacks callbacks) : callbacks_(std::move(callbacks)) {}
 
   // Asks one server after another until one answers with a list of stations. The next search asks
   // that server first. Throws the last server's DirectoryError when none does.
   StationSearch Search(const DirectoryQuery& query);
 
  private:
-  RadioBrowserServices services_;
+  RadioBrowserCallbacks callbacks_;
   std::vector<std::wstring> servers_ = {L"all", L"de1", L"de2", L"fi1"};
 };
 

@@ -43,7 +43,7 @@ class WaitCursor {
 
 }  // namespace
 
-frmRadioList::frmRadioList(RadioServices services) : services_(std::move(services)) {}
+frmRadioList::frmRadioList(RadioCallbacks callbacks) : callbacks_(std::move(callbacks)) {}
 
 std::optional<std::wstring> frmRadioList::Open(HWND owner) {
   Load(DialogArgs(L"Radio List", kWidth, kHeight, owner));
@@ -111,10 +111,10 @@ void frmRadioList::CreateList() {
 }
 
 void frmRadioList::ReadSettings() {
-  const auto genre = ParseInteger(services_.readSetting(L"Genre")).value_or(0);
+  const auto genre = ParseInteger(callbacks_.readSetting(L"Genre")).value_or(0);
   picGenre_.control.ListIndex(genre);
-  picEdit_.control.text(services_.readSetting(L"SearchName"));
-  const auto type = ParseInteger(services_.readSetting(L"SearchType")).value_or(0);
+  picEdit_.control.text(callbacks_.readSetting(L"SearchName"));
+  const auto type = ParseInteger(callbacks_.readSetting(L"SearchType")).value_or(0);
   mode_ = type == 1 ? SearchMode::kKeyword : SearchMode::kGenre;
 }
 
@@ -154,8 +154,8 @@ void frmRadioList::Form_Resize() {
 LRESULT frmRadioList::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   // Here, because the end of the program closes the dialog too.
   if (message == WM_DESTROY) {
-    services_.writeSetting(L"Genre", std::to_wstring(picGenre_.control.ListIndex()));
-    services_.writeSetting(L"SearchName", picEdit_.control.text());
+    callbacks_.writeSetting(L"Genre", std::to_wstring(picGenre_.control.ListIndex()));
+    callbacks_.writeSetting(L"SearchName", picEdit_.control.text());
   }
   if (message == WM_ACTIVATE && isSearching_) return KeepOwnFocus(wParam, lParam);
   // A fetch may handle messages, and a move of the mouse would reset the cursor.
@@ -211,7 +211,7 @@ void frmRadioList::EnableSearchControls() {
 
 void frmRadioList::SearchType_Click(SearchMode mode) {
   mode_ = mode;
-  services_.writeSetting(L"SearchType", mode == SearchMode::kKeyword ? L"1" : L"0");
+  callbacks_.writeSetting(L"SearchType", mode == SearchMode::kKeyword ? L"1" : L"0");
   ShowMode();
   EnableSearchControls();
 }
@@ -256,7 +256,7 @@ void frmRadioList::RestoreFocus(HWND focus) {
 
 void frmRadioList::Search(const DirectoryQuery& query) {
   try {
-    StationSearch search = SearchDirectory(query, services_.directories);
+    StationSearch search = SearchDirectory(query, callbacks_.directories);
     // The fetch may have handled a message that closed the dialog.
     if (IsLoaded()) Show(std::move(search));
   } catch (const FetchError& error) {

@@ -16,17 +16,17 @@
 namespace tellurvane {
 
 // All must be set.
-struct RadioServices {
+struct RadioCallbacks {
   // A setting by its key; empty when there is none.
   std::function<std::wstring(const std::wstring& key)> readSetting;
   std::function<void(const std::wstring& key, const std::wstring& value)> writeSetting;
   // `fetch` throws FetchError, `searchRadioBrowser` throws DirectoryError.
-  DirectoryServices directories;
+  DirectoryCallbacks directories;
 };
 
 class frmRadioList final : public Form {
  public:
-  explicit frmRadioList(RadioServices services);
+  explicit frmRadioList(RadioCallbacks callbacks);
 
   // Returns the chosen station's stream address when the dialog is closed; nothing when none was
   // chosen.
@@ -64,7 +64,7 @@ class frmRadioList final : public Form {
   void Show(StationSearch search);
   void Say(const std::wstring& text) { picStatus_.control.text(text); }
 
-  RadioServices services_;
+  RadioCallbacks callbacks_;
   StationRows rows_;
   SearchMode mode_ = SearchMode::kGenre;
   bool isSearching_ = false;

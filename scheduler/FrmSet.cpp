@@ -25,10 +25,10 @@ DateSerial Joined(DateSerial day, DateSerial time) {
 
 }  // namespace
 
-FrmSet::FrmSet(TaskList& tasks, TaskSurroundings surroundings, std::function<void()> saveList,
-               EditorServices services)
-    : editor_(tasks, std::move(surroundings), std::move(saveList)),
-      services_(std::move(services)) {}
+FrmSet::FrmSet(TaskList& tasks, ValidationCallbacks validation, std::function<void()> saveList,
+               EditorCallbacks callbacks)
+    : editor_(tasks, std::move(validation), std::move(saveList)),
+      callbacks_(std::move(callbacks)) {}
 
 void FrmSet::Open(HWND owner, std::optional<size_t> element) {
   Load(DialogArgs(L"新增 / 編輯排程專案", kInsideWidth, kInsideHeight, owner));
@@ -185,19 +185,19 @@ void FrmSet::cmdFiles_Click() {
   const auto media = static_cast<MediaType>(cboMediaType_.control.ListIndex());
   switch (media) {
     case kInternetRadio:
-      if (services_.chooseStation) source = services_.chooseStation(hwnd());
+      if (callbacks_.chooseStation) source = callbacks_.chooseStation(hwnd());
       break;
     case kLocalMusic:
     case kApplication: {
       // The dialog belongs to the main window and would leave this one open to the user.
       EnableWindow(hwnd(), FALSE);
-      source = services_.browseForSource(media == kApplication);
+      source = callbacks_.browseForSource(media == kApplication);
       EnableWindow(hwnd(), TRUE);
       SetActiveWindow(hwnd());
       break;
     }
     case kReminderNote:
-      if (services_.editNote) source = services_.editNote(hwnd(), Source());
+      if (callbacks_.editNote) source = callbacks_.editNote(hwnd(), Source());
       break;
   }
   if (source && IsLoaded()) ShowSource(*source);
@@ -212,12 +212,12 @@ void FrmSet::cboMediaType_Click() {
 }
 
 void FrmSet::ShowSource(const std::wstring& source) {
-  txtSrc_.control.text(HasNoteText(shownMedia_) ? services_.noteForScreen(source) : source);
+  txtSrc_.control.text(HasNoteText(shownMedia_) ? callbacks_.noteForScreen(source) : source);
 }
 
 std::wstring FrmSet::Source() const {
   const std::wstring text = txtSrc_.control.text();
-  return HasNoteText(shownMedia_) ? services_.noteForList(text) : text;
+  return HasNoteText(shownMedia_) ? callbacks_.noteForList(text) : text;
 }
 
 void FrmSet::RefreshList() {

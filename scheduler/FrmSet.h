@@ -17,10 +17,10 @@
 
 namespace tellurvane {
 
-// Services of the editor's owner. Without `chooseStation` or `editNote` the "..." button does
+// Calls to the editor's owner. Without `chooseStation` or `editNote` the "..." button does
 // nothing for that media type; all others must be set. The first three return nothing when the user
 // cancels.
-struct EditorServices {
+struct EditorCallbacks {
   std::function<std::optional<std::wstring>(bool wantExecutables)> browseForSource;
   std::function<std::optional<std::wstring>(HWND owner)> chooseStation;
   // The note's text as the task list stores it.
@@ -35,8 +35,8 @@ struct EditorServices {
 class FrmSet final : public Form {
  public:
   // The list outlives the window.
-  FrmSet(TaskList& tasks, TaskSurroundings surroundings, std::function<void()> saveList,
-         EditorServices services);
+  FrmSet(TaskList& tasks, ValidationCallbacks validation, std::function<void()> saveList,
+         EditorCallbacks callbacks);
 
   // Shows the editor on an element of the list, about to be edited, or on a new task, and returns
   // when it is closed.
@@ -88,10 +88,10 @@ class FrmSet final : public Form {
   void ShowMediaWords();
   TaskFields ReadFields() const;
   std::wstring Source() const;
-  int Ask(const std::wstring& text, UINT flags) { return services_.ask(hwnd(), text, flags); }
+  int Ask(const std::wstring& text, UINT flags) { return callbacks_.ask(hwnd(), text, flags); }
 
   ScheduleEditor editor_;
-  EditorServices services_;
+  EditorCallbacks callbacks_;
   TaskFields shown_;             // the fields before the user changed them
   std::int32_t shownMedia_ = 0;  // the media type of the source in the box
   bool isFilling_ = false;       // the program changes the list, not the user

@@ -12,9 +12,9 @@ constexpr const wchar_t* kNewName = L"新的排程專案";
 
 }  // namespace
 
-ScheduleEditor::ScheduleEditor(TaskList& tasks, TaskSurroundings surroundings,
+ScheduleEditor::ScheduleEditor(TaskList& tasks, ValidationCallbacks callbacks,
                                std::function<void()> saveList)
-    : tasks_(tasks), surroundings_(std::move(surroundings)), saveList_(std::move(saveList)) {
+    : tasks_(tasks), callbacks_(std::move(callbacks)), saveList_(std::move(saveList)) {
   FindRows();
 }
 
@@ -41,7 +41,7 @@ TaskFields ScheduleEditor::Fields() const {
   TaskFields fields;
   if (state_ == EditorState::kNewTask || !selected_) {
     if (state_ == EditorState::kNewTask) fields.name = kNewName;
-    fields.firstRun = surroundings_.clock();
+    fields.firstRun = callbacks_.clock();
     fields.interval = L"1";
     fields.isEnabled = true;
     return fields;
@@ -50,7 +50,7 @@ TaskFields ScheduleEditor::Fields() const {
   fields.name = task.Name;
   fields.mediaType = task.MediaType;
   fields.source = task.Source;
-  fields.firstRun = CaughtUpNextRun(task, surroundings_.clock(), CatchUp::kStrict);
+  fields.firstRun = CaughtUpNextRun(task, callbacks_.clock(), CatchUp::kStrict);
   fields.timeType = task.IntervalUnit;
   fields.interval = std::to_wstring(task.Interval);
   fields.isEnabled = task.Enabled;
@@ -74,7 +74,7 @@ std::optional<ValidationError> ScheduleEditor::Save(const TaskFields& fields) {
   if (!Abilities().saveTask) return std::nullopt;
   std::optional<size_t> edited;
   if (state_ == EditorState::kExistingTask) edited = rows_.at(*selected_);
-  auto outcome = ValidateTask(fields, edited, tasks_, surroundings_);
+  auto outcome = ValidateTask(fields, edited, tasks_, callbacks_);
   if (const auto* const error = std::get_if<ValidationError>(&outcome)) return *error;
   auto& task = std::get<TaskRecord>(outcome);
   if (edited) {

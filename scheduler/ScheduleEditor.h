@@ -29,7 +29,7 @@ struct EditorAbilities {
 // the list, and its name taken, until the list is loaded from the file again.
 class ScheduleEditor {
  public:
-  ScheduleEditor(TaskList& tasks, TaskSurroundings surroundings, std::function<void()> saveList);
+  ScheduleEditor(TaskList& tasks, ValidationCallbacks callbacks, std::function<void()> saveList);
 
   EditorState State() const { return state_; }
   bool IsEditing() const { return state_ != EditorState::kBrowsing; }
@@ -58,7 +58,7 @@ class ScheduleEditor {
   void FindRows();
 
   TaskList& tasks_;
-  TaskSurroundings surroundings_;
+  ValidationCallbacks callbacks_;
   std::function<void()> saveList_;
   EditorState state_ = EditorState::kBrowsing;
   std::vector<size_t> rows_;  // elements of the list

@@ -26,12 +26,12 @@ void Attempt(Step step) {
 }  // namespace
 
 TaskRunner::TaskRunner(TaskList& tasks, TaskRows& rows, TaskTimer& timer, TaskPlayer& player,
-                       TaskActions actions, DateWriter writeDate, Clock clock)
+                       TaskCallbacks callbacks, DateWriter writeDate, Clock clock)
     : tasks_(tasks),
       rows_(rows),
       timer_(timer),
       player_(player),
-      actions_(std::move(actions)),
+      callbacks_(std::move(callbacks)),
       writeDate_(std::move(writeDate)),
       clock_(std::move(clock)) {}
 
@@ -52,7 +52,7 @@ void TaskRunner::Tick() {
   if (sweep.runs > 0) {
     EnableRows();
     isBusy_ = false;
-    actions_.processPendingMessages();
+    callbacks_.processPendingMessages();
   }
   isBusy_ = false;
   SetTaskTimer(true);
@@ -106,12 +106,12 @@ void TaskRunner::Execute(size_t row) {
     task.NextRun = CaughtUpNextRun(task, clock_(), CatchUp::kInclusive);
     if (outcome) Attempt([&] { rows_.SetOutcome(row, *outcome); });
   }
-  Attempt([&] { actions_.saveList(); });
+  Attempt([&] { callbacks_.saveList(); });
 }
 
 void TaskRunner::RunNow(std::optional<size_t> row) {
   if (isBusy_) {
-    actions_.processPendingMessages();
+    callbacks_.processPendingMessages();
     return;
   }
   if (!HasTask(row)) return;
@@ -135,7 +135,7 @@ void TaskRunner::SwitchEnabled(std::optional<size_t> row) {
   if (!HasTask(row)) return;
   tasks_[*row].Enabled = !tasks_[*row].Enabled;
   rows_.RefreshRow(*row);
-  Attempt([&] { actions_.saveList(); });
+  Attempt([&] { callbacks_.saveList(); });
 }
 
 std::optional<RunOutcome> TaskRunner::Start(size_t row, const TaskRecord& task) {
@@ -152,13 +152,13 @@ std::optional<RunOutcome> TaskRunner::Start(size_t row, const TaskRecord& task) 
     case kApplication:
       // Unless the step says otherwise.
       outcome = ProgramNotStarted({});
-      Attempt([&] { outcome = actions_.startCommand(task.Source); });
+      Attempt([&] { outcome = callbacks_.startCommand(task.Source); });
       break;
     case kReminderNote:
       Attempt([&] {
         std::wstring time;
         writeDate_(time, clock_());
-        actions_.showNote(task.Source, time);
+        callbacks_.showNote(task.Source, time);
         outcome = RunOutcome();
       });
       break;
@@ -169,7 +169,7 @@ std::optional<RunOutcome> TaskRunner::Start(size_t row, const TaskRecord& task) 
 std::optional<RunOutcome> TaskRunner::StartMusic(size_t row, const std::wstring& source) {
   Attempt([&] { player_.SetRadioFlag(false); });
   bool exists = false;
-  Attempt([&] { exists = actions_.pathExists(source); });
+  Attempt([&] { exists = callbacks_.pathExists(source); });
   if (exists) StartPlaying(row, source);
   Attempt([&] { player_.FollowPosition(); });
   return exists ? std::nullopt : std::optional(FileIsMissing());

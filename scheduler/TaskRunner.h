@@ -58,7 +58,7 @@ class TaskPlayer {
 };
 
 // All must be set.
-struct TaskActions {
+struct TaskCallbacks {
   std::function<bool(const std::wstring& path)> pathExists;
   std::function<RunOutcome(const std::wstring& commandLine)> startCommand;
   std::function<void(const std::wstring& text, const std::wstring& time)> showNote;
@@ -69,7 +69,7 @@ struct TaskActions {
 class TaskRunner {
  public:
   TaskRunner(TaskList& tasks, TaskRows& rows, TaskTimer& timer, TaskPlayer& player,
-             TaskActions actions, DateWriter writeDate, Clock clock);
+             TaskCallbacks callbacks, DateWriter writeDate, Clock clock);
 
   // One tick of the task timer: runs what is due, moves what is disabled, in list order.
   void Tick();
@@ -119,7 +119,7 @@ class TaskRunner {
   TaskRows& rows_;
   TaskTimer& timer_;
   TaskPlayer& player_;
-  TaskActions actions_;
+  TaskCallbacks callbacks_;
   DateWriter writeDate_;
   Clock clock_;
   bool isBusy_ = false;

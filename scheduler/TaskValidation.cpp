@@ -40,21 +40,21 @@ std::optional<ValidationError> IntervalError(const TaskFields& fields) {
 // Compares the names as the file will hold them: a list written by hand may have blanks around
 // them.
 bool IsNameTaken(const std::wstring& name, std::optional<size_t> edited, const TaskList& tasks,
-                 const TaskSurroundings& surroundings) {
+                 const ValidationCallbacks& callbacks) {
   for (size_t i = 0; i < tasks.size(); ++i) {
-    if (i != edited && surroundings.isSameName(FieldText(tasks[i].Name), name)) return true;
+    if (i != edited && callbacks.isSameName(FieldText(tasks[i].Name), name)) return true;
   }
   return false;
 }
 
 std::optional<ValidationError> SourceError(std::int32_t mediaType, const std::wstring& source,
-                                           const TaskSurroundings& surroundings) {
+                                           const ValidationCallbacks& callbacks) {
   switch (static_cast<MediaType>(mediaType)) {
     case kInternetRadio:
       if (!IsStreamAddress(source)) return ValidationError{kNoStream};
       break;
     case kLocalMusic:
-      if (!surroundings.pathExists(source)) return ValidationError{kNoFile};
+      if (!callbacks.pathExists(source)) return ValidationError{kNoFile};
       break;
     case kReminderNote:
       if (source.empty()) return ValidationError{kNoText};
@@ -75,23 +75,23 @@ bool IsStreamAddress(const std::wstring& address) {
 std::variant<TaskRecord, ValidationError> ValidateTask(const TaskFields& fields,
                                                        std::optional<size_t> edited,
                                                        const TaskList& tasks,
-                                                       const TaskSurroundings& surroundings) {
+                                                       const ValidationCallbacks& callbacks) {
   if (const auto error = IntervalError(fields)) return *error;
   TaskRecord task = edited ? tasks.at(*edited) : TaskRecord();
   task.IntervalUnit = fields.timeType;
   task.Interval = static_cast<std::int32_t>(RoundHalfToEven(*ParseNumber(fields.interval)));
   task.NextRun = fields.firstRun;
-  task.NextRun = CaughtUpNextRun(task, surroundings.clock(), CatchUp::kStrict);
+  task.NextRun = CaughtUpNextRun(task, callbacks.clock(), CatchUp::kStrict);
   task.Name = FieldText(fields.name);
-  if (IsNameTaken(task.Name, edited, tasks, surroundings)) return ValidationError{kSameName};
+  if (IsNameTaken(task.Name, edited, tasks, callbacks)) return ValidationError{kSameName};
   task.Enabled = fields.isEnabled;
   task.Source = FieldText(fields.source);
-  if (const auto error = SourceError(fields.mediaType, task.Source, surroundings)) {
+  if (const auto error = SourceError(fields.mediaType, task.Source, callbacks)) {
     return *error;
   }
   task.MediaType = fields.mediaType;
   // Once more: checking the path may have taken its time.
-  task.NextRun = CaughtUpNextRun(task, surroundings.clock(), CatchUp::kStrict);
+  task.NextRun = CaughtUpNextRun(task, callbacks.clock(), CatchUp::kStrict);
   return task;
 }
 

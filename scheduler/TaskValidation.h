@@ -34,7 +34,7 @@ struct ValidationError {
 };
 
 // All must be set.
-struct TaskSurroundings {
+struct ValidationCallbacks {
   Clock clock;
   std::function<bool(const std::wstring& path)> pathExists;
   // Whether two names are the same but for the case of their letters.
@@ -50,6 +50,6 @@ bool IsStreamAddress(const std::wstring& address);
 std::variant<TaskRecord, ValidationError> ValidateTask(const TaskFields& fields,
                                                        std::optional<size_t> edited,
                                                        const TaskList& tasks,
-                                                       const TaskSurroundings& surroundings);
+                                                       const ValidationCallbacks& callbacks);
 
 }  // namespace tellurvane

@@ -8,7 +8,7 @@
 
 namespace tellurvane {
 
-RadioServices RadioFixture::Services() {
+RadioCallbacks RadioFixture::Callbacks() {
   const auto read = [this](const std::wstring& key) {
     const auto found = settings.find(key);
     return found == settings.end() ? std::wstring() : found->second;
@@ -31,7 +31,7 @@ RadioServices RadioFixture::Services() {
 }
 
 std::optional<std::wstring> RadioFixture::Play(const std::function<void()>& user) {
-  frmRadioList dialog(Services());
+  frmRadioList dialog(Callbacks());
   Timer acting;
   acting.Interval(10);
   acting.Tick = [&] {

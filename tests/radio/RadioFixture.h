@@ -73,7 +73,7 @@ class RadioFixture : public testing::Test {
   HWND cmdCancel = nullptr;
 
  private:
-  RadioServices Services();
+  RadioCallbacks Callbacks();
   std::vector<NamedControl> Controls() const;
   void FindControls();
 };

@@ -24,7 +24,7 @@ TaskRecord EditorFixture::Task(const std::wstring& name, std::int32_t mediaType,
   return task;
 }
 
-EditorServices EditorFixture::Services() {
+EditorCallbacks EditorFixture::Callbacks() {
   return {
       .browseForSource =
           [this](bool wantExecutables) {
@@ -61,7 +61,7 @@ void EditorFixture::Play(std::optional<size_t> element, const std::function<void
       {.clock = [this] { return now; },
        .pathExists = [this](const std::wstring&) { return doPathsExist; },
        .isSameName = EqualsIgnoringCase},
-      [this] { ++saves; }, Services());
+      [this] { ++saves; }, Callbacks());
   form.ActLater([&] {
     window = editor.hwnd();
     FindControls();

@@ -1,4 +1,4 @@
-// The schedule editor's window in its modal loop, with fakes for its services.
+// The schedule editor's window in its modal loop, with fakes for its callbacks.
 #pragma once
 
 #include <gmock/gmock.h>
@@ -64,7 +64,7 @@ class EditorFixture : public testing::Test {
   bool doPathsExist = true;
   std::vector<Question> asked;
   int answer = IDOK;
-  std::vector<std::string> called;  // the services of "..."
+  std::vector<std::string> called;  // the callbacks of "..."
   std::optional<std::wstring> offered;
   std::wstring noteGiven;               // to the note editor
   std::function<void()> whileBrowsing;  // while the open-file dialog would be open
@@ -93,7 +93,7 @@ class EditorFixture : public testing::Test {
 
  private:
   std::vector<NamedControl> Controls() const;
-  EditorServices Services();
+  EditorCallbacks Callbacks();
   void FindControls();
 };
 

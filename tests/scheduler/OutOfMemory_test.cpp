@@ -103,9 +103,9 @@ TEST(EditorOutOfMemoryTest, KeepsEveryTask) {
     tasks = {Reminder(std::wstring(40, L'a'), L"source"), Reminder(std::wstring(40, L'b'), L"s")};
     editor = std::make_unique<ScheduleEditor>(
         tasks,
-        TaskSurroundings{.clock = [] { return At(2011, 2, 14, 12); },
-                         .pathExists = [](const std::wstring&) { return true; },
-                         .isSameName = EqualsIgnoringAsciiCase},
+        ValidationCallbacks{.clock = [] { return At(2011, 2, 14, 12); },
+                            .pathExists = [](const std::wstring&) { return true; },
+                            .isSameName = EqualsIgnoringAsciiCase},
         [] {});
     editor->New();
   };

@@ -5,7 +5,7 @@
 namespace tellurvane {
 
 RunnerFixture::RunnerFixture()
-    : runner(tasks, *this, *this, *this, Actions(), HostDateWriter(ZhTw()),
+    : runner(tasks, *this, *this, *this, Callbacks(), HostDateWriter(ZhTw()),
              [this] { return now; }) {}
 
 TaskRecord& RunnerFixture::Add(MediaType type, const std::wstring& source, DateSerial nextRun) {
@@ -29,7 +29,7 @@ void RunnerFixture::SetEnabled(bool enable) {
   Call(enable ? "timer on" : "timer off");
 }
 
-TaskActions RunnerFixture::Actions() {
+TaskCallbacks RunnerFixture::Callbacks() {
   return {.pathExists =
               [this](const std::wstring& path) {
                 Call("exists?", path);

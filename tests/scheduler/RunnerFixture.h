@@ -62,7 +62,7 @@ class RunnerFixture : public TaskRows, public TaskTimer, public TaskPlayer {
   void FollowPosition() override { Call("follow position"); }
 
  private:
-  TaskActions Actions();
+  TaskCallbacks Callbacks();
   // Records the call with its text, then calls `on` for its name.
   void Call(const std::string& name, const std::wstring& text = {});
   void React(const std::string& name);
