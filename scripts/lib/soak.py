@@ -142,7 +142,8 @@ class Robot:
         self.close_note()
         if is_away:
             self.program.show_again()
-        # Closed before the next task falls due: none runs while the editor is open.
+        # In the longest pause between two tasks: none runs while the editor is open.
+        self.wait_for(minute, FAILURE_AT + 2)
         open_editor(self.program).close("close" if minute % 2 else "cancel")
         self.wait_for(minute, SAMPLE_AT)
 
