@@ -38,9 +38,12 @@ def element(block):
     for mark, tag in ((r"\d+\. ", "ol"), (r"- ", "ul")):
         if re.match(mark, block):
             items = re.split(rf"\n(?={mark})", block)
+            first = re.match(r"\d*", block)[0]
+            start = f' start="{first}"' if first not in ("", "1") else ""
             lines = [inline(re.sub(mark, "", re.sub(r"\n\s*", " ", item), count=1))
                      for item in items]
-            return "\n".join([f"<{tag}>", *(f"<li>{line}</li>" for line in lines), f"</{tag}>"])
+            return "\n".join([f"<{tag}{start}>", *(f"<li>{line}</li>" for line in lines),
+                              f"</{tag}>"])
     return f"<p>{inline(joined)}</p>"
 
 
