@@ -30,6 +30,11 @@ def version():
     return re.search(r"project\(Tellurvane VERSION (\S+)", text)[1]
 
 
+def notices_named_in(licences):
+    """The files of notices that the text of licenses/README.txt names."""
+    return set(re.findall(r"[a-z][\w-]+\.txt", licences.decode("utf-8"), re.ASCII))
+
+
 def make_packages(output, *kind, source=SOURCE, binaries=BINARIES, **options):
     """Packs the built program."""
     made = subprocess.run(

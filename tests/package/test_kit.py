@@ -9,7 +9,7 @@ import zipfile
 import pytest
 
 from desktop import BINARIES, DEADLINE
-from packages import PREFIX, SOURCE, make_packages, version
+from packages import PREFIX, SOURCE, make_packages, notices_named_in, version
 
 FAKE = "FakeTests"
 PROGRAMS = (BINARIES / "kit-programs.txt").read_text("utf-8").split()
@@ -55,8 +55,12 @@ def test_the_kit_holds_the_program_the_tests_and_their_files(archive):
                  for name in packed.namelist()}
     assert {name for name in files if "/" not in name} == {"check.cmd", "check.exe",
                                                            "on-windows.html"}
-    for name in ("Tellurvane.exe", "Setting.ini", "使用說明.html", "licenses/googletest.txt"):
+    for name in ("Tellurvane.exe", "Setting.ini", "使用說明.html"):
         assert files[f"program/{name}"]
+    notices = notices_named_in(files["program/licenses/README.txt"])
+    assert notices == {"gcc.txt", "mingw-w64.txt", "googletest.txt"}
+    for name in notices:
+        assert files[f"program/licenses/{name}"]
     assert len(PROGRAMS) >= 16
     for name in PROGRAMS:
         assert files[f"tests/{name}"] == (BINARIES / name).read_bytes()

@@ -7,7 +7,7 @@ import re
 import zipfile
 
 from desktop import BINARIES
-from packages import GUIDE, PROGRAM_FILES, SOURCE, make_packages, version
+from packages import GUIDE, PROGRAM_FILES, SOURCE, make_packages, notices_named_in, version
 from task_list import MARK
 
 
@@ -29,6 +29,7 @@ def test_the_archive_holds_the_program_with_its_settings_guide_and_licences(arch
     assert licence.startswith("MIT License") and "2026 The Tellurvane authors" in licence
     for library in ("libstdc++", "libgcc", "libssp", "mingw-w64", "winpthreads"):
         assert library.encode() in files["licenses/README.txt"]
+    assert notices_named_in(files["licenses/README.txt"]) == {"gcc.txt", "mingw-w64.txt"}
     assert b"GCC RUNTIME LIBRARY EXCEPTION" in files["licenses/gcc.txt"]
     for terms in (b"winpthreads", b"License: expat", b"License: BSD-3-clause-Lockless",
                   b"License: ZPL-2.1"):
