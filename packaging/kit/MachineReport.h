@@ -1,4 +1,4 @@
-// What the reader of a report has to know of the machine.
+// Facts about the machine for the reader of a report.
 #pragma once
 
 #include "packaging/kit/Report.h"

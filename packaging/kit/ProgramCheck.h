@@ -23,8 +23,8 @@ using RunProgram = std::function<ProgramRun(const std::string& filter)>;
 struct ProgramOutcome {
   std::string name = {};
   TestResults results = {};
-  std::vector<TestNote> endedEarly =
-      {};  // in which test, and how; without a test when outside of all
+  // In which test, and how. Without a test if it was outside of all tests.
+  std::vector<TestNote> endedEarly = {};
   double seconds = 0;
 
   bool IsGood() const { return results.failed.empty() && endedEarly.empty(); }

@@ -216,7 +216,7 @@ TEST_F(SettingsFileTest, AFileThatIsMissingIsNotWaitedFor) {
   EXPECT_THROW((void)file.ReadAll(), FatalError);
 }
 
-// Windows does not write; Wine, run by root, does. The result must fit the file.
+// Windows does not write the file, but Wine does if root runs it. The result must fit the file.
 TEST_F(SettingsFileTest, ReportsTheWriteToAWriteProtectedFile) {
   Put(TextWith(L"", L""));
   const std::string before = ReadBytes(path_);

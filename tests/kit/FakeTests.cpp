@@ -1,4 +1,4 @@
-// A test program in which everything happens that can happen in one.
+// A test program with one test for each outcome: passed, crashed, failed, hung, skipped.
 #include <windows.h>
 
 #include <gtest/gtest.h>

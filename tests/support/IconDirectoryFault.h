@@ -1,4 +1,4 @@
-// What must hold for icon data of any bytes; shared by the fuzz target and the tests.
+// The properties of icon data with any bytes. The fuzz target and the tests check them.
 #pragma once
 
 #include <string>
@@ -23,7 +23,7 @@ inline std::string IconDirectoryFault(std::string_view bytes) {
     if (image.size() != entries[i].length) return "an image is cut";
     if (image.data() != bytes.data() + entries[i].offset) return "an image is displaced";
     if (image.data() + image.size() > bytes.data() + bytes.size()) return "an image is outside";
-    // Touched, for the sanitizer's sake.
+    // The copy reads all bytes, so that the sanitizer checks them.
     if (std::string(image).size() != image.size()) return "an image cannot be read";
   }
   return {};

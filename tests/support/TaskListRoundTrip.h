@@ -1,4 +1,4 @@
-// What must hold for a task list file of any bytes; shared by the fuzz target and the tests.
+// The properties of a task list file with any bytes. The fuzz target and the tests check them.
 #pragma once
 
 #include <string>

@@ -11,7 +11,7 @@
 
 namespace tellurvane {
 
-// The place of the icon. A desktop without a taskbar has a window for the icons.
+// The place of the tray icon. Wine has a window for the icons if there is no taskbar.
 inline bool FindIconOnScreen(RECT& place) {
   const HWND tray = FindWindowW(nullptr, L"Wine System Tray");
   const HWND window = tray == nullptr ? nullptr : GetWindow(tray, GW_CHILD);
@@ -34,8 +34,8 @@ inline std::wstring TipOnScreen() {
   return text.data();
 }
 
-// The tip of the icon under the pointer. Again and again: a movement before the icon is ready
-// counts for nothing.
+// The tip of the icon under the pointer. Tries several times: a movement before the icon is ready
+// has no effect.
 inline bool ShowsTrayTip(const std::wstring& text) {
   bool isShown = false;
   for (int attempt = 0; attempt < 5 && !isShown; ++attempt) {

@@ -1,4 +1,4 @@
-// What the tests of windows share: pumping messages, a form to stand on, pixels, leak counts.
+// For tests of windows: a message pump, a form for controls, pixels, leak counts.
 #pragma once
 
 #include <windows.h>
@@ -12,11 +12,11 @@
 
 namespace tellurvane {
 
-// Handles messages until the condition holds. False when it does not in time.
+// Handles messages until the condition holds. Returns false if the time limit passes first.
 bool PumpUntil(const std::function<bool()>& condition,
                std::chrono::milliseconds limit = std::chrono::seconds(10));
 
-// Handles what is waiting.
+// Handles the pending messages.
 void Pump();
 
 // A form without a frame at the screen's left upper corner, shown.
@@ -28,7 +28,7 @@ class TestForm : public Form {
 // The colour that the window shows, or that was drawn on the context, at a pixel.
 Color PixelOf(HDC context, int x, int y);
 
-// Those of an area, row by row.
+// The colours of an area, row by row.
 std::vector<Color> PixelsIn(HDC context, const RECT& area);
 
 // Sends a press, a release or a move of the mouse at a pixel of the window's client area.
@@ -36,7 +36,7 @@ void SendMouse(HWND window, UINT message, int x, int y, WPARAM keys = 0);
 
 std::wstring WindowText(HWND window);
 
-// What the process holds at this moment.
+// The resources that the process has at this moment.
 struct ResourceCounts {
   long gdiObjects = 0;
   long windows = 0;
