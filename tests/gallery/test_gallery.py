@@ -30,9 +30,11 @@ class Gallery:
 
     def opens(self, x, y):
         """Clicks, and waits for the list or menu that opens."""
-        before = self.window_count()
+        # A tooltip under the pointer would be counted, and would go when the menu comes.
+        run("xdotool", "mousemove", 0, 0)
+        until(lambda: self.window_count() == 1, "the window alone")
         self.click(x, y)
-        until(lambda: self.window_count() > before, "the window that opens", 20)
+        until(lambda: self.window_count() > 1, "the window that opens", 20)
 
     def report(self):
         """The last action, which is in the window's caption."""
