@@ -11,14 +11,15 @@ function(tellurvane_kit)
   set_property(GLOBAL APPEND PROPERTY TELLURVANE_KIT ${ARGN})
 endfunction()
 
-# The program's manifest for a test program without its resources. Windows has other common controls,
-# and another density, for a program without one.
+# The manifest for a test program without resources. Windows has other common controls for a program
+# without one.
 function(tellurvane_manifest target)
+  tellurvane_make_manifest()
   set(script ${PROJECT_SOURCE_DIR}/tests/support/Manifest.rc)
   target_sources(${target} PRIVATE ${script})
   set_source_files_properties(${script} PROPERTIES
-    COMPILE_OPTIONS "-I${CMAKE_BINARY_DIR}/generated"
-    OBJECT_DEPENDS ${CMAKE_BINARY_DIR}/generated/Tellurvane.manifest)
+    COMPILE_OPTIONS "-I${CMAKE_CURRENT_BINARY_DIR}"
+    OBJECT_DEPENDS ${CMAKE_CURRENT_BINARY_DIR}/Tellurvane.manifest)
 endfunction()
 
 # tellurvane_run_under_wine(NAME TARGET [LOCALE ...] [TIMEOUT ...]) runs a test program once.

@@ -49,6 +49,11 @@ def check(kit, tmp_path):
     return run
 
 
+def aware_programs(files):
+    return {name for name, content in files.items()
+            if re.search(rb"<dpiAware [^>]*>true<", content)}
+
+
 def test_the_kit_holds_the_program_the_tests_and_their_files(archive):
     with zipfile.ZipFile(archive) as packed:
         files = {name.removeprefix("Tellurvane-kit/"): packed.read(name)
@@ -64,6 +69,8 @@ def test_the_kit_holds_the_program_the_tests_and_their_files(archive):
     assert len(PROGRAMS) >= 16
     for name in PROGRAMS:
         assert files[f"tests/{name}"] == (BINARIES / name).read_bytes()
+    # The numbers of the tests are for 96 dpi.
+    assert aware_programs(files) == {"program/Tellurvane.exe", "tests/density_tests.exe"}
     for name, content in files.items():
         assert os.fsencode(SOURCE) not in content, f"{name} names a folder of this machine"
 
