@@ -34,7 +34,7 @@ ProgramOutcome CheckProgram(const std::string& name, const RunProgram& run) {
     const ProgramRun made = run(filter);
     outcome.seconds += made.seconds;
     const std::optional<TestResults> results = ReadTestXml(made.xml);
-    if (results) outcome.results = *results;
+    outcome.results = results ? *results : PrintedResults(made.output);
     if (results && made.fault.empty()) {
       // A program without tests shows nothing.
       if (results->passed == 0 && results->skipped.empty() && outcome.IsGood()) {

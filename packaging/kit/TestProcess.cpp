@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <fstream>
 #include <iterator>
+#include <utility>
 
 #include "ui/Handle.h"
 
@@ -37,19 +38,17 @@ UniqueKernelHandle EndingJob() {
 
 // Without a process and with the last error if it cannot be started. It waits until its thread is
 // resumed.
-PROCESS_INFORMATION StartWaiting(std::wstring command, const fs::path& folder) {
+PROCESS_INFORMATION StartWaiting(std::wstring command, const fs::path& folder, HANDLE output) {
   // Temporary files of a program that is ended stay in this folder.
   SetEnvironmentVariableW(L"TEMP", folder.c_str());
   SetEnvironmentVariableW(L"TMP", folder.c_str());
   const UniqueKernelHandle input = InheritedFile(L"NUL", GENERIC_READ, OPEN_EXISTING);
-  const UniqueKernelHandle output =
-      InheritedFile(folder / L"output.txt", GENERIC_WRITE, CREATE_ALWAYS);
   STARTUPINFOW startup = {};
   startup.cb = sizeof(startup);
   startup.dwFlags = STARTF_USESTDHANDLES;
   startup.hStdInput = input.Get();
-  startup.hStdOutput = output.Get();
-  startup.hStdError = output.Get();
+  startup.hStdOutput = output;
+  startup.hStdError = output;
   PROCESS_INFORMATION started = {};
   if (CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, CREATE_SUSPENDED, nullptr,
                      folder.c_str(), &startup, &started)) {
@@ -67,24 +66,39 @@ std::string EndCode(DWORD code) {
   return text.data();
 }
 
+// False if the process printed nothing for longer than the limit.
+bool EndsByItself(HANDLE process, HANDLE output, std::chrono::seconds limit) {
+  constexpr DWORD kMillisecondsBetweenLooks = 100;
+  LONGLONG heard = 0;
+  Clock::time_point lastHeard = Clock::now();
+  while (WaitForSingleObject(process, kMillisecondsBetweenLooks) != WAIT_OBJECT_0) {
+    LARGE_INTEGER size = {};
+    GetFileSizeEx(output, &size);
+    if (std::exchange(heard, size.QuadPart) != size.QuadPart) lastHeard = Clock::now();
+    if (Clock::now() - lastHeard > limit) return false;
+  }
+  return true;
+}
+
 // Returns the fault, if there is one.
 std::string RunToItsEnd(const std::wstring& command, const fs::path& folder,
                         std::chrono::seconds limit) {
   const UniqueKernelHandle job = EndingJob();
-  const PROCESS_INFORMATION started = StartWaiting(command, folder);
+  const UniqueKernelHandle output =
+      InheritedFile(folder / L"output.txt", GENERIC_WRITE, CREATE_ALWAYS);
+  const PROCESS_INFORMATION started = StartWaiting(command, folder, output.Get());
   const DWORD error = GetLastError();
   const UniqueKernelHandle process(started.hProcess);
   const UniqueKernelHandle thread(started.hThread);
   if (!process) return "無法啟動（錯誤 " + std::to_string(error) + "）";
   AssignProcessToJobObject(job.Get(), process.Get());
   ResumeThread(thread.Get());
-  const auto milliseconds = static_cast<DWORD>(std::chrono::milliseconds(limit).count());
-  const bool hasEnded = WaitForSingleObject(process.Get(), milliseconds) == WAIT_OBJECT_0;
+  const bool hasEnded = EndsByItself(process.Get(), output.Get(), limit);
   DWORD code = 0;
   GetExitCodeProcess(process.Get(), &code);
   TerminateJobObject(job.Get(), 1);
   WaitForSingleObject(process.Get(), INFINITE);
-  return hasEnded ? EndCode(code) : "超過 " + std::to_string(limit.count()) + " 秒";
+  return hasEnded ? EndCode(code) : std::to_string(limit.count()) + " 秒沒有輸出";
 }
 
 }  // namespace

@@ -10,6 +10,12 @@
 namespace tellurvane {
 namespace {
 
+// GoogleTest prints these around each test.
+constexpr std::string_view kRun = "[ RUN      ] ";
+constexpr const char* kPassed = "[       OK ] ";
+constexpr const char* kFailed = "[  FAILED  ] ";
+constexpr const char* kSkipped = "[  SKIPPED ] ";
+
 // A call that fails must not make a failed test look like one that passed.
 void Require(HRESULT result) {
   if (FAILED(result)) throw std::runtime_error("the XML parser failed");
@@ -76,13 +82,31 @@ std::optional<TestResults> ReadTestXml(const std::string& xml) {
   return results;
 }
 
+TestResults PrintedResults(std::string_view output) {
+  TestResults results;
+  for (size_t begin = output.find(kRun); begin != std::string_view::npos;
+       begin = output.find(kRun)) {
+    output.remove_prefix(begin + kRun.size());
+    const std::string_view part = output.substr(0, output.find(kRun));
+    const std::string test(part.substr(0, part.find_first_of("\r\n")));
+    const std::string_view text = part.substr(test.size());
+    if (text.find(kPassed + test) != std::string_view::npos) {
+      ++results.passed;
+    } else if (const size_t failed = text.find(kFailed + test); failed != std::string_view::npos) {
+      results.failed.push_back({test, std::string(text.substr(0, failed))});
+    } else if (const size_t end = text.find(kSkipped + test); end != std::string_view::npos) {
+      results.skipped.push_back({test, std::string(text.substr(0, end))});
+    }
+  }
+  return results;
+}
+
 std::string UnfinishedTest(std::string_view output) {
-  constexpr std::string_view kRun = "[ RUN      ] ";
   const size_t begin = output.rfind(kRun);
   if (begin == std::string_view::npos) return "";
   output.remove_prefix(begin + kRun.size());
   std::string test(output.substr(0, output.find_first_of("\r\n")));
-  for (const char* const end : {"[       OK ] ", "[  FAILED  ] ", "[  SKIPPED ] "}) {
+  for (const char* const end : {kPassed, kFailed, kSkipped}) {
     if (output.find(end + test) != std::string_view::npos) return "";
   }
   return test;

@@ -28,6 +28,9 @@ struct TestResults {
 // Needs a thread with COM. Throws if the platform's parser cannot be used.
 std::optional<TestResults> ReadTestXml(const std::string& xml);
 
+// From the printed output: the tests that ended.
+TestResults PrintedResults(std::string_view output);
+
 // From the printed output: the test that began last and did not end. Empty without one.
 std::string UnfinishedTest(std::string_view output);
 

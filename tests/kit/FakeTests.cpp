@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <fstream>
 #include <string>
 
@@ -28,6 +29,15 @@ TEST(Fake, Crashes) {
 TEST(Fake, Fails) { EXPECT_EQ(1 + 1, 3) << "<中文 & more>"; }
 
 TEST(Fake, Hangs) { Sleep(INFINITE); }
+
+// For longer than the limit of a silence.
+TEST(Fake, IsSlow) {
+  for (int second = 0; second < 10; ++second) {
+    Sleep(1'000);
+    std::puts("working");
+    std::fflush(stdout);
+  }
+}
 
 TEST(Fake, IsSkipped) { GTEST_SKIP() << "because of 理由"; }
 

@@ -68,9 +68,12 @@ TEST(CheckProgramTest, RunsAgainWithoutEachTestThatEndsIt) {
   EXPECT_FALSE(outcome.IsGood());
 }
 
-TEST(CheckProgramTest, StopsAfterFiveRunsThatEndEarly) {
-  FakeProgram program(std::vector<ProgramRun>(5, {.fault = "code 5", .output = Began("A.a")}));
-  EXPECT_EQ(program.Check().endedEarly.size(), 5U);
+TEST(CheckProgramTest, StopsAfterFiveRunsThatEndEarlyAndKeepsWhatTheyPrinted) {
+  const std::string output = Began("A.f") + "text\n[  FAILED  ] A.f (1 ms)\n" + Began("A.a");
+  FakeProgram program(std::vector<ProgramRun>(5, {.fault = "code 5", .output = output}));
+  const ProgramOutcome outcome = program.Check();
+  EXPECT_EQ(outcome.endedEarly.size(), 5U);
+  EXPECT_EQ(outcome.results, (TestResults{.failed = {{"A.f", "\ntext\n"}}}));
 }
 
 TEST(CheckProgramTest, DoesNotRunAgainWhereNoTestIsToBlame) {

@@ -16,7 +16,7 @@ TEST(ReportTest, HasCountsFactsAndEachTextUnderItsHeading) {
       .results = {.passed = 200,
                   .failed = {{"FormTest.A", "a.cpp:1\r\nExpected: 1\n\nWhich is: 2"}},
                   .skipped = {{"TrayTest.B", "a.cpp:2\n只在 Wine 上"}}},
-      .endedEarly = {{"FormTest.C", "超過 300 秒"}, {"", "結束代碼 0xC0000005"}},
+      .endedEarly = {{"FormTest.C", "120 秒沒有輸出"}, {"", "結束代碼 0xC0000005"}},
       .seconds = 61.6};
   EXPECT_EQ(ReportText("0.9.1", {"Windows：10.0.19045", "螢幕：一"}, {kGood, bad}),
             "\xEF\xBB\xBF"
@@ -27,7 +27,7 @@ TEST(ReportTest, HasCountsFactsAndEachTextUnderItsHeading) {
             "base_tests：通過 40，失敗 0，提早結束 0，略過 0（1 秒）\r\n"
             "ui_tests：通過 200，失敗 1，提早結束 2，略過 1（62 秒）\r\n\r\n"
             "提早結束（當機或逾時）\r\n\r\n"
-            "ui_tests FormTest.C\r\n    超過 300 秒\r\n"
+            "ui_tests FormTest.C\r\n    120 秒沒有輸出\r\n"
             "ui_tests\r\n    結束代碼 0xC0000005\r\n\r\n"
             "失敗\r\n\r\n"
             "ui_tests FormTest.A\r\n    a.cpp:1\r\n    Expected: 1\r\n    Which is: 2\r\n\r\n"

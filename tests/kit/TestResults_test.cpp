@@ -110,6 +110,17 @@ TEST_F(ReadTestXmlTest, AFileThatIsCutOffAnywhereIsNoResult) {
   }
 }
 
+TEST(PrintedResultsTest, AreThoseOfTheTestsThatEnded) {
+  EXPECT_EQ(PrintedResults("[ RUN      ] A.a\r\n[       OK ] A.a (1 ms)\r\n"
+                           "[ RUN      ] A.b/0\na.cpp:1\nx[  FAILED  ] A.b/0, where 1 (1 ms)\n"
+                           "[ RUN      ] A.c\na.cpp:2\n[  SKIPPED ] A.c (1 ms)\n"
+                           "[ RUN      ] A.d\n[       OK ] A.d (1 ms)\n[  FAILED  ] A.b/0\n"
+                           "[ RUN      ] A.e\na.cpp:3\n"),
+            (TestResults{.passed = 2,
+                         .failed = {{"A.b/0", "\na.cpp:1\nx"}},
+                         .skipped = {{"A.c", "\na.cpp:2\n"}}}));
+}
+
 TEST(UnfinishedTestTest, IsTheLastOneThatBeganIfItDidNotEnd) {
   const struct {
     const char* output;

@@ -111,11 +111,11 @@ def test_failures_skips_hangs_and_crashes_are_reported_and_the_rest_runs(check):
     code, lines, report = check("--limit", "8", FAKE, "no_such_tests", "kit_tests")
     assert code == 1, report
     assert lines[-2].startswith("有失敗：")
-    assert f"\n{FAKE}：通過 2，失敗 1，提早結束 2，略過 1（" in report
+    assert f"\n{FAKE}：通過 3，失敗 1，提早結束 2，略過 1（" in report
     # The three lists at the end.
     ended, failed, skipped = re.split("\n(?:提早結束（當機或逾時）|失敗|略過)\n\n", report)[1:]
     assert f"{FAKE} Fake.Crashes\n    結束代碼 0xC0000005\n" in ended
-    assert f"{FAKE} Fake.Hangs\n    超過 8 秒\n" in ended
+    assert f"{FAKE} Fake.Hangs\n    8 秒沒有輸出\n" in ended
     assert "no_such_tests\n    無法啟動（錯誤 2）\n" in ended
     assert re.search(rf"{FAKE} Fake\.Fails\n    \S*tests/kit/FakeTests\.cpp:\d+\n", failed), failed
     assert "    <中文 & more>\n" in failed
