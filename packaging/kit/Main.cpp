@@ -7,12 +7,12 @@
 #include <exception>
 #include <filesystem>
 #include <fstream>
-#include <map>
 #include <string>
 #include <vector>
 
 #include "Version.h"
 #include "base/CodePage.h"
+#include "packaging/kit/Desktop.h"
 #include "packaging/kit/MachineReport.h"
 #include "packaging/kit/ProgramCheck.h"
 #include "packaging/kit/Report.h"
@@ -55,25 +55,6 @@ void Print(const std::string& line) {
   }
 }
 
-// The colours of the screen. A test of high contrast that is ended leaves its own behind.
-class SystemColors {
- public:
-  void Restore() const {
-    for (const auto& [index, color] : colors_) {
-      if (GetSysColor(index) != color) SetSysColors(1, &index, &color);
-    }
-  }
-
- private:
-  static std::map<int, COLORREF> Present() {
-    std::map<int, COLORREF> colors;
-    for (int index = 0; index <= COLOR_MENUBAR; ++index) colors[index] = GetSysColor(index);
-    return colors;
-  }
-
-  std::map<int, COLORREF> colors_ = Present();
-};
-
 fs::path OwnFolder() {
   std::wstring path(32'768, L'\0');
   path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
@@ -96,11 +77,12 @@ int Check(const Options& options) {
   SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
   const ComApartment com;
   const MachineFacts facts = FactsOfThisMachine();
-  const SystemColors colors;
   const fs::path kit = OwnFolder();
   const fs::path scratch =
       fs::temp_directory_path() / (L"Tellurvane-check-" + std::to_wstring(GetCurrentProcessId()));
-  Print("測試進行中，約需數分鐘。請勿使用滑鼠與鍵盤。");
+  Print("測試進行中，約需數分鐘。請勿使用滑鼠與鍵盤。本視窗縮到最小，完成後還原。");
+  const MinimisedConsole console;
+  const Desktop desktop;
   std::vector<ProgramOutcome> outcomes;
   for (const std::wstring& name :
        options.programs.empty() ? ProgramsIn(kit / L"tests") : options.programs) {
@@ -108,7 +90,7 @@ int Check(const Options& options) {
     outcomes.push_back(CheckProgram(Utf8(name), [&](const std::string& filter) {
       return RunTestProcess(program, filter, scratch / name, options.limit);
     }));
-    colors.Restore();
+    desktop.RestoreColors();
     Print(Utf8(name) + "：" + Summary({outcomes.back()}));
   }
   std::error_code ignored;
