@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <array>
 #include <memory>
 
@@ -14,7 +15,6 @@
 namespace tellurvane {
 namespace {
 
-using testing::Contains;
 using testing::ElementsAre;
 
 constexpr int kImageSize = 16;
@@ -249,18 +249,24 @@ TEST_F(ToolbarKeysTest, ReportsTheButtonThatHasTheKeyboard) {
     return answer.Get().vt == VT_I4 ? answer.Get().lVal : -1;
   };
   HeardEvents heard;
+  // The toolbar of Windows reports its hot item too, which is the same button.
+  const auto changes = [&] {
+    auto events = heard.Of(toolbar->hwnd());
+    events.erase(std::unique(events.begin(), events.end()), events.end());
+    return events;
+  };
   Key(toolbar->hwnd(), VK_RIGHT);
   Key(toolbar->hwnd(), VK_RIGHT);
-  EXPECT_THAT(heard.Of(toolbar->hwnd()), ElementsAre("focus 2", "focus 4"));
+  EXPECT_THAT(changes(), ElementsAre("focus 2", "focus 4"));
   EXPECT_EQ(focused(), 4);
   EXPECT_EQ(NameOf(*object.Get()), L"工具列");
   Key(toolbar->hwnd(), VK_END);
   Key(toolbar->hwnd(), VK_RIGHT);
-  EXPECT_THAT(heard.Of(toolbar->hwnd()), ElementsAre("focus 5")) << "only when it moves";
+  EXPECT_THAT(changes(), ElementsAre("focus 5")) << "only when it moves";
   form.SetFocus();
   EXPECT_NE(focused(), 5);
   SetFocus(toolbar->hwnd());
-  EXPECT_THAT(heard.Of(toolbar->hwnd()), Contains("focus 5"));
+  EXPECT_THAT(changes(), testing::Contains("focus 5"));
 }
 
 TEST_F(ToolbarKeysTest, TheKeyboardComesToAButtonThatCanBeUsed) {
