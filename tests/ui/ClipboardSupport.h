@@ -4,9 +4,12 @@
 #include <windows.h>
 
 #include <array>
+#include <chrono>
 #include <cstring>
 #include <string>
 #include <vector>
+
+#include "tests/support/WindowTestSupport.h"
 
 namespace tellurvane {
 
@@ -23,7 +26,10 @@ inline bool PutRtfOnClipboard(HWND owner) {
     return SetClipboardData(format, memory) != nullptr;
   };
   const std::string rtf = "{\\rtf1\\ansi{\\fonttbl{\\f0 Courier;}}\\f0\\fs96 pasted}";
-  if (!OpenClipboard(owner)) return false;
+  // Other programs open it after each change: its history, a remote desktop.
+  if (!PumpUntil([&] { return OpenClipboard(owner) != FALSE; }, std::chrono::seconds(1))) {
+    return false;
+  }
   const bool isPut = EmptyClipboard() != FALSE &&
                      put(RegisterClipboardFormatW(L"Rich Text Format"), rtf) &&
                      put(CF_UNICODETEXT, std::wstring(L"pasted"));
