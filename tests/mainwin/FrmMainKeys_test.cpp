@@ -159,6 +159,7 @@ TEST_F(FrmMainKeysTest, AMenuActsOnTheTaskItNamesThoughAnotherIsSelectedMeanwhil
 }
 
 TEST_F(FrmMainKeysTest, F10AndTheToolbarsOwnKeyOpenTheOptionsBelowTheirButton) {
+  if (GetSystemMetrics(SM_MENUDROPALIGNMENT) != 0) GTEST_SKIP() << "menus drop to the left here";
   Open();
   RECT button = {};
   SendMessageW(toolbar, TB_GETRECT, kOptions, reinterpret_cast<LPARAM>(&button));
@@ -171,7 +172,7 @@ TEST_F(FrmMainKeysTest, F10AndTheToolbarsOwnKeyOpenTheOptionsBelowTheirButton) {
     });
     return std::pair(place.left, place.top);
   };
-  SetCursorPos(700, 700);
+  SetCursorPos(300, 300);
   const std::pair below(button.left, button.bottom);
   EXPECT_EQ(menuAfter([&] { Key(VK_F10, WM_SYSKEYDOWN); }), below);
   SetFocus(toolbar);
@@ -181,7 +182,7 @@ TEST_F(FrmMainKeysTest, F10AndTheToolbarsOwnKeyOpenTheOptionsBelowTheirButton) {
               Key(VK_RETURN);
             }),
             below);
-  EXPECT_EQ(menuAfter([&] { Press(kOptions); }), (std::pair<LONG, LONG>(700, 700))) << "the mouse";
+  EXPECT_EQ(menuAfter([&] { Press(kOptions); }), (std::pair<LONG, LONG>(300, 300))) << "the mouse";
   EXPECT_EQ(Focused(), "toolbar");
 }
 
