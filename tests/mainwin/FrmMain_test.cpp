@@ -91,6 +91,7 @@ TEST_F(FrmMainTest, KeepsItsSizeAndIsShownInsideTheScreen) {
     return PixelsFromTwips(window->Width()) == PixelsFromTwips(5'320) &&
            PixelsFromTwips(window->Height()) == PixelsFromTwips(5'000);
   }));
+  SKIP_UNLESS_ONE_SCREEN();
   window->Hide();
   SetWindowPos(window->hwnd(), nullptr, -3'000, 40, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
   window->Open();

@@ -14,6 +14,10 @@
 
 #include "ui/DrawnWindow.h"
 
+// A window that leaves the first screen would be on another one.
+#define SKIP_UNLESS_ONE_SCREEN() \
+  if (GetSystemMetrics(SM_CMONITORS) > 1) GTEST_SKIP() << "needs a computer with one screen"
+
 namespace tellurvane {
 
 // The object that one of our windows belongs to.

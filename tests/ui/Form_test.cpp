@@ -248,6 +248,7 @@ TEST(FormTest, AQuitMessageEndsAModalFormsLoopAndIsLeftForTheOuterOne) {
 }
 
 TEST(FormTest, IsCentredOnItsOwnerAndKeptOnTheScreen) {
+  SKIP_UNLESS_ONE_SCREEN();
   RecordingForm owner;
   owner.Move(3'000, 3'000);
   owner.Show();
@@ -265,6 +266,7 @@ TEST(FormTest, IsCentredOnItsOwnerAndKeptOnTheScreen) {
 }
 
 TEST(FormTest, IsPulledInsideWhenTheScreensChange) {
+  SKIP_UNLESS_ONE_SCREEN();
   RecordingForm form(FormBorder::kNone);
   for (const bool isShown : {false, true}) {
     if (isShown) form.ShowWithoutFocus();
