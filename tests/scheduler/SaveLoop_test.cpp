@@ -80,9 +80,18 @@ std::optional<std::uint32_t> WholeGeneration(const std::string& bytes) {
 
 // One look at the file, as short as it can be: while it is open it cannot be replaced.
 Sight Look(const std::wstring& path) {
-  UniqueKernelHandle file = OwnedFile(CreateFileW(
-      path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-      OPEN_EXISTING, 0, nullptr));
+  UniqueKernelHandle file;
+  // On Windows it may fail in the moment of the replacement.
+  (void)BecomesTrue(
+      [&] {
+        file = OwnedFile(CreateFileW(path.c_str(), GENERIC_READ,
+                                     FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                     nullptr, OPEN_EXISTING, 0, nullptr));
+        if (file) return true;
+        const DWORD error = GetLastError();
+        return error != ERROR_ACCESS_DENIED && error != ERROR_SHARING_VIOLATION;
+      },
+      50);
   if (!file) {
     return {.kind = GetLastError() == ERROR_FILE_NOT_FOUND ? Sight::kMissing : Sight::kFailed};
   }
