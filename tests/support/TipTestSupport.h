@@ -18,19 +18,27 @@ inline bool FindIconOnScreen(RECT& place) {
   return IsWindowVisible(window) && GetWindowRect(window, &place);
 }
 
-inline HWND VisibleTip() {
+// The desktop and the taskbar show tips too while the pointer rests there.
+enum class TipsOf { kThisProgram, kTheScreen };
+
+inline HWND VisibleTip(TipsOf tips = TipsOf::kThisProgram) {
+  const auto counts = [tips](HWND tip) {
+    DWORD process = 0;
+    GetWindowThreadProcessId(tip, &process);
+    return IsWindowVisible(tip) && (tips == TipsOf::kTheScreen || process == GetCurrentProcessId());
+  };
   HWND tip = nullptr;
   do {
     tip = FindWindowExW(nullptr, tip, L"tooltips_class32", nullptr);
-  } while (tip != nullptr && !IsWindowVisible(tip));
+  } while (tip != nullptr && !counts(tip));
   return tip;
 }
 
 // Empty while no tooltip is visible.
-inline std::wstring TipOnScreen() {
+inline std::wstring TipOnScreen(TipsOf tips = TipsOf::kThisProgram) {
   std::array<wchar_t, 200> text = {};
-  SendMessageTimeoutW(VisibleTip(), WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()),
-                      SMTO_NORMAL, 1'000, nullptr);
+  SendMessageTimeoutW(VisibleTip(tips), WM_GETTEXT, text.size(),
+                      reinterpret_cast<LPARAM>(text.data()), SMTO_NORMAL, 1'000, nullptr);
   return text.data();
 }
 
@@ -43,7 +51,8 @@ inline bool ShowsTrayTip(const std::wstring& text) {
     RECT place = {};
     if (!PumpUntil([&] { return FindIconOnScreen(place); })) break;
     SetCursorPos((place.left + place.right) / 2, (place.top + place.bottom) / 2);
-    isShown = PumpUntil([&] { return TipOnScreen() == text; }, std::chrono::seconds(2));
+    isShown =
+        PumpUntil([&] { return TipOnScreen(TipsOf::kTheScreen) == text; }, std::chrono::seconds(2));
   }
   SetCursorPos(700, 700);
   return isShown;
