@@ -1,4 +1,4 @@
-// Text from the bytes of a code page.
+// Text as bytes of a code page.
 #pragma once
 
 #include <optional>
@@ -13,5 +13,7 @@ enum class Strictness { kValidOnly, kAnyBytes };
 // is not valid.
 std::optional<std::wstring> FromCodePage(unsigned codePage, std::string_view bytes,
                                          Strictness strictness = Strictness::kValidOnly);
+
+std::string Utf8(std::wstring_view text);
 
 }  // namespace tellurvane

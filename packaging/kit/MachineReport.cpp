@@ -7,7 +7,7 @@
 #include <array>
 #include <cstdio>
 
-#include "tests/support/Utf8.h"
+#include "base/CodePage.h"
 
 namespace tellurvane {
 namespace {

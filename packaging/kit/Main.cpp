@@ -17,7 +17,6 @@
 #include "packaging/kit/ProgramCheck.h"
 #include "packaging/kit/Report.h"
 #include "packaging/kit/TestProcess.h"
-#include "tests/support/Utf8.h"
 #include "ui/Com.h"
 
 namespace tellurvane {

@@ -4,7 +4,6 @@
 #include <stdexcept>
 
 #include "base/CodePage.h"
-#include "tests/support/Utf8.h"
 #include "ui/XmlDocument.h"
 
 namespace tellurvane {

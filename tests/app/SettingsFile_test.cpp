@@ -7,10 +7,10 @@
 #include <algorithm>
 #include <string>
 
+#include "base/CodePage.h"
 #include "base/FatalError.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Utf16.h"
-#include "tests/support/Utf8.h"
 #include "ui/Handle.h"
 
 namespace tellurvane {

@@ -8,9 +8,9 @@
 #include <filesystem>
 #include <string>
 
+#include "base/CodePage.h"
 #include "tests/cmd/ProcessJob.h"
 #include "tests/support/TemporaryFolder.h"
-#include "tests/support/Utf8.h"
 #include "ui/Handle.h"
 
 namespace tellurvane {

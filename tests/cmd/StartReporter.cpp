@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "tests/support/Utf8.h"
+#include "base/CodePage.h"
 #include "ui/Handle.h"
 
 namespace {

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "base/CodePage.h"
 #include "tests/support/DialogTestSupport.h"
 #include "tests/support/FormProbe.h"
-#include "tests/support/Utf8.h"
 #include "tests/support/WindowTestSupport.h"
 #include "ui/Density.h"
 #include "ui/Handle.h"

@@ -9,11 +9,11 @@
 #include <cstdio>
 #include <string>
 
+#include "base/CodePage.h"
 #include "tests/fakeplayer/ProgramCalls.h"
 #include "tests/fakeplayer/Script.h"
 #include "tests/fakeplayer/Timeline.h"
 #include "tests/fakeplayer/UnusedMembers.h"
-#include "tests/support/Utf8.h"
 
 namespace fakeplayer {
 namespace {

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "base/CodePage.h"
 #include "tests/support/ActingForm.h"
 #include "tests/support/DialogTestSupport.h"
-#include "tests/support/Utf8.h"
 #include "ui/Handle.h"
 
 namespace tellurvane {

@@ -11,6 +11,7 @@
 #include <string>
 #include <utility>
 
+#include "base/CodePage.h"
 #include "base/PlatformText.h"
 #include "scheduler/FrmSet.h"
 #include "scheduler/TaskListFile.h"
@@ -21,7 +22,6 @@
 #include "tests/support/FailingImport.h"
 #include "tests/support/Moments.h"
 #include "tests/support/TemporaryFolder.h"
-#include "tests/support/Utf8.h"
 
 namespace tellurvane {
 namespace {

@@ -4,7 +4,7 @@
 #include <array>
 #include <map>
 
-#include "tests/support/Utf8.h"
+#include "base/CodePage.h"
 
 namespace tellurvane {
 namespace {
