@@ -69,6 +69,7 @@ def test_the_kit_holds_the_program_the_tests_and_their_files(archive):
     assert len(PROGRAMS) >= 16
     for name in PROGRAMS:
         assert files[f"tests/{name}"] == (BINARIES / name).read_bytes()
+    assert files["check.cmd"].count(b"\n") == files["check.cmd"].count(b"\r\n")
     # The numbers of the tests are for 96 dpi.
     assert aware_programs(files) == {"program/Tellurvane.exe", "tests/density_tests.exe"}
     for name, content in files.items():
