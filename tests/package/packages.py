@@ -59,7 +59,7 @@ def make_older_packages(place, older_version):
     program = (BINARIES / "Tellurvane.exe").read_bytes()
     # The loader ignores bytes after the image.
     (binaries / "Tellurvane.exe").write_bytes(program + older_version.encode())
-    return make_packages(place / "dist", source, binaries)
+    return make_packages(place / "dist", source=source, binaries=binaries)
 
 
 def registry(key):
