@@ -22,8 +22,8 @@ class Places {
   size_t From(size_t from) {
     while (searched_ < text_.size() && (places_.empty() || places_.back() < from)) {
       const size_t found = text_.find(marker_, searched_);
-      if (found != text_.npos) places_.push_back(found + 1);
-      searched_ = found == text_.npos ? text_.size() : found + 1;
+      if (found != std::wstring_view::npos) places_.push_back(found + 1);
+      searched_ = found == std::wstring_view::npos ? text_.size() : found + 1;
     }
     const auto place = std::ranges::lower_bound(places_, from);
     return place == places_.end() ? 0 : *place;
@@ -34,6 +34,48 @@ class Places {
   std::wstring_view marker_;
   size_t searched_ = 0;
   std::vector<size_t> places_;
+};
+
+// Reads one station's record after the other.
+class RecordReader {
+ public:
+  explicit RecordReader(std::wstring_view text) : text_(text) {}
+
+  // Reads the record that begins here into the fields. Returns the last place that it read.
+  size_t Read(size_t start, StationTexts& fields) {
+    size_t a = quotes_.From(start) + 1;
+    size_t b = quotes_.From(a);
+    Take(fields.url, a, b);
+    // If the quote was not found, nothing more is searched, and `a` stays.
+    if (b != 0) a = types_.From(b) + 4;
+    b = quotes_.From(a);
+    Take(fields.type, a, b);
+    if (b != 0) a = names_.From(b) + 6;
+    b = quotes_.From(a);
+    Take(fields.name, a, b);
+    // From the name's beginning: the count may be in the name's own text.
+    a = listeners_.From(a) + 3;
+    b = commas_.From(a);
+    Take(fields.listeners, a, b);
+    a = bitRates_.From(a) + 3;
+    b = commas_.From(a);
+    Take(fields.bitRate, a, b);
+    return b;
+  }
+
+ private:
+  // A cut whose length comes out negative leaves the field as it is.
+  void Take(std::wstring_view& field, size_t from, size_t end) const {
+    if (end >= from) field = text_.substr(from - 1, end - from);
+  }
+
+  std::wstring_view text_;
+  Places quotes_{text_, L"\""};
+  Places types_{text_, L"mt:"};
+  Places names_{text_, L"name:"};
+  Places listeners_{text_, L"lc:"};
+  Places bitRates_{text_, L"br:"};
+  Places commas_{text_, L","};
 };
 
 StationRow RowOf(const StationTexts& texts) {
@@ -57,16 +99,7 @@ StationSearch GetShoutcast(std::wstring page) {
   const std::wstring_view text = rows.Page();
   const std::wstring lowered = AsciiLoweredText(text);
   Places ids(lowered, L"id:");
-  Places quotes(text, L"\"");
-  Places types(text, L"mt:");
-  Places names(text, L"name:");
-  Places listeners(text, L"lc:");
-  Places bitRates(text, L"br:");
-  Places commas(text, L",");
-  // A cut whose length comes out negative leaves the field as it is.
-  const auto take = [text](std::wstring_view& field, size_t from, size_t end) {
-    if (end >= from) field = text.substr(from - 1, end - from);
-  };
+  RecordReader records(text);
   StationTexts latest;
   size_t last = 0;
   size_t resume = 0;
@@ -76,24 +109,7 @@ StationSearch GetShoutcast(std::wstring page) {
     // The search went back, because the page lacks a part of the last station.
     if (start <= last) stations.isWhole = false;
     last = start;
-    size_t a = quotes.From(start) + 1;
-    size_t b = quotes.From(a);
-    take(latest.url, a, b);
-    // If the quote was not found, nothing more is searched, and `a` stays.
-    if (b != 0) a = types.From(b) + 4;
-    b = quotes.From(a);
-    take(latest.type, a, b);
-    if (b != 0) a = names.From(b) + 6;
-    b = quotes.From(a);
-    take(latest.name, a, b);
-    // From the name's beginning: the count may be in the name's own text.
-    a = listeners.From(a) + 3;
-    b = commas.From(a);
-    take(latest.listeners, a, b);
-    a = bitRates.From(a) + 3;
-    b = commas.From(a);
-    take(latest.bitRate, a, b);
-    resume = b;
+    resume = records.Read(start, latest);
     rows.Append(latest);
   }
   return stations;
