@@ -10,10 +10,6 @@ namespace tellurvane {
 // The picker is destroyed with its parent window.
 class ClsDate {
  public:
-  ClsDate() = default;
-  ClsDate(const ClsDate&) = delete;
-  ClsDate& operator=(const ClsDate&) = delete;
-
   // Once. Pixels in the parent's client area. Date mode shows the long date with a calendar, the
   // other mode the time with up and down buttons. Throws FatalError if the window cannot be
   // created.
