@@ -18,6 +18,11 @@ if(WIN32)
     LINKER:--gc-sections LINKER:--dynamicbase LINKER:--nxcompat LINKER:--high-entropy-va
     LINKER:--no-insert-timestamp
     $<$<CONFIG:Release>:-s>)
+
+  # For every program, before the compiler's own library.
+  add_library(stack_guard STATIC ${PROJECT_SOURCE_DIR}/base/StackGuard.cpp)
+  target_link_libraries(stack_guard PRIVATE advapi32)
+  target_link_libraries(tellurvane_compile INTERFACE stack_guard)
 endif()
 
 if(TELLURVANE_SANITIZE)

@@ -24,23 +24,28 @@ ListTip::~ListTip() {
 void ListTip::Create(clsLictView& list, TextOf textOf) {
   list_ = &list;
   textOf_ = std::move(textOf);
+  // The native list's own tips would lie over this one.
+  SendMessageW(list.hwnd(), LVM_SETTOOLTIPS, 0, 0);
+  list.MouseMove = [this](const MouseEvent& event) { MoveTo(event.x, event.y); };
+  list.MouseDown = [this](const MouseEvent& event) { Relay(WM_LBUTTONDOWN, event.x, event.y); };
+}
+
+// Only when the pointer comes: another top-level window would make the start longer.
+void ListTip::CreateWindowOnce() {
+  if (std::exchange(isTried_, true)) return;
   // TTS_NOPREFIX: an ampersand is a letter. TTS_ALWAYSTIP: also while another window is active.
   window_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
                             WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, CW_USEDEFAULT, CW_USEDEFAULT,
-                            CW_USEDEFAULT, CW_USEDEFAULT, GetAncestor(list.hwnd(), GA_ROOT),
+                            CW_USEDEFAULT, CW_USEDEFAULT, GetAncestor(list_->hwnd(), GA_ROOT),
                             nullptr, GetModuleHandleW(nullptr), nullptr);
   if (window_ == nullptr) return;
   subclass_.Subclass(window_, *this, 0);
   subclass_.AddMessage(window_, WM_CLOSE, kBeforePrevious);
   subclass_.AddMessage(window_, WM_NCDESTROY, kBeforePrevious);
-  // The native list's own tips would lie over this one.
-  SendMessageW(list.hwnd(), LVM_SETTOOLTIPS, 0, 0);
   const TOOLINFOW tool = Tool();
   Send(TTM_ADDTOOLW, &tool);
   SendMessageW(window_, TTM_SETMAXTIPWIDTH, 0, Scaled(kWidest));
   SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(ToolkitFont()), FALSE);
-  list.MouseMove = [this](const MouseEvent& event) { MoveTo(event.x, event.y); };
-  list.MouseDown = [this](const MouseEvent& event) { Relay(WM_LBUTTONDOWN, event.x, event.y); };
 }
 
 void ListTip::Refresh() {
@@ -65,6 +70,7 @@ void ListTip::WndProc(bool /*before*/, bool& handled, LRESULT& /*result*/, HWND 
 }
 
 void ListTip::MoveTo(int x, int y) {
+  CreateWindowOnce();
   pointer_ = {x, y};
   Refresh();
   Relay(WM_MOUSEMOVE, x, y);

@@ -32,6 +32,7 @@ class ListTip final : private GXISubclass {
  private:
   void WndProc(bool before, bool& handled, LRESULT& result, HWND window, UINT message,
                WPARAM wParam, LPARAM lParam, LONG_PTR& userParam) override;
+  void CreateWindowOnce();
   void MoveTo(int x, int y);
   void Show(const std::wstring& text);
   void Relay(UINT message, int x, int y) const;
@@ -41,6 +42,7 @@ class ListTip final : private GXISubclass {
   clsLictView* list_ = nullptr;
   TextOf textOf_;
   HWND window_ = nullptr;
+  bool isTried_ = false;      // to create it
   POINT pointer_ = {-1, -1};  // its latest place in the list
   int row_ = -1;
   std::wstring text_;

@@ -27,7 +27,7 @@ def test_the_archive_holds_the_program_with_its_settings_guide_and_licences(arch
     licence = files["LICENSE.txt"].decode()
     assert licence == (SOURCE / "LICENSE").read_text().replace("\n", "\r\n")
     assert licence.startswith("MIT License") and "2026 The Tellurvane authors" in licence
-    for library in ("libstdc++", "libgcc", "libssp", "mingw-w64", "winpthreads"):
+    for library in ("libstdc++", "libgcc", "mingw-w64", "winpthreads"):
         assert library.encode() in files["licenses/README.txt"]
     assert notices_named_in(files["licenses/README.txt"]) == {"gcc.txt", "mingw-w64.txt"}
     assert b"GCC RUNTIME LIBRARY EXCEPTION" in files["licenses/gcc.txt"]

@@ -60,6 +60,20 @@ TEST_F(ListTipTest, ShowsTheTextOfTheRowUnderThePointer) {
   SetCursorPos(700, 700);
 }
 
+TEST_F(ListTipTest, HasAWindowOnlyAfterThePointerCame) {
+  const auto hasWindow = [this] {
+    HWND tips = nullptr;
+    do {
+      tips = FindWindowExW(nullptr, tips, TOOLTIPS_CLASSW, nullptr);
+    } while (tips != nullptr && GetWindow(tips, GW_OWNER) != GetAncestor(list.hwnd(), GA_ROOT));
+    return tips != nullptr;
+  };
+  tip->Refresh();
+  EXPECT_FALSE(hasWindow());
+  SendMouse(list.hwnd(), WM_MOUSEMOVE, 60, 20, 0);
+  EXPECT_TRUE(hasWindow());
+}
+
 TEST_F(ListTipTest, FollowsATextThatChangesUnderThePointer) {
   ASSERT_TRUE(Shows(0, L"找不到檔案"));
   texts[0] = L"無法播放";
