@@ -117,8 +117,11 @@ void Form::Load(const FormArgs& args) {
   window.parent = args.owner;
   BackColor(args.backColor);
   CreateBound(args.className.c_str(), CS_DBLCLKS, window);
-  SendMessageW(hwnd(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(args.icons.big));
-  SendMessageW(hwnd(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(args.icons.small));
+  for (const auto& [size, icon] :
+       {std::pair{ICON_BIG, args.icons.big}, {ICON_SMALL, args.icons.small}}) {
+    // A window without an icon has none to take away.
+    if (icon != nullptr) SendMessageW(hwnd(), WM_SETICON, size, reinterpret_cast<LPARAM>(icon));
+  }
   AddKeyboardForm(hwnd(), [this](const MSG& message) {
     return Form_KeyDown({.key = static_cast<UINT>(message.wParam),
                          .shift = ShiftNow(),
