@@ -14,14 +14,15 @@ if(WIN32)
   # default; they are named so that another default would not go unseen. Without
   # the time stamp two builds of one commit are the same file.
   target_link_options(tellurvane_compile INTERFACE
-    -static -fstack-protector-strong
+    -static
     LINKER:--gc-sections LINKER:--dynamicbase LINKER:--nxcompat LINKER:--high-entropy-va
     LINKER:--no-insert-timestamp
     $<$<CONFIG:Release>:-s>)
 
-  # For every program, before the compiler's own library.
+  # For every program. Without it linking fails: the compiler's own library is not named above.
   add_library(stack_guard STATIC ${PROJECT_SOURCE_DIR}/base/StackGuard.cpp)
-  target_link_libraries(stack_guard PRIVATE advapi32)
+  target_compile_features(stack_guard PRIVATE cxx_std_20)
+  target_compile_options(stack_guard PRIVATE -Wall -Wextra -Werror)
   target_link_libraries(tellurvane_compile INTERFACE stack_guard)
 endif()
 

@@ -117,11 +117,8 @@ void Form::Load(const FormArgs& args) {
   window.parent = args.owner;
   BackColor(args.backColor);
   CreateBound(args.className.c_str(), CS_DBLCLKS, window);
-  for (const auto& [size, icon] :
-       {std::pair{ICON_BIG, args.icons.big}, {ICON_SMALL, args.icons.small}}) {
-    // A window without an icon has none to take away.
-    if (icon != nullptr) SendMessageW(hwnd(), WM_SETICON, size, reinterpret_cast<LPARAM>(icon));
-  }
+  ShowIcon(ICON_BIG, args.icons.big);
+  ShowIcon(ICON_SMALL, args.icons.small);
   AddKeyboardForm(hwnd(), [this](const MSG& message) {
     return Form_KeyDown({.key = static_cast<UINT>(message.wParam),
                          .shift = ShiftNow(),
@@ -130,6 +127,11 @@ void Form::Load(const FormArgs& args) {
   Form_Load();
   // Otherwise Windows shows the focus only after the first Tab.
   SendMessageW(hwnd(), WM_CHANGEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS), 0);
+}
+
+// Not without an icon: the system would take time to put its own in its place.
+void Form::ShowIcon(WPARAM size, HICON icon) const {
+  if (icon != nullptr) SendMessageW(hwnd(), WM_SETICON, size, reinterpret_cast<LPARAM>(icon));
 }
 
 void Form::Show() {

@@ -110,6 +110,7 @@ class Form : public DrawnWindow {
 
  private:
   void OnDestroyed(HWND window) final;
+  void ShowIcon(WPARAM size, HICON icon) const;
   void KeepFocus();
   bool CanTakeFocus(HWND control) const;
   HWND FocusTarget() const;

@@ -32,16 +32,21 @@ void ListTip::Create(clsLictView& list, TextOf textOf) {
 
 // Only when the pointer comes: another top-level window would make the start longer.
 void ListTip::CreateWindowOnce() {
-  if (std::exchange(isTried_, true)) return;
+  if (std::exchange(isWindowTried_, true)) return;
   // TTS_NOPREFIX: an ampersand is a letter. TTS_ALWAYSTIP: also while another window is active.
   window_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
                             WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, CW_USEDEFAULT, CW_USEDEFAULT,
                             CW_USEDEFAULT, CW_USEDEFAULT, GetAncestor(list_->hwnd(), GA_ROOT),
                             nullptr, GetModuleHandleW(nullptr), nullptr);
   if (window_ == nullptr) return;
-  subclass_.Subclass(window_, *this, 0);
-  subclass_.AddMessage(window_, WM_CLOSE, kBeforePrevious);
-  subclass_.AddMessage(window_, WM_NCDESTROY, kBeforePrevious);
+  try {
+    subclass_.Subclass(window_, *this, 0);
+    subclass_.AddMessage(window_, WM_CLOSE, kBeforePrevious);
+    subclass_.AddMessage(window_, WM_NCDESTROY, kBeforePrevious);
+  } catch (const SubclassError&) {
+    DestroyWindow(std::exchange(window_, nullptr));
+    return;
+  }
   const TOOLINFOW tool = Tool();
   Send(TTM_ADDTOOLW, &tool);
   SendMessageW(window_, TTM_SETMAXTIPWIDTH, 0, Scaled(kWidest));
@@ -84,6 +89,7 @@ void ListTip::Show(const std::wstring& text) {
 }
 
 void ListTip::Relay(UINT message, int x, int y) const {
+  if (window_ == nullptr) return;
   const TOOLINFOW tool = Tool();
   Send(TTM_NEWTOOLRECTW, &tool);
   MSG event = {};

@@ -23,8 +23,9 @@ class ListTip final : private GXISubclass {
   ListTip& operator=(const ListTip&) = delete;
   ~ListTip();
 
-  // Once. Uses the list's events MouseMove and MouseDown. The list outlives the tip. Without a
-  // window nothing is shown: a tip is no reason to end the program.
+  // Once. Uses the list's events MouseMove and MouseDown. The list outlives the tip. The window is
+  // made at the first MouseMove. Without it nothing is shown: a tip is no reason to end the
+  // program.
   void Create(clsLictView& list, TextOf textOf);
   // Call when texts may have changed, or when the list may have been scrolled.
   void Refresh();
@@ -42,7 +43,7 @@ class ListTip final : private GXISubclass {
   clsLictView* list_ = nullptr;
   TextOf textOf_;
   HWND window_ = nullptr;
-  bool isTried_ = false;      // to create it
+  bool isWindowTried_ = false;
   POINT pointer_ = {-1, -1};  // its latest place in the list
   int row_ = -1;
   std::wstring text_;

@@ -46,6 +46,7 @@ class WindowScenario {
     Pump();
     const HWND list = InsideOf(window.hwnd(), WC_LISTVIEWW).at(0);
     SendMessageW(list, LVM_SETITEMSTATE, 0, Selected());
+    SendMessageW(list, WM_MOUSEMOVE, 0, MAKELPARAM(60, 20));
     window.RunSelectedTask();
     Pump();
     window.FormMin();

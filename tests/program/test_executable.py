@@ -81,9 +81,13 @@ def test_it_needs_only_libraries_of_the_system():
     assert "kernel32.dll" in {name.lower() for name in names}
 
 
-def test_the_start_loads_no_cryptographic_provider():
-    """The compiler's own stack protector would, which takes longer than the first window."""
-    assert b"CryptAcquireContext" not in output("objdump", "-p", EXECUTABLE)
+def test_it_takes_only_the_registry_from_advapi32():
+    """Windows loads other libraries for the others, and looks into the program's folder first."""
+    listing = output("objdump", "-p", EXECUTABLE).decode()
+    names = listing.partition("DLL Name: ADVAPI32.dll")[2].partition("DLL Name:")[0]
+    functions = re.findall(r"^\s+[0-9a-f]+\s+\d+\s+(\w+)$", names, re.MULTILINE)
+    assert functions
+    assert [name for name in functions if not name.startswith("Reg")] == []
 
 
 def test_gdi_plus_is_bound_only_at_its_first_use(image):

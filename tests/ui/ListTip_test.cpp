@@ -35,6 +35,14 @@ class ListTipTest : public ListTest {
     }
     return isShown;
   }
+  int TipWindows() const {
+    int count = 0;
+    HWND window = nullptr;
+    while ((window = FindWindowExW(nullptr, window, TOOLTIPS_CLASSW, nullptr)) != nullptr) {
+      if (GetWindow(window, GW_OWNER) == GetAncestor(list.hwnd(), GA_ROOT)) ++count;
+    }
+    return count;
+  }
   // For longer than a tip takes to appear.
   static bool StaysAway() {
     return !PumpUntil([] { return !TipOnScreen().empty(); }, std::chrono::seconds(2));
@@ -61,17 +69,34 @@ TEST_F(ListTipTest, ShowsTheTextOfTheRowUnderThePointer) {
 }
 
 TEST_F(ListTipTest, HasAWindowOnlyAfterThePointerCame) {
-  const auto hasWindow = [this] {
-    HWND tips = nullptr;
-    do {
-      tips = FindWindowExW(nullptr, tips, TOOLTIPS_CLASSW, nullptr);
-    } while (tips != nullptr && GetWindow(tips, GW_OWNER) != GetAncestor(list.hwnd(), GA_ROOT));
-    return tips != nullptr;
-  };
-  tip->Refresh();
-  EXPECT_FALSE(hasWindow());
+  // Windows' list has one of its own.
+  const int before = TipWindows();
+  ListTip other;
+  other.Create(list, [](int) { return std::wstring(L"找不到檔案"); });
+  other.Refresh();
+  SendMouse(list.hwnd(), WM_LBUTTONDOWN, 60, 20, 0);
+  EXPECT_EQ(TipWindows(), before);
   SendMouse(list.hwnd(), WM_MOUSEMOVE, 60, 20, 0);
-  EXPECT_TRUE(hasWindow());
+  EXPECT_EQ(TipWindows(), before + 1);
+}
+
+// A tip is no reason to end the program.
+TEST_F(ListTipTest, DoesWithoutAWindowOrItsProcedure) {
+  const int before = TipWindows();
+  for (const char* const call : {"CreateWindowExW", "VirtualAlloc"}) {
+    ListTip other;
+    other.Create(list, [](int) { return std::wstring(L"找不到檔案"); });
+    {
+      FailingImport failing({call});
+      failing.Fail(1);
+      SendMouse(list.hwnd(), WM_MOUSEMOVE, 60, 20, 0);
+      EXPECT_EQ(failing.Calls(), 1) << call;
+    }
+    SendMouse(list.hwnd(), WM_MOUSEMOVE, 61, 20, 0);
+    SendMouse(list.hwnd(), WM_LBUTTONDOWN, 61, 20, 0);
+    other.Refresh();
+    EXPECT_EQ(TipWindows(), before) << call;
+  }
 }
 
 TEST_F(ListTipTest, FollowsATextThatChangesUnderThePointer) {
