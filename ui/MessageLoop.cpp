@@ -14,9 +14,13 @@ std::map<HWND, KeyHandler>& KeyboardForms() {
   return forms;
 }
 
+bool IsKeyDown(const MSG& message) {
+  return message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN;
+}
+
 // Outside of a window procedure, so it needs a boundary of its own.
 bool IsOwnKeyOf(HWND form, const MSG& message) {
-  if (message.message != WM_KEYDOWN && message.message != WM_SYSKEYDOWN) return false;
+  if (!IsKeyDown(message)) return false;
   // Copied: the handler may close the form.
   const KeyHandler handler = KeyboardForms().at(form);
   return GuardBoundary([&] { return handler(message); });
@@ -32,10 +36,24 @@ bool IsHeldFormKey(MSG& message) {
   return (code & DLGC_WANTMESSAGE) == 0;
 }
 
+// A key belongs to the window in which it was pressed. A Space that opened a form and is still down
+// would overwrite its selected text.
+bool IsHeldFromAnotherWindow(HWND root, const MSG& message) {
+  static WPARAM pressed = 0;
+  static HWND pressedIn = nullptr;
+  if (!IsKeyDown(message)) return false;
+  if (IsRepeatedKey(message.lParam)) return message.wParam == pressed && root != pressedIn;
+  pressed = message.wParam;
+  pressedIn = root;
+  return false;
+}
+
 void Dispatch(MSG& message) {
   const HWND root = message.hwnd == nullptr ? nullptr : GetAncestor(message.hwnd, GA_ROOT);
+  const bool isHeldFromAnother = IsHeldFromAnotherWindow(root, message);
   if (root != nullptr && IsKeyboardForm(root) &&
-      (IsOwnKeyOf(root, message) || IsHeldFormKey(message) || IsDialogMessageW(root, &message))) {
+      (isHeldFromAnother || IsOwnKeyOf(root, message) || IsHeldFormKey(message) ||
+       IsDialogMessageW(root, &message))) {
     return;
   }
   TranslateMessage(&message);

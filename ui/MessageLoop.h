@@ -21,7 +21,8 @@ using KeyHandler = std::function<bool(const MSG& keyDown)>;
 
 // The loops handle the Tab, Enter and Esc keys of these top-level windows; Enter and Esc act once
 // while they are held down. Before that, and before the control with the focus, `keyDown` gets each
-// key that is pressed in the form.
+// key that is pressed in the form. A key that was pressed in another window and is still down is
+// lost.
 void AddKeyboardForm(HWND form, KeyHandler keyDown);
 void RemoveKeyboardForm(HWND form);
 bool IsKeyboardForm(HWND window);

@@ -40,6 +40,7 @@ class FrmMainTourTest : public FrmMainKeysTest {
   }
   // Like a click: the window with the keyboard is known only before it.
   void ClickOn(HWND note) const {
+    LetFocusSettle();
     SendMessageW(note, WM_MOUSEACTIVATE, reinterpret_cast<WPARAM>(note),
                  MAKELPARAM(HTCLIENT, WM_LBUTTONDOWN));
     SetForegroundWindow(note);

@@ -1,6 +1,6 @@
 """The whole program by the keyboard alone: no click, and no call into it."""
 
-from desktop import press_key, run, type_text, until, windows_path
+from desktop import happens, press_key, run, type_text, until, windows_path
 from editor import Editor
 from harness import SETTINGS
 from radio import HINET, RadioDialog
@@ -224,6 +224,22 @@ def test_every_kind_of_task_is_made_used_and_removed_without_a_mouse(folder, sta
     assert folder.tasks() == []
     press_key("ctrl+q")
     assert desk.program.wait() == 0
+
+
+def test_a_space_that_is_held_down_opens_the_editor_and_types_nothing(folder, start):
+    program = start().started()
+    is_in_front()
+    press_key("shift+Tab", "Home")
+    run("xdotool", "keydown", "space")
+    editor = Editor(program)
+    until(editor.is_editing, "the fields in use")
+    # A held key begins to repeat after about half a second.
+    assert not happens(lambda: editor.controls()["name"]["text"] != "新的排程專案", 2)
+    run("xdotool", "keyup", "space")
+    press_key("space")
+    until(lambda: editor.controls()["name"]["text"] == " ", "its own blank")
+    press_key("Escape")
+    program.kill()
 
 
 def test_the_toolbar_leaves_and_the_menu_key_opens_the_rows_menu(folder, start):

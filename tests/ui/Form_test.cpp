@@ -160,6 +160,30 @@ TEST(FormTest, EnterAndEscapeActOnceWhileTheyAreHeldDown) {
   EXPECT_THAT(form.events, ElementsAre("enter"));
 }
 
+// Space on a button may open a form whose first field has selected text.
+TEST(FormTest, AKeyHeldFromAnotherWindowIsLost) {
+  const RecordingForm before;
+  RecordingForm form;
+  const HWND edit = CreateEdit(form.hwnd());
+  form.Show();
+  ::SetFocus(edit);
+  CaughtMessage down(edit, WM_KEYDOWN);
+  const auto press = [](HWND window, UINT key, LPARAM lParam) {
+    PostMessageW(window, WM_KEYDOWN, key, lParam);
+    Pump();
+  };
+  press(before.hwnd(), VK_SPACE, 1);
+  press(edit, VK_SPACE, 0x4000'0001);
+  EXPECT_THAT(form.keys, ElementsAre());
+  EXPECT_THAT(down.Taken(), ElementsAre());
+  EXPECT_EQ(GetWindowTextLengthW(edit), 0);
+  press(edit, 'A', 0x4000'0001);
+  EXPECT_THAT(down.Taken(), ElementsAre(WPARAM{'A'})) << "nobody knows where it was pressed";
+  press(edit, VK_SPACE, 1);
+  press(edit, VK_SPACE, 0x4000'0001);
+  EXPECT_THAT(down.Taken(), ElementsAre(WPARAM{VK_SPACE}, WPARAM{VK_SPACE}));
+}
+
 TEST(FormTest, AKeyReachesTheFormBeforeTheControl) {
   RecordingForm form;
   const HWND edit = CreateEdit(form.hwnd());
