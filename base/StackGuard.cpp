@@ -1,6 +1,6 @@
 // What the compiler's stack protector calls. The compiler's own library would load a cryptographic
-// provider at each start, and loaded libraries come from the program's folder until the entry
-// routine runs.
+// provider at each start, and until the entry routine runs many libraries are looked for in the
+// program's folder first.
 #include <windows.h>
 
 #include <initializer_list>

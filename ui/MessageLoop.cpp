@@ -36,14 +36,20 @@ bool IsHeldFormKey(MSG& message) {
   return (code & DLGC_WANTMESSAGE) == 0;
 }
 
+// Its place on the keyboard: an input method that takes a held key over gives it another code.
+WPARAM KeyOf(const MSG& message) {
+  const WPARAM place = HIWORD(message.lParam) & (KF_EXTENDED | 0xFF);
+  return place != 0 ? place : message.wParam;
+}
+
 // A key belongs to the window in which it was pressed. A Space that opened a form and is still down
-// would overwrite its selected text.
+// would overwrite its selected text. VK_PACKET is a character without a key.
 bool IsHeldFromAnotherWindow(HWND root, const MSG& message) {
   static WPARAM pressed = 0;
   static HWND pressedIn = nullptr;
-  if (!IsKeyDown(message)) return false;
-  if (IsRepeatedKey(message.lParam)) return message.wParam == pressed && root != pressedIn;
-  pressed = message.wParam;
+  if (!IsKeyDown(message) || message.wParam == VK_PACKET) return false;
+  if (IsRepeatedKey(message.lParam)) return KeyOf(message) == pressed && root != pressedIn;
+  pressed = KeyOf(message);
   pressedIn = root;
   return false;
 }

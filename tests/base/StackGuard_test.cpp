@@ -1,14 +1,21 @@
 // The stack protector's own parts, which every program of this project has.
 #include <windows.h>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
+#include <array>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
 extern "C" void* __stack_chk_guard;
 
 namespace tellurvane {
 namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
 
 constexpr size_t kArraySize = 16;
 
@@ -20,10 +27,15 @@ constexpr size_t kArraySize = 16;
   return seen[0];
 }
 
-TEST(StackGuardTest, IsChosenAtTheStartAndHasAZeroByte) {
-  const auto value = reinterpret_cast<ULONG_PTR>(__stack_chk_guard);
-  EXPECT_EQ(value & 0xFF, 0);
-  EXPECT_NE(value, 0);
+TEST(StackGuardTest, HasAZeroByte) {
+  EXPECT_EQ(reinterpret_cast<ULONG_PTR>(__stack_chk_guard) & 0xFF, 0);
+}
+
+TEST(StackGuardDeathTest, HasAnotherValueInEachProcess) {
+  std::array<char, 40> own = {};
+  std::snprintf(own.data(), own.size(), "guard %p", __stack_chk_guard);
+  EXPECT_EXIT((std::fprintf(stderr, "guard %p", __stack_chk_guard), std::_Exit(0)),
+              testing::ExitedWithCode(0), AllOf(HasSubstr("guard "), Not(HasSubstr(own.data()))));
 }
 
 TEST(StackGuardDeathTest, EndsAProcessWhoseArrayWasOverrun) {

@@ -82,7 +82,7 @@ def test_it_needs_only_libraries_of_the_system():
 
 
 def test_it_takes_only_the_registry_from_advapi32():
-    """Windows loads other libraries for the others, and looks into the program's folder first."""
+    """Windows loads other libraries for some others, and looks into the program's folder first."""
     listing = output("objdump", "-p", EXECUTABLE).decode()
     names = listing.partition("DLL Name: ADVAPI32.dll")[2].partition("DLL Name:")[0]
     functions = re.findall(r"^\s+[0-9a-f]+\s+\d+\s+(\w+)$", names, re.MULTILINE)

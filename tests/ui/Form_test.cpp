@@ -146,6 +146,8 @@ TEST(FormTest, EnterAndEscapeActOnceWhileTheyAreHeldDown) {
     Pump();
   };
   const HWND line = CreateEdit(form.hwnd());
+  // The loop remembers the last press, and a test before may have made it in another form.
+  press(line, VK_F24, 1);
   for (const UINT key : {VK_RETURN, VK_ESCAPE}) {
     press(line, key, 0x4000'0001);
     EXPECT_THAT(form.events, ElementsAre()) << key;
@@ -182,6 +184,33 @@ TEST(FormTest, AKeyHeldFromAnotherWindowIsLost) {
   press(edit, VK_SPACE, 1);
   press(edit, VK_SPACE, 0x4000'0001);
   EXPECT_THAT(down.Taken(), ElementsAre(WPARAM{VK_SPACE}, WPARAM{VK_SPACE}));
+  // An input method may take it over: it is known by its place on the keyboard.
+  press(before.hwnd(), VK_SPACE, 0x0039'0001);
+  press(edit, VK_PROCESSKEY, 0x4039'0001);
+  EXPECT_THAT(down.Taken(), ElementsAre());
+  press(edit, VK_PROCESSKEY, 0x401E'0001);
+  EXPECT_THAT(down.Taken(), ElementsAre(WPARAM{VK_PROCESSKEY})) << "another key";
+}
+
+TEST(FormTest, AKeyHeldFromAnyOtherWindowIsLostInAFormOnly) {
+  RecordingForm form;
+  const HWND popup =
+      CreateWindowExW(0, WC_EDITW, L"", WS_POPUP, 0, 0, 50, 20, nullptr, nullptr, nullptr, nullptr);
+  const auto press = [](HWND window, UINT message, LPARAM lParam) {
+    PostMessageW(window, message, 'A', lParam);
+    Pump();
+  };
+  for (const UINT message : {WM_KEYDOWN, WM_SYSKEYDOWN}) {
+    CaughtMessage inForm(form.hwnd(), message);
+    CaughtMessage inPopup(popup, message);
+    press(form.hwnd(), message, 1);
+    press(popup, message, 0x4000'0001);
+    EXPECT_THAT(inPopup.Taken(), ElementsAre(WPARAM{'A'})) << message;
+    press(popup, message, 1);
+    press(form.hwnd(), message, 0x4000'0001);
+    EXPECT_THAT(inForm.Taken(), ElementsAre(WPARAM{'A'})) << message << ", its own one";
+  }
+  DestroyWindow(popup);
 }
 
 TEST(FormTest, AKeyReachesTheFormBeforeTheControl) {

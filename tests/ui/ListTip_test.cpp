@@ -74,7 +74,7 @@ TEST_F(ListTipTest, HasAWindowOnlyAfterThePointerCame) {
   ListTip other;
   other.Create(list, [](int) { return std::wstring(L"找不到檔案"); });
   other.Refresh();
-  SendMouse(list.hwnd(), WM_LBUTTONDOWN, 60, 20, 0);
+  ClickAt({60, 20});
   EXPECT_EQ(TipWindows(), before);
   SendMouse(list.hwnd(), WM_MOUSEMOVE, 60, 20, 0);
   EXPECT_EQ(TipWindows(), before + 1);
@@ -93,7 +93,7 @@ TEST_F(ListTipTest, DoesWithoutAWindowOrItsProcedure) {
       EXPECT_EQ(failing.Calls(), 1) << call;
     }
     SendMouse(list.hwnd(), WM_MOUSEMOVE, 61, 20, 0);
-    SendMouse(list.hwnd(), WM_LBUTTONDOWN, 61, 20, 0);
+    ClickAt({61, 20});
     other.Refresh();
     EXPECT_EQ(TipWindows(), before) << call;
   }

@@ -204,6 +204,8 @@ TEST_F(ToolbarKeysTest, ArrowsMoveAndEnterAndSpacePress) {
 
 TEST_F(ToolbarKeysTest, AKeyThatIsHeldDownAndADisabledButtonPressNothing) {
   constexpr LPARAM kRepeated = 0x4000'0001;
+  // The loop remembers the last press, and a test before may have made it in another form.
+  Key(toolbar->hwnd(), VK_F24);
   for (const UINT key : {VK_RETURN, VK_SPACE}) Key(toolbar->hwnd(), key, kRepeated);
   EXPECT_TRUE(clicks.empty());
   toolbar->Enabled(1, false);
