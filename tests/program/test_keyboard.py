@@ -230,13 +230,13 @@ def test_a_space_that_is_held_down_opens_the_editor_and_types_nothing(folder, st
     program = start().started()
     is_in_front()
     press_key("shift+Tab", "Home")
-    editor = Editor(program)
-
-    def name():
-        return editor.controls()["name"]["text"]
-
     try:
         run("xdotool", "keydown", "space")
+        editor = Editor(program)
+
+        def name():
+            return editor.controls()["name"]["text"]
+
         until(editor.is_editing, "the fields in use")
         # A held key begins to repeat after about half a second.
         assert not happens(lambda: name() != "新的排程專案", 2)
