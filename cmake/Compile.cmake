@@ -19,7 +19,8 @@ if(WIN32)
     LINKER:--no-insert-timestamp
     $<$<CONFIG:Release>:-s>)
 
-  # For every program. Without it linking fails: the options above do not name the compiler's own library.
+  # For every program. Without it linking fails: the options above do not name the compiler's own
+  # library.
   add_library(stack_guard STATIC ${PROJECT_SOURCE_DIR}/base/StackGuard.cpp)
   target_compile_features(stack_guard PRIVATE cxx_std_20)
   target_compile_options(stack_guard PRIVATE -Wall -Wextra -Werror)

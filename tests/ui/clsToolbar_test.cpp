@@ -203,10 +203,8 @@ TEST_F(ToolbarKeysTest, ArrowsMoveAndEnterAndSpacePress) {
 }
 
 TEST_F(ToolbarKeysTest, AKeyThatIsHeldDownAndADisabledButtonPressNothing) {
-  constexpr LPARAM kRepeated = 0x4000'0001;
-  // The loop remembers the last press, and a test before may have made it in another form.
-  Key(toolbar->hwnd(), VK_F24);
-  for (const UINT key : {VK_RETURN, VK_SPACE}) Key(toolbar->hwnd(), key, kRepeated);
+  Key(toolbar->hwnd(), VK_F24);  // the loop remembers the last press, also that of another test
+  for (const UINT repeated : {VK_RETURN, VK_SPACE}) Key(toolbar->hwnd(), repeated, 0x4000'0001);
   EXPECT_TRUE(clicks.empty());
   toolbar->Enabled(1, false);
   EXPECT_TRUE(PressedAfter({VK_RETURN, VK_SPACE}).empty());
