@@ -27,6 +27,7 @@ clsToolbar::~clsToolbar() {
 void clsToolbar::Create(int imageSize) {
   INITCOMMONCONTROLSEX classes = {sizeof(classes), ICC_BAR_CLASSES};
   InitCommonControlsEx(&classes);
+  SubclassHost();
   toolbar_ = CreateChildWindow({.parent = host_->hwnd(),
                                 .className = TOOLBARCLASSNAMEW,
                                 .style = kStyle,
@@ -38,16 +39,20 @@ void clsToolbar::Create(int imageSize) {
   Send(TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_DRAWDDARROWS);
   Send(WM_SETFONT, reinterpret_cast<WPARAM>(ToolkitFont()), FALSE);
   ImageList(images_.Get());
-  SubclassBoth();
+  SubclassToolbar();
 }
 
-void clsToolbar::SubclassBoth() {
+// Before the toolbar is there: it may make its tooltip at once.
+void clsToolbar::SubclassHost() {
   subclass_.Subclass(host_->hwnd(), *this, 0);
   for (const UINT message :
        std::initializer_list<UINT>{WM_COMMAND, WM_NOTIFY, WM_NOTIFYFORMAT, WM_ERASEBKGND}) {
     subclass_.AddMessage(host_->hwnd(), message, kBeforePrevious);
   }
   subclass_.AddMessage(host_->hwnd(), WM_SIZE, kAfterPrevious);
+}
+
+void clsToolbar::SubclassToolbar() {
   subclass_.Subclass(toolbar_, *this, 0);
   for (const UINT message : std::initializer_list<UINT>{WM_GETDLGCODE, WM_KEYDOWN, WM_NCDESTROY}) {
     subclass_.AddMessage(toolbar_, message, kBeforePrevious);
@@ -55,11 +60,7 @@ void clsToolbar::SubclassBoth() {
   for (const UINT message : std::initializer_list<UINT>{WM_SETFOCUS, WM_KILLFOCUS, WM_PAINT}) {
     subclass_.AddMessage(toolbar_, message, kAfterPrevious);
   }
-  if (auto* const tips = reinterpret_cast<HWND>(Send(TB_GETTOOLTIPS)); tips != nullptr) {
-    subclass_.Subclass(tips, *this, 0);
-    subclass_.AddMessage(tips, WM_CLOSE, kBeforePrevious);
-  }
-  // The toolbar asked its host before it was subclassed; now it asks again.
+  // The toolbar asked its host while it was made; now the host knows it.
   Send(WM_NOTIFYFORMAT, reinterpret_cast<WPARAM>(host_->hwnd()), NF_REQUERY);
 }
 
@@ -190,6 +191,10 @@ void clsToolbar::WndProc(bool /*before*/, bool& handled, LRESULT& result, HWND /
 }
 
 bool clsToolbar::HandleNotify(NMHDR& notification) {
+  if (notification.code == NM_TOOLTIPSCREATED) {
+    KeepToolTips(reinterpret_cast<NMTOOLTIPSCREATED&>(notification).hwndToolTips);
+    return false;
+  }
   // Deliberate: the Unicode request is not answered.
   if (notification.code != TTN_GETDISPINFOA) return false;
   const UINT_PTR id = notification.idFrom;
@@ -199,6 +204,16 @@ bool clsToolbar::HandleNotify(NMHDR& notification) {
   tip.ansi = AnsiText(tip.text);
   reinterpret_cast<NMTTDISPINFOA&>(notification).lpszText = tip.ansi.data();
   return true;
+}
+
+// The toolbar makes them when it is made itself, or when the pointer comes.
+void clsToolbar::KeepToolTips(HWND tips) {
+  try {
+    subclass_.Subclass(tips, *this, 0);
+    subclass_.AddMessage(tips, WM_CLOSE, kBeforePrevious);
+  } catch (const SubclassError&) {
+    // Without memory they are tips that can be closed.
+  }
 }
 
 LRESULT clsToolbar::Send(UINT message, WPARAM wParam, LPARAM lParam) const {

@@ -79,8 +79,10 @@ class clsToolbar : private GXISubclass {
 
   void WndProc(bool before, bool& handled, LRESULT& result, HWND window, UINT message,
                WPARAM wParam, LPARAM lParam, LONG_PTR& userParam) override;
-  void SubclassBoth();
+  void SubclassHost();
+  void SubclassToolbar();
   bool HandleNotify(NMHDR& notification);
+  void KeepToolTips(HWND tips);
   int ButtonCount() const { return static_cast<int>(toolTips_.size()); }
   void HandleKeyboard(bool& handled, LRESULT& result, UINT message, WPARAM wParam, LPARAM lParam);
   static LRESULT DialogCode(const MSG* message);

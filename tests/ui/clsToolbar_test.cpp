@@ -367,7 +367,6 @@ TEST_F(ToolbarTest, ShowsItsImagesOnItsHostsBackground) {
 
 TEST_F(ToolbarTest, TheRealMouseBringsTheToolTipOfAButtonThatHasOne) {
   AddTwoButtons();
-  const auto tip = reinterpret_cast<HWND>(Ask(TB_GETTOOLTIPS));
   int askedFor = 0;
   RecordingOwner spy;
   spy.onCall = [&](const SubclassCall& call) {
@@ -385,6 +384,7 @@ TEST_F(ToolbarTest, TheRealMouseBringsTheToolTipOfAButtonThatHasOne) {
   moveMouseTo(2);
   ASSERT_TRUE(PumpUntil([&] { return askedFor == 2; }));
   Pump();
+  const auto tip = reinterpret_cast<HWND>(Ask(TB_GETTOOLTIPS));
   EXPECT_FALSE(IsWindowVisible(tip));
   moveMouseTo(1);
   ASSERT_TRUE(PumpUntil([&] { return IsWindowVisible(tip) != 0; }));
