@@ -56,6 +56,7 @@ void DrawnWindow::Refresh(const RECT& area) {
 
 void DrawnWindow::Redraw() {
   FitSurface();
+  if (Dc() == nullptr) return;
   Clear();
   if (Paint) Paint(Dc());
   Refresh();

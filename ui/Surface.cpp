@@ -1,14 +1,11 @@
 #include "ui/Surface.h"
 
-#include <algorithm>
-
 #include "ui/ModTheme.h"
 
 namespace tellurvane {
 
 bool Surface::Resize(int width, int height, Color back) {
-  width = std::max(width, 1);
-  height = std::max(height, 1);
+  if (width <= 0 || height <= 0) return false;
   if (picture_ && width == width_ && height == height_) return false;
   picture_ = MemoryContext::Create(width, height);
   if (!picture_) return false;

@@ -66,6 +66,21 @@ TEST_F(PictureBoxTest, IsPaintedAgainWhenItsSizeOrColourChanges) {
   EXPECT_EQ(PixelOf(box.Dc(), 1, 1), kBlue);
 }
 
+TEST_F(PictureBoxTest, HasNoPictureBeforeItHasAnArea) {
+  PictureBox empty;
+  int paints = 0;
+  empty.Paint = [&](HDC) { ++paints; };
+  empty.Create({.parent = form.hwnd(), .x = 80, .y = 20, .backColor = kRed});
+  empty.BackColor(kBlue);
+  EXPECT_EQ(empty.Dc(), nullptr);
+  EXPECT_EQ(paints, 0);
+  empty.Move(80, 20, 10, 10);
+  EXPECT_EQ(paints, 1);
+  EXPECT_EQ(PixelOf(empty.Dc(), 5, 5), kBlue);
+  empty.Move(80, 20, 0, 10);
+  EXPECT_EQ(PixelOf(empty.Dc(), 5, 5), kBlue) << "the picture is kept";
+}
+
 TEST_F(PictureBoxTest, ReportsTheMouse) {
   std::vector<std::string> events;
   const auto record = [&](const char* name) {
