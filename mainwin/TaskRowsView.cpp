@@ -37,6 +37,8 @@ void TaskRowsView::Create(PictureBox& area, PictureBox& host) {
     if (isLeft) Raise(DblClick);
   };
   list_.Create(host);
+  // Otherwise the list would place its header again for each setting.
+  list_.Block(true);
   NameByText(list_.hwnd(), L"排程任務");
   list_.RowHeight(Scaled(kTaskRowHeight));
   list_.ColumnAdd(L"專案名稱", Scaled(kColumnWidth));
@@ -44,6 +46,7 @@ void TaskRowsView::Create(PictureBox& area, PictureBox& host) {
   list_.AutoDraw(true);
   tip_.Create(list_, [this](int row) { return outcomes_.Of(static_cast<size_t>(row)).reason; });
   FitColumn();
+  list_.Block(false);
 }
 
 void TaskRowsView::RefreshRow(size_t row) {
