@@ -16,7 +16,7 @@ if(WIN32)
   target_link_options(tellurvane_compile INTERFACE
     -static
     LINKER:--gc-sections LINKER:--dynamicbase LINKER:--nxcompat LINKER:--high-entropy-va
-    LINKER:--no-insert-timestamp
+    LINKER:--no-insert-timestamp LINKER:--file-alignment=4096
     $<$<CONFIG:Release>:-s>)
 
   # For every program. Without it linking fails: the options above do not name the compiler's own

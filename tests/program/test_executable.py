@@ -38,6 +38,7 @@ class Image:
         optional = start + 24
         size = struct.unpack_from("<H", data, start + 20)[0]
         self.magic = struct.unpack_from("<H", data, optional)[0]
+        self.file_alignment = struct.unpack_from("<I", data, optional + 36)[0]
         self.subsystem, self.characteristics = struct.unpack_from("<HH", data, optional + 68)
         self.sections = {}
         for offset in range(optional + size, optional + size + 40 * count, 40):
@@ -73,6 +74,10 @@ def test_it_is_a_64_bit_program_with_windows_that_the_loader_may_protect(image):
     both = WRITE | EXECUTE
     assert [name for name, flags in image.sections.items() if flags & both == both] == []
     assert any(flags & EXECUTE for flags in image.sections.values())
+
+
+def test_its_sections_begin_at_pages_of_the_file(image):
+    assert image.file_alignment == 4096
 
 
 def test_it_needs_only_libraries_of_the_system():
