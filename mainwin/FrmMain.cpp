@@ -110,8 +110,7 @@ void FrmMain::Create() {
         .widthTwips = kWidth,
         .heightTwips = kHeight,
         .backColor = ModTheme::kWindowGround,
-        .owner = taskbarOwner_.hwnd(),
-        .icons = ExecutableIcons()});
+        .owner = taskbarOwner_.hwnd()});
 }
 
 void FrmMain::Form_Load() {

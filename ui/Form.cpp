@@ -77,10 +77,21 @@ void MoveTo(HWND window, const ScreenPlace& place) {
 }
 
 // Not a shared icon: the system shares one size of it only.
-UniqueIcon LoadExecutableIcon(int widthMetric, int heightMetric) {
-  return UniqueIcon(static_cast<HICON>(
-      LoadImageW(GetModuleHandleW(nullptr), L"AAA", IMAGE_ICON, GetSystemMetrics(widthMetric),
-                 GetSystemMetrics(heightMetric), LR_DEFAULTCOLOR)));
+HICON LoadExecutableIcon(int widthMetric, int heightMetric) {
+  return static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), L"AAA", IMAGE_ICON,
+                                       GetSystemMetrics(widthMetric),
+                                       GetSystemMetrics(heightMetric), LR_DEFAULTCOLOR));
+}
+
+// Of the task switcher, and of the caption, the taskbar and the tray. Null without such a resource.
+HICON BigIcon() {
+  static const UniqueIcon icon(LoadExecutableIcon(SM_CXICON, SM_CYICON));
+  return icon.Get();
+}
+
+HICON SmallIcon() {
+  static const UniqueIcon icon(LoadExecutableIcon(SM_CXSMICON, SM_CYSMICON));
+  return icon.Get();
 }
 
 }  // namespace
@@ -91,16 +102,7 @@ FormArgs DialogArgs(const std::wstring& caption, int widthTwips, int heightTwips
           .widthTwips = widthTwips,
           .heightTwips = heightTwips,
           .backColor = ModTheme::kWindowGround,
-          .owner = owner,
-          .icons = ExecutableIcons()};
-}
-
-FormIcons ExecutableIcons() {
-  static UniqueIcon big;
-  static UniqueIcon small;
-  if (!big) big = LoadExecutableIcon(SM_CXICON, SM_CYICON);
-  if (!small) small = LoadExecutableIcon(SM_CXSMICON, SM_CYSMICON);
-  return {big.Get(), small.Get()};
+          .owner = owner};
 }
 
 Form::~Form() { RemoveKeyboardForm(hwnd()); }
@@ -116,9 +118,12 @@ void Form::Load(const FormArgs& args) {
   window.height = PixelsFromTwips(args.heightTwips);
   window.parent = args.owner;
   BackColor(args.backColor);
-  CreateBound(args.className.c_str(), CS_DBLCLKS, window);
-  ShowIcon(ICON_BIG, args.icons.big);
-  ShowIcon(ICON_SMALL, args.icons.small);
+  // Not the window's own icons: the system would look at each of them again for each window.
+  CreateBound({.name = args.className.c_str(),
+               .style = CS_DBLCLKS,
+               .bigIcon = BigIcon(),
+               .smallIcon = SmallIcon()},
+              window);
   AddKeyboardForm(hwnd(), [this](const MSG& message) {
     return Form_KeyDown({.key = static_cast<UINT>(message.wParam),
                          .shift = ShiftNow(),
@@ -127,11 +132,6 @@ void Form::Load(const FormArgs& args) {
   Form_Load();
   // Otherwise Windows shows the focus only after the first Tab.
   SendMessageW(hwnd(), WM_CHANGEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS), 0);
-}
-
-// Not without an icon: the system would take time to put its own in its place.
-void Form::ShowIcon(WPARAM size, HICON icon) const {
-  if (icon != nullptr) SendMessageW(hwnd(), WM_SETICON, size, reinterpret_cast<LPARAM>(icon));
 }
 
 void Form::Show() {

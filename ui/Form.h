@@ -15,12 +15,6 @@ enum class FormBorder {
   kFixedDialog,  // a caption with a close box
 };
 
-// Null for an icon that cannot be loaded.
-struct FormIcons {
-  HICON big = nullptr;    // of the task switcher
-  HICON small = nullptr;  // of the caption, the taskbar and the tray
-};
-
 // Sizes are twips. A width or height of 0 is left to the form.
 struct FormArgs {
   std::wstring caption;
@@ -29,17 +23,13 @@ struct FormArgs {
   int heightTwips = 0;
   Color backColor = kWhite;
   HWND owner = nullptr;
-  FormIcons icons = {};
   DWORD extendedStyle = 0;
   // A form that changes its window class needs one of its own.
   std::wstring className = L"TellurvaneForm";
 };
 
-// A dialog on the windows' ground, with the executable's own icon.
+// A dialog on the windows' ground.
 FormArgs DialogArgs(const std::wstring& caption, int widthTwips, int heightTwips, HWND owner);
-
-// The executable's icon in the sizes of this screen. The process owns them.
-FormIcons ExecutableIcons();
 
 // A key that is pressed.
 struct KeyEvent {
@@ -48,7 +38,8 @@ struct KeyEvent {
   bool isRepeated = false;
 };
 
-// Unload ends the window, not the object. The handlers do nothing by default.
+// Has the executable's icon. Unload ends the window, not the object. The handlers do nothing by
+// default.
 class Form : public DrawnWindow {
  public:
   Form() = default;
@@ -110,7 +101,6 @@ class Form : public DrawnWindow {
 
  private:
   void OnDestroyed(HWND window) final;
-  void ShowIcon(WPARAM size, HICON icon) const;
   void KeepFocus();
   bool CanTakeFocus(HWND control) const;
   HWND FocusTarget() const;

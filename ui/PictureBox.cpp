@@ -20,7 +20,7 @@ void PictureBox::Create(const PictureBoxArgs& args) {
     window.extendedStyle |= WS_EX_CONTROLPARENT;
   }
   BackColor(args.backColor);
-  CreateBound(L"TellurvanePictureBox", CS_DBLCLKS, window);
+  CreateBound({.name = L"TellurvanePictureBox", .style = CS_DBLCLKS}, window);
 }
 
 LRESULT PictureBox::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -6,19 +6,21 @@
 namespace tellurvane {
 namespace {
 
-void RegisterOnce(const wchar_t* className, UINT classStyle, WNDPROC procedure) {
+void RegisterOnce(const WindowClass& windowClass, WNDPROC procedure) {
   WNDCLASSEXW definition = {};
   definition.cbSize = sizeof(definition);
   const HINSTANCE instance = GetModuleHandleW(nullptr);
-  if (GetClassInfoExW(instance, className, &definition)) return;
+  if (GetClassInfoExW(instance, windowClass.name, &definition)) return;
   definition = {};
   definition.cbSize = sizeof(definition);
-  definition.style = classStyle;
+  definition.style = windowClass.style;
   definition.lpfnWndProc = procedure;
   definition.hInstance = instance;
+  definition.hIcon = windowClass.bigIcon;
+  definition.hIconSm = windowClass.smallIcon;
   definition.hCursor = LoadCursorW(nullptr, IDC_ARROW);
   definition.hbrBackground = nullptr;  // our windows paint all of themselves
-  definition.lpszClassName = className;
+  definition.lpszClassName = windowClass.name;
   RegisterClassExW(&definition);
 }
 
@@ -57,10 +59,10 @@ int Window::ScaleHeight() const {
   return client.bottom;
 }
 
-void Window::CreateBound(const wchar_t* className, UINT classStyle, const WindowArgs& args) {
-  RegisterOnce(className, classStyle, Procedure);
-  (void)CreateWindowExW(args.extendedStyle, className, args.caption.c_str(), args.style, args.x,
-                        args.y, args.width, args.height, args.parent, nullptr,
+void Window::CreateBound(const WindowClass& windowClass, const WindowArgs& args) {
+  RegisterOnce(windowClass, Procedure);
+  (void)CreateWindowExW(args.extendedStyle, windowClass.name, args.caption.c_str(), args.style,
+                        args.x, args.y, args.width, args.height, args.parent, nullptr,
                         GetModuleHandleW(nullptr), this);
   if (window_ == nullptr) throw FatalError(L"無法建立視窗，程式無法繼續執行。");
 }

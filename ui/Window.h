@@ -10,6 +10,14 @@ namespace tellurvane {
 // Its caption, or a control's text.
 std::wstring TextOf(HWND window);
 
+// What the windows of a class have in common.
+struct WindowClass {
+  const wchar_t* name;
+  UINT style = 0;
+  HICON bigIcon = nullptr;
+  HICON smallIcon = nullptr;
+};
+
 // How a window is created. Positions and sizes are pixels, the frame included.
 struct WindowArgs {
   std::wstring caption;
@@ -52,7 +60,7 @@ class Window {
 
  protected:
   // Creates the window; registers its class at first use. Throws FatalError when it fails.
-  void CreateBound(const wchar_t* className, UINT classStyle, const WindowArgs& args);
+  void CreateBound(const WindowClass& windowClass, const WindowArgs& args);
 
   // Every message from WM_NCCREATE on. By default the platform handles it; new system colours and
   // settings are passed to the children first.

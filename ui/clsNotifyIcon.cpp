@@ -9,8 +9,8 @@ namespace tellurvane {
 namespace {
 
 HICON IconOf(const Form& form) {
-  for (const auto size : {WPARAM{ICON_SMALL}, WPARAM{ICON_BIG}}) {
-    const LRESULT icon = SendMessageW(form.hwnd(), WM_GETICON, size, 0);
+  for (const int size : {GCLP_HICONSM, GCLP_HICON}) {
+    const ULONG_PTR icon = GetClassLongPtrW(form.hwnd(), size);
     if (icon != 0) return reinterpret_cast<HICON>(icon);
   }
   // Without a picture the icon could not be seen.

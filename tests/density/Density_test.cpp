@@ -115,11 +115,11 @@ SIZE SizeOf(HICON icon) {
 
 TEST_F(MainWindowDensityTest, IconsAndToolbarImagesGrowWithTheScreen) {
   Open();
-  const auto icon = [&](WPARAM size) {
-    return SizeOf(reinterpret_cast<HICON>(SendMessageW(window->hwnd(), WM_GETICON, size, 0)));
+  const auto icon = [&](int size) {
+    return SizeOf(reinterpret_cast<HICON>(GetClassLongPtrW(window->hwnd(), size)));
   };
-  EXPECT_EQ(icon(ICON_BIG).cx, GetSystemMetrics(SM_CXICON));
-  EXPECT_EQ(icon(ICON_SMALL).cx, GetSystemMetrics(SM_CXSMICON));
+  EXPECT_EQ(icon(GCLP_HICON).cx, GetSystemMetrics(SM_CXICON));
+  EXPECT_EQ(icon(GCLP_HICONSM).cx, GetSystemMetrics(SM_CXSMICON));
   int width = 0;
   int height = 0;
   ASSERT_TRUE(ImageList_GetIconSize(

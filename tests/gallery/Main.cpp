@@ -21,7 +21,6 @@ int main() {
     tellurvane::FormArgs args;
     args.caption = L"Tellurvane 控制項展示";
     args.backColor = 0xF4F4F4;
-    args.icons = tellurvane::ExecutableIcons();
     gallery.Load(args);
     gallery.Center();
     gallery.Show();

@@ -24,10 +24,11 @@ class IconForm : public Form {
   IconForm() {
     FormArgs args;
     args.caption = L"tray";
-    args.icons.small = SharedIcon();
+    args.className = L"NotifyIconTest";
     args.widthTwips = 3000;
     args.heightTwips = 3000;
     Load(args);
+    SetClassLongPtrW(hwnd(), GCLP_HICONSM, reinterpret_cast<LONG_PTR>(SharedIcon()));
     Move(TwipsFromPixels(600), TwipsFromPixels(500));
   }
 };
