@@ -37,7 +37,7 @@ class DrawnWindow : public Window {
   // Draws the picture again. A system colour reference is kept as one.
   void BackColor(Color color);
 
-  // The picture's device context. Null before the window has an area, or without memory.
+  // The picture's device context. Null while the window has no area, or without memory.
   HDC Dc() const { return surface_.Dc(); }
   // Fills the picture with the back colour.
   void Clear() { surface_.Clear(backColor_); }

@@ -5,7 +5,10 @@
 namespace tellurvane {
 
 bool Surface::Resize(int width, int height, Color back) {
-  if (width <= 0 || height <= 0) return false;
+  if (width <= 0 || height <= 0) {
+    picture_.reset();
+    return false;
+  }
   if (picture_ && width == width_ && height == height_) return false;
   picture_ = MemoryContext::Create(width, height);
   if (!picture_) return false;

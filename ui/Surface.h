@@ -11,10 +11,10 @@ namespace tellurvane {
 class Surface {
  public:
   // True when there is a new picture, blank in `back`, which may be a system colour reference.
-  // Without an area the former one stays.
+  // Without an area there is none.
   bool Resize(int width, int height, Color back);
 
-  // Null before the first Resize to an area, or without memory.
+  // Null without an area or without memory.
   HDC Dc() const { return picture_ ? picture_->Dc() : nullptr; }
 
   void Clear(Color back);

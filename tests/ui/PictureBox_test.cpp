@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <utility>
 #include <vector>
 
 #include "tests/support/WindowTestSupport.h"
@@ -66,19 +67,25 @@ TEST_F(PictureBoxTest, IsPaintedAgainWhenItsSizeOrColourChanges) {
   EXPECT_EQ(PixelOf(box.Dc(), 1, 1), kBlue);
 }
 
-TEST_F(PictureBoxTest, HasNoPictureBeforeItHasAnArea) {
+TEST_F(PictureBoxTest, HasNoPictureWhileItHasNoArea) {
   PictureBox empty;
   int paints = 0;
-  empty.Paint = [&](HDC) { ++paints; };
-  empty.Create({.parent = form.hwnd(), .x = 80, .y = 20, .backColor = kRed});
-  empty.BackColor(kBlue);
-  EXPECT_EQ(empty.Dc(), nullptr);
-  EXPECT_EQ(paints, 0);
-  empty.Move(80, 20, 10, 10);
-  EXPECT_EQ(paints, 1);
-  EXPECT_EQ(PixelOf(empty.Dc(), 5, 5), kBlue);
-  empty.Move(80, 20, 0, 10);
-  EXPECT_EQ(PixelOf(empty.Dc(), 5, 5), kBlue) << "the picture is kept";
+  empty.Paint = [&](HDC target) {
+    ++paints;
+    SetPixel(target, empty.ScaleWidth() - 1, 0, kRed);
+  };
+  empty.Create({.parent = form.hwnd(), .x = 80, .y = 20});
+  for (const bool isFirst : {true, false}) {
+    empty.BackColor(kBlue);
+    EXPECT_EQ(empty.Dc(), nullptr);
+    EXPECT_EQ(paints, 0);
+    empty.Move(80, 20, 10, 10);
+    EXPECT_EQ(std::exchange(paints, 0), 1);
+    ASSERT_NE(empty.Dc(), nullptr) << isFirst;
+    EXPECT_EQ(PixelOf(empty.Dc(), 9, 0), kRed);
+    EXPECT_EQ(PixelOf(empty.Dc(), 0, 0), kBlue);
+    empty.Move(80, 20, 0, 10);
+  }
 }
 
 TEST_F(PictureBoxTest, ReportsTheMouse) {
