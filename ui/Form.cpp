@@ -118,12 +118,13 @@ void Form::Load(const FormArgs& args) {
   window.height = PixelsFromTwips(args.heightTwips);
   window.parent = args.owner;
   BackColor(args.backColor);
-  // Not the window's own icons: the system would look at each of them again for each window.
+  // Not the window's own icons: Wine reads both again with each that a window gets.
   CreateBound({.name = args.className.c_str(),
                .style = CS_DBLCLKS,
                .bigIcon = BigIcon(),
                .smallIcon = SmallIcon()},
               window);
+  if (args.border == FormBorder::kFixedDialog) ShowOwnIcons();
   AddKeyboardForm(hwnd(), [this](const MSG& message) {
     return Form_KeyDown({.key = static_cast<UINT>(message.wParam),
                          .shift = ShiftNow(),
@@ -132,6 +133,12 @@ void Form::Load(const FormArgs& args) {
   Form_Load();
   // Otherwise Windows shows the focus only after the first Tab.
   SendMessageW(hwnd(), WM_CHANGEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS), 0);
+}
+
+// The frame of a dialog does not show its class's.
+void Form::ShowOwnIcons() const {
+  SendMessageW(hwnd(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(BigIcon()));
+  SendMessageW(hwnd(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(SmallIcon()));
 }
 
 void Form::Show() {

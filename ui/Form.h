@@ -101,6 +101,7 @@ class Form : public DrawnWindow {
 
  private:
   void OnDestroyed(HWND window) final;
+  void ShowOwnIcons() const;
   void KeepFocus();
   bool CanTakeFocus(HWND control) const;
   HWND FocusTarget() const;

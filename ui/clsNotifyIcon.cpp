@@ -9,12 +9,9 @@ namespace tellurvane {
 namespace {
 
 HICON IconOf(const Form& form) {
-  for (const int size : {GCLP_HICONSM, GCLP_HICON}) {
-    const ULONG_PTR icon = GetClassLongPtrW(form.hwnd(), size);
-    if (icon != 0) return reinterpret_cast<HICON>(icon);
-  }
+  const ULONG_PTR icon = GetClassLongPtrW(form.hwnd(), GCLP_HICONSM);
   // Without a picture the icon could not be seen.
-  return LoadIconW(nullptr, IDI_APPLICATION);
+  return icon != 0 ? reinterpret_cast<HICON>(icon) : LoadIconW(nullptr, IDI_APPLICATION);
 }
 
 std::set<clsNotifyIcon*>& AllIcons() {

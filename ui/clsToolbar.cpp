@@ -60,7 +60,7 @@ void clsToolbar::SubclassToolbar() {
   for (const UINT message : std::initializer_list<UINT>{WM_SETFOCUS, WM_KILLFOCUS, WM_PAINT}) {
     subclass_.AddMessage(toolbar_, message, kAfterPrevious);
   }
-  // The toolbar asked its host while it was made; now the host knows it.
+  // The toolbar asked while it was made; the host only answers a toolbar that it knows.
   Send(WM_NOTIFYFORMAT, reinterpret_cast<WPARAM>(host_->hwnd()), NF_REQUERY);
 }
 
@@ -212,7 +212,7 @@ void clsToolbar::KeepToolTips(HWND tips) {
     subclass_.Subclass(tips, *this, 0);
     subclass_.AddMessage(tips, WM_CLOSE, kBeforePrevious);
   } catch (const SubclassError&) {
-    // Without memory they are tips that can be closed.
+    // Tips that can be closed are better than none.
   }
 }
 

@@ -132,6 +132,9 @@ TEST_F(EditorFixture, TheEditorShowsEverything) {
   Play(0, [&] {
     ExpectGoodLayout(window);
     ExpectRowHeight(list, 18);
+    // The frame of a dialog shows only an icon of its own.
+    const LRESULT icon = SendMessageW(window, WM_GETICON, ICON_SMALL, 0);
+    EXPECT_EQ(SizeOf(reinterpret_cast<HICON>(icon)).cx, GetSystemMetrics(SM_CXSMICON));
     for (size_t media = 0; media < Entries(cboMediaType).size(); ++media) {
       Choose(cboMediaType, static_cast<int>(media));
       ExpectTextFits(lblSource);
