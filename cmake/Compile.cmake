@@ -12,7 +12,8 @@ if(WIN32)
     WINVER=0x0602 _WIN32_WINNT=0x0602)
   # One file that needs only the system's own DLLs. ASLR and NX are this linker's
   # default; they are named so that another default would not go unseen. Without
-  # the time stamp two builds of one commit are the same file.
+  # the time stamp two builds of one commit are the same file. Wine can map only
+  # sections that begin at a page of the file, and reads others at each start.
   target_link_options(tellurvane_compile INTERFACE
     -static
     LINKER:--gc-sections LINKER:--dynamicbase LINKER:--nxcompat LINKER:--high-entropy-va

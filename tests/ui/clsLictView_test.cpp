@@ -153,7 +153,9 @@ TEST_F(ListTest, KeepsGivenTextsUntilTwoMoreAreAsked) {
 TEST_F(ListTest, RowsHaveTheRequestedHeightWithAndWithoutRows) {
   for (const int height : {82, 40, 60}) {
     list.ListCount(0);
+    list.Block(true);
     list.RowHeight(height);
+    list.Block(false);
     EXPECT_EQ(list.GetItemHeight(), height);
     list.ListCount(20);
     EXPECT_EQ(list.GetItemHeight(), height);
