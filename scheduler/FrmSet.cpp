@@ -125,8 +125,7 @@ void FrmSet::cmdEdit_Click() {
 void FrmSet::BeginEditing() {
   ShowFields();
   ShowState();
-  txtName_.box.SetFocus();
-  SendMessageW(txtName_.control.hwnd(), EM_SETSEL, 0, -1);
+  GoTo(TaskField::kName);
 }
 
 void FrmSet::cmdDel_Click() {
@@ -154,10 +153,8 @@ bool FrmSet::SaveJob() {
   const auto error = editor_.Save(ReadFields());
   if (error) {
     Ask(error->message, MB_OK | MB_ICONINFORMATION);
-    if (error->clearsInterval) {
-      txtInterval_.control.text(L"");
-      txtInterval_.box.SetFocus();
-    }
+    if (error->field == TaskField::kInterval) txtInterval_.control.text(L"");
+    GoTo(error->field);
     return false;
   }
   RefreshList();
@@ -165,6 +162,25 @@ bool FrmSet::SaveJob() {
   ShowState();
   lstJobs_.SetFocus();
   return true;
+}
+
+// Where the user types next.
+void FrmSet::GoTo(TaskField field) {
+  switch (field) {
+    case TaskField::kName:
+      txtName_.box.SetFocus();
+      SendMessageW(txtName_.control.hwnd(), EM_SETSEL, 0, -1);
+      break;
+    case TaskField::kSource:
+      txtSrc_.box.SetFocus();
+      break;
+    case TaskField::kTimeType:
+      cboTimeType_.box.SetFocus();
+      break;
+    case TaskField::kInterval:
+      txtInterval_.box.SetFocus();
+      break;
+  }
 }
 
 // An unchanged task is neither checked nor saved: the user may look at one that is not valid.

@@ -81,6 +81,7 @@ class FrmSet final : public Form {
   // Asks only when something was typed.
   bool MayLoseTyping(const std::wstring& question);
   void BeginEditing();
+  void GoTo(TaskField field);
   void RefreshList();
   void ShowState();
   void ShowFields();

@@ -26,9 +26,12 @@ struct TaskFields {
   bool operator==(const TaskFields&) const = default;
 };
 
+// The fields that can be wrong.
+enum class TaskField { kName, kSource, kTimeType, kInterval };
+
 struct ValidationError {
   std::wstring message;
-  bool clearsInterval = false;
+  TaskField field = TaskField::kName;
 
   bool operator==(const ValidationError&) const = default;
 };

@@ -67,6 +67,31 @@ TEST_F(FrmSetKeysTest, EnterSavesWhereverTheKeyboardIsAndThenEdits) {
   }
 }
 
+TEST_F(FrmSetKeysTest, AWrongFieldGetsTheKeyboard) {
+  tasks = {Task(L"a"), Task(L"b")};
+  tasks[0].IntervalUnit = 9;
+  Play(0, [&] {
+    const auto saved = [&] {
+      Click(cmdSaveJob);
+      return Focused();
+    };
+    EXPECT_EQ(saved(), "unit") << "only a file can bring this unit";
+    Choose(cboTimeType, kMinutes);
+    Type(txtInterval, L"61");
+    EXPECT_EQ(saved(), "interval");
+    Type(txtInterval, L"60");
+    Type(txtName, L"B");
+    EXPECT_EQ(saved(), "name");
+    EXPECT_EQ(SendMessageW(txtName, EM_GETSEL, 0, 0), MAKELRESULT(0, 1));
+    Type(txtName, L"c");
+    Type(txtSrc, L" ");
+    EXPECT_EQ(saved(), "source");
+    Type(txtSrc, L"text");
+    EXPECT_EQ(saved(), "list") << "saved";
+  });
+  EXPECT_EQ(asked.size(), 4U);
+}
+
 TEST_F(FrmSetKeysTest, EscAsksBeforeItGivesUpWhatWasTypedAndThenCloses) {
   tasks = {Task(L"a")};
   const Question question = {L"排程專案尚未儲存，您確定要放棄變更嗎？",

@@ -102,7 +102,8 @@ TEST_F(ValidateTaskTest, TakesIntervalsUpToTheUnitsLimit) {
       fields.interval = text;
       const auto error = std::get<ValidationError>(Outcome());
       EXPECT_EQ(error.message, message) << testing::PrintToString(text);
-      EXPECT_EQ(error.clearsInterval, unit >= kMinutes && unit <= kDays);
+      const bool isKnownUnit = unit >= kMinutes && unit <= kDays;
+      EXPECT_EQ(error.field, isKnownUnit ? TaskField::kInterval : TaskField::kTimeType);
     }
   }
 }
@@ -138,7 +139,7 @@ TEST_F(ValidateTaskTest, ChecksTheSourceByTheMediaType) {
     EXPECT_EQ(Message(), message) << type << " " << testing::PrintToString(source);
     const auto outcome = Outcome();
     if (const auto* const error = std::get_if<ValidationError>(&outcome)) {
-      EXPECT_FALSE(error->clearsInterval);
+      EXPECT_EQ(error->field, TaskField::kSource);
     } else {
       EXPECT_EQ(std::get<TaskRecord>(outcome).Source, TrimBlanks(source));
     }
@@ -167,7 +168,8 @@ TEST_F(ValidateTaskTest, TakesANameThatNoOtherTaskHas) {
     edited = 0;
     EXPECT_EQ(Message(), L"") << "its own name";
     AddTask(typed);
-    EXPECT_EQ(Message(), kSameName) << "another one's";
+    EXPECT_EQ(std::get<ValidationError>(Outcome()), (ValidationError{kSameName, TaskField::kName}))
+        << "another one's";
     edited.reset();
   }
   tasks.clear();
