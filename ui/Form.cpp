@@ -285,6 +285,7 @@ LRESULT Form::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       Form_Resize();
       return 0;
     case WM_ACTIVATE:
+      if (LOWORD(wParam) == WA_INACTIVE) ForgetPressedKey();
       KeepFocus();
       if (const HWND target = FocusTarget(); LOWORD(wParam) != WA_INACTIVE && target != nullptr) {
         ::SetFocus(target);

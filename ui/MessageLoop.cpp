@@ -42,15 +42,26 @@ WPARAM KeyOf(const MSG& message) {
   return place != 0 ? place : message.wParam;
 }
 
+struct KeyPress {
+  WPARAM key = 0;
+  HWND root = nullptr;
+};
+
+// The last press that a loop saw. Without a window if nobody knows where the last key was pressed.
+KeyPress& LastPress() {
+  static KeyPress press;
+  return press;
+}
+
 // A key belongs to the window in which it was pressed. A Space that opened a form and is still down
 // would overwrite its selected text. VK_PACKET is a character without a key.
 bool IsHeldFromAnotherWindow(HWND root, const MSG& message) {
-  static WPARAM pressed = 0;
-  static HWND pressedIn = nullptr;
   if (!IsKeyDown(message) || message.wParam == VK_PACKET) return false;
-  if (IsRepeatedKey(message.lParam)) return KeyOf(message) == pressed && root != pressedIn;
-  pressed = KeyOf(message);
-  pressedIn = root;
+  KeyPress& last = LastPress();
+  if (IsRepeatedKey(message.lParam)) {
+    return root != last.root && (last.root == nullptr || KeyOf(message) == last.key);
+  }
+  last = {.key = KeyOf(message), .root = root};
   return false;
 }
 
@@ -101,6 +112,8 @@ void AddKeyboardForm(HWND form, KeyHandler keyDown) {
 }
 
 void RemoveKeyboardForm(HWND form) { KeyboardForms().erase(form); }
+
+void ForgetPressedKey() { LastPress() = {}; }
 
 bool IsKeyboardForm(HWND window) { return KeyboardForms().contains(window); }
 

@@ -192,6 +192,30 @@ TEST(FormTest, AKeyHeldFromAnotherWindowIsLost) {
   EXPECT_THAT(down.Taken(), ElementsAre(WPARAM{VK_PROCESSKEY})) << "another key";
 }
 
+// A message box may have been open, which has a loop of its own.
+TEST(FormTest, AKeyHeldSinceTheFormWasInactiveIsLost) {
+  RecordingForm form;
+  const HWND edit = CreateEdit(form.hwnd());
+  form.Show();
+  ::SetFocus(edit);
+  CaughtMessage down(edit, WM_KEYDOWN);
+  const auto press = [&](UINT key, LPARAM lParam) {
+    PostMessageW(edit, WM_KEYDOWN, key, lParam);
+    Pump();
+  };
+  press(VK_RETURN, 1);
+  SendMessageW(form.hwnd(), WM_ACTIVATE, WA_INACTIVE, 0);
+  SendMessageW(form.hwnd(), WM_ACTIVATE, WA_ACTIVE, 0);
+  form.keys.clear();
+  down.Taken();
+  for (const UINT key : {VK_RETURN, VK_SPACE}) press(key, 0x4000'0001);
+  EXPECT_THAT(form.keys, ElementsAre());
+  EXPECT_THAT(down.Taken(), ElementsAre());
+  press(VK_SPACE, 1);
+  press(VK_SPACE, 0x4000'0001);
+  EXPECT_THAT(down.Taken(), ElementsAre(WPARAM{VK_SPACE}, WPARAM{VK_SPACE}));
+}
+
 TEST(FormTest, AKeyHeldFromAnyOtherWindowIsLostInAFormOnly) {
   RecordingForm form;
   const HWND popup =
