@@ -102,11 +102,15 @@ void FrmSet::lstJobs_KeyDown(UINT key) {
   if (key == VK_DELETE) cmdDel_Click();
 }
 
-// Enter makes a new line in a note and saves every other task; with Ctrl it always saves.
-bool FrmSet::txtSrc_KeyDown(UINT key) {
-  if (key != VK_RETURN) return false;
-  if (HasNoteText(shownMedia_) && GetKeyState(VK_CONTROL) >= 0) return false;
-  cmdSaveJob_Click();
+// Enter in the source box makes a new line in a note and saves every other task; with Ctrl it
+// always saves. Not left to the box: while a message is open, it would get the character of the
+// key.
+bool FrmSet::Form_KeyDown(const KeyEvent& event) {
+  const bool isEnter = event.key == VK_RETURN && (event.shift & kAltKey) == 0;
+  if (!isEnter || GetFocus() != txtSrc_.control.hwnd()) return false;
+  if (HasNoteText(shownMedia_) && (event.shift & kControlKey) == 0) return false;
+  // A key that is held down acts once.
+  if (!event.isRepeated) cmdSaveJob_Click();
   return true;
 }
 
@@ -125,7 +129,7 @@ void FrmSet::cmdEdit_Click() {
 void FrmSet::BeginEditing() {
   ShowFields();
   ShowState();
-  GoTo(TaskField::kName);
+  FocusField(EditorField::kName);
 }
 
 void FrmSet::cmdDel_Click() {
@@ -153,8 +157,10 @@ bool FrmSet::SaveJob() {
   const auto error = editor_.Save(ReadFields());
   if (error) {
     Ask(error->message, MB_OK | MB_ICONINFORMATION);
-    if (error->field == TaskField::kInterval) txtInterval_.control.text(L"");
-    GoTo(error->field);
+    // The user may have ended the editing: another message can be open at the same time.
+    if (!editor_.Abilities().saveTask) return false;
+    if (error->field == EditorField::kInterval) txtInterval_.control.text(L"");
+    FocusField(error->field);
     return false;
   }
   RefreshList();
@@ -164,21 +170,23 @@ bool FrmSet::SaveJob() {
   return true;
 }
 
-// Where the user types next.
-void FrmSet::GoTo(TaskField field) {
+void FrmSet::FocusField(EditorField field) {
+  const auto focusText = [](BoxedControl& text) {
+    text.box.SetFocus();
+    SendMessageW(text.control.hwnd(), EM_SETSEL, 0, -1);
+  };
   switch (field) {
-    case TaskField::kName:
-      txtName_.box.SetFocus();
-      SendMessageW(txtName_.control.hwnd(), EM_SETSEL, 0, -1);
+    case EditorField::kName:
+      focusText(txtName_);
       break;
-    case TaskField::kSource:
-      txtSrc_.box.SetFocus();
+    case EditorField::kSource:
+      focusText(txtSrc_);
       break;
-    case TaskField::kTimeType:
+    case EditorField::kTimeType:
       cboTimeType_.box.SetFocus();
       break;
-    case TaskField::kInterval:
-      txtInterval_.box.SetFocus();
+    case EditorField::kInterval:
+      focusText(txtInterval_);
       break;
   }
 }

@@ -51,6 +51,7 @@ class FrmSet final : public Form {
   bool Form_Unload() override;
   void Form_Enter() override;
   void Form_Escape() override;
+  bool Form_KeyDown(const KeyEvent& event) override;
 
   void CreateList();
   void CreateFields();
@@ -63,7 +64,6 @@ class FrmSet final : public Form {
 
   void lstJobs_ItemChanged(int row, UINT oldState, UINT newState);
   void lstJobs_KeyDown(UINT key);
-  bool txtSrc_KeyDown(UINT key);
   void cmdNew_Click();
   void cmdEdit_Click();
   void cmdDel_Click();
@@ -81,7 +81,7 @@ class FrmSet final : public Form {
   // Asks only when something was typed.
   bool MayLoseTyping(const std::wstring& question);
   void BeginEditing();
-  void GoTo(TaskField field);
+  void FocusField(EditorField field);
   void RefreshList();
   void ShowState();
   void ShowFields();

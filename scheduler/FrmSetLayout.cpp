@@ -130,7 +130,6 @@ void FrmSet::WireFields() {
   cmdCancel_.control.Click = [this] { cmdCancel_Click(); };
   cboMediaType_.control.Click = [this] { cboMediaType_Click(); };
   cboTimeType_.control.Click = [this] { cboTimeType_Click(); };
-  txtSrc_.control.KeyDown = [this](UINT key) { return txtSrc_KeyDown(key); };
 }
 
 void FrmSet::Form_Resize() {

@@ -28,17 +28,17 @@ std::optional<ValidationError> IntervalError(const TaskFields& fields) {
   const auto number = ParseNumber(fields.interval);
   // 0.5 or less would be stored as 0.
   if (!number || RoundHalfToEven(*number) <= 0) {
-    return ValidationError{kNoInterval, TaskField::kInterval};
+    return ValidationError{kNoInterval, EditorField::kInterval};
   }
   // A task from a file may have an unknown unit; it cannot be saved like that.
   if (fields.timeType < kMinutes || fields.timeType > kDays) {
-    return ValidationError{kNoInterval, TaskField::kTimeType};
+    return ValidationError{kNoInterval, EditorField::kTimeType};
   }
   const IntervalLimit& limit = kLimits.at(static_cast<size_t>(fields.timeType));
   if (*number <= limit.most) return std::nullopt;
   return ValidationError{
       std::wstring(L"時間數值超過 ") + limit.text + L"，請再次輸入一個您所要執行的時間。",
-      TaskField::kInterval};
+      EditorField::kInterval};
 }
 
 // Compares the names as the file will hold them: a list written by hand may have blanks around
@@ -55,13 +55,13 @@ std::optional<ValidationError> SourceError(std::int32_t mediaType, const std::ws
                                            const ValidationCallbacks& callbacks) {
   switch (static_cast<MediaType>(mediaType)) {
     case kInternetRadio:
-      if (!IsStreamAddress(source)) return ValidationError{kNoStream, TaskField::kSource};
+      if (!IsStreamAddress(source)) return ValidationError{kNoStream, EditorField::kSource};
       break;
     case kLocalMusic:
-      if (!callbacks.pathExists(source)) return ValidationError{kNoFile, TaskField::kSource};
+      if (!callbacks.pathExists(source)) return ValidationError{kNoFile, EditorField::kSource};
       break;
     case kReminderNote:
-      if (source.empty()) return ValidationError{kNoText, TaskField::kSource};
+      if (source.empty()) return ValidationError{kNoText, EditorField::kSource};
       break;
     case kApplication:
       break;
@@ -88,7 +88,7 @@ std::variant<TaskRecord, ValidationError> ValidateTask(const TaskFields& fields,
   task.NextRun = CaughtUpNextRun(task, callbacks.clock(), CatchUp::kStrict);
   task.Name = FieldText(fields.name);
   if (IsNameTaken(task.Name, edited, tasks, callbacks)) {
-    return ValidationError{kSameName, TaskField::kName};
+    return ValidationError{kSameName, EditorField::kName};
   }
   task.Enabled = fields.isEnabled;
   task.Source = FieldText(fields.source);

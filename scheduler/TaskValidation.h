@@ -26,12 +26,12 @@ struct TaskFields {
   bool operator==(const TaskFields&) const = default;
 };
 
-// The fields that can be wrong.
-enum class TaskField { kName, kSource, kTimeType, kInterval };
+// The fields that can have a wrong value.
+enum class EditorField { kName, kSource, kTimeType, kInterval };
 
 struct ValidationError {
   std::wstring message;
-  TaskField field = TaskField::kName;
+  EditorField field;
 
   bool operator==(const ValidationError&) const = default;
 };

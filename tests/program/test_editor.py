@@ -72,7 +72,8 @@ def change_the_note(folder, program):
     editor.answer(SAME_NAME, OK)
     assert editor.is_editing()
     assert editor.texts() == {"name": "RADIO", "source": "drink\r\nwater", "interval": "3"}
-    editor.fill("name", "memo")
+    # The name has the keyboard, and is selected.
+    type_text("memo")
     editor.click("enabled")
     press_key("Return")
     until(lambda: folder.tasks()[1].name == "memo", "the new name")

@@ -47,6 +47,7 @@ EditorCallbacks EditorFixture::Callbacks() {
           [this](HWND asking, const std::wstring& text, UINT flags) {
             EXPECT_EQ(asking, window);
             asked.push_back({text, flags});
+            if (whileAsking) whileAsking();
             return answer;
           },
       .noteForScreen = [](const std::wstring& text) { return Replaced(text, L"\\r\\n", L"\r\n"); },

@@ -68,6 +68,7 @@ class EditorFixture : public testing::Test {
   std::optional<std::wstring> offered;
   std::wstring noteGiven;               // to the note editor
   std::function<void()> whileBrowsing;  // while the open-file dialog would be open
+  std::function<void()> whileAsking;    // while a message would be open
 
   TestForm* owner = nullptr;
   HWND window = nullptr;

@@ -86,6 +86,7 @@ TEST_F(FrmSetClosingTest, ClosesAfterSavingAndStaysWhenTheTaskIsRefused) {
                                      MB_OK | MB_ICONINFORMATION}));
     EXPECT_EQ(WindowText(txtName), L"b");
     EXPECT_EQ(WindowText(txtInterval), L"");
+    EXPECT_EQ(Focused(), "interval");
     Type(txtInterval, L"60");
     Click(cmdSave);
     EXPECT_FALSE(IsOpen());

@@ -84,12 +84,37 @@ TEST_F(FrmSetKeysTest, AWrongFieldGetsTheKeyboard) {
     EXPECT_EQ(saved(), "name");
     EXPECT_EQ(SendMessageW(txtName, EM_GETSEL, 0, 0), MAKELRESULT(0, 1));
     Type(txtName, L"c");
-    Type(txtSrc, L" ");
+    Choose(cboMediaType, kInternetRadio);
     EXPECT_EQ(saved(), "source");
-    Type(txtSrc, L"text");
+    SendMessageW(txtSrc, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(L"http://a/"));
+    EXPECT_EQ(WindowText(txtSrc), L"http://a/") << "the old text was selected";
     EXPECT_EQ(saved(), "list") << "saved";
   });
   EXPECT_EQ(asked.size(), 4U);
+}
+
+TEST_F(FrmSetKeysTest, EnterHeldOnAWrongSourceAsksOnce) {
+  Play({}, [&] {
+    SetFocus(txtSrc);
+    Press(VK_RETURN);
+    EXPECT_EQ(asked.size(), 1U);
+    PostMessageW(txtSrc, WM_KEYDOWN, VK_RETURN, 0x4000'0001);
+    Pump();
+    EXPECT_EQ(asked.size(), 1U);
+    EXPECT_EQ(WindowText(txtSrc), L"");
+  });
+}
+
+TEST_F(FrmSetKeysTest, AnEditingThatEndedBehindItsMessageLeavesTheKeyboardInTheList) {
+  tasks = {Task(L"a")};
+  whileAsking = [this] { Click(cmdCancelJob); };
+  Play(0, [&] {
+    const std::wstring interval = WindowText(txtInterval);
+    Type(txtInterval, L"0");
+    Click(cmdSaveJob);
+    EXPECT_EQ(Focused(), "list");
+    EXPECT_EQ(WindowText(txtInterval), interval);
+  });
 }
 
 TEST_F(FrmSetKeysTest, EscAsksBeforeItGivesUpWhatWasTypedAndThenCloses) {

@@ -82,28 +82,28 @@ TEST_F(ValidateTaskTest, TakesIntervalsUpToTheUnitsLimit) {
   }
   const struct {
     int unit;
-    const wchar_t* message;
+    ValidationError error;
     std::vector<const wchar_t*> texts;
   } rejected[] = {
-      {kMinutes, kTooManyMinutes, {L"61", L"60.4", L"2147483648", L"1e300"}},
-      {kHours, kTooManyHours, {L"25"}},
-      {kDays, kTooManyDays, {L"8"}},
+      {kMinutes,
+       {kTooManyMinutes, EditorField::kInterval},
+       {L"61", L"60.4", L"2147483648", L"1e300"}},
+      {kHours, {kTooManyHours, EditorField::kInterval}, {L"25"}},
+      {kDays, {kTooManyDays, EditorField::kInterval}, {L"8"}},
       // The last is a full-width digit.
       {kMinutes,
-       kNoInterval,
+       {kNoInterval, EditorField::kInterval},
        {L"0", L"-1", L"-0.0", L"0.4", L"0.5", L"", L" ", L"abc", L"5 min", L"５"}},
       // Units that only a file can bring.
-      {3, kNoInterval, {L"5"}},
-      {-1, kNoInterval, {L"5"}},
+      {3, {kNoInterval, EditorField::kTimeType}, {L"5"}},
+      {-1, {kNoInterval, EditorField::kTimeType}, {L"5"}},
+      {3, {kNoInterval, EditorField::kInterval}, {L"0"}},
   };
-  for (const auto& [unit, message, texts] : rejected) {
+  for (const auto& [unit, error, texts] : rejected) {
     for (const wchar_t* const text : texts) {
       fields.timeType = unit;
       fields.interval = text;
-      const auto error = std::get<ValidationError>(Outcome());
-      EXPECT_EQ(error.message, message) << testing::PrintToString(text);
-      const bool isKnownUnit = unit >= kMinutes && unit <= kDays;
-      EXPECT_EQ(error.field, isKnownUnit ? TaskField::kInterval : TaskField::kTimeType);
+      EXPECT_EQ(std::get<ValidationError>(Outcome()), error) << testing::PrintToString(text);
     }
   }
 }
@@ -139,7 +139,7 @@ TEST_F(ValidateTaskTest, ChecksTheSourceByTheMediaType) {
     EXPECT_EQ(Message(), message) << type << " " << testing::PrintToString(source);
     const auto outcome = Outcome();
     if (const auto* const error = std::get_if<ValidationError>(&outcome)) {
-      EXPECT_EQ(error->field, TaskField::kSource);
+      EXPECT_EQ(error->field, EditorField::kSource);
     } else {
       EXPECT_EQ(std::get<TaskRecord>(outcome).Source, TrimBlanks(source));
     }
@@ -168,7 +168,8 @@ TEST_F(ValidateTaskTest, TakesANameThatNoOtherTaskHas) {
     edited = 0;
     EXPECT_EQ(Message(), L"") << "its own name";
     AddTask(typed);
-    EXPECT_EQ(std::get<ValidationError>(Outcome()), (ValidationError{kSameName, TaskField::kName}))
+    EXPECT_EQ(std::get<ValidationError>(Outcome()),
+              (ValidationError{kSameName, EditorField::kName}))
         << "another one's";
     edited.reset();
   }
