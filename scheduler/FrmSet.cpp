@@ -102,15 +102,16 @@ void FrmSet::lstJobs_KeyDown(UINT key) {
   if (key == VK_DELETE) cmdDel_Click();
 }
 
-// Enter in the source box makes a new line in a note and saves every other task; with Ctrl it
-// always saves. Not left to the box: while a message is open, it would get the character of the
-// key.
+// Enter in the source box makes a new line in the text of a note, and else acts as in other fields;
+// with Ctrl it always does. Not left to the source box: while a message is open, that one would get
+// the character of the key. Alt without Ctrl makes a key of the menu.
 bool FrmSet::Form_KeyDown(const KeyEvent& event) {
-  const bool isEnter = event.key == VK_RETURN && (event.shift & kAltKey) == 0;
+  const bool isControl = (event.shift & kControlKey) != 0;
+  const bool isEnter = event.key == VK_RETURN && (isControl || (event.shift & kAltKey) == 0);
   if (!isEnter || GetFocus() != txtSrc_.control.hwnd()) return false;
-  if (HasNoteText(shownMedia_) && (event.shift & kControlKey) == 0) return false;
+  if (HasNoteText(shownMedia_) && editor_.IsEditing() && !isControl) return false;
   // A key that is held down acts once.
-  if (!event.isRepeated) cmdSaveJob_Click();
+  if (!event.isRepeated) Form_Enter();
   return true;
 }
 
@@ -157,8 +158,8 @@ bool FrmSet::SaveJob() {
   const auto error = editor_.Save(ReadFields());
   if (error) {
     Ask(error->message, MB_OK | MB_ICONINFORMATION);
-    // The user may have ended the editing: another message can be open at the same time.
-    if (!editor_.Abilities().saveTask) return false;
+    // The user may have ended the editing or the program: another message can be open beside this.
+    if (!IsLoaded() || !editor_.IsEditing()) return false;
     if (error->field == EditorField::kInterval) txtInterval_.control.text(L"");
     FocusField(error->field);
     return false;

@@ -21,14 +21,14 @@ using KeyHandler = std::function<bool(const MSG& keyDown)>;
 
 // The loops handle the Tab, Enter and Esc keys of these top-level windows; Enter and Esc act once
 // while they are held down. Before that, and before the control with the focus, `keyDown` gets each
-// key that is pressed in the form. Lost are the repeats of a key if the last press that a loop saw
-// was that key in another top-level window. No loop sees presses in menus.
+// key that is pressed in the form. The repeats of a key are lost if it was last pressed in another
+// top-level window, or if no loop has seen a press since the start or since ForgetPressedKey.
+// Presses in menus are not seen.
 void AddKeyboardForm(HWND form, KeyHandler keyDown);
 void RemoveKeyboardForm(HWND form);
 bool IsKeyboardForm(HWND window);
 
-// To be called when a form loses the activation: message boxes have loops of their own. The repeats
-// of all keys are lost until the next press.
+// To be called when a form loses the activation: message boxes have loops of their own.
 void ForgetPressedKey();
 
 }  // namespace tellurvane

@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include "tests/scheduler/EditorFixture.h"
+#include "tests/ui/ClipboardSupport.h"
 
 namespace tellurvane {
 namespace {
@@ -93,7 +94,9 @@ TEST_F(FrmSetKeysTest, AWrongFieldGetsTheKeyboard) {
   EXPECT_EQ(asked.size(), 4U);
 }
 
-TEST_F(FrmSetKeysTest, EnterHeldOnAWrongSourceAsksOnce) {
+// A real message box has a loop of its own.
+TEST_F(FrmSetKeysTest, EnterHeldOnAWrongSourceAsksOnceAndTypesNothing) {
+  whileAsking = Pump;
   Play({}, [&] {
     SetFocus(txtSrc);
     Press(VK_RETURN);
@@ -105,7 +108,7 @@ TEST_F(FrmSetKeysTest, EnterHeldOnAWrongSourceAsksOnce) {
   });
 }
 
-TEST_F(FrmSetKeysTest, AnEditingThatEndedBehindItsMessageLeavesTheKeyboardInTheList) {
+TEST_F(FrmSetKeysTest, AnEditingThatEndsDuringItsMessageLeavesTheKeyboardInTheList) {
   tasks = {Task(L"a")};
   whileAsking = [this] { Click(cmdCancelJob); };
   Play(0, [&] {
@@ -115,6 +118,53 @@ TEST_F(FrmSetKeysTest, AnEditingThatEndedBehindItsMessageLeavesTheKeyboardInTheL
     EXPECT_EQ(Focused(), "list");
     EXPECT_EQ(WindowText(txtInterval), interval);
   });
+}
+
+TEST_F(FrmSetKeysTest, AnEditorThatIsDestroyedDuringItsMessageTakesNoKeyboard) {
+  const TestForm other;
+  whileAsking = [&] {
+    DestroyWindow(window);
+    SetFocus(other.hwnd());
+  };
+  Play({}, [&] {
+    Click(cmdSaveJob);
+    EXPECT_EQ(GetFocus(), other.hwnd());
+  });
+}
+
+TEST_F(FrmSetKeysTest, EnterInTheSourceDependsOnTheKindTheStateAndTheOtherKeys) {
+  const struct {
+    MediaType kind;
+    std::vector<int> held;
+    UINT message;
+    bool isSaved;
+  } rows[] = {
+      {kApplication, {}, WM_KEYDOWN, true},
+      {kApplication, {VK_CONTROL}, WM_KEYDOWN, true},
+      {kApplication, {VK_CONTROL, VK_MENU}, WM_KEYDOWN, true},
+      {kApplication, {VK_MENU}, WM_SYSKEYDOWN, false},
+      {kReminderNote, {}, WM_KEYDOWN, false},
+      {kReminderNote, {VK_CONTROL}, WM_KEYDOWN, true},
+  };
+  for (const auto& [kind, held, message, isSaved] : rows) {
+    tasks = {Task(L"a", kind)};
+    saves = 0;
+    const auto press = [&] {
+      SetFocus(txtSrc);
+      const HeldKeys keys(held);
+      PostMessageW(txtSrc, message, VK_RETURN, 1);
+      Pump();
+    };
+    Play(0, [&] {
+      press();
+      EXPECT_EQ(saves, isSaved ? 1 : 0) << kind << held.size() << message;
+    });
+    if (message == WM_SYSKEYDOWN) continue;
+    Browse(0, [&] {
+      press();
+      EXPECT_EQ(Focused(), "name") << kind << ": the editing begins";
+    });
+  }
 }
 
 TEST_F(FrmSetKeysTest, EscAsksBeforeItGivesUpWhatWasTypedAndThenCloses) {

@@ -180,7 +180,7 @@ TEST(FormTest, AKeyHeldFromAnotherWindowIsLost) {
   EXPECT_THAT(down.Taken(), ElementsAre());
   EXPECT_EQ(GetWindowTextLengthW(edit), 0);
   press(edit, 'A', 0x4000'0001);
-  EXPECT_THAT(down.Taken(), ElementsAre(WPARAM{'A'})) << "nobody knows where it was pressed";
+  EXPECT_THAT(down.Taken(), ElementsAre(WPARAM{'A'})) << "perhaps pressed in a menu";
   press(edit, VK_SPACE, 1);
   press(edit, VK_SPACE, 0x4000'0001);
   EXPECT_THAT(down.Taken(), ElementsAre(WPARAM{VK_SPACE}, WPARAM{VK_SPACE}));
