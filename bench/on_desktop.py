@@ -97,15 +97,22 @@ class Program:
         self.process.wait()
 
 
+def stolen_seconds():
+    """What other machines on the host took, of all cores together."""
+    return int(Path("/proc/stat").read_text().split()[8]) / os.sysconf("SC_CLK_TCK")
+
+
 def rest(programs, seconds):
     """Measures several idle programs at once, by their names."""
     time.sleep(SETTLE_SECONDS)
+    stolen = stolen_seconds()
     before = {name: program.processor_seconds() for name, program in programs.items()}
     start = time.monotonic()
     time.sleep(seconds)
     elapsed = time.monotonic() - start
+    stolen = (stolen_seconds() - stolen) / elapsed / os.cpu_count()
     return {name: {"share": (program.processor_seconds() - before[name]) / elapsed,
-                   "memory": process_memory(program.proc)}
+                   "stolen": stolen, "memory": process_memory(program.proc)}
             for name, program in programs.items()}
 
 
